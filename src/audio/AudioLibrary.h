@@ -1,0 +1,193 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+// The audio library as its users see it: an abstract class, so that the module is loaded at run time and nothing of it
+// is linked. No Qt, no exceptions across this border.
+//
+// Threads: every operation is called on one control thread (the user-interface thread). The audio callback runs beside
+// it and is reached through lock-free queues only. Sync procedures run on the control thread, inside DispatchEvents().
+namespace kalvo::audio {
+
+/** A stream, effect or sync; 0 = none. Handles are never reused within a run. */
+using Handle = std::uint32_t;
+
+/** The two buses never share a stream. */
+enum class Output : std::uint8_t { Main, Headphones };
+
+enum class ErrorCode : std::uint8_t {
+    None,
+    NotInitialised, ///< the output has not been initialised
+    Device,         ///< no such device, or it cannot be opened
+    Handle,         ///< no such stream, effect or sync
+    File,           ///< the file does not exist or cannot be read
+    Format,         ///< the file holds no sound that can be decoded
+    Timeout,        ///< the file did not open in time (a hanging network share)
+    Argument        ///< a value out of range
+};
+
+enum class Activity : std::uint8_t { Stopped = 0, Playing = 1, Paused = 3 };
+
+/** Device numbers: 0 no sound, 1 the system's default output, 2 and up the others as enumerated. */
+constexpr int kNoSound = 0;
+constexpr int kDefaultDevice = 1;
+/** Not a device: nothing plays by itself, the caller takes the sound with Render(). */
+constexpr int kOffline = -1;
+
+/** Values of ChannelSetAttributes that leave a setting unchanged. */
+constexpr int kKeepFrequency = -1;
+constexpr int kKeepVolume = -1;
+constexpr int kKeepPan = -101;
+
+struct OutputInfo {
+    int directSoundVersion = 9; ///< 8 or more: effects are available
+    int device = kNoSound;      ///< the device that plays now; differs from the wanted one after a fall-back
+    std::string deviceName;
+    int sampleRate = 0;            ///< Hz
+    int bufferFrames = 0;          ///< frames per callback
+    std::uint64_t callbacks = 0;   ///< buffers rendered so far
+    std::uint64_t starvations = 0; ///< how often a playing stream had no data ready
+    double load = 0;               ///< mean share of the callback's time budget that rendering took, 0..1
+};
+
+struct ChannelInfo {
+    int sampleRate = 0; ///< Hz, of the file
+    int channels = 0;   ///< of the file
+    bool variableRate = false;
+    int bitrate = 0; ///< kbit/s, 0 = unknown; the average for variable bit rates
+};
+
+struct Attributes {
+    int frequency = 0; ///< playback sample rate in Hz
+    int volume = 100;  ///< 0..100
+    int pan = 0;       ///< -100 left .. 100 right
+};
+
+enum class SyncType : std::uint32_t {
+    End = 2,          ///< the stream has played to its end
+    SlideEnd = 5,     ///< an attribute slide has arrived
+    DeviceLost = 1000 ///< the output device has gone; the stream parameter is ignored
+};
+/** Added to a sync type: the sync fires once and is gone. */
+constexpr std::uint32_t kOneTime = 0x80000000U;
+
+/** Runs on the control thread, inside DispatchEvents(). */
+using SyncProcedure = void (*)(Handle sync, Handle channel, std::uint32_t data, void* user);
+
+enum class EffectType : std::uint8_t { EqualiserBand = 7, Reverb = 8 };
+
+struct EffectParameters {
+    float centre = 1000;     ///< Hz (equaliser band)
+    float bandwidth = 12;    ///< semitones (equaliser band)
+    float gain = 0;          ///< dB, -15..15 (equaliser band)
+    float reverbMix = -96;   ///< dB, -96..0 (reverb); -96 = dry
+    float reverbTime = 1000; ///< ms, 1..3000 (reverb)
+};
+
+/** What ChannelGetData returns. */
+enum class DataKind : std::uint8_t {
+    Samples, ///< interleaved stereo, -1..1, the newest first written last
+    Fft512,  ///< 256 magnitudes 0..1 of the mono sum, Hann window, from 0 Hz up to half the output's rate
+    Fft1024, ///< 512 magnitudes
+    Fft2048  ///< 1024 magnitudes
+};
+
+struct Levels {
+    float left = 0; ///< peak since the last call, 0..1
+    float right = 0;
+};
+
+/**
+ * Every operation that returns bool or a handle reports failure by false or 0 and leaves the reason in ErrorGetCode().
+ * Streams count positions and lengths in bytes of 16-bit stereo at the file's own rate: four bytes a frame.
+ */
+class AudioLibrary {
+public:
+    AudioLibrary() = default;
+    AudioLibrary(const AudioLibrary&) = delete;
+    AudioLibrary& operator=(const AudioLibrary&) = delete;
+    virtual ~AudioLibrary() = default;
+
+    /** Low word major, high word minor: "2.0" is 0x00000002. */
+    virtual std::uint32_t GetVersion() const = 0;
+    /** The reason of the last failure; None after a success. */
+    virtual ErrorCode ErrorGetCode() const = 0;
+
+    // ---- outputs
+
+    /** Name of a device in UTF-8; empty past the last one. Device 0 is "Kein Ton". Enumerates anew at device 0. */
+    virtual std::string GetDeviceDescription(int device) = 0;
+    /** Opens an output; sampleRate in Hz. bufferFrames: 512, 1024 or 2048. An open output is closed first. */
+    virtual bool Init(Output output, int device, int sampleRate, int bufferFrames) = 0;
+    /** Frees all streams of the output and closes it. */
+    virtual bool Free(Output output) = 0;
+    virtual bool GetInfo(Output output, OutputInfo& info) const = 0;
+    /** Overall volume of an output, 0..100. */
+    virtual bool SetVolume(Output output, int volume) = 0;
+    virtual int GetVolume(Output output) const = 0;
+    /** Stops every stream of the output. */
+    virtual bool Stop(Output output) = 0;
+    /** Output at kOffline only: the next frames as interleaved stereo; waits for the decoders, never starves. */
+    virtual bool Render(Output output, float* stereo, std::size_t frames) = 0;
+    /** Peak levels of the whole bus, after the limiter. */
+    virtual Levels GetOutputLevels(Output output) = 0;
+    /** Data of the whole bus, as ChannelGetData. */
+    virtual std::size_t GetOutputData(Output output, DataKind kind, float* values, std::size_t count) = 0;
+
+    // ---- streams
+
+    /**
+     * Opens an MP3, OGG (Vorbis, Opus) or WAV file for an output, chosen by its first bytes, not by its name.
+     * path: UTF-8 or the file system's raw bytes. The stream is stopped, at its start, with its data being read ahead.
+     */
+    virtual Handle StreamCreateFile(Output output, const std::string& path) = 0;
+    virtual bool StreamPlay(Handle stream, bool fromStart) = 0;
+    /** Fades out within 256 frames and frees; the handle is invalid at once. */
+    virtual bool StreamFree(Handle stream) = 0;
+    /** Bytes; 0 on failure. */
+    virtual std::uint64_t StreamGetLength(Handle stream) = 0;
+    virtual double ChannelBytes2Seconds(Handle stream, std::uint64_t bytes) = 0;
+    virtual std::uint64_t ChannelSeconds2Bytes(Handle stream, double seconds) = 0;
+    virtual std::uint64_t ChannelGetPosition(Handle stream) = 0;
+    /** Bytes from the start; beyond the end is an Argument error. */
+    virtual bool ChannelSetPosition(Handle stream, std::uint64_t bytes) = 0;
+    virtual Activity ChannelIsActive(Handle stream) = 0;
+    virtual bool ChannelPause(Handle stream) = 0;
+    virtual bool ChannelResume(Handle stream) = 0;
+    virtual bool ChannelStop(Handle stream) = 0;
+    virtual bool ChannelGetInfo(Handle stream, ChannelInfo& info) = 0;
+
+    /** Frequency in Hz, volume 0..100, pan -100..100; kKeep… leaves one alone. Ends a running slide of what it sets. */
+    virtual bool ChannelSetAttributes(Handle stream, int frequency, int volume, int pan) = 0;
+    virtual bool ChannelGetAttributes(Handle stream, Attributes& attributes) = 0;
+    /** Moves to the given values evenly within the time, sample by sample. */
+    virtual bool ChannelSlideAttributes(Handle stream, int frequency, int volume, int pan, int milliseconds) = 0;
+
+    /** type: a SyncType, kOneTime added where it shall fire once. Returns the sync. */
+    virtual Handle ChannelSetSync(Handle stream, std::uint32_t type, std::uint64_t parameter, SyncProcedure procedure,
+                                  void* user) = 0;
+    virtual bool ChannelRemoveSync(Handle stream, Handle sync) = 0;
+    /** Runs the procedures of the events that have come since; also watches the devices. Call every 50 ms or oftener.
+     */
+    virtual void DispatchEvents() = 0;
+
+    virtual Levels ChannelGetLevel(Handle stream) = 0;
+    /** Returns how many values were written; 0 when the stream does not play. */
+    virtual std::size_t ChannelGetData(Handle stream, DataKind kind, float* values, std::size_t count) = 0;
+
+    // ---- effects
+
+    virtual Handle ChannelSetFX(Handle stream, EffectType type) = 0;
+    virtual bool ChannelRemoveFX(Handle stream, Handle effect) = 0;
+    virtual bool FXSetParameters(Handle effect, const EffectParameters& parameters) = 0;
+    virtual bool FXGetParameters(Handle effect, EffectParameters& parameters) = 0;
+};
+
+/** Name and type of the module's one entry; the caller owns the library that it returns. */
+constexpr const char* kFactoryName = "CreateAudioLibrary";
+using Factory = AudioLibrary* (*)();
+
+} // namespace kalvo::audio

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "audio/AudioLibrary.h"
+#include "audio/Decoder.h"
+
+#include <chrono>
+#include <memory>
+
+namespace kalvo::audio {
+
+/**
+ * One file being played: its bytes are read ahead, its frames decoded ahead into a ring, both off the audio thread.
+ *
+ * Threads: Open, Seek and the destructor belong to the control thread; Read, Available and AtEnd to the one thread that
+ * renders (the audio callback: none of the three locks, allocates or waits); reading and decoding have threads of their
+ * own inside.
+ */
+class StreamSource {
+public:
+    /**
+     * Opens and starts reading ahead. Waits at most `timeout` for the file; a file that comes later is closed unused.
+     * Null on failure with the reason in `error`.
+     */
+    static std::unique_ptr<StreamSource> Open(const std::string& path, std::chrono::milliseconds timeout,
+                                              ErrorCode& error);
+    /** Joins its threads unless the file system hangs; then they end by themselves. */
+    ~StreamSource();
+
+    const SourceFormat& Format() const;
+
+    /** Drops what is decoded and goes on at this frame; returns at once. */
+    void Seek(std::int64_t frame);
+
+    /** Takes up to `frames` frames of interleaved stereo; returns how many there were. */
+    std::size_t Read(float* stereo, std::size_t frames);
+    /** Frames that Read() would deliver now. 0 while a seek is under way. */
+    std::size_t Available() const;
+    /** True when every frame has been taken and the decoder has nothing more. A broken rest counts as the end. */
+    bool AtEnd() const;
+    /** Off the audio thread: waits until `frames` are available or the end is near; false after the timeout. */
+    bool WaitFor(std::size_t frames, std::chrono::milliseconds timeout);
+
+private:
+    StreamSource();
+    struct Shared;
+    std::shared_ptr<Shared> shared_;
+};
+
+} // namespace kalvo::audio
