@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace kalvo {
+
+class Settings;
+
+/** One column of the archive grid. */
+struct GridColumn {
+    QString field;       ///< of table "Daten"; the twelve text fields, each in one column
+    int width = 0;       ///< twips, 15 per logical pixel
+    bool visible = true;
+
+    bool operator==(const GridColumn&) const = default;
+};
+
+/** The columns of the archive grid from left to right, and the sections "MA0" to "MA11" that keep them. */
+namespace GridColumns {
+
+constexpr int twipsPerPixel = 15;
+
+/** The twelve text fields in the order in which the table is created. */
+const QStringList& Fields();
+
+/** Heading of a field, without a sort mark. */
+QString Caption(const QString& field);
+
+/** Every field, visible, in creation order; fontHeight: of the chosen font in pixels. */
+QList<GridColumn> Defaults(int fontHeight);
+
+/**
+ * The stored columns; the defaults when none are stored. Always every field once: a section that names no field, or one
+ * named before, gets the first field that is left, and a width that no screen has becomes the default one.
+ */
+QList<GridColumn> Read(const Settings& settings, int fontHeight);
+
+/** One section per column, in one pass. */
+void Write(Settings& settings, const QList<GridColumn>& columns);
+
+/** Fields of the visible columns, left to right. */
+QStringList VisibleFields(const QList<GridColumn>& columns);
+
+} // namespace GridColumns
+
+} // namespace kalvo

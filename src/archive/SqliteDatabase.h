@@ -1,0 +1,102 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace kalvo {
+
+/**
+ * A prepared statement; lives no longer than its database. Failures are result values, never exceptions: a statement
+ * that could not be prepared or stepped says so by Failed() and does nothing from then on.
+ */
+class SqliteStatement {
+public:
+    /** Takes the statement over; null stands for one that could not be prepared. */
+    explicit SqliteStatement(sqlite3_stmt* statement = nullptr);
+
+    /** Parameters count from 1. A text is stored as UTF-8, a null text as empty text. */
+    SqliteStatement& Bind(int parameter, const QString& text);
+    SqliteStatement& Bind(int parameter, qint64 number);
+
+    /** True while there is a row; false at the end and on failure. */
+    bool Step();
+    /** Steps once and resets: for statements without rows. False on failure. */
+    bool Run();
+    /** Ready to run again with its parameters as they are. */
+    void Reset();
+    bool Failed() const { return failed_; }
+
+    /** Columns of the current row count from 0. */
+    QString Text(int column) const;
+    qint64 Number(int column) const;
+
+private:
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+    bool failed_ = false;
+};
+
+/**
+ * One connection to a database file. Used by one thread at a time. Failures are result values with the reason in
+ * LastError(); nothing throws.
+ */
+class SqliteDatabase {
+public:
+    enum class Mode { Create, ReadWrite, ReadOnly };
+    enum class Outcome {
+        Opened,
+        Locked,      ///< another program holds the file
+        NotDatabase, ///< the file's content is no database, or a broken one
+        Failed       ///< missing, not permitted, disk error
+    };
+
+    SqliteDatabase() = default;
+
+    /** Opens the file and reads its schema once, so that a foreign file shows at once. Closes an open one first. */
+    Outcome Open(const QString& path, Mode mode, int busyMilliseconds = 5000);
+    void Close();
+    bool IsOpen() const { return handle_ != nullptr; }
+
+    /** Runs one or several statements without rows. */
+    bool Execute(const QString& sql);
+    SqliteStatement Prepare(const QString& sql);
+    qint64 LastInsertId() const;
+    /** Rows changed by the last statement. */
+    int Changes() const;
+    /** Reason of the last failure, as the engine words it. */
+    QString LastError() const;
+    /** Whether the last failure was another program's lock, respectively missing write permission. */
+    bool LastErrorIsLocked() const;
+    bool LastErrorIsReadOnly() const;
+
+    /** Rolls back when it ends without a successful Commit(). One at a time. */
+    class Transaction {
+    public:
+        explicit Transaction(SqliteDatabase& database);
+        ~Transaction();
+        Transaction(const Transaction&) = delete;
+        Transaction& operator=(const Transaction&) = delete;
+
+        /** Whether it could begin. */
+        bool IsOpen() const { return open_; }
+        bool Commit();
+
+    private:
+        SqliteDatabase& database_;
+        bool open_;
+    };
+
+private:
+    struct CloseHandle {
+        void operator()(sqlite3* handle) const;
+    };
+    std::unique_ptr<sqlite3, CloseHandle> handle_;
+};
+
+} // namespace kalvo

@@ -1,0 +1,45 @@
+#include "base/AtomicFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace kalvo {
+
+namespace {
+
+/** Makes a rename in the folder survive a power cut. */
+void SyncFolder(const QString& folder) {
+#ifdef Q_OS_UNIX
+    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    ::fsync(handle);
+    ::close(handle);
+#else
+    Q_UNUSED(folder)
+#endif
+}
+
+} // namespace
+
+bool WriteAtomically(const QString& path, const QByteArray& bytes) {
+    QSaveFile file(path); // syncs before it renames, follows links, keeps the permissions
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    if (!file.commit())
+        return false;
+    SyncFolder(QFileInfo(QFileInfo(path).canonicalFilePath()).path());
+    return true;
+}
+
+} // namespace kalvo

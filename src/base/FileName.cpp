@@ -1,0 +1,34 @@
+#include "base/FileName.h"
+
+#include <algorithm>
+
+namespace kalvo::FileName {
+
+namespace {
+
+constexpr int extensionLength = 4;
+
+qsizetype LastSeparator(const QString& path) {
+    return std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
+}
+
+} // namespace
+
+QString Last(const QString& path) {
+    return path.mid(LastSeparator(path) + 1);
+}
+
+QString Folder(const QString& path) {
+    return path.left(LastSeparator(path) + 1);
+}
+
+bool IsMusic(const QString& path) {
+    return path.endsWith(QLatin1String(".mp3"), Qt::CaseInsensitive) ||
+           path.endsWith(QLatin1String(".ogg"), Qt::CaseInsensitive);
+}
+
+QString WithoutMusicExtension(const QString& name) {
+    return IsMusic(name) ? name.chopped(extensionLength) : name;
+}
+
+} // namespace kalvo::FileName

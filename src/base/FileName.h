@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+/** Parts of paths. Separators are "/" and "\", whatever the platform. */
+namespace kalvo::FileName {
+
+/** What follows the last separator; the whole text when there is none. */
+QString Last(const QString& path);
+
+/** Up to and including the last separator; empty when there is none. */
+QString Folder(const QString& path);
+
+/** Whether the last four characters are ".mp3" or ".ogg", in any case. */
+bool IsMusic(const QString& path);
+
+/** Without a ".mp3" or ".ogg" at its end. */
+QString WithoutMusicExtension(const QString& name);
+
+} // namespace kalvo::FileName

@@ -1,0 +1,164 @@
+#include "playback/AudioLayer.h"
+
+#include "playback/AudioModule.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kOutputRate = 44100;
+constexpr double kPitchSteps = 1000.0; // a pitch of 1000 would be the title's own rate once more
+
+} // namespace
+
+AudioLayer::AudioLayer(std::unique_ptr<audio::AudioLibrary> library) : library_(std::move(library)) {}
+
+AudioLayer::~AudioLayer() {
+    StopAudio();
+}
+
+QString AudioLayer::AudioVersion() const {
+    return VersionText(library_->GetVersion());
+}
+
+bool AudioLayer::InitAudio(int outputDevice, int bufferFrames) {
+    outputDevice_ = outputDevice;
+    if (!library_->Init(audio::Output::Main, outputDevice_, kOutputRate, bufferFrames)) {
+        outputDevice_ = audio::kDefaultDevice;
+        if (!library_->Init(audio::Output::Main, outputDevice_, kOutputRate, bufferFrames)) {
+            return false;
+        }
+    }
+    audio::OutputInfo info;
+    directSound8_ = library_->GetInfo(audio::Output::Main, info) && info.directSoundVersion >= 8 ? 1 : 0;
+    return true;
+}
+
+void AudioLayer::StopAudio() {
+    library_->Stop(audio::Output::Main);
+    for (const int player : {1, 2}) {
+        FreeStream(player);
+        Prepare(player, {});
+    }
+    library_->Free(audio::Output::Main);
+}
+
+QStringList AudioLayer::DeviceNames() {
+    QStringList names;
+    for (int device = 0;; ++device) {
+        const std::string name = library_->GetDeviceDescription(device);
+        if (name.empty()) {
+            return names;
+        }
+        names.append(QString::fromStdString(name));
+    }
+}
+
+audio::Handle AudioLayer::LoadStream(int player, const QString& path) {
+    PlayerRecord& record = Record(player);
+    FreeStream(player);
+    if (record.prepared != 0 && record.preparedPath == path) {
+        record.stream = record.prepared;
+        record.prepared = 0;
+        record.preparedPath.clear();
+    } else {
+        record.stream = library_->StreamCreateFile(audio::Output::Main, QFile::encodeName(path).toStdString());
+    }
+    if (record.stream == 0) {
+        return 0;
+    }
+    ApplyPitch(player);
+    AddEffects(record);
+    return record.stream;
+}
+
+void AudioLayer::FreeStream(int player) {
+    PlayerRecord& record = Record(player);
+    if (record.stream != 0) {
+        library_->ChannelStop(record.stream);
+        library_->StreamFree(record.stream);
+    }
+    record.stream = 0;
+    record.state = PlayState::Empty;
+    record.pitchFreq = 0;
+    record.eqFx.fill(0);
+}
+
+void AudioLayer::Prepare(int player, const QString& path) {
+    PlayerRecord& record = Record(player);
+    if (record.preparedPath == path) {
+        return;
+    }
+    if (record.prepared != 0) {
+        library_->StreamFree(record.prepared);
+    }
+    record.preparedPath = path;
+    record.prepared =
+        path.isEmpty() ? 0 : library_->StreamCreateFile(audio::Output::Main, QFile::encodeName(path).toStdString());
+}
+
+void AudioLayer::SetPlayerVolume(int player, int volume) {
+    const PlayerRecord& record = Record(player);
+    if (record.stream != 0) {
+        library_->ChannelSetAttributes(record.stream, audio::kKeepFrequency, volume, audio::kKeepPan);
+    }
+}
+
+void AudioLayer::SetPitch(int player, int pitch) {
+    Record(player).pitch = pitch;
+    ApplyPitch(player);
+}
+
+void AudioLayer::ApplyPitch(int player) {
+    PlayerRecord& record = Record(player);
+    audio::ChannelInfo info;
+    if (record.stream == 0 || !library_->ChannelGetInfo(record.stream, info)) {
+        return;
+    }
+    record.pitchFreq = static_cast<int>(std::lround(info.sampleRate * (1.0 + record.pitch / kPitchSteps)));
+    library_->ChannelSetAttributes(record.stream, record.pitchFreq, audio::kKeepVolume, 0);
+}
+
+void AudioLayer::AddEffects(PlayerRecord& record) {
+    if (!equaliser_.on || directSound8_ == 0) {
+        return;
+    }
+    for (int band = 0; band < kEqualiserBands; ++band) {
+        audio::Handle& effect = record.eqFx.at(static_cast<std::size_t>(band));
+        effect = library_->ChannelSetFX(record.stream, audio::EffectType::EqualiserBand);
+        library_->FXSetParameters(effect, equaliser_.Band(band));
+    }
+    record.eqFx.back() = library_->ChannelSetFX(record.stream, audio::EffectType::Reverb);
+    library_->FXSetParameters(record.eqFx.back(), equaliser_.Reverb());
+}
+
+audio::Activity AudioLayer::Activity(int player) {
+    const audio::Handle stream = Record(player).stream;
+    return stream == 0 ? audio::Activity::Stopped : library_->ChannelIsActive(stream);
+}
+
+double AudioLayer::PositionSeconds(int player) {
+    const audio::Handle stream = Record(player).stream;
+    return stream == 0 ? 0 : library_->ChannelBytes2Seconds(stream, library_->ChannelGetPosition(stream));
+}
+
+double AudioLayer::LengthSeconds(int player) {
+    const audio::Handle stream = Record(player).stream;
+    return stream == 0 ? 0 : library_->ChannelBytes2Seconds(stream, library_->StreamGetLength(stream));
+}
+
+void AudioLayer::SetPositionSeconds(int player, double seconds) {
+    const audio::Handle stream = Record(player).stream;
+    if (stream == 0) {
+        return;
+    }
+    const std::uint64_t wanted = library_->ChannelSeconds2Bytes(stream, std::max(0.0, seconds));
+    library_->ChannelSetPosition(stream, std::min(wanted, library_->StreamGetLength(stream)));
+}
+
+} // namespace kalvo

@@ -1,0 +1,44 @@
+#include "playback/EqualiserSettings.h"
+
+#include "base/Settings.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kLastPosition = 20;
+constexpr float kDecibelsPerStep = 1.5F;
+const QString kSection = QStringLiteral("Equalizer");
+
+} // namespace
+
+EqualiserSettings EqualiserSettings::Read(const Settings& settings) {
+    EqualiserSettings result;
+    result.on = settings.GetSwitch(kSection, QStringLiteral("EQStatus"), false);
+    for (std::size_t band = 0; band < result.bands.size(); ++band) {
+        const int stored = settings.GetNumber(kSection, QString::number(kBandFrequencies.at(band)), 10);
+        result.bands.at(band) = std::clamp(stored, 0, kLastPosition);
+    }
+    result.reverb = std::clamp(settings.GetNumber(kSection, QStringLiteral("Hall"), kLastPosition), 0, kLastPosition);
+    return result;
+}
+
+audio::EffectParameters EqualiserSettings::Band(int index) const {
+    audio::EffectParameters parameters;
+    const auto band = static_cast<std::size_t>(index);
+    parameters.centre = static_cast<float>(kBandFrequencies.at(band));
+    parameters.gain = static_cast<float>(bands.at(band) - kLastPosition / 2) * kDecibelsPerStep;
+    return parameters;
+}
+
+audio::EffectParameters EqualiserSettings::Reverb() const {
+    audio::EffectParameters parameters;
+    const float wet = 1.0F - static_cast<float>(reverb) / static_cast<float>(kLastPosition);
+    parameters.reverbMix = wet <= 0 ? -96.0F : std::max(-96.0F, 20.0F * std::log10(wet));
+    return parameters;
+}
+
+} // namespace kalvo

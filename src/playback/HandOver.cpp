@@ -1,0 +1,106 @@
+#include "playback/HandOver.h"
+
+#include "playback/FaderLaw.h"
+
+namespace kalvo {
+
+namespace {
+
+bool CanStart(const DeckState& deck) {
+    return deck.playing || deck.paused || deck.hasNext;
+}
+
+/** The player that a running fade moves to; 0 = no fade. */
+int FadeTarget(const MixState& state) {
+    return state.fadeStep == 0 ? 0 : state.fadeStep < 0 ? 1 : 2;
+}
+
+int SideOf(int fader) {
+    return fader <= 0 ? 1 : 2;
+}
+
+StartAction AfterEndOfFadeTarget(const MixState& state, int ended) {
+    const int other = OtherPlayer(ended);
+    if (state.continuous && state.Deck(ended).hasNext) {
+        return {StartKind::Continue, ended};
+    }
+    if (state.Deck(other).playing) {
+        return {StartKind::FadeBack, other};
+    }
+    if (!state.continuous) {
+        return {};
+    }
+    return state.Deck(other).hasNext ? StartAction{StartKind::Jump, other} : StartAction{StartKind::AllEnded, 0};
+}
+
+} // namespace
+
+int OnAir(const MixState& state) {
+    const DeckState& first = state.decks[0];
+    const DeckState& second = state.decks[1];
+    if (first.playing && second.playing) {
+        return SideOf(state.fader);
+    }
+    if (first.playing || second.playing) {
+        return first.playing ? 1 : 2;
+    }
+    if (first.paused && second.paused) {
+        return SideOf(state.fader);
+    }
+    return first.paused ? 1 : second.paused ? 2 : 0;
+}
+
+bool WantsHandOver(const MixState& state) {
+    if (!state.continuous || !state.automatic || state.mode != FadeMode::FadeCrossOver || state.handOverRunning ||
+        state.fadeStep != 0) {
+        return false;
+    }
+    const int onAir = OnAir(state);
+    if (onAir == 0 || !state.Deck(onAir).playing) {
+        return false;
+    }
+    const DeckState& deck = state.Deck(onAir);
+    return deck.position + state.switchOver >= deck.length;
+}
+
+StartAction HandOverDecision(const MixState& state) {
+    if (!WantsHandOver(state)) {
+        return {};
+    }
+    const int target = OtherPlayer(OnAir(state));
+    return CanStart(state.Deck(target)) ? StartAction{StartKind::Fade, target} : StartAction{};
+}
+
+StartAction EndDecision(const MixState& state, int ended) {
+    const int other = OtherPlayer(ended);
+    const int target = FadeTarget(state);
+    if (target == ended) {
+        return AfterEndOfFadeTarget(state, ended);
+    }
+    if (target == other && state.Deck(other).playing) {
+        return {};
+    }
+    const bool wasOnAir = !state.Deck(other).playing || SideOf(state.fader) == ended;
+    if (!wasOnAir || !state.continuous || state.heldByUser) {
+        return {};
+    }
+    if (CanStart(state.Deck(other))) {
+        return {StartKind::Jump, other};
+    }
+    return state.Deck(ended).hasNext ? StartAction{StartKind::Continue, ended} : StartAction{StartKind::AllEnded, 0};
+}
+
+StartAction SilenceDecision(const MixState& state) {
+    if (!state.continuous || state.heldByUser || OnAir(state) != 0) {
+        return {};
+    }
+    const int last = state.lastOnAir == 2 ? 2 : 1;
+    for (const int player : {OtherPlayer(last), last}) {
+        if (state.Deck(player).hasNext) {
+            return {StartKind::Jump, player};
+        }
+    }
+    return {StartKind::AllEnded, 0};
+}
+
+} // namespace kalvo

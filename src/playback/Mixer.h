@@ -1,0 +1,156 @@
+#pragma once
+
+#include "playback/AudioLayer.h"
+#include "playback/CrossFader.h"
+#include "playback/HandOver.h"
+#include "playback/MixerOptions.h"
+#include "playlists/Playlist.h"
+
+#include <QObject>
+
+#include <array>
+
+namespace kalvo {
+
+/** What a player shows of its title. */
+struct DeckTitle {
+    QString title;
+    QString artist;
+    QString format; ///< "MP3 320 kbit/s", empty while unknown
+    QString path;
+    double length = 0;     ///< seconds, 0 = unknown
+    double cue = -1;       ///< seconds, negative = none
+    bool prepared = false; ///< opened ahead and silent: what a hand-over would take
+};
+
+/**
+ * The two players, their lists and the cross-fader between them: transport, fades, the automatic hand-over and the rule
+ * that the music never stops by itself. UI thread. Has no timers of its own: the owner calls CheckHandOver every 100
+ * ms, StepFade in the interval of the fade speed, Dispatch every 50 ms; an offline renderer calls them in its own time.
+ * Players count 1 and 2; others are a bounds error. Layer and lists outlive it.
+ */
+class Mixer : public QObject {
+    Q_OBJECT
+
+public:
+    Mixer(AudioLayer& layer, Playlist& list1, Playlist& list2, QObject* parent = nullptr);
+    ~Mixer() override;
+
+    const MixerOptions& Options() const { return options_; }
+    void SetOptions(const MixerOptions& options);
+    /** Whether players start at an entry's cue point. */
+    void SetUseCuePoints(bool use) { useCuePoints_ = use; }
+
+    // ---- transport
+
+    /**
+     * Resumes a paused player. Otherwise starts what it has loaded from its start again, the given selected row of its
+     * list (-1: none), the red entry, what is prepared or the next title. A missing file is told by FileMissing.
+     */
+    void Play(int player, int selectedRow);
+    /** Loads and starts this entry. */
+    void PlayRow(int player, int row);
+    void Pause(int player);
+    void Stop(int player);
+    /** Takes the next title of the player's list; a player whose list is at its end stays stopped. */
+    void Next(int player);
+    void ToggleMute(int player);
+    void SetPitch(int player, int pitch);
+    void SeekSeconds(int player, double seconds);
+    /** Back to the title's start, or its cue point. */
+    void ToStart(int player);
+    /** Overall volume of the output, 0..100. */
+    void SetMasterVolume(int volume);
+
+    // ---- fader
+
+    void SetFader(int position);
+    /** While the user holds the fader a running fade waits. */
+    void HoldFader(bool held) { faderHeld_ = held; }
+    /** A fade by hand towards a player; a stopped one starts its title first. selectedRow as Play. */
+    void FadeTo(int player, int selectedRow);
+
+    // ---- called by timers
+
+    void CheckHandOver();
+    void StepFade();
+    void Dispatch();
+
+    // ---- state
+
+    MixState State() const { return StateNow(false); }
+    int Fader() const { return fader_.Position(); }
+    int OnAirPlayer() const { return OnAir(StateNow(false)); }
+    bool IsMuted(int player) const { return Deck(player).muted; }
+    /** Tenths of a percent. */
+    int Pitch(int player) const { return layer_.Record(player).pitch; }
+    const DeckTitle& Title(int player) const { return Deck(player).title; }
+    /** "play", "pause", "stop" or "mute". */
+    QString StatusText(int player) const;
+    audio::Activity Activity(int player) const { return layer_.Activity(player); }
+    double PositionSeconds(int player) const { return layer_.PositionSeconds(player); }
+    AudioLayer& Layer() { return layer_; }
+
+Q_SIGNALS:
+    /** What a player shows has changed: title, status, mute. */
+    void PlayerChanged(int player);
+    void FaderMoved(int position);
+    void HandOverBegan(int target);
+    /** A title has been loaded and started from its list; the entry is current. */
+    void TitleStarted(int player, int row);
+    void OptionsChanged();
+    /** Asked for by the user, and the file is not there. */
+    void FileMissing(const QString& path);
+    /** One line for the status bar. */
+    void Message(const QString& text);
+    /** Continuous play has come to the end of both lists. */
+    void Finished();
+
+private:
+    struct DeckData {
+        Mixer* owner = nullptr;
+        int number = 0;
+        Playlist* list = nullptr;
+        DeckTitle title;
+        bool muted = false;
+        bool stoppedByUser = false;
+        bool prepareDue = true; ///< the list has changed since the next title was looked up
+    };
+
+    DeckData& Deck(int player) { return decks_.at(static_cast<std::size_t>(player - 1)); }
+    const DeckData& Deck(int player) const { return decks_.at(static_cast<std::size_t>(player - 1)); }
+    Playlist& List(int player) { return *Deck(player).list; }
+
+    MixState StateNow(bool withNext) const;
+    bool Start(const StartAction& action);
+    bool StartNext(int player);
+    bool EnsurePlaying(int player);
+    bool StartRow(int player, int row, bool asked);
+    bool LoadRow(int player, int row);
+    void StartStream(int player);
+    void StopPlayer(int player);
+    void EndHandOver();
+    void ApplyVolumes();
+    bool IsAudible(int player) const;
+    void TellEnd(int player);
+    void MoveFader(int position);
+    void NoteStarted(int player);
+    void PrepareNext(int player);
+    void TitleEnded(int player);
+    void DeviceLost();
+    static void OnEnd(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
+    static void OnDeviceLost(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
+
+    AudioLayer& layer_;
+    std::array<DeckData, 2> decks_;
+    MixerOptions options_;
+    CrossFader fader_;
+    bool useCuePoints_ = true;
+    bool faderHeld_ = false;
+    bool handOverRunning_ = false;
+    bool heldByUser_ = true;
+    int lastOnAir_ = 0;
+    audio::Handle deviceSync_ = 0;
+};
+
+} // namespace kalvo

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QSlider>
+
+namespace kalvo {
+
+/** The players' volumes in percent for a fader position of -100 (Player 1) to 100 (Player 2). */
+struct FaderPercent {
+    int player1 = 100;
+    int player2 = 100;
+};
+
+FaderPercent PercentOf(int faderPosition);
+
+/**
+ * The cross-fader, -100 to 100, with both players' volumes beneath. Arrow keys and wheel move it by 5, page keys by
+ * 25, a press beside the handle by 10, a double click sets it to the centre; the handle is taken over the whole height.
+ */
+class FaderSlider : public QSlider {
+    Q_OBJECT
+
+public:
+    explicit FaderSlider(QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    struct Measures;
+
+    Measures Measure() const;
+    void PaintGroove(QPainter& painter, const Measures& measures) const;
+    void PaintTexts(QPainter& painter, const Measures& measures) const;
+    void PaintHandle(QPainter& painter, const Measures& measures) const;
+
+    int grip_ = 0;
+    int wheel_ = 0;
+};
+
+} // namespace kalvo

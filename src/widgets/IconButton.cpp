@@ -1,0 +1,88 @@
+#include "widgets/IconButton.h"
+
+#include "widgets/ButtonPainting.h"
+#include "widgets/Icons.h"
+#include "widgets/SkinStyle.h"
+
+#include <QPainter>
+#include <QStyleOptionButton>
+
+namespace kalvo {
+
+IconButton::IconButton(const QString& icon, Size size, QWidget* parent)
+    : QPushButton(parent), icon_(icon), size_(size) {
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    setAutoDefault(false);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void IconButton::SetIconName(const QString& icon) {
+    if (icon == icon_)
+        return;
+    icon_ = icon;
+    update();
+}
+
+void IconButton::SetIconSide(IconSide side) {
+    side_ = side;
+    update();
+}
+
+void IconButton::SetFill(Fill fill) {
+    fill_ = fill;
+    update();
+}
+
+void IconButton::SetOn(bool on) {
+    if (on == on_)
+        return;
+    on_ = on;
+    update();
+}
+
+int IconButton::IconSize() const {
+    const FontUnits& units = SkinStyle::Units();
+    if (size_ == Size::Normal)
+        return units.Icon();
+    return text().isEmpty() ? units.BigIcon() : units.Of(1.7);
+}
+
+QSize IconButton::sizeHint() const {
+    const FontUnits& units = SkinStyle::Units();
+    const int height = size_ == Size::Big ? units.BigButton() : units.Button();
+    int width = IconSize() + units.Gap(2);
+    if (!text().isEmpty())
+        width += fontMetrics().horizontalAdvance(text()) + units.Of(0.5) + units.Gap(1);
+    width = qMax(width, size_ == Size::Big ? 44 : height);
+    return {width + 2 * focusRingMargin, height + 2 * focusRingMargin};
+}
+
+void IconButton::paintEvent(QPaintEvent*) {
+    const Skin& skin = SkinStyle::Colours();
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.state.setFlag(QStyle::State_On, on_ && !isDown());
+    const int player = fill_ == Fill::Player2 ? 2 : 1;
+    const bool ofPlayer = fill_ != Fill::Highlight;
+    const ButtonColours colours = ColoursOf(option.state, ofPlayer ? skin.Player(player) : QColor(),
+                                            ofPlayer ? skin.PlayerInk(player) : QColor());
+
+    QPainter painter(this);
+    const QRect frame = rect().adjusted(focusRingMargin, focusRingMargin, -focusRingMargin, -focusRingMargin);
+    PaintButton(painter, frame, colours);
+    if (option.state & QStyle::State_HasFocus)
+        PaintFocusRing(painter, frame);
+
+    const int icon = IconSize();
+    const int gap = text().isEmpty() ? 0 : SkinStyle::Units().Of(0.5);
+    const int label = text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(text());
+    const int start = (width() - icon - gap - label) / 2;
+    const bool left = side_ == IconSide::Left;
+    const int iconX = left ? start : start + label + gap;
+    painter.drawPixmap(iconX, (height() - icon) / 2, Icons::Pixmap(icon_, colours.ink, icon, devicePixelRatioF()));
+    painter.setPen(colours.ink);
+    painter.drawText(QRect(left ? start + icon + gap : start, 0, label + 2, height()), Qt::AlignVCenter, text());
+}
+
+} // namespace kalvo

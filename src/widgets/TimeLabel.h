@@ -1,0 +1,32 @@
+#pragma once
+
+#include "widgets/ElidedLabel.h"
+
+namespace kalvo {
+
+/**
+ * A time that changes without dancing: as wide as its longest text from the start, as high as its figures.
+ * Use the true minus sign (U+2212).
+ */
+class TimeLabel : public QLabel {
+    Q_OBJECT
+
+public:
+    /** longest: e.g. "−00:00"; a longer text widens the label for good. */
+    explicit TimeLabel(QString longest, QWidget* parent = nullptr);
+
+    void SetText(const QString& text);
+    void SetTone(Tone tone);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString longest_;
+    Tone tone_ = Tone::Text;
+};
+
+} // namespace kalvo

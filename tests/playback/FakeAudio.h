@@ -1,0 +1,153 @@
+#pragma once
+
+#include "audio/AudioLibrary.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace kalvo::test {
+
+/**
+ * Stands for the audio library where only time matters: a file's length is told by its name ("…-12.mp3": 12 seconds at
+ * 1000 frames each), "broken" in it does not open. Time passes in Advance().
+ */
+class FakeAudio final : public audio::AudioLibrary {
+public:
+    struct Stream {
+        std::string path;
+        double length = 0;
+        double position = 0;
+        audio::Activity activity = audio::Activity::Stopped;
+        audio::Attributes attributes;
+        audio::SyncProcedure onEnd = nullptr;
+        void* user = nullptr;
+        bool ended = false;
+    };
+    static constexpr int kRate = 1000;
+
+    std::map<audio::Handle, Stream> streams;
+    int opened = 0;
+
+    /** Lets time pass for everything that plays; ends are told in DispatchEvents. */
+    void Advance(double seconds) {
+        for (auto& [handle, stream] : streams) {
+            if (stream.activity != audio::Activity::Playing) {
+                continue;
+            }
+            stream.position += seconds;
+            if (stream.position >= stream.length) {
+                stream.position = stream.length;
+                stream.activity = audio::Activity::Stopped;
+                stream.ended = true;
+            }
+        }
+    }
+
+    Stream& At(audio::Handle handle) { return streams.at(handle); }
+
+    std::uint32_t GetVersion() const override { return 2; }
+    audio::ErrorCode ErrorGetCode() const override { return {}; }
+    std::string GetDeviceDescription(int device) override { return device == 0 ? "Kein Ton" : ""; }
+    bool Init(audio::Output, int device, int, int) override { return device <= 1; }
+    bool Free(audio::Output) override { return true; }
+    bool GetInfo(audio::Output, audio::OutputInfo&) const override { return true; }
+    bool SetVolume(audio::Output, int) override { return true; }
+    int GetVolume(audio::Output) const override { return 100; }
+    bool Stop(audio::Output) override { return true; }
+    bool Render(audio::Output, float*, std::size_t) override { return false; }
+    audio::Levels GetOutputLevels(audio::Output) override { return {}; }
+    std::size_t GetOutputData(audio::Output, audio::DataKind, float*, std::size_t) override { return 0; }
+
+    audio::Handle StreamCreateFile(audio::Output, const std::string& path) override {
+        if (path.find("broken") != std::string::npos) {
+            return 0;
+        }
+        Stream stream;
+        stream.path = path;
+        stream.length = std::atof(path.substr(path.rfind('-') + 1).c_str());
+        streams[++opened] = stream;
+        return static_cast<audio::Handle>(opened);
+    }
+    bool StreamPlay(audio::Handle handle, bool fromStart) override {
+        At(handle).activity = audio::Activity::Playing;
+        At(handle).position = fromStart ? 0 : At(handle).position;
+        return true;
+    }
+    bool StreamFree(audio::Handle handle) override { return streams.erase(handle) == 1; }
+    std::uint64_t StreamGetLength(audio::Handle handle) override { return Bytes(At(handle).length); }
+    double ChannelBytes2Seconds(audio::Handle, std::uint64_t bytes) override {
+        return static_cast<double>(bytes) / (4.0 * kRate);
+    }
+    std::uint64_t ChannelSeconds2Bytes(audio::Handle, double seconds) override { return Bytes(seconds); }
+    std::uint64_t ChannelGetPosition(audio::Handle handle) override { return Bytes(At(handle).position); }
+    bool ChannelSetPosition(audio::Handle handle, std::uint64_t bytes) override {
+        At(handle).position = ChannelBytes2Seconds(handle, bytes);
+        return true;
+    }
+    audio::Activity ChannelIsActive(audio::Handle handle) override { return At(handle).activity; }
+    bool ChannelPause(audio::Handle handle) override {
+        At(handle).activity = audio::Activity::Paused;
+        return true;
+    }
+    bool ChannelResume(audio::Handle handle) override {
+        At(handle).activity = audio::Activity::Playing;
+        return true;
+    }
+    bool ChannelStop(audio::Handle handle) override {
+        At(handle).activity = audio::Activity::Stopped;
+        return true;
+    }
+    bool ChannelGetInfo(audio::Handle, audio::ChannelInfo& info) override {
+        info.sampleRate = kRate;
+        info.bitrate = 192;
+        return true;
+    }
+    bool ChannelSetAttributes(audio::Handle handle, int frequency, int volume, int pan) override {
+        audio::Attributes& attributes = At(handle).attributes;
+        attributes.frequency = frequency == audio::kKeepFrequency ? attributes.frequency : frequency;
+        attributes.volume = volume == audio::kKeepVolume ? attributes.volume : volume;
+        attributes.pan = pan == audio::kKeepPan ? attributes.pan : pan;
+        return true;
+    }
+    bool ChannelGetAttributes(audio::Handle handle, audio::Attributes& attributes) override {
+        attributes = At(handle).attributes;
+        return true;
+    }
+    bool ChannelSlideAttributes(audio::Handle, int, int, int, int) override { return false; }
+    audio::Handle ChannelSetSync(audio::Handle handle, std::uint32_t, std::uint64_t, audio::SyncProcedure procedure,
+                                 void* user) override {
+        if (handle != 0) {
+            At(handle).onEnd = procedure;
+            At(handle).user = user;
+        }
+        return 1;
+    }
+    bool ChannelRemoveSync(audio::Handle, audio::Handle) override { return true; }
+    void DispatchEvents() override {
+        std::vector<audio::Handle> ended;
+        for (auto& [handle, stream] : streams) {
+            if (std::exchange(stream.ended, false)) {
+                ended.push_back(handle);
+            }
+        }
+        for (const audio::Handle handle : ended) {
+            if (streams.count(handle) == 1 && At(handle).onEnd != nullptr) {
+                At(handle).onEnd(1, handle, 0, At(handle).user);
+            }
+        }
+    }
+    audio::Levels ChannelGetLevel(audio::Handle) override { return {}; }
+    std::size_t ChannelGetData(audio::Handle, audio::DataKind, float*, std::size_t) override { return 0; }
+    audio::Handle ChannelSetFX(audio::Handle, audio::EffectType) override { return 1; }
+    bool ChannelRemoveFX(audio::Handle, audio::Handle) override { return true; }
+    bool FXSetParameters(audio::Handle, const audio::EffectParameters&) override { return true; }
+    bool FXGetParameters(audio::Handle, audio::EffectParameters&) override { return true; }
+
+private:
+    static std::uint64_t Bytes(double seconds) { return static_cast<std::uint64_t>(seconds * kRate + 0.5) * 4; }
+};
+
+} // namespace kalvo::test

@@ -1,0 +1,139 @@
+#include "playback/HandOver.h"
+
+#include "playback/CrossFader.h"
+#include "playback/FaderLaw.h"
+
+#include <gtest/gtest.h>
+
+namespace kalvo {
+namespace {
+
+MixState PlayingOn(int player, int position, int length) {
+    MixState state;
+    state.heldByUser = false;
+    state.lastOnAir = player;
+    DeckState& deck = state.decks.at(static_cast<std::size_t>(player - 1));
+    deck = {true, false, position, length, true};
+    state.decks.at(static_cast<std::size_t>(2 - player)).hasNext = true;
+    return state;
+}
+
+const StartAction kNothing{};
+
+TEST(FaderLaw, FullUpToTheCentreThenFallingOnTheFarSide) {
+    const struct {
+        int fader, player1, player2;
+    } cases[] = {{-100, 100, 0}, {-99, 100, 1}, {-30, 100, 70}, {0, 100, 100},
+                 {1, 99, 100},   {70, 30, 100}, {100, 0, 100}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(FaderVolume(1, c.fader), c.player1) << c.fader;
+        EXPECT_EQ(FaderVolume(2, c.fader), c.player2) << c.fader;
+        EXPECT_EQ(PlayerVolume(1, c.fader, true), 0);
+    }
+}
+
+TEST(CrossFader, FadesStepByStepAndEndsAtTheEnds) {
+    CrossFader fader;
+    EXPECT_FALSE(fader.Tick());
+    fader.FadeTowards(2);
+    for (int tick = 1; tick < 100; ++tick) {
+        EXPECT_FALSE(fader.Tick());
+        EXPECT_EQ(fader.Position(), tick);
+    }
+    EXPECT_TRUE(fader.Tick());
+    EXPECT_EQ(fader.Position(), 100);
+    EXPECT_EQ(fader.Step(), 0);
+
+    fader.SetPosition(-100);
+    fader.FadeTowards(1);
+    EXPECT_TRUE(fader.Tick()) << "already there: the first tick ends it";
+    EXPECT_EQ(fader.Position(), -100);
+}
+
+TEST(HandOver, BeginsWhenTheSwitchOverTimeIsLeft) {
+    EXPECT_EQ(HandOverDecision(PlayingOn(1, 190, 200)), kNothing);
+    EXPECT_EQ(HandOverDecision(PlayingOn(1, 191, 200)), (StartAction{StartKind::Fade, 2}));
+    EXPECT_EQ(HandOverDecision(PlayingOn(2, 191, 200)), (StartAction{StartKind::Fade, 1}));
+    EXPECT_EQ(HandOverDecision(PlayingOn(1, 0, 5)), (StartAction{StartKind::Fade, 2})) << "shorter than the time";
+}
+
+TEST(HandOver, IsGatedByModeSwitchesAndRunningFades) {
+    const MixState due = PlayingOn(1, 195, 200);
+    const auto with = [&due](auto change) {
+        MixState state = due;
+        change(state);
+        return HandOverDecision(state);
+    };
+    EXPECT_NE(HandOverDecision(due), kNothing);
+    EXPECT_EQ(with([](MixState& s) { s.continuous = false; }), kNothing);
+    EXPECT_EQ(with([](MixState& s) { s.automatic = false; }), kNothing);
+    EXPECT_EQ(with([](MixState& s) { s.mode = FadeMode::NoFading; }), kNothing);
+    EXPECT_EQ(with([](MixState& s) { s.handOverRunning = true; }), kNothing);
+    EXPECT_EQ(with([](MixState& s) { s.fadeStep = -1; }), kNothing);
+    EXPECT_EQ(with([](MixState& s) { s.decks[1].hasNext = false; }), kNothing) << "the own list goes on at the end";
+    EXPECT_EQ(with([](MixState& s) { s.decks[0] = {false, true, 195, 200, true}; }), kNothing) << "paused";
+    EXPECT_EQ(with([](MixState& s) { s.decks[1] = {true, false, 3, 90, false}; }), (StartAction{StartKind::Fade, 2}));
+}
+
+TEST(HandOver, TheFaderDecidesWhoIsOnAirWhenBothPlay) {
+    MixState state = PlayingOn(1, 10, 200);
+    state.decks[1] = {true, false, 10, 200, true};
+    state.fader = 0;
+    EXPECT_EQ(OnAir(state), 1);
+    state.fader = 1;
+    EXPECT_EQ(OnAir(state), 2);
+    state.decks[1] = {false, true, 10, 200, true};
+    EXPECT_EQ(OnAir(state), 1) << "the playing one goes before a paused one";
+    state.decks[0] = {};
+    EXPECT_EQ(OnAir(state), 2);
+}
+
+TEST(HandOver, TheEndOfTheTitleOnAirAdvances) {
+    MixState state = PlayingOn(1, 200, 200);
+    state.decks[0].playing = false;
+    EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::Jump, 2}));
+    state.decks[1].hasNext = false;
+    EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::Continue, 1}));
+    state.decks[0].hasNext = false;
+    EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::AllEnded, 0}));
+    state.continuous = false;
+    EXPECT_EQ(EndDecision(state, 1), kNothing);
+}
+
+TEST(HandOver, OnlyTheTitleOnAirAdvances) {
+    MixState state = PlayingOn(2, 20, 200);
+    state.fader = 100;
+    EXPECT_EQ(EndDecision(state, 1), kNothing) << "the silent side just stops";
+    state.fader = -100;
+    EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::Jump, 2})) << "the playing other one is brought up";
+}
+
+TEST(HandOver, AFadeOutlivesTheOldTitleAndNeverEndsInSilence) {
+    MixState state = PlayingOn(2, 2, 200);
+    state.fadeStep = 1;
+    EXPECT_EQ(EndDecision(state, 1), kNothing) << "the old title ended first";
+
+    MixState shortTitle = PlayingOn(1, 195, 200);
+    shortTitle.fadeStep = 1;
+    EXPECT_EQ(EndDecision(shortTitle, 2), (StartAction{StartKind::Continue, 2}));
+    shortTitle.decks[1].hasNext = false;
+    EXPECT_EQ(EndDecision(shortTitle, 2), (StartAction{StartKind::FadeBack, 1}));
+    shortTitle.decks[0].playing = false;
+    EXPECT_EQ(EndDecision(shortTitle, 2), (StartAction{StartKind::Jump, 1}));
+}
+
+TEST(HandOver, SilenceEndsUnlessItIsWanted) {
+    MixState state = PlayingOn(1, 0, 0);
+    state.decks[0].playing = false;
+    EXPECT_EQ(SilenceDecision(state), (StartAction{StartKind::Jump, 2}));
+    state.decks[1].hasNext = false;
+    EXPECT_EQ(SilenceDecision(state), (StartAction{StartKind::Jump, 1}));
+    state.heldByUser = true;
+    EXPECT_EQ(SilenceDecision(state), kNothing);
+    state.heldByUser = false;
+    state.decks[0].paused = true;
+    EXPECT_EQ(SilenceDecision(state), kNothing);
+}
+
+} // namespace
+} // namespace kalvo

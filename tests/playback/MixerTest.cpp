@@ -1,0 +1,269 @@
+#include "playback/Mixer.h"
+
+#include "FakeAudio.h"
+#include "playback/FaderLaw.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace kalvo {
+namespace {
+
+using audio::Activity;
+
+/** Always the same "chance": the order of lists does not matter here. */
+class FixedRandom final : public RandomSource {
+public:
+    double Uniform() override { return 0.5; }
+};
+
+/** Two lists of files whose lengths are told by their names, and the mixer with its timers driven by hand. */
+struct MixerTest : ::testing::Test {
+    MixerTest() {
+        auto library = std::make_unique<test::FakeAudio>();
+        fake = library.get();
+        layer = std::make_unique<AudioLayer>(std::move(library));
+        layer->InitAudio(1, 1024);
+        mixer = std::make_unique<Mixer>(*layer, list1, list2);
+        QObject::connect(mixer.get(), &Mixer::Message, [this](const QString& text) { messages.append(text); });
+        QObject::connect(mixer.get(), &Mixer::TitleStarted, [this](int player, int row) {
+            started.append(QStringLiteral("%1:%2").arg(player).arg((player == 1 ? list1 : list2).At(row).title));
+        });
+        QObject::connect(mixer.get(), &Mixer::Finished, [this] { finished = true; });
+    }
+
+    /** Names like "a-12" (12 s), "broken-5", "missing-5". */
+    void Fill(Playlist& list, const QStringList& names) {
+        QList<PlaylistEntry> entries;
+        for (const QString& name : names) {
+            PlaylistEntry entry;
+            entry.title = name;
+            entry.path = name.startsWith(QStringLiteral("missing")) ? folder.Path(name) : folder.Write(name, "x");
+            entries.append(entry);
+        }
+        list.Append(entries);
+    }
+
+    void Run(double seconds) {
+        for (int tick = 0; tick < static_cast<int>(seconds * 200 + 0.5); ++tick) {
+            Tick();
+        }
+    }
+
+    void Tick() {
+        milliseconds += 5;
+        fake->Advance(0.005);
+        if (milliseconds % 50 == 0) {
+            mixer->Dispatch();
+        }
+        if (milliseconds % 100 == 0) {
+            mixer->CheckHandOver();
+        }
+        if (milliseconds >= nextFade) {
+            mixer->StepFade();
+            nextFade = milliseconds + mixer->Options().fadeInterval;
+        }
+    }
+
+    bool Plays(int player) const { return layer->Activity(player) == Activity::Playing; }
+    int Volume(int player) { return fake->At(layer->Record(player).stream).attributes.volume; }
+
+    test::TestFolder folder;
+    FixedRandom random;
+    Playlist list1{1, random};
+    Playlist list2{2, random};
+    test::FakeAudio* fake = nullptr;
+    std::unique_ptr<AudioLayer> layer;
+    std::unique_ptr<Mixer> mixer;
+    QStringList messages;
+    QStringList started;
+    bool finished = false;
+    int milliseconds = 0;
+    int nextFade = 0;
+};
+
+TEST_F(MixerTest, HandsOverAtTheSecondOfTheRuleInEverySpeed) {
+    for (const FadeSpeed& speed : kFadeSpeeds) {
+        SCOPED_TRACE(speed.interval);
+        list1.Clear();
+        list2.Clear();
+        Fill(list1, {QStringLiteral("a-200")});
+        Fill(list2, {QStringLiteral("b-200")});
+        MixerOptions options;
+        options.fadeInterval = speed.interval;
+        mixer->SetOptions(options);
+        mixer->SetFader(-100);
+        mixer->Play(1, -1);
+        Run(190.3);
+        EXPECT_FALSE(Plays(2));
+        Run(0.3);
+        EXPECT_TRUE(Plays(2)) << "190.5 s round to 191";
+        Run(0.2 * speed.interval);
+        EXPECT_NEAR(mixer->Fader(), 100, 6);
+        EXPECT_EQ(Volume(2), 100);
+        Run(1);
+        EXPECT_EQ(mixer->Fader(), 100);
+        EXPECT_FALSE(Plays(1)) << "the silent side stops";
+        EXPECT_EQ(mixer->OnAirPlayer(), 2);
+        mixer->Stop(2);
+    }
+}
+
+TEST_F(MixerTest, PlaysBothListsToTheirEndAndSaysSo) {
+    Fill(list1, {QStringLiteral("a-1"), QStringLiteral("b-30"), QStringLiteral("broken-5"), QStringLiteral("c-20")});
+    Fill(list2, {QStringLiteral("missing-5"), QStringLiteral("d-9")});
+    mixer->Play(1, -1);
+    Run(120);
+    EXPECT_EQ(started, QStringList({QStringLiteral("1:a-1"), QStringLiteral("2:d-9"), QStringLiteral("1:b-30"),
+                                    QStringLiteral("1:c-20")}));
+    EXPECT_TRUE(finished);
+    EXPECT_EQ(mixer->OnAirPlayer(), 0);
+    EXPECT_TRUE(messages.contains(QStringLiteral("Beide Wiedergabelisten sind am Ende.")));
+}
+
+TEST_F(MixerTest, WithoutFadingTheOtherPlayerStartsAtTheEnd) {
+    Fill(list1, {QStringLiteral("a-20")});
+    Fill(list2, {QStringLiteral("b-20")});
+    MixerOptions options;
+    options.mode = FadeMode::NoFading;
+    mixer->SetOptions(options);
+    mixer->Play(1, -1);
+    Run(19.9);
+    EXPECT_FALSE(Plays(2));
+    Run(0.2);
+    EXPECT_TRUE(Plays(2));
+    EXPECT_EQ(mixer->Fader(), 100);
+    EXPECT_EQ(Volume(2), 100);
+}
+
+TEST_F(MixerTest, NothingStartsByItselfWithoutContinuousPlayOrAfterStopAndPause) {
+    Fill(list1, {QStringLiteral("a-20"), QStringLiteral("b-20")});
+    Fill(list2, {QStringLiteral("c-20")});
+    MixerOptions options;
+    options.continuous = false;
+    mixer->SetOptions(options);
+    mixer->Play(1, -1);
+    Run(30);
+    EXPECT_EQ(started.size(), 1);
+    options.continuous = true;
+    mixer->SetOptions(options);
+    Run(2);
+    EXPECT_EQ(started.size(), 1) << "switching it on starts nothing";
+    mixer->Play(1, 0);
+    mixer->Stop(1);
+    Run(5);
+    EXPECT_EQ(mixer->OnAirPlayer(), 0);
+    mixer->Play(1, -1);
+    EXPECT_EQ(started.last(), QStringLiteral("1:a-20")) << "stop, then play: the same title from its start";
+    Run(3);
+    mixer->Pause(1);
+    Run(60);
+    EXPECT_EQ(mixer->StatusText(1), QStringLiteral("pause"));
+    mixer->Play(1, -1);
+    EXPECT_NEAR(layer->PositionSeconds(1), 3, 0.01) << "resumed, not restarted";
+}
+
+TEST_F(MixerTest, AFadeByHandStartsAStoppedPlayerAndMuteFollowsTheFader) {
+    Fill(list1, {QStringLiteral("a-100")});
+    Fill(list2, {QStringLiteral("b-100")});
+    mixer->Play(1, -1);
+    mixer->FadeTo(2, -1);
+    EXPECT_TRUE(Plays(2));
+    Run(0.9);
+    EXPECT_EQ(mixer->Fader(), 30);
+    EXPECT_EQ(Volume(1), 70);
+    mixer->ToggleMute(1);
+    EXPECT_EQ(Volume(1), 0);
+    EXPECT_EQ(mixer->StatusText(1), QStringLiteral("mute"));
+    mixer->ToggleMute(1);
+    EXPECT_EQ(Volume(1), 70);
+    mixer->HoldFader(true);
+    Run(2);
+    EXPECT_EQ(mixer->Fader(), 30) << "a fade waits while the fader is held";
+    mixer->HoldFader(false);
+    Run(3);
+    EXPECT_FALSE(Plays(1));
+    EXPECT_TRUE(Plays(2));
+}
+
+TEST_F(MixerTest, StartsAtACuePointAndKeepsThePitch) {
+    Fill(list1, {QStringLiteral("a-100"), QStringLiteral("b-100"), QStringLiteral("c-100")});
+    list1.SetInfo(0, QStringLiteral("8.4"));
+    list1.SetInfo(1, QStringLiteral("8.44"));
+    mixer->SetPitch(1, 15);
+    mixer->Play(1, 0);
+    EXPECT_NEAR(layer->PositionSeconds(1), 8.4, 0.001);
+    EXPECT_EQ(fake->At(layer->Record(1).stream).attributes.frequency, 1015);
+    mixer->Next(1);
+    EXPECT_EQ(started.last(), QStringLiteral("1:b-100"));
+    EXPECT_EQ(layer->PositionSeconds(1), 0) << "a comment is no cue point";
+    EXPECT_EQ(layer->Record(1).pitchFreq, 1015);
+    mixer->SetPitch(1, 0);
+    EXPECT_EQ(fake->At(layer->Record(1).stream).attributes.frequency, 1000);
+}
+
+TEST_F(MixerTest, AnEmptyListSaysSoAndAMissingFileIsReported) {
+    QStringList missing;
+    QObject::connect(mixer.get(), &Mixer::FileMissing, [&missing](const QString& path) { missing.append(path); });
+    mixer->Play(1, -1);
+    EXPECT_EQ(messages, QStringList{QStringLiteral("Wiedergabeliste 1 ist leer.")});
+    Fill(list1, {QStringLiteral("missing-3")});
+    mixer->Play(1, 0);
+    EXPECT_EQ(missing, QStringList{folder.Path(QStringLiteral("missing-3"))});
+    EXPECT_EQ(mixer->StatusText(1), QStringLiteral("stop"));
+    EXPECT_THROW(layer->SetPlayerVolume(3, 50), std::out_of_range);
+}
+
+/** Whatever the user does, a desk that is to play and has titles left never stays silent for longer than a tick. */
+TEST_F(MixerTest, RandomActsNeverLeaveUnwantedSilence) {
+    std::mt19937 chance(7); // NOLINT: the same acts in every run
+    const auto upTo = [&chance](int most) { return static_cast<int>(chance() % static_cast<unsigned>(most + 1)); };
+    for (int run = 0; run < 60; ++run) {
+        list1.Clear();
+        list2.Clear();
+        mixer->Stop(1);
+        mixer->Stop(2);
+        QStringList names;
+        for (int title = 0; title < 60; ++title) {
+            const char* kind = upTo(9) == 0 ? "broken" : upTo(9) == 0 ? "missing" : "t";
+            names.append(QStringLiteral("%1%2-%3").arg(QLatin1String(kind)).arg(title).arg(1 + upTo(25)));
+        }
+        Fill(list1, names.mid(0, 30));
+        Fill(list2, names.mid(30));
+        mixer->Play(1 + upTo(1), -1);
+        int silent = 0;
+        for (int step = 0; step < 1500; ++step) {
+            Run(0.05);
+            switch (upTo(150)) {
+            case 0:
+                mixer->FadeTo(1 + upTo(1), -1);
+                break;
+            case 1:
+                mixer->SetFader(upTo(200) - 100);
+                break;
+            case 2:
+                mixer->Next(1 + upTo(1));
+                break;
+            case 3:
+                mixer->Play(1 + upTo(1), upTo(29));
+                break;
+            case 4:
+                mixer->SeekSeconds(1 + upTo(1), upTo(30));
+                break;
+            case 5:
+                list2.Remove({upTo(29)});
+                break;
+            default:
+                break;
+            }
+            const MixState state = mixer->State();
+            silent = OnAir(state) == 0 && !state.heldByUser ? silent + 1 : 0;
+            ASSERT_LE(silent, 4) << "run " << run << " step " << step;
+            ASSERT_TRUE(OnAir(state) != 0 || state.heldByUser || silent > 0);
+        }
+    }
+}
+
+} // namespace
+} // namespace kalvo

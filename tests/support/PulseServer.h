@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace kalvo::test {
+
+/**
+ * A sound server of its own with null sinks that keep real time, for tests of real devices without hardware.
+ *
+ * While one lives, this process and its children find it and no other: the environment variables for it are set, and
+ * are put back at the end. One at a time. Works as root.
+ */
+class PulseServer {
+public:
+    /** False where the sound server is not installed. */
+    static bool IsInstalled();
+
+    /** The sinks run at 44,100 Hz in stereo; the first is the default output. Fails the test when it does not start. */
+    explicit PulseServer(QStringList sinks = {QStringLiteral("haupt"), QStringLiteral("kopfhoerer")});
+    ~PulseServer();
+    PulseServer(const PulseServer&) = delete;
+    PulseServer& operator=(const PulseServer&) = delete;
+
+    bool IsRunning() const;
+    /** What SDL calls a sink. */
+    static QString DeviceName(const QString& sink);
+
+    /** Plugs a sound card in. */
+    bool AddSink(const QString& name);
+    /** Pulls it out: its streams end or move, as the server decides. */
+    bool RemoveSink(const QString& name);
+
+    /** The server dies without a farewell. */
+    void Kill();
+    /** Starts it again with the sinks given at first. */
+    bool Start();
+
+    /** Output of pactl with these arguments; empty on failure. */
+    QByteArray Control(const QStringList& arguments) const;
+
+private:
+    void SetEnvironment(const char* name, const QByteArray& value);
+
+    struct Variable {
+        QByteArray name;
+        QByteArray value;
+        bool wasSet;
+    };
+
+    QTemporaryDir folder_;
+    QStringList sinks_;
+    std::vector<Variable> before_;
+    std::unique_ptr<QProcess> daemon_;
+};
+
+/** Records what a sink plays, from the construction on: interleaved stereo floats at 44,100 Hz. */
+class PulseRecording {
+public:
+    static constexpr int kSampleRate = 44100;
+
+    explicit PulseRecording(const QString& sink);
+    ~PulseRecording();
+    PulseRecording(const PulseRecording&) = delete;
+    PulseRecording& operator=(const PulseRecording&) = delete;
+
+    /** Waits until so many seconds are recorded; false when they do not come within twenty seconds more. */
+    bool WaitFor(double seconds);
+    /** Everything recorded so far. */
+    std::vector<float> Stereo() const;
+    /** The same as one channel, the mean of both. */
+    std::vector<float> Mono() const;
+
+private:
+    std::size_t RecordedFrames() const;
+
+    QTemporaryDir folder_;
+    QString file_;
+    QProcess recorder_;
+};
+
+} // namespace kalvo::test
