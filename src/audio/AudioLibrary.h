@@ -22,7 +22,7 @@ enum class ErrorCode : std::uint8_t {
     None,
     NotInitialised, ///< the output has not been initialised
     Device,         ///< no such device, or it cannot be opened
-    Handle,         ///< no such stream, effect or sync
+    InvalidHandle,  ///< no such stream, effect or sync
     File,           ///< the file does not exist or cannot be read
     Format,         ///< the file holds no sound that can be decoded
     Timeout,        ///< the file did not open in time (a hanging network share)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/AudioLibrary.h"
+#include "audio/ByteSource.h"
 #include "audio/Decoder.h"
 
 #include <chrono>
@@ -23,6 +24,9 @@ public:
      */
     static std::unique_ptr<StreamSource> Open(const std::string& path, std::chrono::milliseconds timeout,
                                               ErrorCode& error);
+    /** The same for bytes from elsewhere. */
+    static std::unique_ptr<StreamSource> Open(std::unique_ptr<ByteSource> bytes, std::chrono::milliseconds timeout,
+                                              ErrorCode& error);
     /** Joins its threads unless the file system hangs; then they end by themselves. */
     ~StreamSource();
 
@@ -43,7 +47,7 @@ public:
 private:
     StreamSource();
     struct Shared;
-    std::shared_ptr<Shared> shared_;
+    std::unique_ptr<Shared> shared_;
 };
 
 } // namespace kalvo::audio

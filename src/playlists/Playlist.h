@@ -10,14 +10,15 @@ namespace kalvo {
 
 /**
  * One playlist: its entries in play order, at most one of them current (red). UI thread.
- * Rows count from 0 here and from 1 on the screen. As a table model it has one column per place of an entry; the views
- * take icon and current mark from the roles. Drag and drop belongs to the views.
+ * Rows count from 0 here and from 1 on the screen. As a table model it has one column per place of an entry, and two
+ * for its mark and its number; the views take icon and current mark from the roles. Drag and drop belongs to the views.
  */
 class Playlist : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum Column { Title, Artist, Duration, ShuffleKey, Info, ColumnCount };
+    /** The places of an entry in their given order, then what a view shows in front of them. */
+    enum Column { Title, Artist, Duration, ShuffleKey, Info, Mark, RowNumber, ColumnCount };
     enum Role { IconRole = Qt::UserRole + 1, CurrentRole, PathRole };
 
     /** number: 1 or 2. The random source outlives the list. */
@@ -30,6 +31,8 @@ public:
     const QList<PlaylistEntry>& Entries() const { return entries_; }
     /** Row of the red entry, -1 when there is none. */
     int CurrentRow() const { return current_; }
+    /** Whether the red entry was passed over instead of being played. */
+    bool IsPassedOver() const { return passedOver_; }
     bool IsSorting() const { return sorting_; }
 
     /** Row of the first entry with this path, compared exactly; -1 when there is none. */
@@ -72,10 +75,22 @@ Q_SIGNALS:
     void CurrentChanged(int row);
 
 private:
+    /** Puts entries into entries_ before `row`, with keys where they have none; tells nobody. */
+    void PlaceEntries(int row, const QList<PlaylistEntry>& entries);
+    void SortByKeys();
+    /** order: for each new place the old row. Views keep their selection. */
+    void Reorder(const QList<int>& order);
+    void SetIcon(int row, EntryIcon icon);
+    void MakeRed(int row, bool passedOver);
+    void ForgetCurrent();
+    void RowChanged(int row);
+    QString Field(int row, int column) const;
+
     int number_;
     RandomSource& random_;
     QList<PlaylistEntry> entries_;
     int current_ = -1;
+    bool passedOver_ = false;
     bool sorting_ = false;
 };
 

@@ -24,3 +24,5 @@ struct PlaylistEntry {
 };
 
 } // namespace kalvo
+
+Q_DECLARE_TYPEINFO(kalvo::PlaylistEntry, Q_RELOCATABLE_TYPE);

@@ -47,8 +47,8 @@ FaderSlider::Measures FaderSlider::Measure() const {
     const int side = units.Of(2);
     const int handle = units.Of(2.3);
     const int high = units.Of(2.6);
-    // The readings stand at the foot, the groove in the middle of what is left.
-    const int middle = qMax(high / 2 + 3, (height() - units.Of(1.1)) / 2);
+    // Handle and readings together stand in the middle.
+    const int middle = qMax(3, (height() - high - units.Of(1.3)) / 2) + high / 2;
     return {side, width() - side, side + handle / 2, width() - side - handle / 2, middle, units.Of(0.8), handle, high};
 }
 
@@ -91,7 +91,7 @@ void FaderSlider::PaintTexts(QPainter& painter, const Measures& m) const {
     const FaderPercent percent = PercentOf(value());
     painter.setFont(units.Font());
     painter.setPen(skin.dim);
-    const int baseline = height() - painter.fontMetrics().descent() / 2;
+    const int baseline = m.middle + m.handleHeight / 2 + units.Of(1.1);
     const QString right = QStringLiteral("%1 %").arg(percent.player2);
     painter.drawText(inset, baseline, QStringLiteral("%1 %").arg(percent.player1));
     painter.drawText(width() - inset - painter.fontMetrics().horizontalAdvance(right), baseline, right);

@@ -51,9 +51,9 @@ int IconButton::IconSize() const {
 QSize IconButton::sizeHint() const {
     const FontUnits& units = SkinStyle::Units();
     const int height = size_ == Size::Big ? units.BigButton() : units.Button();
-    int width = IconSize() + units.Gap(2);
+    int width = IconSize() + units.Gap(1);
     if (!text().isEmpty())
-        width += fontMetrics().horizontalAdvance(text()) + units.Of(0.5) + units.Gap(1);
+        width += fontMetrics().horizontalAdvance(text()) + units.Of(0.5) + units.Gap(2);
     width = qMax(width, size_ == Size::Big ? 44 : height);
     return {width + 2 * focusRingMargin, height + 2 * focusRingMargin};
 }

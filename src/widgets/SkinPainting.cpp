@@ -201,6 +201,10 @@ QSize SkinPainting::sizeFromContents(ContentsType type, const QStyleOption* opti
         return {size.width() + units.Of(0.9) + units.F() + units.Gap(2), units.Button()};
     case CT_ToolButton:
         return {qMax(size.width() + units.Gap(2), units.Button()), qMax(size.height() + units.Gap(1), units.Button())};
+    case CT_ItemViewItem: {
+        const QSize plain = QProxyStyle::sizeFromContents(type, option, size, widget);
+        return {plain.width(), qMax(plain.height(), units.TableRow())};
+    }
     default:
         return QProxyStyle::sizeFromContents(type, option, size, widget);
     }
@@ -225,6 +229,9 @@ int SkinPainting::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     case PM_SliderThickness:
     case PM_SliderControlThickness:
         return units.Of(1.7);
+    case PM_FocusFrameHMargin:
+        // Beside the text of an item view's cell, which adds one pixel.
+        return units.Of(0.45) - 1;
     case PM_SplitterWidth:
         return units.Gap(2);
     case PM_LayoutHorizontalSpacing:

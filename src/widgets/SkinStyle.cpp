@@ -21,10 +21,11 @@ struct Look {
 /** The look belongs to the application as its palette and font do, and ends with it. */
 class LookHolder : public QObject {
 public:
-    LookHolder(QApplication& application, Look look) : QObject(&application), look_(std::move(look)) {
+    LookHolder(QApplication& application, Look current) : QObject(&application), look(std::move(current)) {
         setObjectName(QStringLiteral("kalvoLook"));
     }
-    Look look_;
+
+    Look look;
 };
 
 constexpr const char* lookProperty = "kalvoLook";
@@ -35,7 +36,7 @@ LookHolder* Holder() {
 
 const Look& Current() {
     if (const LookHolder* holder = Holder())
-        return holder->look_;
+        return holder->look;
     static const Look unapplied;
     return unapplied;
 }
@@ -71,7 +72,7 @@ QMenuBar::item { padding: @0.2px @0.7px; background: transparent; }
 QMenuBar::item:selected { background: $highlight; color: $highlightText; }
 QStatusBar::item { border: 0; }
 QToolTip { background: $panel; color: $text; border: 1px solid $edge; padding: @0.2px; }
-QLineEdit { background: $base; color: $text; border: 1px solid $edge; border-radius: @0.23px; padding: 0 @0.55px;
+QLineEdit { background: $base; border: 1px solid $edge; border-radius: @0.23px; padding: 0 @0.55px;
   min-height: @1.9px; selection-background-color: $highlight; selection-color: $highlightText; }
 QLineEdit:focus { border: 2px solid $highlight; padding: 0 @0.45px; }
 QLineEdit:disabled { color: $dim; background: transparent; border-color: $line; }
@@ -81,6 +82,10 @@ QHeaderView { background: $panel; border: 0; }
 QHeaderView::section { background: $panel; color: $text; border: 0; border-right: 1px solid $line;
   border-bottom: 1px solid $line; padding: 0 @0.45px; min-height: @1.8px; }
 QTableCornerButton::section { background: $panel; border: 0; border-bottom: 1px solid $line; }
+QTabWidget::pane { border: 1px solid $line; background: $panel; }
+QTabBar::tab { background: $window; color: $dim; border: 1px solid $line; padding: @0.35px @0.9px; }
+QTabBar::tab:selected { background: $panel; color: $text; border-bottom-color: $panel; }
+QTabBar::tab:focus { color: $text; border: 1px solid $text; }
 QScrollBar:vertical { background: $panel; border: 0; border-left: 1px solid $line; width: @0.85px; margin: 0; }
 QScrollBar:horizontal { background: $panel; border: 0; border-top: 1px solid $line; height: @0.85px; margin: 0; }
 QScrollBar::handle { background: $edge; border-radius: @0.2px; margin: @0.2px; }
@@ -135,7 +140,7 @@ void SkinStyle::Apply(QApplication& application, const QString& skin, const QStr
     const Look look{Skins::Named(skin),
                     FontUnits(schriftgrad, buttongroesse, screen ? screen->logicalDotsPerInch() : 96)};
     if (LookHolder* holder = Holder()) {
-        holder->look_ = look;
+        holder->look = look;
     } else {
         application.setProperty(lookProperty, QVariant::fromValue<QObject*>(new LookHolder(application, look)));
         QApplication::setStyle(new SkinPainting);

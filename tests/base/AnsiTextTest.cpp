@@ -15,7 +15,7 @@ TEST(AnsiText, ReadsBothForms) {
     EXPECT_EQ(AnsiText::Decode("M\xE4nner"), QStringLiteral("Männer"));
     EXPECT_EQ(AnsiText::Decode("M\xC3\xA4nner"), QStringLiteral("Männer"));
     EXPECT_EQ(AnsiText::Decode("\xC3"), QStringLiteral("Ã"));
-    EXPECT_EQ(AnsiText::Decode("\x80\x81\x9D"), QString(u"€\u0081\u009D"));
+    EXPECT_EQ(AnsiText::Decode("\x80\x81\x9D"), QString::fromUtf16(u"€\u0081\u009D"));
     EXPECT_EQ(AnsiText::Decode({}), QString());
 }
 
@@ -38,9 +38,9 @@ TEST(AnsiText, CutsBetweenCharacters) {
     } cases[] = {{u"Männer", 3, u"Män"}, {u"Čert", 1, u""}, {u"Čert", 3, u"Če"}, {u"ab", 5, u"ab"},
                  {u"ab", 0, u""},        {u"a😀b", 4, u"a"}, {u"a😀b", 5, u"a😀"}};
     for (const auto& [text, width, kept] : cases) {
-        const QByteArray bytes = AnsiText::EncodeCut(QString(text), width);
+        const QByteArray bytes = AnsiText::EncodeCut(QString::fromUtf16(text), width);
         EXPECT_LE(bytes.size(), width);
-        EXPECT_EQ(AnsiText::Decode(bytes), QString(kept));
+        EXPECT_EQ(AnsiText::Decode(bytes), QString::fromUtf16(kept));
     }
 }
 

@@ -7,7 +7,7 @@ namespace kalvo {
 namespace {
 
 std::optional<QString> ValueIn(const QByteArray& bytes, const char16_t* section, const char16_t* key) {
-    return IniText(bytes).Value(QString(section), QString(key));
+    return IniText(bytes).Value(QString::fromUtf16(section), QString::fromUtf16(key));
 }
 
 } // namespace
@@ -35,8 +35,8 @@ TEST(IniText, ValuesComeBackAsTheyWere) {
     for (const char16_t* value :
          {u"", u"  x ", u"\"x\"", u"'x'", u"\"", u"'", u"a=b;c", u"\"\"x\"\"", u"Čert „ü“", u"[x]"}) {
         IniText text;
-        text.SetValue(QStringLiteral("Metadata"), QStringLiteral("Stop"), QString(value));
-        EXPECT_EQ(ValueIn(text.Bytes(), u"Metadata", u"Stop"), QString(value)) << text.Bytes().constData();
+        text.SetValue(QStringLiteral("Metadata"), QStringLiteral("Stop"), QString::fromUtf16(value));
+        EXPECT_EQ(ValueIn(text.Bytes(), u"Metadata", u"Stop"), QString::fromUtf16(value)) << text.Bytes().constData();
     }
     EXPECT_EQ(ValueIn("[S]\na='x y '\nb=\"x'\n", u"S", u"a"), QStringLiteral("x y "));
     EXPECT_EQ(ValueIn("[S]\na='x y '\nb=\"x'\n", u"S", u"b"), QStringLiteral("\"x'"));

@@ -17,6 +17,15 @@ namespace kalvo {
 namespace {
 
 constexpr int deckFrame = 3;
+/** Between the buttons of a deck without room; the smallest that keeps neighbours apart. */
+constexpr int tightGap = 4;
+
+/** Of a narrow deck whose five buttons have their least width. */
+int TransportWidth(int side, int gap) {
+    const FontUnits& units = SkinStyle::Units();
+    const int button = qMax(44, units.BigIcon() + units.G());
+    return 5 * button + 4 * gap + 2 * (side + deckFrame);
+}
 
 IconButton* BigButton(const char* icon, QWidget* parent) {
     return new IconButton(QString::fromLatin1(icon), IconButton::Size::Big, parent);
@@ -158,6 +167,7 @@ void DeckPanel::ShowTitle() {
     parts_->title->SetText(view_.title);
     parts_->artist->SetText(view_.artist);
     parts_->bitrate->SetText(view_.bitrate);
+    parts_->bitrate->setVisible(mode_ != LayoutMode::Narrow && !view_.bitrate.isEmpty());
     parts_->time->SetText(view_.time);
     parts_->remaining->SetText(view_.remaining);
     parts_->remaining->SetTone(view_.warning ? Tone::Warning : IsDim(view_.signal) ? Tone::Dim : Tone::Text);
@@ -188,13 +198,14 @@ void DeckPanel::SetLayoutMode(LayoutMode mode) {
 }
 
 int DeckPanel::TightWidth() const {
-    const FontUnits& units = SkinStyle::Units();
-    const int button = qMax(44, units.BigIcon() + units.Gap(1));
-    return 5 * button + 4 * 4 + 2 * (units.G() + deckFrame);
+    return TransportWidth(SkinStyle::Units().G(), tightGap);
 }
 
 bool DeckPanel::IsTight(int width) const {
-    return mode_ == LayoutMode::Narrow && width < qMax(TightWidth(), SkinStyle::Units().Of(17));
+    const FontUnits& units = SkinStyle::Units();
+    // Below 17 F the times do not stand side by side at their full size either.
+    const int comfortable = qMax(TransportWidth(units.Gap(3), units.Gap(1.5)), units.Of(17));
+    return mode_ == LayoutMode::Narrow && width < comfortable;
 }
 
 QSize DeckPanel::minimumSizeHint() const {
@@ -219,8 +230,9 @@ void DeckPanel::Arrange() {
     const FontUnits& units = SkinStyle::Units();
     const bool narrow = mode_ == LayoutMode::Narrow;
     delete layout();
-    for (QWidget* part : std::initializer_list<QWidget*>{parts_->bitrate, parts_->toStart, parts_->pitchCaption,
-                                                         parts_->pitch, parts_->pitchText})
+    parts_->bitrate->setVisible(!narrow && !view_.bitrate.isEmpty());
+    for (QWidget* part :
+         std::initializer_list<QWidget*>{parts_->toStart, parts_->pitchCaption, parts_->pitch, parts_->pitchText})
         part->setVisible(!narrow);
     parts_->cover->setVisible(!narrow && !view_.cover.isNull());
 
@@ -294,8 +306,8 @@ QLayout* DeckPanel::NarrowTitles() const {
     grid->setVerticalSpacing(units.Gap(0.5));
     grid->addWidget(parts_->title, 0, 0, 1, 2);
     grid->addWidget(parts_->artist, 1, 0, 1, tight_ ? 2 : 1);
-    grid->addWidget(parts_->time, 2, 0);
-    grid->addWidget(parts_->remaining, tight_ ? 2 : 1, 1, tight_ ? 1 : 2, 1, Qt::AlignBottom);
+    grid->addWidget(parts_->time, 2, 0, Qt::AlignLeft);
+    grid->addWidget(parts_->remaining, tight_ ? 2 : 1, 1, tight_ ? 1 : 2, 1, Qt::AlignRight | Qt::AlignBottom);
     grid->setColumnStretch(0, 1);
     return grid;
 }
@@ -304,7 +316,7 @@ QLayout* DeckPanel::Transport() const {
     const FontUnits& units = SkinStyle::Units();
     const bool narrow = mode_ == LayoutMode::Narrow;
     auto* row = new QHBoxLayout;
-    row->setSpacing(tight_ ? 4 : units.Gap(1.5));
+    row->setSpacing(tight_ ? tightGap : units.Gap(1.5));
     if (!narrow)
         row->addWidget(parts_->toStart, 10);
     row->addWidget(parts_->play, 17);

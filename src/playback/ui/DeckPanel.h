@@ -30,6 +30,8 @@ public:
     void SetView(const DeckView& view);
     void SetLayoutMode(LayoutMode mode);
 
+    QSize minimumSizeHint() const override;
+
 Q_SIGNALS:
     void PlayClicked();
     void PauseClicked();
@@ -43,9 +45,6 @@ Q_SIGNALS:
     void PositionDragEnded(double fraction);
     /** -120 to 120, by the user. */
     void PitchChanged(int permille);
-
-public:
-    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

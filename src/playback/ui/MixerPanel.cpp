@@ -51,7 +51,8 @@ QHBoxLayout* Pair(QWidget* left, QWidget* right) {
 
 struct MixerPanel::Parts {
     explicit Parts(MixerPanel* mixer)
-        : clock(new TimeLabel(QStringLiteral("00:00:00"), mixer)),
+        : head(new QWidget(mixer)),
+          clock(new TimeLabel(QStringLiteral("00:00:00"), mixer)),
           volumeSign(new QLabel(mixer)),
           volume(new VolumeSlider(mixer)),
           volumeText(new TimeLabel(QStringLiteral("100"), mixer)),
@@ -64,6 +65,7 @@ struct MixerPanel::Parts {
           continuous(new CheckButton(QStringLiteral("Kontinuierlich"), mixer)),
           automatic(new CheckButton(QStringLiteral("Automatik"), mixer)) {}
 
+    QWidget* head;
     TimeLabel* clock;
     QLabel* volumeSign;
     VolumeSlider* volume;
@@ -197,7 +199,7 @@ void MixerPanel::ApplySizes() {
     parts_->volume->setMaximumWidth(mode_ == LayoutMode::Narrow ? QWIDGETSIZE_MAX : units.Of(11));
     parts_->volumeSign->setPixmap(
         Icons::Pixmap(QStringLiteral("unmute"), SkinStyle::Colours().dim, units.Icon(), devicePixelRatioF()));
-    parts_->fader->setMaximumHeight(units.Of(mode_ == LayoutMode::Wide ? 7 : 6.4));
+    parts_->head->setFixedHeight(units.PanelHead(mode_));
     const double width = mode_ == LayoutMode::Narrow ? 13.5 : mode_ == LayoutMode::Wide ? 29 : 22;
     setFixedWidth(units.Of(width));
 }
@@ -206,6 +208,7 @@ void MixerPanel::Arrange() {
     const FontUnits& units = SkinStyle::Units();
     const bool narrow = mode_ == LayoutMode::Narrow;
     delete layout();
+    delete parts_->head->layout();
     auto* loudness = new QHBoxLayout;
     loudness->setSpacing(units.Gap(2));
     if (!narrow)
@@ -214,7 +217,7 @@ void MixerPanel::Arrange() {
     loudness->addWidget(parts_->volume, 8);
     loudness->addWidget(parts_->volumeText);
 
-    auto* head = new QHBoxLayout;
+    auto* head = new QHBoxLayout(parts_->head);
     head->setContentsMargins(units.Gap(3), 0, units.Gap(3), 0);
     head->setSpacing(units.Of(1.4));
     head->addWidget(parts_->clock, 0, Qt::AlignCenter);
@@ -237,9 +240,8 @@ void MixerPanel::Arrange() {
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(1, 1, 1, 1);
     whole->setSpacing(0);
-    whole->addLayout(head);
+    whole->addWidget(parts_->head);
     whole->addLayout(body, 1);
-    head->addStrut(units.PanelHead(mode_));
 }
 
 void MixerPanel::paintEvent(QPaintEvent*) {

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "widgets/LayoutMode.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+
+namespace kalvo {
+
+class DeckPanel;
+class Mixer;
+class MixerPanel;
+
+/**
+ * The upper band of the main window: both decks and the mixer between them, joined with the players. What is pressed
+ * goes down to the mixer; `Timer8` shows what it does. Mode, speed and switches are told upwards, since they are
+ * settings.
+ */
+class ConsolePanel : public QWidget {
+    Q_OBJECT
+
+public:
+    ConsolePanel(Mixer& mixer, QWidget* parent = nullptr);
+
+    MixerPanel& Mixing() { return *mixing_; }
+    void SetLayoutMode(LayoutMode mode);
+    /** Gives the selected row of a player's list, -1 for none. */
+    void SetSelection(std::function<int(int player)> selectedRow) { selectedRow_ = std::move(selectedRow); }
+    /** Gives the header caption of a player's list, for the deck's tooltip. */
+    void SetCaption(std::function<QString(int player)> caption) { caption_ = std::move(caption); }
+
+    void Play(int player);
+    void FadeTo(int player);
+    /** Shows the present state at once. */
+    void Refresh();
+
+private:
+    void ConnectDeck(int player);
+    void ConnectMixing();
+    void EndDrag(int player, double fraction);
+    void RefreshDeck(int player);
+
+    Mixer& mixer_;
+    std::array<DeckPanel*, 2> decks_;
+    MixerPanel* mixing_;
+    QTimer* timer8_;
+    std::function<int(int)> selectedRow_ = [](int) { return -1; };
+    std::function<QString(int)> caption_ = [](int player) { return QStringLiteral("Player %1 ").arg(player); };
+    LayoutMode mode_ = LayoutMode::Normal;
+};
+
+} // namespace kalvo

@@ -1,0 +1,20 @@
+#include "app/Desk.h"
+
+namespace kalvo {
+
+Desk::Desk(const DataFolder& dataFolder, std::unique_ptr<audio::AudioLibrary> library)
+    : folder(dataFolder),
+      foldersCreated(folder.CreateAll()),
+      settings(folder.Path(QStringLiteral("\\kalvo.ini"))),
+      layer(std::move(library)),
+      list1(1, random),
+      list2(2, random),
+      mixer(layer, list1, list2),
+      keeper(list1, list2, folder.Path(QStringLiteral("\\Wiedergabeliste\\default.mav")), clock),
+      archive(clock) {}
+
+PlaylistEntry EntryOf(const TitleRecord& title) {
+    return {title.Titel, title.Interpret, title.Zeit, {}, title.Extra1, title.Pfad};
+}
+
+} // namespace kalvo

@@ -1,0 +1,60 @@
+#include "app/StatusLine.h"
+
+#include "widgets/ElidedLabel.h"
+
+#include <QLabel>
+#include <QTime>
+
+namespace kalvo {
+
+StatusLine::StatusLine(QWidget* parent)
+    : QStatusBar(parent),
+      mode_(Part(QStringLiteral("lblModus"), QStringLiteral("Überblendmodus"))),
+      continuous_(Part(QStringLiteral("lblKontinuierlich"), QStringLiteral("Kontinuierliche Wiedergabe"))),
+      automatic_(Part(QStringLiteral("lblAutomatik"), QStringLiteral("Mixerautomatik"))),
+      starvations_(Part(QStringLiteral("lblAussetzer"), QStringLiteral("Aussetzer"))),
+      message_(new ElidedLabel(this)),
+      output_(new QLabel(this)) {
+    setObjectName(QStringLiteral("Statuszeile"));
+    setSizeGripEnabled(false);
+    message_->setObjectName(QStringLiteral("lblMeldung"));
+    message_->setAccessibleName(QStringLiteral("Meldung"));
+    addWidget(message_, 1);
+    output_->setObjectName(QStringLiteral("lblAusgabe"));
+    output_->setAccessibleName(QStringLiteral("Ausgabegerät"));
+    output_->setProperty("dim", true);
+    addPermanentWidget(output_);
+    SetStarvations(0);
+}
+
+QLabel* StatusLine::Part(const QString& name, const QString& accessibleName) {
+    auto* label = new QLabel(this);
+    label->setObjectName(name);
+    label->setAccessibleName(accessibleName);
+    addWidget(label);
+    return label;
+}
+
+void StatusLine::SetMode(const QString& caption) {
+    mode_->setText(caption);
+}
+void StatusLine::SetContinuous(const QString& caption) {
+    continuous_->setText(caption);
+}
+void StatusLine::SetAutomatic(const QString& caption) {
+    automatic_->setText(caption);
+}
+
+void StatusLine::SetStarvations(quint64 count) {
+    starvations_->setText(QStringLiteral("Aussetzer %1").arg(count));
+}
+
+void StatusLine::SetOutput(const QString& name) {
+    output_->setText(name.isEmpty() ? QString() : QStringLiteral("Ausgabe: ") + name);
+}
+
+void StatusLine::Tell(const QString& text) {
+    message_->setText(QTime::currentTime().toString(QStringLiteral("HH:mm  ")) + text);
+}
+
+} // namespace kalvo

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "archive/ArchiveDatabase.h"
+#include "archive/RecordSource.h"
+#include "base/Clock.h"
+#include "base/DataFolder.h"
+
+#include <QObject>
+
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace kalvo {
+
+class MemoryIndex;
+class RowCache;
+
+/**
+ * The music archive as the windows use it: the database, the memory index that answers, and the rows of the current
+ * record source. Everything here belongs to the UI thread; nothing waits for the disk but the reading of single pages.
+ *
+ * At Open() a thread of its own starts to read the whole table into the index, over a connection of its own, and hands
+ * the finished index over by a queued call. Until then the archive holds no rows: record sources are taken and answered
+ * when the index is there; titles written in between are kept and put into it then. Afterwards the same thread checks
+ * the file and reports a damage by Message(). The destructor stops and joins it.
+ */
+class Archive : public QObject {
+    Q_OBJECT
+
+public:
+    /** The clock outlives the archive; it names files that are set aside and times the batches of an import. */
+    explicit Archive(const Clock& clock, QObject* parent = nullptr);
+    ~Archive() override;
+
+    /**
+     * Reads the layout file, creates what is missing and starts to load the index with the default record source.
+     * False when there is no archive to work with; Message() tells the reason. Read-only archives are opened too.
+     */
+    bool Open(const DataFolder& folder);
+
+    bool IsOpen() const { return database_.IsOpen(); }
+    bool IsReadOnly() const { return database_.IsReadOnly(); }
+    bool IsIndexReady() const { return index_ != nullptr; }
+    /** Waits until the index is there; false when it could not be loaded. For the command line, not for windows. */
+    bool WaitForIndex();
+
+    /** Where the databases are; the panel changes widths and row height and saves it. */
+    LayoutFile& Layout() { return layout_; }
+    const QString& Path() const { return database_.Path(); }
+
+    /**
+     * Shows what the statement selects; RecordsChanged() follows, later where the index is still loading. A statement
+     * that cannot be understood gives false and leaves everything as it is.
+     */
+    bool SetRecordSource(const QString& statement);
+    const QString& CurrentRecordSource() const { return source_; }
+    /** Evaluates the current record source anew, so that titles added since show. */
+    void Refresh();
+
+    /** Rows of the current record source; 0 while the index is loading. */
+    int RowCount() const { return static_cast<int>(rows_.size()); }
+    /** A row of the current record source, counting from 0; an empty record when it is gone or out of range. */
+    TitleRecord RowAt(int row) const;
+    /** `Nr` of a row, 0 out of range. */
+    qint64 IdAt(int row) const;
+    /** Row of a record number, -1 when the current record source does not hold it. */
+    int RowOf(qint64 nr) const;
+
+    /** Titles in the whole archive. */
+    qint64 Count() const;
+
+    /** Adds one title; its `Nr` comes back in `record`. Not shown before the next Refresh(). */
+    WriteResult AddTitle(TitleRecord& record);
+    /** Replaces the record of the same `Nr`; a shown row follows by RowChanged(). */
+    WriteResult UpdateRecord(const TitleRecord& record);
+    /** The titles of a path, compared without case; needs the index, else asks the database. */
+    std::optional<TitleRecord> FindByPath(const QString& path) const;
+    /** The import's rule: without case, an apostrophe stands for any characters. False before the index is ready. */
+    bool HoldsPath(const QString& path) const;
+
+    /** While one lives, added titles are committed in batches (500 titles or 100 ms); its end commits the rest. */
+    class Session {
+    public:
+        explicit Session(Archive& archive) : archive_(archive) { archive_.database_.BeginBatch(); }
+        ~Session() { archive_.database_.EndBatch(); }
+        Session(const Session&) = delete;
+        Session& operator=(const Session&) = delete;
+
+    private:
+        Archive& archive_;
+    };
+
+Q_SIGNALS:
+    /** The rows of the current record source are other ones. */
+    void RecordsChanged();
+    /** One shown row has new content. */
+    void RowChanged(int row);
+    /** Count() has changed. */
+    void CountChanged();
+    void IndexReady();
+    /** A text for the status line. */
+    void Message(const QString& text);
+
+private:
+    void StartLoading();
+    void TakeIndex(std::shared_ptr<MemoryIndex> index);
+    void Apply();
+
+    const Clock& clock_;
+    LayoutFile layout_;
+    ArchiveDatabase database_;
+    std::shared_ptr<MemoryIndex> index_;
+    std::vector<TitleRecord> writtenWhileLoading_;
+    std::unique_ptr<RowCache> cache_;
+    QString source_;
+    RecordSource query_;
+    std::vector<qint64> rows_;
+    struct Loader;
+    std::unique_ptr<Loader> loader_;
+};
+
+} // namespace kalvo

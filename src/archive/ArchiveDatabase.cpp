@@ -1,0 +1,229 @@
+#include "archive/ArchiveDatabase.h"
+
+#include "archive/ArchiveField.h"
+#include "base/SetAside.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace kalvo {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kBusyMilliseconds = 2000;
+constexpr int kBatchTitles = 500;
+constexpr qint64 kBatchMilliseconds = 100;
+
+const QString kTable = u"Daten"_s;
+
+QString FieldNames(const QString& between) {
+    QStringList names;
+    for (const ArchiveField field : kTextFields)
+        names.append(FieldName(field));
+    return names.join(between);
+}
+
+void BindTexts(SqliteStatement& statement, const TitleRecord& record) {
+    int parameter = 1;
+    for (const ArchiveField field : kTextFields)
+        statement.Bind(parameter++, FieldText(record, field));
+}
+
+TitleRecord RecordOf(const SqliteStatement& statement) {
+    TitleRecord record;
+    record.Nr = statement.Number(0);
+    int column = 1;
+    for (const ArchiveField field : kTextFields)
+        FieldPlace(record, field) = statement.Text(column++);
+    return record;
+}
+
+/** Reason why the record cannot be stored, empty when it can. */
+QString TooLong(const TitleRecord& record) {
+    if (record.Pfad.size() > kMaximumFieldLength)
+        return u"Der Pfad ist länger als %1 Zeichen."_s.arg(kMaximumFieldLength);
+    for (const ArchiveField field : kTextFields)
+        if (FieldText(record, field).size() > kMaximumFieldLength)
+            return u"Das Feld %1 ist länger als %2 Zeichen."_s.arg(FieldCaption(field)).arg(kMaximumFieldLength);
+    return {};
+}
+
+} // namespace
+
+ArchiveDatabase::ArchiveDatabase(const Clock& clock) : clock_(clock) {}
+
+ArchiveDatabase::~ArchiveDatabase() { Close(); }
+
+QString ArchiveDatabase::CreateTableStatement(const QString& table, bool limitLengths) {
+    QString fields = u"\"Nr\" INTEGER PRIMARY KEY AUTOINCREMENT"_s;
+    for (const ArchiveField field : kTextFields) {
+        const QString name = FieldName(field);
+        fields += u", \"%1\" TEXT NOT NULL DEFAULT ''"_s.arg(name);
+        if (limitLengths)
+            fields += u" CHECK(length(\"%1\") <= %2)"_s.arg(name).arg(kMaximumFieldLength);
+    }
+    return u"CREATE TABLE \"%1\" (%2)"_s.arg(table, fields);
+}
+
+bool ArchiveDatabase::HasTitleTable(SqliteDatabase& database, const QString& table) {
+    SqliteStatement columns = database.Prepare(u"SELECT name FROM pragma_table_info(?)"_s);
+    columns.Bind(1, table);
+    int known = 0;
+    while (columns.Step())
+        known += FieldOfName(columns.Text(0)) ? 1 : 0;
+    return known == kFieldCount;
+}
+
+bool ArchiveDatabase::Open(const QString& path, QString& message) {
+    Close();
+    path_ = path;
+    message.clear();
+    if (!QFileInfo::exists(path) || QFileInfo(path).size() == 0)
+        return Create() || (message = u"Das Musikarchiv kann nicht angelegt werden: "_s + path, false);
+
+    const auto outcome = database_.Open(path, SqliteDatabase::Mode::ReadWrite, kBusyMilliseconds);
+    if (outcome == SqliteDatabase::Outcome::Locked)
+        return OpenForReading(u"Das Musikarchiv wird von einem anderen Programm benutzt"_s, message);
+    if (outcome == SqliteDatabase::Outcome::Failed)
+        return OpenForReading(u"Das Musikarchiv ist schreibgeschützt"_s, message);
+
+    if (outcome == SqliteDatabase::Outcome::NotDatabase || !HasTitleTable(database_, kTable)) {
+        database_.Close();
+        const QString kept = SetAside(path, clock_, {u"-wal"_s, u"-shm"_s});
+        if (kept.isEmpty() || !Create()) {
+            message = u"Das Musikarchiv ist beschädigt und kann nicht ersetzt werden: "_s + path;
+            return false;
+        }
+        message = u"Das Musikarchiv war beschädigt. Es wurde neu angelegt, die alte Datei liegt unter "_s + kept;
+        return true;
+    }
+    if (PrepareForWriting())
+        return true;
+    return OpenForReading(database_.LastErrorIsLocked() ? u"Das Musikarchiv wird von einem anderen Programm benutzt"_s
+                                                        : u"Das Musikarchiv ist schreibgeschützt"_s,
+                          message);
+}
+
+bool ArchiveDatabase::PrepareForWriting() {
+    return database_.Execute(u"PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; BEGIN IMMEDIATE; ROLLBACK"_s);
+}
+
+bool ArchiveDatabase::Create() {
+    QDir().mkpath(QFileInfo(path_).path());
+    return database_.Open(path_, SqliteDatabase::Mode::Create, kBusyMilliseconds) ==
+               SqliteDatabase::Outcome::Opened &&
+           PrepareForWriting() && database_.Execute(CreateTableStatement(kTable, true));
+}
+
+bool ArchiveDatabase::OpenForReading(const QString& why, QString& message) {
+    const auto outcome = database_.Open(path_, SqliteDatabase::Mode::ReadOnly, kBusyMilliseconds);
+    readOnly_ = outcome == SqliteDatabase::Outcome::Opened && HasTitleTable(database_, kTable);
+    message = why + (readOnly_ ? u". Es kann nur gelesen werden."_s : u" und kann nicht gelesen werden."_s);
+    if (!readOnly_)
+        database_.Close();
+    return readOnly_;
+}
+
+void ArchiveDatabase::Close() {
+    EndBatch();
+    insert_.reset();
+    database_.Close();
+    readOnly_ = false;
+}
+
+WriteResult ArchiveDatabase::Failure() {
+    if (readOnly_)
+        return {false, u"Das Musikarchiv kann nur gelesen werden."_s};
+    if (database_.LastErrorIsLocked())
+        return {false, u"Das Musikarchiv wird von einem anderen Programm benutzt."_s};
+    return {false, u"Das Musikarchiv konnte nicht geschrieben werden: "_s + database_.LastError()};
+}
+
+WriteResult ArchiveDatabase::AddTitle(TitleRecord& record) {
+    record.Extra1.truncate(kMaximumCommentLength);
+    if (const QString reason = TooLong(record); !reason.isEmpty())
+        return {false, reason};
+    if (readOnly_ || !EnsureTransaction())
+        return Failure();
+    if (!insert_)
+        insert_ = database_.Prepare(u"INSERT INTO \"Daten\" (%1) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"_s.arg(
+            FieldNames(u", "_s)));
+    BindTexts(*insert_, record);
+    if (!insert_->Run())
+        return Failure();
+    record.Nr = database_.LastInsertId();
+    ++batchTitles_;
+    return CommitFullBatch() ? WriteResult{true, {}} : Failure();
+}
+
+WriteResult ArchiveDatabase::UpdateRecord(const TitleRecord& record) {
+    if (const QString reason = TooLong(record); !reason.isEmpty())
+        return {false, reason};
+    if (readOnly_)
+        return Failure();
+    SqliteStatement update = database_.Prepare(u"UPDATE \"Daten\" SET %1 = ? WHERE Nr = ?"_s.arg(
+        FieldNames(u" = ?, "_s)));
+    BindTexts(update, record);
+    update.Bind(kFieldCount, record.Nr);
+    if (!update.Run())
+        return Failure();
+    return database_.Changes() == 1 ? WriteResult{true, {}}
+                                    : WriteResult{false, u"Der Titel ist nicht mehr im Musikarchiv."_s};
+}
+
+void ArchiveDatabase::BeginBatch() { batching_ = true; }
+
+void ArchiveDatabase::EndBatch() {
+    if (batch_)
+        batch_->Commit();
+    batch_.reset();
+    batching_ = false;
+}
+
+bool ArchiveDatabase::EnsureTransaction() {
+    if (!batching_ || batch_)
+        return true;
+    batch_ = std::make_unique<SqliteDatabase::Transaction>(database_);
+    batchTitles_ = 0;
+    batchStart_ = clock_.Milliseconds();
+    if (!batch_->IsOpen())
+        batch_.reset();
+    return batch_ != nullptr;
+}
+
+bool ArchiveDatabase::CommitFullBatch() {
+    if (!batch_ || (batchTitles_ < kBatchTitles && clock_.Milliseconds() - batchStart_ < kBatchMilliseconds))
+        return true;
+    const bool committed = batch_->Commit();
+    batch_.reset();
+    return committed;
+}
+
+QList<TitleRecord> ArchiveDatabase::Read(const QList<qint64>& numbers) const {
+    SqliteStatement select =
+        database_.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
+    QList<TitleRecord> records;
+    records.reserve(numbers.size());
+    for (const qint64 number : numbers) {
+        records.append(select.Bind(1, number).Step() ? RecordOf(select) : TitleRecord());
+        select.Reset();
+    }
+    return records;
+}
+
+std::optional<TitleRecord> ArchiveDatabase::FindByPath(const QString& path) const {
+    SqliteStatement select = database_.Prepare(
+        u"SELECT Nr, %1 FROM \"Daten\" WHERE Pfad = ? ORDER BY Nr LIMIT 1"_s.arg(FieldNames(u", "_s)));
+    if (!select.Bind(1, path).Step())
+        return std::nullopt;
+    return RecordOf(select);
+}
+
+qint64 ArchiveDatabase::Count() const {
+    SqliteStatement count = database_.Prepare(u"SELECT count(*) FROM \"Daten\""_s);
+    return count.Step() ? count.Number(0) : -1;
+}
+
+} // namespace kalvo

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "archive/LayoutFile.h"
+#include "archive/SqliteDatabase.h"
+#include "base/Clock.h"
+#include "tags/TitleRecord.h"
+
+#include <QList>
+
+#include <optional>
+
+namespace kalvo {
+
+/** Outcome of a write; `reason` is a German text for the user where it failed. */
+struct WriteResult {
+    bool done = false;
+    QString reason;
+
+    explicit operator bool() const { return done; }
+};
+
+/**
+ * The archive file with its table "Daten". One writer, on the UI thread. Write-ahead log, synced at every commit: what
+ * was committed survives a power cut.
+ */
+class ArchiveDatabase {
+public:
+    /** The clock outlives the database. */
+    explicit ArchiveDatabase(const Clock& clock);
+    ~ArchiveDatabase();
+    ArchiveDatabase(const ArchiveDatabase&) = delete;
+    ArchiveDatabase& operator=(const ArchiveDatabase&) = delete;
+
+    /**
+     * Opens the archive at `path`, creating it where nothing is. A file that is no archive is set aside together with
+     * its log and created anew; one that another program holds, or that may not be written, is opened for reading.
+     * message: what the user has to know, empty when all is well. False when there is nothing to work with.
+     */
+    bool Open(const QString& path, QString& message);
+    void Close();
+
+    bool IsOpen() const { return database_.IsOpen(); }
+    bool IsReadOnly() const { return readOnly_; }
+    const QString& Path() const { return path_; }
+
+    /** Appends; the comment is cut to 50 characters, every other text over 200 is refused. `Nr` comes back. */
+    WriteResult AddTitle(TitleRecord& record);
+    /** Replaces the text fields of the record with this `Nr`. */
+    WriteResult UpdateRecord(const TitleRecord& record);
+    /** Between these added titles are committed after 500 titles or 100 ms. */
+    void BeginBatch();
+    void EndBatch();
+
+    /** The records of these numbers in their order; a missing one comes as an empty record. */
+    QList<TitleRecord> Read(const QList<qint64>& numbers) const;
+    /** The first record with exactly this path. */
+    std::optional<TitleRecord> FindByPath(const QString& path) const;
+    /** -1 on failure. */
+    qint64 Count() const;
+
+    /** Text of the statement that makes a table of this name with the thirteen fields; the playlists use it too. */
+    static QString CreateTableStatement(const QString& table, bool limitLengths);
+    /** Whether the table is there with all thirteen fields. */
+    static bool HasTitleTable(SqliteDatabase& database, const QString& table);
+
+private:
+    bool Create();
+    bool PrepareForWriting();
+    bool OpenForReading(const QString& why, QString& message);
+    WriteResult Failure();
+    bool EnsureTransaction();
+    bool CommitFullBatch();
+
+    const Clock& clock_;
+    QString path_;
+    mutable SqliteDatabase database_;
+    std::optional<SqliteStatement> insert_; ///< kept prepared, since imports add thousands of titles
+    bool readOnly_ = false;
+    bool batching_ = false;
+    int batchTitles_ = 0;
+    qint64 batchStart_ = 0;
+    std::unique_ptr<SqliteDatabase::Transaction> batch_;
+};
+
+} // namespace kalvo

@@ -1,0 +1,33 @@
+#include "audio/FrameSource.h"
+
+#include <utility>
+
+namespace kalvo::audio {
+
+namespace {
+
+class FileSource final : public FrameSource {
+public:
+    explicit FileSource(std::unique_ptr<StreamSource> stream) : stream_(std::move(stream)) {}
+
+    const SourceFormat& Format() const override { return stream_->Format(); }
+    void Seek(std::int64_t frame) override { stream_->Seek(frame); }
+    std::size_t Read(float* stereo, std::size_t frames) override { return stream_->Read(stereo, frames); }
+    std::size_t Available() const override { return stream_->Available(); }
+    bool AtEnd() const override { return stream_->AtEnd(); }
+    bool WaitFor(std::size_t frames, std::chrono::milliseconds timeout) override {
+        return stream_->WaitFor(frames, timeout);
+    }
+
+private:
+    std::unique_ptr<StreamSource> stream_;
+};
+
+} // namespace
+
+std::unique_ptr<FrameSource> OpenFileSource(const std::string& path, ErrorCode& error) {
+    auto stream = StreamSource::Open(path, std::chrono::seconds(3), error);
+    return stream ? std::make_unique<FileSource>(std::move(stream)) : nullptr;
+}
+
+} // namespace kalvo::audio

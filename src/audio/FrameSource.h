@@ -1,0 +1,31 @@
+#pragma once
+
+#include "audio/StreamSource.h"
+
+#include <functional>
+
+namespace kalvo::audio {
+
+/** What a voice plays from. The same contract as StreamSource, which is behind it except in tests. */
+class FrameSource {
+public:
+    FrameSource() = default;
+    FrameSource(const FrameSource&) = delete;
+    FrameSource& operator=(const FrameSource&) = delete;
+    virtual ~FrameSource() = default;
+
+    virtual const SourceFormat& Format() const = 0;
+    virtual void Seek(std::int64_t frame) = 0;
+    virtual std::size_t Read(float* stereo, std::size_t frames) = 0;
+    virtual std::size_t Available() const = 0;
+    virtual bool AtEnd() const = 0;
+    virtual bool WaitFor(std::size_t frames, std::chrono::milliseconds timeout) = 0;
+};
+
+/** Opens what StreamCreateFile() names; null with the reason in `error`. */
+using SourceOpener = std::function<std::unique_ptr<FrameSource>(const std::string& path, ErrorCode& error)>;
+
+/** Opens sound files; waits three seconds for one at most. */
+std::unique_ptr<FrameSource> OpenFileSource(const std::string& path, ErrorCode& error);
+
+} // namespace kalvo::audio

@@ -1,0 +1,50 @@
+#include "playlists/ListCaption.h"
+
+#include "base/FileName.h"
+#include "base/PlayTime.h"
+
+#include <algorithm>
+
+namespace kalvo {
+
+namespace {
+
+qint64 SecondsFrom(const Playlist& list, int row) {
+    qint64 seconds = 0;
+    for (; row < list.Count(); ++row)
+        seconds += std::max(0, PlayTime::Parse(list.At(row).duration));
+    return seconds;
+}
+
+} // namespace
+
+QString ListCaption(int number, int selectedRow, int count, const QString& playlistName) {
+    return QStringLiteral("Player ") + QString::number(number) + QStringLiteral("       ") +
+           QString::number(selectedRow + 1) + QStringLiteral(". von ") + QString::number(count) +
+           QStringLiteral(" in ") + playlistName;
+}
+
+QString PlaylistName(const QString& path) {
+    const QString file = FileName::Last(path);
+    const qsizetype extension = file.lastIndexOf(QLatin1String(".wil"), -1, Qt::CaseInsensitive);
+    return extension < 0 ? QStringLiteral("Standard") : file.left(extension);
+}
+
+qint64 TotalSeconds(const Playlist& list) {
+    return SecondsFrom(list, 0);
+}
+
+qint64 RemainingSeconds(const Playlist& list) {
+    return SecondsFrom(list, list.CurrentRow() + 1);
+}
+
+QString RestText(qint64 seconds) {
+    const QString minutes = PlayTime::Format(static_cast<double>(seconds % 3600));
+    return QStringLiteral("Rest ") + QStringLiteral("%1:").arg(seconds / 3600, 2, 10, QChar(u'0')) + minutes;
+}
+
+QString UntilText(qint64 seconds, const QDateTime& now) {
+    return QStringLiteral("bis ") + now.addSecs(seconds).toString(QStringLiteral("HH:mm"));
+}
+
+} // namespace kalvo

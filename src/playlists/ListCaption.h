@@ -1,0 +1,25 @@
+#pragma once
+
+#include "playlists/Playlist.h"
+
+#include <QDateTime>
+
+namespace kalvo {
+
+/** Header caption of list `number`, "Player 1       3. von 17 in Standard". selectedRow: from 0, -1 for none. */
+QString ListCaption(int number, int selectedRow, int count, const QString& playlistName);
+
+/** Base name of a ".wil" path, what stands between the last separator and ".wil"; "Standard" without a ".wil". */
+QString PlaylistName(const QString& path);
+
+/** Sum of all durations in seconds; unknown ones count nothing. */
+qint64 TotalSeconds(const Playlist& list);
+/** The same over the entries behind the red one, over all when none is red. What its player still plays comes on top.*/
+qint64 RemainingSeconds(const Playlist& list);
+
+/** "Rest 00:58:12". */
+QString RestText(qint64 seconds);
+/** "bis 00:39": when that many seconds from `now` on have passed. */
+QString UntilText(qint64 seconds, const QDateTime& now);
+
+} // namespace kalvo

@@ -1,0 +1,41 @@
+#include "app/WindowValues.h"
+
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace kalvo {
+namespace {
+
+TEST(WindowValues, ComeBackAsTheyWereWritten) {
+    const test::TestFolder folder;
+    WindowValues values;
+    values.geometry = QRect(-20, 30, 1024, 700);
+    values.maximised = true;
+    values.consoleHeight = 400;
+    values.continuous = false;
+    values.importFolder = QStringLiteral("/musik/\"Männer\", neu");
+    const QString path = folder.Path(QStringLiteral("kalvo.dll"));
+    ASSERT_TRUE(values.Write(path));
+    const WindowValues read = WindowValues::Read(path);
+    EXPECT_EQ(read.geometry, values.geometry);
+    EXPECT_TRUE(read.maximised);
+    EXPECT_EQ(read.consoleHeight, 400);
+    EXPECT_FALSE(read.continuous);
+    EXPECT_TRUE(read.automatic);
+    EXPECT_EQ(read.importFolder, values.importFolder);
+}
+
+TEST(WindowValues, TakeDefaultsForWhatIsMissingOrBroken) {
+    const test::TestFolder folder;
+    const QString path = folder.Write(QStringLiteral("kalvo.dll"), "10,20,unsinn,,0,\"\",99");
+    const WindowValues read = WindowValues::Read(path);
+    EXPECT_TRUE(read.geometry.isNull());
+    EXPECT_EQ(read.consoleHeight, 318);
+    EXPECT_EQ(read.treeWidth, 99);
+    EXPECT_TRUE(read.continuous);
+    EXPECT_TRUE(WindowValues::Read(folder.Path(QStringLiteral("keine"))).importFolder.isEmpty());
+}
+
+} // namespace
+} // namespace kalvo

@@ -1,0 +1,220 @@
+#include "audio/StreamSource.h"
+
+#include "DecodeSupport.h"
+#include "support/SoundMaker.h"
+#include "support/TestFolder.h"
+
+#include <QFile>
+#include <atomic>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+#include <thread>
+
+namespace kalvo::audio::test {
+
+using kalvo::test::MakeSound;
+using kalvo::test::SoundSpec;
+using kalvo::test::TestFolder;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+namespace {
+
+constexpr seconds kPatience{20};
+
+std::unique_ptr<StreamSource> OpenStream(const QString& path) {
+    ErrorCode error{};
+    auto source = StreamSource::Open(QFile::encodeName(path).toStdString(), kPatience, error);
+    EXPECT_EQ(error, ErrorCode::None);
+    return source;
+}
+
+/** Takes everything up to the end. */
+std::vector<float> Drain(StreamSource& source) {
+    std::vector<float> all;
+    float piece[2 * 500];
+    while (!source.AtEnd()) {
+        if (!source.WaitFor(500, kPatience)) {
+            ADD_FAILURE() << "no frames came";
+            break;
+        }
+        const std::size_t got = source.Read(piece, 500);
+        all.insert(all.end(), piece, piece + got * 2);
+    }
+    return all;
+}
+
+/** A WAV whose left side counts up by one 16-bit step a frame, so that each frame tells where it stands. */
+QByteArray CountingWave(int frames) {
+    const TestFolder folder;
+    SoundSpec spec;
+    spec.seconds = frames / 44100.0;
+    MakeSound(folder.Path(), QStringLiteral("a.wav"), spec);
+    QByteArray bytes = folder.Read(QStringLiteral("a.wav"));
+    for (int frame = 0; frame < frames; ++frame) {
+        bytes[44 + frame * 4] = static_cast<char>(frame & 0xFF);
+        bytes[45 + frame * 4] = static_cast<char>(frame >> 8 & 0x7F);
+    }
+    return bytes;
+}
+
+int Count(float value) {
+    return static_cast<int>(std::lround(value * 32768));
+}
+
+} // namespace
+
+TEST(StreamSource, PlaysAFileToItsEnd) {
+    const TestFolder folder;
+    SoundSpec spec;
+    spec.seconds = 4;
+    for (const char* name : {"a.mp3", "a.ogg", "a.wav"}) {
+        const QString path = MakeSound(folder.Path(), QString::fromLatin1(name), spec);
+        const auto source = OpenStream(path);
+        ASSERT_TRUE(source) << name;
+        EXPECT_EQ(source->Format().frames, 176400) << name;
+        EXPECT_FALSE(source->AtEnd());
+        const std::vector<float> all = Drain(*source);
+        const OpenedFile straight(path);
+        EXPECT_EQ(all, DecodeRest(*straight.decoder)) << name;
+        EXPECT_EQ(source->Available(), 0U);
+        source->Seek(176000);
+        EXPECT_FALSE(source->AtEnd());
+        EXPECT_EQ(Drain(*source).size(), 2U * 400U) << name;
+    }
+}
+
+TEST(StreamSource, TellsWhyAFileCannotBeOpened) {
+    const TestFolder folder;
+    const struct {
+        QString path;
+        ErrorCode error;
+    } cases[] = {
+        {folder.Path(QStringLiteral("missing.mp3")), ErrorCode::File},
+        {folder.Path(), ErrorCode::File},
+        {folder.Write(QStringLiteral("empty.mp3"), {}), ErrorCode::Format},
+        {folder.Write(QStringLiteral("page.mp3"), QByteArray("<html></html>")), ErrorCode::Format},
+    };
+    for (const auto& one : cases) {
+        ErrorCode error{};
+        EXPECT_FALSE(StreamSource::Open(one.path.toStdString(), kPatience, error));
+        EXPECT_EQ(error, one.error) << one.path.toStdString();
+    }
+}
+
+TEST(StreamSource, GivesUpOnAFileThatHangsWhenOpened) {
+    const QByteArray wave = CountingWave(30000);
+    for (const std::int64_t hang : {std::int64_t{0}, std::int64_t{40}}) {
+        auto control = std::make_shared<FakeBytes::Control>();
+        control->HangFrom(hang);
+        ErrorCode error{};
+        EXPECT_FALSE(StreamSource::Open(std::make_unique<FakeBytes>(wave, control), milliseconds(30), error));
+        EXPECT_EQ(error, ErrorCode::Timeout);
+        control->Release();
+        while (control.use_count() > 1) // closed by itself
+            std::this_thread::yield();
+    }
+}
+
+TEST(StreamSource, ASeekDropsWhatWasDecoded) {
+    auto control = std::make_shared<FakeBytes::Control>();
+    ErrorCode error{};
+    const auto source =
+        StreamSource::Open(std::make_unique<FakeBytes>(CountingWave(200000), control), kPatience, error);
+    ASSERT_TRUE(source && source->WaitFor(65536, kPatience));
+    EXPECT_EQ(source->Available(), 65536U);
+    for (const int target : {31000, 5, 150000, 199999, 0}) {
+        source->Seek(target);
+        ASSERT_TRUE(source->WaitFor(1, kPatience));
+        float frame[2];
+        ASSERT_EQ(source->Read(frame, 1), 1U);
+        EXPECT_EQ(Count(frame[0]), target % 32768);
+    }
+    source->Seek(9999999);
+    EXPECT_TRUE(Drain(*source).empty());
+    source->Seek(-5);
+    EXPECT_EQ(Drain(*source).size(), 2U * 200000U);
+}
+
+TEST(StreamSource, SeekStormsNeverMixOldAndNew) {
+    auto control = std::make_shared<FakeBytes::Control>();
+    ErrorCode error{};
+    const auto source =
+        StreamSource::Open(std::make_unique<FakeBytes>(CountingWave(300000), control), kPatience, error);
+    ASSERT_TRUE(source);
+    std::atomic<bool> done{false};
+    std::atomic<int> jumps{0};
+    std::thread renderer([&] {
+        std::vector<float> piece(2 * 700);
+        while (!done) {
+            const std::size_t got = source->Read(piece.data(), 700);
+            for (std::size_t i = 1; i < got; ++i)
+                jumps += (Count(piece[i * 2]) - Count(piece[i * 2 - 2]) + 32768) % 32768 != 1 ? 1 : 0;
+            EXPECT_FALSE(source->AtEnd() && source->Available() > 0);
+        }
+    });
+    std::mt19937 random(9);
+    for (int round = 0; round < 400; ++round) {
+        source->Seek(static_cast<std::int64_t>(random() % 300000));
+        if (round % 3 == 0)
+            source->WaitFor(1, kPatience);
+    }
+    done = true;
+    renderer.join();
+    EXPECT_EQ(jumps, 0);
+    source->Seek(1234);
+    ASSERT_TRUE(source->WaitFor(10, kPatience));
+    float frame[2];
+    ASSERT_EQ(source->Read(frame, 1), 1U);
+    EXPECT_EQ(Count(frame[0]), 1234);
+}
+
+TEST(StreamSource, AFileThatBreaksOffEndsThere) {
+    const QByteArray wave = CountingWave(2500000);
+    for (const bool cut : {true, false}) {
+        auto control = std::make_shared<FakeBytes::Control>();
+        constexpr std::int64_t kGone = 8000000;
+        if (cut)
+            control->CutAt(kGone);
+        else
+            control->FailFrom(kGone);
+        ErrorCode error{};
+        const auto source = StreamSource::Open(std::make_unique<FakeBytes>(wave, control), kPatience, error);
+        ASSERT_TRUE(source);
+        const auto frames = static_cast<std::int64_t>(Drain(*source).size() / 2);
+        EXPECT_GE(frames, (kGone - 65536 - 44) / 4);
+        EXPECT_LE(frames, kGone / 4);
+    }
+}
+
+TEST(StreamSource, AFileRemovedWhilePlayingGoesOn) {
+    const TestFolder folder;
+    SoundSpec spec;
+    spec.seconds = 60;
+    const QString path = MakeSound(folder.Path(), QStringLiteral("a.wav"), spec);
+    const auto source = OpenStream(path);
+    ASSERT_TRUE(source && QFile::remove(path));
+    EXPECT_EQ(Drain(*source).size(), 2U * 60U * 44100U);
+}
+
+TEST(StreamSource, AStallIsNoEnd) {
+    auto control = std::make_shared<FakeBytes::Control>();
+    ErrorCode error{};
+    control->HangFrom(9000000);
+    const auto source =
+        StreamSource::Open(std::make_unique<FakeBytes>(CountingWave(2500000), control), kPatience, error);
+    ASSERT_TRUE(source);
+    std::vector<float> piece(2 * 1000);
+    std::size_t taken = 0;
+    while (taken < 2100000 && source->WaitFor(1000, kPatience))
+        taken += source->Read(piece.data(), 1000);
+    ASSERT_TRUE(control->AwaitHanging());
+    while (source->WaitFor(1000, milliseconds(200)))
+        taken += source->Read(piece.data(), 1000);
+    EXPECT_FALSE(source->AtEnd());
+    control->Release();
+    EXPECT_EQ(taken + Drain(*source).size() / 2, 2500000U);
+}
+
+} // namespace kalvo::audio::test

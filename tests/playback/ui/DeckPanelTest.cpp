@@ -1,0 +1,172 @@
+#include "playback/ui/DeckPanel.h"
+#include "widgets/DeckHead.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/IconButton.h"
+#include "widgets/PositionSlider.h"
+#include "widgets/SkinStyle.h"
+#include "widgets/TimeLabel.h"
+
+#include <QApplication>
+#include <QPaintEvent>
+#include <QSlider>
+#include <gmock/gmock.h>
+
+namespace kalvo {
+namespace {
+
+template<typename T = QWidget>
+T* Part(QWidget& panel, const char* name) {
+    auto* part = panel.findChild<T*>(QString::fromLatin1(name));
+    EXPECT_TRUE(part) << name;
+    return part;
+}
+
+DeckView OnAir() {
+    DeckView view;
+    view.signal = DeckSignal::OnAir;
+    view.caption = QStringLiteral("Player 1       3. von 17 in Party");
+    view.status = QStringLiteral("play");
+    view.artist = QStringLiteral("Nordlicht Kapelle");
+    view.title = QStringLiteral("Sommer in der Stadt");
+    view.bitrate = QStringLiteral("MP3 320 kbit/s");
+    view.time = QStringLiteral("04:44/04:55");
+    view.remaining = QStringLiteral("\u221200:11");
+    view.position = 0.5;
+    view.lengthSeconds = 200;
+    view.playing = true;
+    return view;
+}
+
+TEST(DeckPanelTest, EveryTextStandsUnderItsName) {
+    DeckPanel deck(2);
+    deck.SetView(OnAir());
+    const std::pair<const char*, const char*> texts[] = {{"LArtist2", "Nordlicht Kapelle"},
+                                                         {"LSong2", "Sommer in der Stadt"},
+                                                         {"lblbitrate2", "MP3 320 kbit/s"},
+                                                         {"LTiempo2", "04:44/04:55"},
+                                                         {"lblStatus2", "play"}};
+    for (const auto& [name, text] : texts)
+        EXPECT_EQ(Part<QLabel>(deck, name)->text().toStdString(), text) << name;
+    EXPECT_EQ(Part<PositionSlider>(deck, "SPos2")->value(), 100000);
+    EXPECT_TRUE(Part<IconButton>(deck, "cmdPlay2")->IsOn());
+    DeckView stopped;
+    stopped.status = QStringLiteral("stop");
+    deck.SetView(stopped);
+    EXPECT_EQ(Part<QLabel>(deck, "LTiempo2")->text(), QStringLiteral("00:00/00:00"));
+    EXPECT_FALSE(Part<IconButton>(deck, "cmdPlay2")->IsOn());
+}
+
+TEST(DeckPanelTest, EachButtonTellsItsOwnSignal) {
+    struct Case {
+        const char* first;
+        const char* second;
+        void (DeckPanel::*told)();
+    };
+    const Case cases[] = {
+        {"cmdPlay1", "cmdPlay2", &DeckPanel::PlayClicked}, {"cmdPause1", "cmdPause2", &DeckPanel::PauseClicked},
+        {"cmdStop1", "cmdStop2", &DeckPanel::StopClicked}, {"Command1", "Command3", &DeckPanel::NextClicked},
+        {"Command2", "Command4", &DeckPanel::MuteClicked}, {"cmdAnfang1", "cmdAnfang2", &DeckPanel::ToStartClicked}};
+    for (int number : {1, 2}) {
+        DeckPanel deck(number);
+        for (const Case& c : cases) {
+            int told = 0;
+            QObject::connect(&deck, c.told, &deck, [&told] { ++told; });
+            auto* button = Part<QPushButton>(deck, number == 1 ? c.first : c.second);
+            button->click();
+            EXPECT_EQ(told, 1) << c.first;
+            EXPECT_TRUE(button->accessibleName().startsWith(QStringLiteral("Player %1: ").arg(number)));
+        }
+    }
+}
+
+TEST(DeckPanelTest, TooltipsNameTheKeysOfTheirPlayer) {
+    DeckPanel first(1);
+    DeckPanel second(2);
+    EXPECT_TRUE(Part(first, "cmdPlay1")->toolTip().endsWith(QStringLiteral("(F1)")));
+    EXPECT_TRUE(Part(first, "Command1")->toolTip().endsWith(QStringLiteral("(F4)")));
+    EXPECT_TRUE(Part(second, "cmdStop2")->toolTip().endsWith(QStringLiteral("(F6)")));
+    EXPECT_TRUE(Part(second, "cmdPause2")->toolTip().endsWith(QStringLiteral("(F7)")));
+}
+
+TEST(DeckPanelTest, OnlyTheUserChangesThePitchAloud) {
+    DeckPanel deck(1);
+    std::vector<int> told;
+    QObject::connect(&deck, &DeckPanel::PitchChanged, &deck, [&](int permille) { told.push_back(permille); });
+    DeckView view = OnAir();
+    view.pitchPermille = -15;
+    deck.SetView(view);
+    EXPECT_EQ(Part<QSlider>(deck, "HScroll2")->value(), -15);
+    EXPECT_EQ(Part<QLabel>(deck, "lblPitch1")->text(), QStringLiteral("\u22121,5 %"));
+    Part<QSlider>(deck, "HScroll2")->setValue(20);
+    EXPECT_THAT(told, ::testing::ElementsAre(20));
+}
+
+/** The colour of the deck's outer frame and of its head beside the signal. */
+std::pair<QColor, QColor> FrameAndHead(DeckPanel& deck) {
+    const QImage image = deck.grab().toImage();
+    return {image.pixelColor(1, image.height() / 2), image.pixelColor(SkinStyle::Units().Of(3.4), 5)};
+}
+
+TEST(DeckPanelTest, RedBelongsToTheDeckOnAirAlone) {
+    SkinStyle::Apply(*qApp, QStringLiteral("Dark Blue"), {}, {});
+    const Skin& skin = SkinStyle::Colours();
+    struct Case {
+        DeckSignal shown;
+        QColor frame, head;
+        const char* word;
+    };
+    const Case cases[] = {{DeckSignal::OnAir, skin.onAir, skin.onAir, "ON AIR"},
+                          {DeckSignal::Muted, skin.onAir, skin.warningFill, "STUMM"},
+                          {DeckSignal::Running, skin.line, skin.panel, "LÄUFT"},
+                          {DeckSignal::Paused, skin.line, skin.panel, "PAUSE"},
+                          {DeckSignal::Ready, skin.line, skin.panel, "BEREIT"},
+                          {DeckSignal::None, skin.line, skin.panel, ""}};
+    DeckPanel deck(1);
+    deck.resize(480, 318);
+    for (const Case& c : cases) {
+        DeckView view = OnAir();
+        view.signal = c.shown;
+        deck.SetView(view);
+        EXPECT_EQ(FrameAndHead(deck), std::pair(c.frame, c.head)) << int(c.shown);
+        EXPECT_EQ(DeckHead::WordOf(c.shown), QString::fromUtf8(c.word));
+    }
+}
+
+/** Counts the area that is painted anew. */
+class PaintCounter : public QObject {
+public:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            for (const QRect& rect : static_cast<QPaintEvent*>(event)->region())
+                pixels += rect.width() * rect.height();
+        }
+        return false;
+    }
+    int pixels = 0;
+};
+
+TEST(DeckPanelTest, ATickRepaintsOnlyWhatMoved) {
+    DeckPanel deck(1);
+    deck.resize(480, 318);
+    deck.show();
+    DeckView view = OnAir();
+    deck.SetView(view);
+    QApplication::processEvents();
+    PaintCounter position;
+    PaintCounter title;
+    Part(deck, "SPos1")->installEventFilter(&position);
+    Part(deck, "LSong1")->installEventFilter(&title);
+    deck.SetView(view);
+    QApplication::processEvents();
+    EXPECT_EQ(position.pixels, 0);
+    view.position += 0.005;
+    deck.SetView(view);
+    QApplication::processEvents();
+    const QSize whole = Part(deck, "SPos1")->size();
+    EXPECT_GT(position.pixels, 0);
+    EXPECT_LT(position.pixels, whole.width() * whole.height() / 6);
+    EXPECT_EQ(title.pixels, 0);
+}
+
+} // namespace
+} // namespace kalvo

@@ -1,0 +1,131 @@
+#include "support/SoundMaker.h"
+#include "support/TestFolder.h"
+#include "support/ToneMeter.h"
+#include "system/Program.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+#include <sndfile.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace kalvo::test {
+namespace {
+
+constexpr double kLength = 20; ///< s, of each title
+/** With the standard switch-over time of 9 s the rounded position must have reached 11 s. */
+constexpr double kHandOverAt = 10.5;
+constexpr double kFade = 6.0; ///< s, from one end to the other at the standard speed
+/** Level of a tone at full volume after the two channels are averaged: half of the second channel is missing. */
+constexpr double kFull = 0.2 * 0.75;
+const std::vector<double> kTones{440, 1000, 2300};
+
+QString Tone(const TestFolder& folder, std::size_t which) {
+    SoundSpec sound;
+    sound.seconds = kLength;
+    sound.frequency = kTones[which];
+    sound.amplitude = 0.2;
+    return MakeSound(folder.Path(), QStringLiteral("Ton %1.wav").arg(which + 1), sound);
+}
+
+ProgramResult Mix(const TestFolder& folder, const QStringList& titles) {
+    return RunProgram(QStringList{QStringLiteral("--datenordner"), folder.Path(QStringLiteral("Kalvo")),
+                                  QStringLiteral("--mix"), folder.Path(QStringLiteral("mix.wav"))} +
+                      titles);
+}
+
+ToneMeter Measure(const TestFolder& folder) {
+    SF_INFO info{};
+    SNDFILE* file = sf_open(QFile::encodeName(folder.Path(QStringLiteral("mix.wav"))).constData(), SFM_READ, &info);
+    if (!file || info.channels != 2) {
+        ADD_FAILURE() << "no stereo mix";
+        return {{}, 1};
+    }
+    std::vector<float> stereo(static_cast<std::size_t>(info.frames) * 2);
+    sf_readf_float(file, stereo.data(), info.frames);
+    sf_close(file);
+    std::vector<float> mono(stereo.size() / 2);
+    for (std::size_t i = 0; i < mono.size(); ++i)
+        mono[i] = (stereo[2 * i] + stereo[2 * i + 1]) / 2;
+    return {std::move(mono), info.samplerate};
+}
+
+class MixTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder = std::make_unique<TestFolder>();
+        const ProgramResult result = Mix(*folder, {Tone(*folder, 0), Tone(*folder, 1), Tone(*folder, 2)});
+        EXPECT_EQ(result.exitCode, 0) << result.output.toStdString() << result.errors.toStdString();
+        meter = std::make_unique<ToneMeter>(Measure(*folder));
+        second = meter->Onset(kTones, 1, 0.001);
+        third = second < 0 ? -1 : meter->Onset(kTones, 2, 0.001, second);
+    }
+    static void TearDownTestSuite() {
+        meter.reset();
+        folder.reset();
+    }
+    void SetUp() override { ASSERT_TRUE(second > 0 && third > 0); }
+
+    static std::unique_ptr<TestFolder> folder;
+    static std::unique_ptr<ToneMeter> meter;
+    static double second; ///< when the second title is first heard
+    static double third;
+};
+
+std::unique_ptr<TestFolder> MixTest::folder;
+std::unique_ptr<ToneMeter> MixTest::meter;
+double MixTest::second = -1;
+double MixTest::third = -1;
+
+TEST_F(MixTest, HandOversBeginAtTheSecondOfTheRule) {
+    // One tick of the main timer, one step of the fade and the meter's own 20 ms may pass.
+    EXPECT_GE(second, kHandOverAt - 0.02);
+    EXPECT_LE(second, kHandOverAt + 0.2);
+    EXPECT_GE(third - second, kHandOverAt - 0.2);
+    EXPECT_LE(third - second, kHandOverAt + 0.2);
+    EXPECT_NEAR(meter->Seconds(), third + kLength, 0.5);
+}
+
+TEST_F(MixTest, TheFadeFollowsTheVolumeLaw) {
+    // From end to end: the new title rises to the full volume in the first half, then the old one falls.
+    for (double part = 0.1; part < 1; part += 0.1) {
+        const std::vector<double> levels = meter->Levels(kTones, third + part * kFade);
+        EXPECT_NEAR(levels[1] / kFull, std::min(1.0, 2 - 2 * part), 0.03) << part;
+        EXPECT_NEAR(levels[2] / kFull, std::min(1.0, 2 * part), 0.03) << part;
+    }
+    EXPECT_LT(meter->Levels(kTones, third + kFade + 0.3)[1], 0.0005);
+}
+
+TEST_F(MixTest, ThereIsNeitherGapNorClick) {
+    EXPECT_LT(meter->LongestSilence(0.02, 0.05, meter->Seconds() - 0.5), 0.01);
+    // The first title fades to the second from the centre, where the second starts at full volume.
+    EXPECT_LT(meter->ResidualPeak(kTones, 0.1, second - 0.05), -60);
+    EXPECT_LT(meter->ResidualPeak(kTones, second + 0.05, third + kFade + 1), -60);
+}
+
+TEST(MixOfBadFiles, TheMusicGoesOnAndTheReportNamesThem) {
+    const TestFolder folder;
+    const QString missing = folder.Path(QStringLiteral("fehlt.mp3"));
+    const QString text = folder.Write(QStringLiteral("nur Text.ogg"), "Das ist keine Musik.");
+    const QString empty = folder.Write(QStringLiteral("leer.mp3"), "");
+    const ProgramResult result = Mix(folder, {missing, Tone(folder, 0), text, empty, Tone(folder, 1)});
+    EXPECT_EQ(result.exitCode, 1);
+    for (const char* name : {"fehlt", "nur Text", "leer"})
+        EXPECT_TRUE((result.output + result.errors).contains(QLatin1String(name))) << name;
+    const ToneMeter meter = Measure(folder);
+    EXPECT_GE(meter.Onset(kTones, 0, 0.1), 0);
+    EXPECT_GE(meter.Onset(kTones, 1, 0.1, 10), 0);
+    EXPECT_LT(meter.LongestSilence(0.02, 0.05, meter.Seconds() - 0.5), 0.3);
+}
+
+TEST(MixOfBadFiles, WithNothingToPlayThereIsNoMix) {
+    const TestFolder folder;
+    const ProgramResult result = Mix(folder, {folder.Write(QStringLiteral("nur Text.ogg"), "Das ist keine Musik.")});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_FALSE(QFile::exists(folder.Path(QStringLiteral("mix.wav"))));
+}
+
+} // namespace
+} // namespace kalvo::test

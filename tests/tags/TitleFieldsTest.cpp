@@ -1,0 +1,160 @@
+#include "tags/TitleFields.h"
+
+#include "support/SoundMaker.h"
+#include "support/TestFolder.h"
+#include "tags/TagText.h"
+#include "tags/clsAudioGenie.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+namespace {
+
+using test::MakeSound;
+using test::SoundSpec;
+
+/** An ID3v1 tag as it stands at a file's end. */
+QByteArray Id3v1(const QByteArray& title, const QByteArray& artist, char genre) {
+    const auto field = [](const QByteArray& text, int width) { return text.leftJustified(width, '\0', true); };
+    return "TAG" + field(title, 30) + field(artist, 30) + field("Album eins", 30) + "1987" + field("Hallo", 28) +
+           QByteArray("\0\x07", 2) + genre;
+}
+
+/** An ID3v2.3 tag of Latin-1 text frames. */
+QByteArray Id3v2(const QList<QPair<QByteArray, QByteArray>>& frames) {
+    const auto size = [](qsizetype value, int bits) {
+        QByteArray bytes;
+        for (int shift = 3 * bits; shift >= 0; shift -= bits) {
+            bytes.append(static_cast<char>((value >> shift) & ((1 << bits) - 1)));
+        }
+        return bytes;
+    };
+    QByteArray body;
+    for (const auto& [name, content] : frames) {
+        body += name + size(content.size(), 8) + QByteArray(2, '\0') + content;
+    }
+    return QByteArray("ID3\x03\x00\x00", 6) + size(body.size(), 7) + body;
+}
+
+QByteArray Latin1(const QByteArray& text) {
+    return QByteArray(1, '\0') + text;
+}
+
+struct TitleFieldsTest : ::testing::Test {
+    QByteArray Plain() {
+        SoundSpec spec;
+        spec.options = {QStringLiteral("--noreplaygain")};
+        QFile file(MakeSound(folder.Path(), QStringLiteral("plain.mp3"), spec));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+    TitleRecord Read(const QString& path) { return ReadTitleFields(tags, path).value_or(TitleRecord{}); }
+
+    test::TestFolder folder;
+    clsAudioGenie tags;
+};
+
+TEST_F(TitleFieldsTest, OnlyId3v1GivesItsTextsInWindows1252) {
+    const QString path =
+        folder.Write(QStringLiteral("a.mp3"), Plain() + Id3v1("M\xe4nner \x96 live", "Gr\xf6nemeyer", 17));
+    const TitleRecord record = Read(path);
+    EXPECT_EQ(record.Titel, QStringLiteral("Männer – live"));
+    EXPECT_EQ(record.Interpret, QStringLiteral("Grönemeyer"));
+    EXPECT_EQ(record.Album, QStringLiteral("Album eins"));
+    EXPECT_EQ(record.Jahr, QStringLiteral("1987"));
+    EXPECT_EQ(record.Stil, QStringLiteral("Rock"));
+    EXPECT_EQ(record.Extra3, QStringLiteral("7"));
+    EXPECT_EQ(record.Extra1, QStringLiteral("Hallo"));
+    EXPECT_EQ(record.Zeit, QStringLiteral("00:01"));
+    EXPECT_EQ(record.Pfad, path);
+}
+
+TEST_F(TitleFieldsTest, TheLongerTextWinsAndId3v2WhenEquallyLong) {
+    const QByteArray v2 = Id3v2({{"TIT2", Latin1("Kurz")},
+                                 {"TPE1", Latin1("Zweiter ")},
+                                 {"TALB", Latin1("Album zwei, und zwar ganz ausgeschrieben")},
+                                 {"TCON", Latin1("(17)")},
+                                 {"TRCK", Latin1("3/12")},
+                                 {"TBPM", Latin1("128")},
+                                 {"COMM", QByteArray("\0eng", 4) + QByteArray("MusicMatch_Preference\0sehr gut", 30)},
+                                 {"COMM", QByteArray("\0deu\0Tanzbar", 12)}});
+    const TitleRecord record =
+        Read(folder.Write(QStringLiteral("b.mp3"), v2 + Plain() + Id3v1("Nicht ganz so kurz", "Erster.", 8)));
+    EXPECT_EQ(record.Titel, QStringLiteral("Nicht ganz so kurz"));
+    EXPECT_EQ(record.Interpret, QStringLiteral("Zweiter")) << "trimmed, then equally long";
+    EXPECT_EQ(record.Album, QStringLiteral("Album zwei, und zwar ganz ausgeschrieben"));
+    EXPECT_EQ(record.Stil, QStringLiteral("Rock")) << "as long as Jazz";
+    EXPECT_EQ(record.Bewertung, QStringLiteral("sehr gut"));
+    EXPECT_EQ(record.Extra1, QStringLiteral("Tanzbar"));
+    EXPECT_EQ(record.Extra3, QStringLiteral("3/12"));
+    EXPECT_EQ(record.Extra4, QStringLiteral("128"));
+}
+
+TEST_F(TitleFieldsTest, OtherSpellingsOfTheRatingAreNone) {
+    const QByteArray v2 = Id3v2({{"COMM", QByteArray("\0eng", 4) + QByteArray("musicmatch_preference\0gut", 25)}});
+    EXPECT_EQ(Read(folder.Write(QStringLiteral("c.mp3"), v2 + Plain())).Bewertung, QString());
+}
+
+TEST_F(TitleFieldsTest, OggCommentsComeThroughTheSameFields) {
+    SoundSpec spec;
+    spec.seconds = 59.6;
+    spec.frequency = 0;
+    spec.title = QStringLiteral("Über den Dächern");
+    spec.artist = QStringLiteral("Guns N' Roses");
+    spec.album = QStringLiteral("Spätschicht");
+    spec.genre = QStringLiteral("Schlager");
+    spec.year = QStringLiteral("2019");
+    spec.track = QStringLiteral("4");
+    spec.comment = QStringLiteral("leise");
+    for (const QString& name : {QStringLiteral("d.ogg"), QStringLiteral("d.opus"), QStringLiteral("d.mp3")}) {
+        const TitleRecord record = Read(MakeSound(folder.Path(), name, spec));
+        SCOPED_TRACE(name.toStdString());
+        EXPECT_EQ(record.Titel, spec.title);
+        EXPECT_EQ(record.Interpret, spec.artist);
+        EXPECT_EQ(record.Album, spec.album);
+        EXPECT_EQ(record.Stil, spec.genre);
+        EXPECT_EQ(record.Jahr, spec.year);
+        EXPECT_EQ(record.Extra3, spec.track);
+        EXPECT_EQ(record.Extra1, spec.comment);
+        EXPECT_EQ(record.Zeit, QStringLiteral("01:00")) << "59.6 s are rounded";
+    }
+}
+
+TEST_F(TitleFieldsTest, VariableBitRateWithoutAHeaderHasItsExactLength) {
+    SoundSpec spec;
+    spec.seconds = 20;
+    spec.options = {QStringLiteral("-V"), QStringLiteral("5"), QStringLiteral("-t")};
+    const QString path = MakeSound(folder.Path(), QStringLiteral("vbr.mp3"), spec);
+    ASSERT_EQ(tags.AUDIOAnalyzeFileW(path), AudioFormat::Mpeg);
+    EXPECT_NEAR(tags.AUDIOGetDurationW(), 20, 0.1);
+    spec.coverBytes = 60000;
+    ASSERT_EQ(tags.AUDIOAnalyzeFileW(MakeSound(folder.Path(), QStringLiteral("cover.mp3"), spec)), AudioFormat::Mpeg);
+    EXPECT_NEAR(tags.AUDIOGetDurationW(), 20, 0.1);
+    EXPECT_EQ(tags.ID3V2GetPictureSizeW(1), 60000);
+}
+
+TEST_F(TitleFieldsTest, WhatHoldsNoSoundGivesNoRecord) {
+    for (const QByteArray& content : {QByteArray(), QByteArray("Das ist kein Lied."), QByteArray(5000, '\0')}) {
+        EXPECT_FALSE(ReadTitleFields(tags, folder.Write(QStringLiteral("e.mp3"), content)).has_value());
+        EXPECT_FALSE(ReadTitleFields(tags, folder.Write(QStringLiteral("e.ogg"), "OggS" + content)).has_value());
+    }
+    EXPECT_FALSE(ReadTitleFields(tags, folder.Path()).has_value());
+    EXPECT_FALSE(ReadTitleFields(tags, folder.Path(QStringLiteral("keine.mp3"))).has_value());
+    EXPECT_EQ(tags.AUDIOGetDurationW(), 0);
+}
+
+TEST(TagText, GenresAreNames) {
+    const QPair<QString, QString> cases[] = {{QStringLiteral("(17)"), QStringLiteral("Rock")},
+                                             {QStringLiteral("17"), QStringLiteral("Rock")},
+                                             {QStringLiteral("(17)Hardrock"), QStringLiteral("Hardrock")},
+                                             {QStringLiteral("(255)"), QStringLiteral("(255)")},
+                                             {QStringLiteral("80s"), QStringLiteral("80s")},
+                                             {QString(), QString()}};
+    for (const auto& [text, name] : cases) {
+        EXPECT_EQ(TagText::GenreName(text), name);
+    }
+}
+
+} // namespace
+} // namespace kalvo

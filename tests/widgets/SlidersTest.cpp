@@ -1,0 +1,140 @@
+#include "widgets/FaderSlider.h"
+#include "widgets/LevelBar.h"
+#include "widgets/PitchSlider.h"
+#include "widgets/PositionSlider.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <gmock/gmock.h>
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+
+void Press(QWidget& widget, int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &press);
+}
+
+void Mouse(QWidget& widget, QEvent::Type type, double x, double y) {
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, QPointF(x, y), widget.mapToGlobal(QPointF(x, y)), button, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
+TEST(FaderSliderTest, PercentFollowsTheVolumeLaw) {
+    const int cases[][3] = {{-100, 100, 0}, {-30, 100, 70}, {0, 100, 100}, {1, 99, 100}, {100, 0, 100}};
+    for (const auto& [position, player1, player2] : cases) {
+        EXPECT_EQ(PercentOf(position).player1, player1) << position;
+        EXPECT_EQ(PercentOf(position).player2, player2) << position;
+    }
+}
+
+TEST(FaderSliderTest, KeysStepAndStopAtTheEnds) {
+    FaderSlider fader;
+    Press(fader, Qt::Key_Right);
+    EXPECT_EQ(fader.value(), 5);
+    Press(fader, Qt::Key_Left);
+    Press(fader, Qt::Key_Left);
+    EXPECT_EQ(fader.value(), -5);
+    Press(fader, Qt::Key_End);
+    Press(fader, Qt::Key_Right);
+    EXPECT_EQ(fader.value(), 100);
+}
+
+TEST(FaderSliderTest, TheHandleIsDraggedAtAnyHeightAndADoubleClickCentres) {
+    FaderSlider fader;
+    fader.resize(300, 80);
+    Mouse(fader, QEvent::MouseButtonPress, 150, 78);
+    EXPECT_TRUE(fader.isSliderDown());
+    Mouse(fader, QEvent::MouseMove, 600, 0);
+    EXPECT_EQ(fader.value(), 100);
+    Mouse(fader, QEvent::MouseButtonRelease, 600, 0);
+    EXPECT_FALSE(fader.isSliderDown());
+    Mouse(fader, QEvent::MouseButtonPress, 40, 40);
+    EXPECT_EQ(fader.value(), 90) << "a press beside the handle moves it by a step, never at once to the pointer";
+    Mouse(fader, QEvent::MouseButtonDblClick, 40, 40);
+    EXPECT_EQ(fader.value(), 0);
+}
+
+struct Drags {
+    explicit Drags(PositionSlider& slider) {
+        QObject::connect(&slider, &PositionSlider::DragBegan, &slider, [this](double at) { began.push_back(at); });
+        QObject::connect(&slider, &PositionSlider::Dragged, &slider, [this](double at) { moved.push_back(at); });
+        QObject::connect(&slider, &PositionSlider::DragEnded, &slider, [this](double at) { ended.push_back(at); });
+    }
+    std::vector<double> began, moved, ended;
+};
+
+TEST(PositionSliderTest, DraggingTellsFractionsAndHoldsTheLine) {
+    PositionSlider slider(1);
+    const Drags drags(slider);
+    slider.resize(101, 40);
+    slider.SetTitle(200, 9, -1);
+    slider.SetPosition(0.1);
+    Mouse(slider, QEvent::MouseButtonPress, 50, 20);
+    slider.SetPosition(0.1);
+    EXPECT_EQ(slider.value(), 100000) << "the display must not move the line from under the hand";
+    Mouse(slider, QEvent::MouseMove, 500, 20);
+    Mouse(slider, QEvent::MouseButtonRelease, 500, 20);
+    EXPECT_THAT(drags.began, ElementsAre(0.5));
+    EXPECT_THAT(drags.moved, ElementsAre(1.0));
+    EXPECT_THAT(drags.ended, ElementsAre(1.0));
+    slider.SetPosition(0.25);
+    EXPECT_EQ(slider.value(), 50000);
+}
+
+TEST(PositionSliderTest, KeysStepOnlyWithATitle) {
+    PositionSlider slider(2);
+    const Drags drags(slider);
+    Press(slider, Qt::Key_Right);
+    Mouse(slider, QEvent::MouseButtonPress, 5, 5);
+    EXPECT_TRUE(drags.began.empty());
+    slider.SetTitle(100, 0, -1);
+    slider.SetPosition(0.5);
+    Press(slider, Qt::Key_Right);
+    Press(slider, Qt::Key_PageDown);
+    Press(slider, Qt::Key_End);
+    EXPECT_THAT(drags.ended, ElementsAre(0.55, 0.25));
+}
+
+TEST(PositionSliderTest, ANewTitleEndsTheDragOfTheOldOne) {
+    PositionSlider slider(1);
+    slider.resize(100, 40);
+    slider.SetTitle(100, 9, -1);
+    Mouse(slider, QEvent::MouseButtonPress, 50, 20);
+    slider.SetTitle(300, 9, -1);
+    slider.SetPosition(0);
+    EXPECT_EQ(slider.value(), 0);
+}
+
+TEST(PitchSliderTest, TextAndDoubleClick) {
+    EXPECT_EQ(PitchSlider::TextOf(0), QStringLiteral("0,0 %"));
+    EXPECT_EQ(PitchSlider::TextOf(15), QStringLiteral("+1,5 %"));
+    EXPECT_EQ(PitchSlider::TextOf(-120), QStringLiteral("\u221212,0 %"));
+    PitchSlider slider;
+    slider.setValue(33);
+    Mouse(slider, QEvent::MouseButtonDblClick, 5, 5);
+    EXPECT_EQ(slider.value(), 0);
+}
+
+TEST(LevelBarTest, ThePeakStandsForASecond) {
+    LevelBar bar;
+    bar.resize(80 - 2, 20);
+    const LevelBar::Clock::time_point start{};
+    bar.SetLevels(0.8F, 2.0F, start);
+    EXPECT_EQ(bar.Lit(0), 8);
+    EXPECT_EQ(bar.Lit(1), 10);
+    bar.SetLevels(0.2F, -1.0F, start + std::chrono::milliseconds(900));
+    EXPECT_EQ(bar.Lit(0), 2);
+    EXPECT_EQ(bar.Peak(0), 7);
+    bar.SetLevels(0.2F, 0.0F, start + std::chrono::milliseconds(1000));
+    EXPECT_EQ(bar.Peak(0), 1);
+    EXPECT_EQ(bar.Peak(1), -1);
+}
+
+} // namespace
+} // namespace kalvo
