@@ -42,7 +42,8 @@ const std::vector<Wrapped>& WrappedLibraries() {
     static const std::vector<Wrapped> libraries{
         {R"(taglib/.*|(fileref|tag|tpropertymap|id3v[12]\w*|mpeg\w+|\w+frame|vorbisfile|xiphcomment)\.h)", {"tags"}},
         {R"(sqlite3\.h)", {"archive"}},
-        {R"((SDL2/)?SDL.*|(f?mpg123|opusfile|samplerate)\.h|(vorbis|opus|ogg)/.*)", {"audio"}},
+        {R"((SDL2/)?SDL.*|(f?mpg123|samplerate)\.h|(vorbis|opus|ogg)/.*)", {"audio"}},
+        {R"(opusfile\.h)", {"audio", "tags"}}, // a name of the decoder's and of the tag library's
         {R"(sndfile\.hh?)", {"audio", "app"}},
     };
     return libraries;

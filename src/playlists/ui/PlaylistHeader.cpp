@@ -9,10 +9,7 @@
 namespace kalvo {
 
 PlaylistHeader::PlaylistHeader(int number, QWidget* parent)
-    : QWidget(parent),
-      number_(number),
-      caption_(new ElidedLabel(this)),
-      end_(new ElidedLabel(this)) {
+    : QWidget(parent), number_(number), caption_(new ElidedLabel(this)), end_(new ElidedLabel(this)) {
     caption_->setObjectName(number == 1 ? QStringLiteral("Label16") : QStringLiteral("Label17"));
     end_->SetTone(Tone::Dim);
     end_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

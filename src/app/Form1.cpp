@@ -1,0 +1,333 @@
+#include "app/Form1.h"
+
+#include "app/ConsolePanel.h"
+#include "app/Desk.h"
+#include "app/ListBand.h"
+#include "app/StatusLine.h"
+#include "archive/ui/ArchivePanel.h"
+#include "archive/ui/frmTitelEinlesen.h"
+#include "playback/OutputChoice.h"
+#include "playback/ui/MixerPanel.h"
+#include "widgets/SkinStyle.h"
+#include "widgets/xMessageBox.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QSplitter>
+#include <QStandardPaths>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kBufferFrames = 1024;
+constexpr QSize kSmallest(800, 600);
+constexpr QSize kDefaultSize(1280, 800);
+const QString kStyle = QStringLiteral("Style");
+const QString kMixer = QStringLiteral("Mixer");
+const QString kEqualizer = QStringLiteral("Equalizer");
+
+} // namespace
+
+Form1::Form1(Desk& desk, const CommandLine& commandLine, QWidget* parent)
+    : QMainWindow(parent),
+      desk_(desk),
+      commandLine_(commandLine),
+      actions_(this),
+      questions_(*this),
+      listActions_(desk.list1, desk.list2, questions_),
+      timer1_(new QTimer(this)),
+      timeDj_(new QTimer(this)),
+      seconds_(new QTimer(this)) {
+    setObjectName(QStringLiteral("Form1"));
+    setWindowTitle(QStringLiteral("Kalvo"));
+}
+
+Form1::~Form1() = default;
+
+// ---- load and close
+
+bool Form1::Load() {
+    values_ = WindowValues::Read(desk_.folder.Path(QStringLiteral("\\kalvo.dll")));
+    ApplyStyle();
+    Build();
+    status_->Tell(QStringLiteral("Grundparameter setzen..."));
+    if (!desk_.foldersCreated) {
+        status_->Tell(QStringLiteral("Der Datenordner kann nicht angelegt werden: ") + desk_.folder.Root());
+    }
+    status_->Tell(QStringLiteral("Soundkarten suchen..."));
+    if (!InitOutput()) {
+        QMessageBox::critical(nullptr, QStringLiteral("Digital output"),
+                              QStringLiteral("Error: Couldn't Initialize Digital Output"));
+        return false;
+    }
+    if (const QSize screen = QApplication::primaryScreen()->size();
+        screen.width() < kSmallest.width() || screen.height() < kSmallest.height()) {
+        xMessageBox::Ask(this, QStringLiteral(" Kalvo"),
+                         QStringLiteral("Für Kalvo wird eine Bildschirmeinstellung von mindestens 800 x 600 benötigt, "
+                                        "bitte ändern Sie die Eigenschaften Ihrer Grafikkarte"),
+                         {QStringLiteral("OK")});
+    }
+    ReadMixer();
+    OpenArchive();
+    desk_.keeper.Restore();
+    listActions_.DropFiles(listActions_.ActiveList(), -1, commandLine_.files);
+    StartTimers();
+    PlaceWindow();
+    return true;
+}
+
+void Form1::OpenArchive() {
+    connect(&desk_.archive, &Archive::Message, status_, &StatusLine::Tell);
+    connect(&desk_.keeper, &PlaylistKeeper::Told, status_, &StatusLine::Tell);
+    connect(&desk_.archive, &Archive::IndexReady, this,
+            [this] { status_->Tell(QStringLiteral("%1 Titel gefunden").arg(desk_.archive.Count())); });
+    if (desk_.archive.Open(desk_.folder)) {
+        status_->Tell(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
+    }
+}
+
+void Form1::ReadMixer() {
+    MixerOptions options = MixerOptions::Read(desk_.settings);
+    options.continuous = values_.continuous;
+    options.automatic = values_.automatic;
+    desk_.layer.SetEqualiser(EqualiserSettings::Read(desk_.settings));
+    desk_.mixer.SetOptions(options);
+    const int volume = std::clamp(desk_.settings.GetNumber(kEqualizer, QStringLiteral("Lautstärke"), 35), 0, 100);
+    desk_.mixer.SetMasterVolume(volume);
+    console_->Mixing().SetVolume(volume);
+}
+
+void Form1::closeEvent(QCloseEvent* event) {
+    if (closing_) {
+        event->accept();
+        return;
+    }
+    const QString answer = xMessageBox::Ask(
+        this, QStringLiteral("Achtung!"), QStringLiteral("Wollen Sie Kalvo wirklich beenden?"),
+        {QStringLiteral("Ja"), QStringLiteral("Nein"), QStringLiteral("Abbrechen")}, xMessageBox::Sign::Warning);
+    if (answer == QStringLiteral("Nein")) {
+        event->ignore();
+        return;
+    }
+    closing_ = true;
+    status_->Tell(QStringLiteral("Beendet"));
+    delete import_.data();
+    timer1_->stop();
+    timeDj_->stop();
+    desk_.layer.StopAudio();
+    Save();
+    event->accept();
+    QApplication::quit();
+}
+
+void Form1::Save() {
+    values_.geometry = normalGeometry();
+    values_.maximised = isMaximized();
+    values_.consoleHeight = console_->height();
+    values_.continuous = desk_.mixer.Options().continuous;
+    values_.automatic = desk_.mixer.Options().automatic;
+    values_.Write(desk_.folder.Path(QStringLiteral("\\kalvo.dll")));
+    {
+        const Settings::Pass pass(desk_.settings);
+        const MixerOptions& options = desk_.mixer.Options();
+        desk_.settings.PutNumber(kEqualizer, QStringLiteral("Lautstärke"),
+                                 desk_.layer.Library().GetVolume(audio::Output::Main));
+        desk_.settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
+        desk_.settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
+        desk_.settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
+    }
+    if (!desk_.keeper.SaveNow()) {
+        QMessageBox::warning(this, QStringLiteral("Kalvo"),
+                             QStringLiteral("Die Wiedergabelisten konnten nicht gespeichert werden."));
+    }
+}
+
+// ---- output
+
+bool Form1::InitOutput() {
+    const QStringList names = desk_.layer.DeviceNames();
+    const int wanted = commandLine_.device ? *commandLine_.device : OutputChoice::Read(desk_.settings).Resolve(names);
+    return desk_.layer.InitAudio(wanted, kBufferFrames);
+}
+
+void Form1::FillDeviceMenu() {
+    QMenu* menu = actions_.DeviceMenu();
+    menu->clear();
+    audio::OutputInfo info;
+    desk_.layer.Library().GetInfo(audio::Output::Main, info);
+    const QStringList names = desk_.layer.DeviceNames();
+    for (int device = 0; device < names.size(); ++device) {
+        QAction* action = menu->addAction(names.at(device), this, [this, device] { ChooseDevice(device); });
+        action->setCheckable(true);
+        action->setChecked(device == desk_.layer.OutputDevice());
+    }
+}
+
+void Form1::ChooseDevice(int device) {
+    if (desk_.mixer.OnAirPlayer() != 0 &&
+        questions_.Ask(QStringLiteral("Achtung!"),
+                       QStringLiteral("Die Musik wird beim Wechsel der Soundkarte angehalten. Trotzdem wechseln?")) !=
+            QStringLiteral("Ja")) {
+        return;
+    }
+    desk_.mixer.Stop(1);
+    desk_.mixer.Stop(2);
+    desk_.layer.StopAudio();
+    if (!desk_.layer.InitAudio(device, kBufferFrames)) {
+        questions_.Tell(QStringLiteral("Error: Couldn't Initialize Digital Output"));
+        return;
+    }
+    desk_.mixer.Attach();
+    desk_.mixer.SetMasterVolume(console_->Mixing().Volume());
+    OutputChoice{desk_.layer.OutputDevice(), desk_.layer.DeviceNames().value(desk_.layer.OutputDevice())}.Write(
+        desk_.settings);
+    ShowOutput();
+}
+
+void Form1::ShowOutput() {
+    audio::OutputInfo info;
+    if (desk_.layer.Library().GetInfo(audio::Output::Main, info)) {
+        status_->SetOutput(QString::fromStdString(info.deviceName));
+        status_->SetStarvations(info.starvations);
+    }
+}
+
+// ---- looks
+
+void Form1::ApplyStyle() {
+    const auto setting = [this](const char* key, const QString& fallback) {
+        return desk_.settings.GetSetting(kStyle, QLatin1String(key), fallback);
+    };
+    const QString skin = setting("Skin", QStringLiteral("Light Green"));
+    const QString fontSize = setting("Schriftgrad", QStringLiteral("klein"));
+    const QString buttonSize = setting("Buttongroesse", QStringLiteral("klein"));
+    SkinStyle::Apply(*qApp, skin, fontSize, buttonSize);
+    const auto check = [](const QActionGroup& group, const QString& value) {
+        for (QAction* action : group.actions()) {
+            action->setChecked(action->data().toString() == value);
+        }
+    };
+    check(*actions_.skins, skin);
+    check(*actions_.fontSizes, fontSize);
+    check(*actions_.buttonSizes, buttonSize);
+    if (bands_ != nullptr) {
+        FoldLayout();
+    }
+}
+
+void Form1::PlaceWindow() {
+    const QRect available = QApplication::primaryScreen()->availableGeometry();
+    QRect place(QPoint(), kDefaultSize.boundedTo(available.size()));
+    place.moveCenter(available.center());
+    bool onScreen = false;
+    for (const QScreen* screen : QApplication::screens()) {
+        onScreen = onScreen || screen->availableGeometry().intersects(values_.geometry);
+    }
+    setGeometry(onScreen ? values_.geometry : place);
+    if (values_.maximised) {
+        setWindowState(Qt::WindowMaximized);
+    }
+    FoldLayout();
+    archive_->FocusSearch();
+}
+
+void Form1::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (bands_ != nullptr && LayoutModeFor(width(), SkinStyle::Units().F()) != mode_) {
+        FoldLayout();
+    }
+}
+
+void Form1::FoldLayout() {
+    const FontUnits& units = SkinStyle::Units();
+    mode_ = LayoutModeFor(width(), units.F());
+    const int margin = units.Gap(2);
+    centralWidget()->setContentsMargins(margin, 0, margin, 0);
+    bands_->setHandleWidth(margin);
+    console_->SetLayoutMode(mode_);
+    lists_->SetLayoutMode(mode_);
+    archive_->SetLayoutMode(mode_);
+    const int console = units.ConsoleHeight(mode_);
+    const int rest = std::max(1, bands_->height() - console - 2 * margin);
+    bands_->setSizes({console, rest * 2 / 5, rest * 3 / 5});
+}
+
+void Form1::ShowOptions() {
+    const MixerOptions& options = desk_.mixer.Options();
+    timeDj_->setInterval(options.fadeInterval);
+    status_->SetMode(FadeModeCaption(options.mode));
+    status_->SetContinuous(ContinuousCaption(options.continuous));
+    status_->SetAutomatic(AutomaticCaption(options.automatic));
+    MixerPanel& mixing = console_->Mixing();
+    mixing.SetMode(FadeModeText(options.mode));
+    mixing.SetSpeed(options.fadeInterval);
+    mixing.SetContinuous(options.continuous);
+    mixing.SetAutomatic(options.automatic);
+    for (QAction* action : actions_.modes->actions()) {
+        action->setChecked(action->data().toString() == FadeModeText(options.mode));
+    }
+    for (QAction* action : actions_.speeds->actions()) {
+        action->setChecked(action->data().toInt() == options.fadeInterval);
+    }
+    actions_.continuous->setChecked(options.continuous);
+    actions_.automatic->setChecked(options.automatic);
+    actions_.removePlayed->setChecked(options.removePlayed);
+}
+
+// ---- what the user asks for
+
+void Form1::ImportTitles() {
+    if (import_ == nullptr) {
+        const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+        import_ =
+            new frmTitelEinlesen(desk_.archive, values_.importFolder.isEmpty() ? music : values_.importFolder, this);
+        import_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(import_, &frmTitelEinlesen::Finished, this, [this] {
+            values_.importFolder = import_->Folder();
+            archive_->Refresh();
+        });
+    }
+    import_->show();
+    import_->raise();
+    import_->activateWindow();
+}
+
+void Form1::AskForFiles() {
+    const QStringList files =
+        QFileDialog::getOpenFileNames(this, QStringLiteral("Musikdateien hinzufügen"),
+                                      QStandardPaths::writableLocation(QStandardPaths::MusicLocation),
+                                      QStringLiteral("Musikdateien (*.mp3 *.ogg *.MP3 *.OGG)"));
+    listActions_.DropFiles(listActions_.ActiveList(), -1, files);
+}
+
+void Form1::AddSelectedTitles(int player) {
+    listActions_.AddTitles(player, archive_->SelectedRecords());
+}
+
+void Form1::Demonstrate(const QStringList& titles) {
+    TitleImport import(desk_.archive);
+    import.Run(titles);
+    archive_->Refresh();
+    for (int index = 0; index < titles.size(); ++index) {
+        if (const std::optional<TitleRecord> title = desk_.archive.FindByPath(titles.at(index))) {
+            desk_.List(1 + index % 2).Append({EntryOf(*title)});
+        }
+    }
+    desk_.mixer.Play(1, -1);
+}
+
+void Form1::ShowAbout() {
+    xMessageBox::Ask(
+        this, QStringLiteral("Über Kalvo"),
+        QStringLiteral("Kalvo\nVersion %1\n\nMusik live spielen und mischen.\nFreie Software unter der GPL 3 "
+                       "oder neuer.")
+            .arg(QApplication::applicationVersion()),
+        {QStringLiteral("OK")});
+}
+
+} // namespace kalvo

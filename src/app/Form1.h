@@ -1,0 +1,92 @@
+#pragma once
+
+#include "app/CommandLine.h"
+#include "app/DeskActions.h"
+#include "app/DeskQuestions.h"
+#include "app/WindowValues.h"
+#include "playlists/PlaylistActions.h"
+#include "widgets/LayoutMode.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
+
+class QSplitter;
+
+namespace kalvo {
+
+struct Desk;
+class ArchivePanel;
+class ConsolePanel;
+class ListBand;
+class StatusLine;
+class frmTitelEinlesen;
+
+/**
+ * The main window: console, lists and archive in three bands, joined with the desk. Holds the timers that drive the
+ * players and the settings that the window itself changes.
+ */
+class Form1 : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /** The desk outlives the window. */
+    Form1(Desk& desk, const CommandLine& commandLine, QWidget* parent = nullptr);
+    ~Form1() override;
+
+    /** Reads the settings, opens output, archive and lists. False after a fatal failure, which has been told. */
+    bool Load();
+    /** Imports these titles, fills both lists with them and plays. */
+    void Demonstrate(const QStringList& titles);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void Build();
+    void ConnectMixer();
+    void ConnectMixing();
+    void ConnectArchive();
+    void ConnectActions();
+    void ConnectSettings();
+    void StartTimers();
+
+    bool InitOutput();
+    void OpenArchive();
+    void ReadMixer();
+    void ApplyStyle();
+    void PlaceWindow();
+    void FoldLayout();
+    void ShowOptions();
+    void ShowOutput();
+    void FillDeviceMenu();
+    void ChooseDevice(int device);
+    template<typename Change>
+    void ChangeOptions(Change change);
+    void ImportTitles();
+    void AskForFiles();
+    void AddSelectedTitles(int player);
+    void Save();
+    void ShowAbout();
+
+    Desk& desk_;
+    CommandLine commandLine_;
+    WindowValues values_;
+    DeskActions actions_;
+    DeskQuestions questions_;
+    PlaylistActions listActions_;
+    QSplitter* bands_ = nullptr;
+    ConsolePanel* console_ = nullptr;
+    ListBand* lists_ = nullptr;
+    ArchivePanel* archive_ = nullptr;
+    StatusLine* status_ = nullptr;
+    QPointer<frmTitelEinlesen> import_;
+    QTimer* timer1_;  ///< hand-over, 100 ms
+    QTimer* timeDj_;  ///< fade, interval = fade speed
+    QTimer* seconds_; ///< times of the lists and what else changes by the second
+    LayoutMode mode_ = LayoutMode::Normal;
+    bool closing_ = false;
+};
+
+} // namespace kalvo

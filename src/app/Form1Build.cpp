@@ -1,0 +1,166 @@
+// Assembling the main window: its bands, and who is joined with whom.
+
+#include "app/Form1.h"
+
+#include "app/ConsolePanel.h"
+#include "app/Desk.h"
+#include "app/ListBand.h"
+#include "app/StatusLine.h"
+#include "archive/ui/ArchivePanel.h"
+#include "playback/ui/MixerPanel.h"
+
+#include <QMenuBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kHandOverInterval = 100; // ms
+constexpr int kSecond = 1000;          // ms
+
+} // namespace
+
+void Form1::Build() {
+    actions_.BuildMenus(*menuBar());
+    auto* central = new QWidget(this);
+    auto* column = new QVBoxLayout(central);
+    column->setContentsMargins({});
+    bands_ = new QSplitter(Qt::Vertical, central);
+    bands_->setObjectName(QStringLiteral("Teiler"));
+    bands_->setChildrenCollapsible(false);
+    console_ = new ConsolePanel(desk_.mixer, bands_);
+    lists_ = new ListBand(desk_, listActions_, actions_, bands_);
+    archive_ = new ArchivePanel(desk_.archive, desk_.settings, bands_);
+    bands_->addWidget(console_);
+    bands_->addWidget(lists_);
+    bands_->addWidget(archive_);
+    bands_->setStretchFactor(0, 0);
+    bands_->setStretchFactor(1, 2);
+    bands_->setStretchFactor(2, 3);
+    column->addWidget(bands_);
+    setCentralWidget(central);
+    status_ = new StatusLine(this);
+    setStatusBar(status_);
+    console_->SetSelection([this](int player) { return lists_->SelectedRow(player); });
+    console_->SetCaption([this](int player) { return lists_->Caption(player); });
+    archive_->SetContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
+                                 actions_.selectAllTitles, actions_.importTitles});
+    ConnectMixer();
+    ConnectMixing();
+    ConnectArchive();
+    ConnectActions();
+    ConnectSettings();
+}
+
+void Form1::ConnectMixer() {
+    Mixer* mixer = &desk_.mixer;
+    connect(mixer, &Mixer::OptionsChanged, this, &Form1::ShowOptions);
+    connect(mixer, &Mixer::Message, status_, &StatusLine::Tell);
+    connect(mixer, &Mixer::FileMissing, this, [this](const QString& path) {
+        questions_.Tell(QStringLiteral("Datei:\n%1\nist nicht mehr vorhanden!").arg(path));
+    });
+}
+
+template<typename Change>
+void Form1::ChangeOptions(Change change) {
+    MixerOptions options = desk_.mixer.Options();
+    change(options);
+    desk_.mixer.SetOptions(options);
+}
+
+void Form1::ConnectMixing() {
+    MixerPanel* mixing = &console_->Mixing();
+    const auto chooseMode = [this](const QString& text) {
+        ChangeOptions([&text](MixerOptions& options) { options.mode = FadeModeFromText(text); });
+        desk_.settings.PutSetting(QStringLiteral("Mixer"), QStringLiteral("Überblendmodus"), text);
+    };
+    const auto chooseSpeed = [this](int interval) {
+        ChangeOptions([interval](MixerOptions& options) { options.fadeInterval = interval; });
+    };
+    const auto switchContinuous = [this](bool on) {
+        ChangeOptions([on](MixerOptions& options) { options.continuous = on; });
+    };
+    const auto switchAutomatic = [this](bool on) {
+        ChangeOptions([on](MixerOptions& options) { options.automatic = on; });
+    };
+    connect(mixing, &MixerPanel::ModeChosen, this, chooseMode);
+    connect(mixing, &MixerPanel::SpeedChosen, this, chooseSpeed);
+    connect(mixing, &MixerPanel::ContinuousToggled, this, switchContinuous);
+    connect(mixing, &MixerPanel::AutomaticToggled, this, switchAutomatic);
+    connect(mixing, &MixerPanel::VolumeChanged, &desk_.mixer, &Mixer::SetMasterVolume);
+    connect(mixing, &MixerPanel::FadeMenuRequested, this,
+            [this](const QPoint& place) { actions_.SpeedMenu()->popup(place); });
+    connect(actions_.modes, &QActionGroup::triggered, this,
+            [chooseMode](const QAction* action) { chooseMode(action->data().toString()); });
+    connect(actions_.speeds, &QActionGroup::triggered, this,
+            [chooseSpeed](const QAction* action) { chooseSpeed(action->data().toInt()); });
+    connect(actions_.continuous, &QAction::triggered, this, switchContinuous);
+    connect(actions_.automatic, &QAction::triggered, this, switchAutomatic);
+    connect(actions_.removePlayed, &QAction::triggered, this,
+            [this](bool on) { ChangeOptions([on](MixerOptions& options) { options.removePlayed = on; }); });
+}
+
+void Form1::ConnectArchive() {
+    connect(archive_, &ArchivePanel::ImportRequested, this, &Form1::ImportTitles);
+    connect(archive_, &ArchivePanel::TitleActivated, this,
+            [this](const TitleRecord& title) { listActions_.AddTitles(listActions_.ActiveList(), {title}); });
+    connect(archive_, &ArchivePanel::AddToListRequested, this,
+            [this](int player, const QList<TitleRecord>& titles) { listActions_.AddTitles(player, titles); });
+}
+
+void Form1::ConnectActions() {
+    for (const int player : {1, 2}) {
+        const auto index = static_cast<std::size_t>(player - 1);
+        const auto on = [this](QAction* action, auto run) { connect(action, &QAction::triggered, this, run); };
+        on(actions_.play.at(index), [this, player] { console_->Play(player); });
+        on(actions_.stop.at(index), [this, player] { desk_.mixer.Stop(player); });
+        on(actions_.pause.at(index), [this, player] { desk_.mixer.Pause(player); });
+        on(actions_.next.at(index), [this, player] { desk_.mixer.Next(player); });
+        on(actions_.mute.at(index), [this, player] { desk_.mixer.ToggleMute(player); });
+        on(actions_.fadeTo.at(index), [this, player] { console_->FadeTo(player); });
+        on(actions_.addToPlayer.at(index), [this, player] { AddSelectedTitles(player); });
+    }
+    connect(actions_.distribute, &QAction::triggered, this,
+            [this] { listActions_.Distribute(archive_->SelectedRecords()); });
+    connect(actions_.selectAllTitles, &QAction::triggered, archive_, &ArchivePanel::SelectAll);
+    connect(actions_.focusSearch, &QAction::triggered, archive_, &ArchivePanel::FocusSearch);
+    connect(actions_.importTitles, &QAction::triggered, this, &Form1::ImportTitles);
+    connect(actions_.addFiles, &QAction::triggered, this, &Form1::AskForFiles);
+    connect(actions_.quit, &QAction::triggered, this, &Form1::close);
+    connect(actions_.about, &QAction::triggered, this, &Form1::ShowAbout);
+}
+
+void Form1::ConnectSettings() {
+    const auto keep = [this](QActionGroup* group, const QString& key) {
+        connect(group, &QActionGroup::triggered, this, [this, key](const QAction* action) {
+            desk_.settings.PutSetting(QStringLiteral("Style"), key, action->data().toString());
+            ApplyStyle();
+        });
+    };
+    keep(actions_.skins, QStringLiteral("Skin"));
+    keep(actions_.fontSizes, QStringLiteral("Schriftgrad"));
+    keep(actions_.buttonSizes, QStringLiteral("Buttongroesse"));
+    connect(actions_.DeviceMenu(), &QMenu::aboutToShow, this, &Form1::FillDeviceMenu);
+}
+
+void Form1::StartTimers() {
+    timer1_->setObjectName(QStringLiteral("Timer1"));
+    timer1_->setInterval(kHandOverInterval);
+    connect(timer1_, &QTimer::timeout, &desk_.mixer, &Mixer::CheckHandOver);
+    timeDj_->setObjectName(QStringLiteral("TimeDJ"));
+    timeDj_->setTimerType(Qt::PreciseTimer);
+    connect(timeDj_, &QTimer::timeout, &desk_.mixer, &Mixer::StepFade);
+    seconds_->setInterval(kSecond);
+    connect(seconds_, &QTimer::timeout, this, [this] {
+        lists_->RefreshTimes();
+        ShowOutput();
+    });
+    timer1_->start();
+    timeDj_->start();
+    seconds_->start();
+    ShowOutput();
+}
+
+} // namespace kalvo

@@ -1,0 +1,5 @@
+#include "app/StartRoutine.h"
+
+int main(int argc, char** argv) {
+    return kalvo::Main(argc, argv);
+}

@@ -1,0 +1,128 @@
+#include "archive/FoldedTexts.h"
+
+#include "archive/ByteScan.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kalvo {
+
+namespace {
+
+/** Farthest distance of the two bytes looked for. */
+constexpr std::size_t kMaximumDistance = 63;
+constexpr std::size_t kPadding = ByteScan::kBlock + kMaximumDistance + 1;
+/** Masks made at one go: small enough to stay in the first cache. */
+constexpr std::size_t kBlocksAtOnce = 64;
+
+} // namespace
+
+FoldedTexts::FoldedTexts() : text_(kPadding, '\0'), offsets_{0} {}
+
+std::uint32_t FoldedTexts::Append(std::string_view folded) {
+    const std::size_t start = offsets_.back();
+    const std::size_t needed = start + folded.size() + 1 + kPadding;
+    if (text_.capacity() < needed)
+        text_.reserve(needed + needed / 4);
+    text_.resize(needed, '\0');
+    std::copy(folded.begin(), folded.end(), text_.begin() + static_cast<std::ptrdiff_t>(start));
+    for (const char c : folded)
+        ++frequency_[static_cast<unsigned char>(c)];
+    offsets_.push_back(static_cast<std::uint32_t>(start + folded.size() + 1));
+    return static_cast<std::uint32_t>(Size() - 1);
+}
+
+FoldedTexts::Pair FoldedTexts::RarestPair(std::string_view needle) const {
+    const auto rarer = [&](std::size_t left, std::size_t right) {
+        return frequency_[static_cast<unsigned char>(needle[left])] <
+               frequency_[static_cast<unsigned char>(needle[right])];
+    };
+    std::size_t first = 0;
+    for (std::size_t i = 1; i < needle.size(); ++i)
+        if (rarer(i, first))
+            first = i;
+    std::size_t second = first;
+    for (std::size_t i = 0; i < needle.size(); ++i)
+        if (i != first && std::max(i, first) - std::min(i, first) <= kMaximumDistance &&
+            (second == first || rarer(i, second)))
+            second = i;
+    return {std::min(first, second), std::max(first, second) - std::min(first, second)};
+}
+
+std::size_t FoldedTexts::TextAt(std::size_t position, std::size_t from) const {
+    std::size_t step = 1;
+    while (from + step < Size() && offsets_[from + step] <= position) {
+        from += step;
+        step *= 2;
+    }
+    const auto begin = offsets_.begin() + static_cast<std::ptrdiff_t>(from);
+    const auto end = offsets_.begin() + static_cast<std::ptrdiff_t>(std::min(from + step, Size()));
+    return static_cast<std::size_t>(std::upper_bound(begin, end, static_cast<std::uint32_t>(position)) -
+                                    offsets_.begin()) - 1;
+}
+
+void FoldedTexts::FindContaining(std::string_view needle, BitSet& hits) const {
+    if (needle.empty()) {
+        for (std::size_t i = 0; i < Size(); ++i)
+            hits.Set(i);
+        return;
+    }
+    const std::size_t used = offsets_.back();
+    if (needle.size() > used)
+        return;
+    const Pair pair = RarestPair(needle);
+    const char first = needle[pair.at];
+    const char second = needle[pair.at + pair.distance];
+    std::array<std::uint64_t, kBlocksAtOnce> masks;
+    std::size_t text = 0;
+    std::size_t next = 0; // everything before belongs to a text that is a hit already
+    for (std::size_t start = 0; start < used; start += kBlocksAtOnce * ByteScan::kBlock) {
+        const std::size_t blocks =
+            std::min(kBlocksAtOnce, (used - start + ByteScan::kBlock - 1) / ByteScan::kBlock);
+        ByteScan::PairMasks(text_.data() + start, blocks, pair.distance, first, second, masks.data());
+        for (std::size_t b = 0; b < blocks; ++b) {
+            for (std::uint64_t mask = masks[b]; mask != 0; mask &= mask - 1) {
+                const std::size_t found =
+                    start + b * ByteScan::kBlock + static_cast<std::size_t>(std::countr_zero(mask));
+                if (found < next + pair.at || found - pair.at + needle.size() > used ||
+                    std::memcmp(text_.data() + found - pair.at, needle.data(), needle.size()) != 0)
+                    continue;
+                text = TextAt(found, text);
+                hits.Set(text);
+                next = offsets_[text + 1];
+            }
+        }
+    }
+}
+
+void FoldedTexts::FindMatching(const LikePattern& pattern, BitSet& hits) const {
+    if (pattern.IsContains()) {
+        FindContaining(pattern.LongestPiece(), hits);
+        return;
+    }
+    BitSet candidates(Size());
+    FindContaining(pattern.LongestPiece(), candidates);
+    candidates.ForEach([&](std::size_t i) {
+        if (pattern.Matches(At(i)))
+            hits.Set(i);
+    });
+}
+
+FoldedTexts FoldedTexts::Reordered(std::span<const std::uint32_t> order) const {
+    std::size_t length = 0;
+    for (const std::uint32_t index : order)
+        length += At(index).size() + 1;
+    FoldedTexts reordered;
+    reordered.text_.reserve(length + kPadding);
+    reordered.offsets_.reserve(order.size() + 1);
+    for (const std::uint32_t index : order)
+        reordered.Append(At(index));
+    return reordered;
+}
+
+void FoldedTexts::Trim() {
+    text_.shrink_to_fit();
+    offsets_.shrink_to_fit();
+}
+
+} // namespace kalvo

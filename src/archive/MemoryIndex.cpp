@@ -1,0 +1,219 @@
+#include "archive/MemoryIndex.h"
+
+#include "archive/PathOrder.h"
+#include "archive/TextFolding.h"
+
+namespace kalvo {
+
+namespace {
+
+/** Dead rows that are let be. */
+constexpr std::size_t kDeadRows = 1000;
+
+struct SplitPath {
+    std::string_view folder; ///< with its closing separator
+    std::string_view name;
+};
+
+SplitPath Split(std::string_view path) {
+    const std::size_t length = path.find_last_of("/\\") + 1; // npos + 1 is 0
+    return {path.substr(0, length), path.substr(length)};
+}
+
+std::uint32_t HashPath(std::string_view folded) { return static_cast<std::uint32_t>(HashText(folded) >> 32); }
+
+constexpr std::size_t PlaceIn(ArchiveField field) { return static_cast<std::size_t>(field) - 1; }
+
+template<typename Value>
+std::vector<Value> Picked(const std::vector<Value>& values, const std::vector<std::uint32_t>& rows) {
+    std::vector<Value> picked(rows.size());
+    std::transform(rows.begin(), rows.end(), picked.begin(), [&](std::uint32_t row) { return values[row]; });
+    return picked;
+}
+
+} // namespace
+
+std::uint32_t MemoryIndex::CodeFor(Column& column, std::string_view text) {
+    if (column.codes.empty() || column.lastText != text) {
+        std::string folded;
+        TextFolding::AppendFolded(text, folded);
+        column.lastCode = column.dictionary.CodeOf(folded);
+        column.lastText = text;
+    }
+    return column.lastCode;
+}
+
+void MemoryIndex::Append(qint64 nr, const Texts& texts) {
+    const auto row = static_cast<std::uint32_t>(ids_.size());
+    ids_.push_back(nr);
+    alive_.Resize(ids_.size());
+    alive_.Set(row);
+    std::string folded;
+    TextFolding::AppendFolded(texts[PlaceIn(ArchiveField::Titel)], folded);
+    titles_.Append(folded);
+    const SplitPath path = Split(texts[PlaceIn(ArchiveField::Pfad)]);
+    folded.clear();
+    TextFolding::AppendFolded(path.name, folded);
+    names_.Append(folded);
+    for (const ArchiveField field : kTextFields) {
+        if (field == ArchiveField::Titel)
+            continue;
+        Column& column = ColumnOf(field);
+        column.codes.push_back(CodeFor(column, field == ArchiveField::Pfad ? path.folder : texts[PlaceIn(field)]));
+    }
+    paths_.Add(HashPath(PathOf(row)), row);
+}
+
+void MemoryIndex::Put(const TitleRecord& record) {
+    std::array<QByteArray, kTextFields.size()> utf8;
+    Texts texts;
+    for (const ArchiveField field : kTextFields) {
+        QByteArray& bytes = utf8[PlaceIn(field)];
+        bytes = FieldText(record, field).toUtf8();
+        texts[PlaceIn(field)] = {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+    }
+    for (auto at = ids_.begin(); (at = std::find(at, ids_.end(), record.Nr)) != ids_.end(); ++at) {
+        const auto row = static_cast<std::size_t>(at - ids_.begin());
+        if (!alive_.Test(row))
+            continue;
+        if (UpdateInPlace(row, texts))
+            return;
+        alive_.Clear(row);
+        ++dead_;
+        break;
+    }
+    Append(record.Nr, texts);
+}
+
+/** Possible where nothing changes that the rows are ordered or found by. */
+bool MemoryIndex::UpdateInPlace(std::size_t row, const Texts& texts) {
+    const auto folded = [&](ArchiveField field) {
+        std::string text;
+        TextFolding::AppendFolded(texts[PlaceIn(field)], text);
+        return text;
+    };
+    const Column& artists = ColumnOf(ArchiveField::Interpret);
+    if (folded(ArchiveField::Titel) != titles_.At(row) || folded(ArchiveField::Pfad) != PathOf(row) ||
+        folded(ArchiveField::Interpret) != artists.dictionary.Values().At(artists.codes[row]))
+        return false;
+    for (const ArchiveField field : kTextFields)
+        if (field != ArchiveField::Titel && field != ArchiveField::Pfad)
+            ColumnOf(field).codes[row] = ColumnOf(field).dictionary.CodeOf(folded(field));
+    return true;
+}
+
+std::string MemoryIndex::PathOf(std::size_t row) const {
+    const Column& folders = ColumnOf(ArchiveField::Pfad);
+    std::string path(folders.dictionary.Values().At(folders.codes[row]));
+    return path.append(names_.At(row));
+}
+
+int MemoryIndex::ComparePaths(std::uint32_t left, std::uint32_t right) const {
+    const std::vector<std::uint32_t>& folders = ColumnOf(ArchiveField::Pfad).codes;
+    if (folders[left] == folders[right])
+        return TextFolding::Compare(names_.At(left), names_.At(right));
+    return TextFolding::Compare(PathOf(left), PathOf(right));
+}
+
+std::vector<std::uint32_t> MemoryIndex::DefaultOrder(std::span<const std::uint32_t> titleOrder) const {
+    const Column& artists = ColumnOf(ArchiveField::Interpret);
+    const SortRanks& ranks = artists.dictionary.Ranks();
+    std::vector<std::uint32_t> next(ranks.Distinct() + 1, 0);
+    const auto rankOf = [&](std::uint32_t row) { return ranks.Ranks()[artists.codes[row]]; };
+    for (const std::uint32_t row : titleOrder)
+        ++next[rankOf(row) + 1];
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    std::vector<std::uint32_t> order(titleOrder.size());
+    for (const std::uint32_t row : titleOrder)
+        order[next[rankOf(row)]++] = row;
+    return order;
+}
+
+void MemoryIndex::Settle() {
+    const std::size_t ranked = order_.size();
+    if (dead_ > ids_.size() / 4 + kDeadRows || ids_.size() > ranked * 2) {
+        Pack();
+        return;
+    }
+    for (Column& column : columns_)
+        column.dictionary.Settle();
+    if (ids_.size() == ranked)
+        return;
+    titleRanks_.Extend(ids_.size(), [this](std::uint32_t left, std::uint32_t right) {
+        return TextFolding::Compare(titles_.At(left), titles_.At(right));
+    });
+    pathRanks_.Extend(ids_.size(), [this](auto left, auto right) { return ComparePaths(left, right); });
+    order_ = DefaultOrder(titleRanks_.Order());
+    position_.resize(order_.size());
+    for (std::uint32_t i = 0; i < order_.size(); ++i)
+        position_[order_[i]] = i;
+}
+
+void MemoryIndex::Pack() {
+    for (Column& column : columns_)
+        column.dictionary.Settle();
+    std::vector<std::uint32_t> titleOrder = SortedTexts(titles_);
+    std::vector<std::uint32_t> rows = DefaultOrder(titleOrder);
+    std::erase_if(rows, [this](std::uint32_t row) { return !alive_.Test(row); });
+    std::erase_if(titleOrder, [this](std::uint32_t row) { return !alive_.Test(row); });
+    std::vector<std::uint32_t> moved(ids_.size());
+    for (std::uint32_t i = 0; i < rows.size(); ++i)
+        moved[rows[i]] = i;
+    Reorder(rows);
+    titleRanks_.Assign(Picked(moved, titleOrder), [this](std::uint32_t left, std::uint32_t right) {
+        return TextFolding::Compare(titles_.At(left), titles_.At(right)) == 0;
+    });
+    const Column& folders = ColumnOf(ArchiveField::Pfad);
+    pathRanks_.Assign(PathOrder(folders.dictionary, folders.codes, names_),
+                      [this](std::uint32_t left, std::uint32_t right) { return ComparePaths(left, right) == 0; });
+}
+
+void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
+    ids_ = Picked(ids_, rows);
+    titles_ = titles_.Reordered(rows);
+    names_ = names_.Reordered(rows);
+    for (Column& column : columns_) {
+        if (!column.codes.empty())
+            column.codes = Picked(column.codes, rows);
+        column.dictionary.Trim();
+    }
+    alive_ = BitSet(rows.size(), true);
+    dead_ = 0;
+    order_.resize(rows.size());
+    std::iota(order_.begin(), order_.end(), 0U);
+    position_ = order_;
+    paths_ = PathTable();
+    for (std::uint32_t row = 0; row < rows.size(); ++row)
+        paths_.Add(HashPath(PathOf(row)), row);
+}
+
+std::optional<qint64> MemoryIndex::FindPath(const QString& path) const {
+    const std::string folded = TextFolding::Folded(path);
+    std::optional<qint64> found;
+    paths_.Find(HashPath(folded), [&](std::uint32_t row) {
+        if (!alive_.Test(row) || PathOf(row) != folded)
+            return false;
+        found = ids_[row];
+        return true;
+    });
+    return found;
+}
+
+bool MemoryIndex::HoldsPathLike(const QString& path) const {
+    QString pattern = path;
+    pattern.replace(u'\'', u'*');
+    if (!pattern.contains(u'*'))
+        return FindPath(path).has_value();
+    return !Matching({{ArchiveField::Pfad, true, pattern}}).None();
+}
+
+std::size_t MemoryIndex::Bytes() const {
+    std::size_t bytes = ids_.capacity() * sizeof(qint64) + alive_.Size() / 8 + titles_.Bytes() + names_.Bytes() +
+                        paths_.Bytes() + titleRanks_.Bytes() + pathRanks_.Bytes() +
+                        (order_.capacity() + position_.capacity()) * sizeof(std::uint32_t);
+    for (const Column& column : columns_)
+        bytes += column.dictionary.Bytes() + column.codes.capacity() * sizeof(std::uint32_t);
+    return bytes;
+}
+
+} // namespace kalvo

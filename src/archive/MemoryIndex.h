@@ -1,0 +1,100 @@
+#pragma once
+
+#include "archive/ArchiveField.h"
+#include "archive/PathTable.h"
+#include "archive/RecordSource.h"
+#include "archive/TextDictionary.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kalvo {
+
+/**
+ * The archive's texts in memory, made to be searched and sorted: it answers which titles a record source selects and in
+ * what order; the texts as the user wrote them stay in the database.
+ *
+ * Rows are numbered as they come. Titles and file names are swept as whole texts; all other fields, and the folder part
+ * of the path, are codes into dictionaries of their distinct values, so that a search looks at each value once. A row
+ * whose texts change is marked dead and appended anew; Pack() drops the dead ones and brings the rows into the default
+ * order, Interpret and Titel, so that what a search finds is in order already.
+ *
+ * One thread at a time: the one that loads it, then the UI thread.
+ */
+class MemoryIndex {
+public:
+    using Texts = std::array<std::string_view, kTextFields.size()>;
+
+    /** Appends a row; texts in UTF-8, in the order of kTextFields. The number must be new. */
+    void Append(qint64 nr, const Texts& texts);
+    /** Adds a title or replaces the one of the same number. */
+    void Put(const TitleRecord& record);
+    /** Ranks what has been written since; called by Select() too. */
+    void Settle();
+    /** Drops dead rows, sorts the rows by Interpret and Titel and gives spare memory back. */
+    void Pack();
+
+    /** Titles held. */
+    qint64 Count() const { return static_cast<qint64>(ids_.size() - dead_); }
+
+    /** Numbers of the titles that the source selects, in its order; ties by Interpret, Titel, then as they came. */
+    std::vector<qint64> Select(const RecordSource& source);
+
+    /** A title with this path, compared without case. */
+    std::optional<qint64> FindPath(const QString& path) const;
+    /** The same where an apostrophe or "*" in the path stands for any characters. */
+    bool HoldsPathLike(const QString& path) const;
+
+    /** Memory in bytes. */
+    std::size_t Bytes() const;
+
+private:
+    struct Column {
+        TextDictionary dictionary;
+        std::vector<std::uint32_t> codes; ///< by row
+        std::string lastText;             ///< as it came, with its code: neighbours mostly share their values
+        std::uint32_t lastCode = 0;
+    };
+    struct RankedKey {
+        std::span<const std::uint32_t> codes; ///< empty: ranks are by row
+        std::span<const std::uint32_t> ranks;
+        std::size_t distinct = 0;
+        std::uint32_t RankOf(std::uint32_t row) const { return ranks[codes.empty() ? row : codes[row]]; }
+    };
+
+    Column& ColumnOf(ArchiveField field) { return columns_[static_cast<std::size_t>(field)]; }
+    const Column& ColumnOf(ArchiveField field) const { return columns_[static_cast<std::size_t>(field)]; }
+    std::uint32_t CodeFor(Column& column, std::string_view text);
+    std::string PathOf(std::size_t row) const;
+    int ComparePaths(std::uint32_t left, std::uint32_t right) const;
+    bool UpdateInPlace(std::size_t row, const Texts& texts);
+    void Reorder(const std::vector<std::uint32_t>& rows);
+    std::vector<std::uint32_t> DefaultOrder(std::span<const std::uint32_t> titleOrder) const;
+
+    BitSet Matching(const QList<RecordCondition>& conditions) const;
+    void MatchField(ArchiveField field, const LikePattern& pattern, BitSet& rows) const;
+    void MatchCodes(const Column& column, const BitSet& codes, BitSet& rows) const;
+    void MatchPath(const LikePattern& pattern, BitSet& rows) const;
+    void PathContains(std::string_view piece, BitSet& rows) const;
+    void MatchNumber(const LikePattern& pattern, BitSet& rows) const;
+    std::vector<std::uint32_t> InDefaultOrder(const BitSet& rows) const;
+    void SortRows(QList<RecordOrder> order, std::vector<std::uint32_t>& rows) const;
+    RankedKey KeyOf(ArchiveField field, std::vector<std::uint32_t>& numberRanks) const;
+    std::vector<std::uint32_t> NumberRanks() const;
+
+    std::vector<qint64> ids_; ///< by row
+    BitSet alive_;
+    std::size_t dead_ = 0;
+    FoldedTexts titles_; ///< by row
+    FoldedTexts names_;  ///< file names, by row
+    std::array<Column, kFieldCount> columns_; ///< that of Pfad holds the folders; Nr and Titel have none
+    PathTable paths_;
+    SortRanks titleRanks_;
+    SortRanks pathRanks_;
+    std::vector<std::uint32_t> order_;    ///< all rows by Interpret, Titel
+    std::vector<std::uint32_t> position_; ///< of a row in order_
+};
+
+} // namespace kalvo

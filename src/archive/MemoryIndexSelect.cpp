@@ -1,0 +1,211 @@
+// The part of MemoryIndex that answers record sources.
+
+#include "archive/MemoryIndex.h"
+#include "archive/TextFolding.h"
+
+#include <charconv>
+
+namespace kalvo {
+
+namespace {
+
+/** A field that has been sorted by before decides nothing any more. */
+QList<RecordOrder> WithoutRepeats(const QList<RecordOrder>& order) {
+    QList<RecordOrder> kept;
+    for (const RecordOrder& key : order) {
+        const bool repeated = std::any_of(kept.begin(), kept.end(),
+                                          [&](const RecordOrder& earlier) { return earlier.field == key.field; });
+        if (!repeated)
+            kept.append(key);
+    }
+    return kept;
+}
+
+/** Drops keys at the end that the default order, from which sorting starts, sees to already. */
+void DropDefaultTail(QList<RecordOrder>& order) {
+    const RecordOrder title{ArchiveField::Titel, false};
+    if (order.size() > 1 && order.last() == title && order.at(order.size() - 2).field == ArchiveField::Interpret)
+        order.removeLast();
+    if (!order.isEmpty() && order.last() == RecordOrder{ArchiveField::Interpret, false})
+        order.removeLast();
+}
+
+/** Stable. ranks: of the rows, in their order. */
+std::vector<std::uint32_t> CountingSorted(const std::vector<std::uint32_t>& rows,
+                                          const std::vector<std::uint32_t>& ranks, std::size_t distinct) {
+    std::vector<std::uint32_t> next(distinct + 1, 0);
+    for (const std::uint32_t rank : ranks)
+        ++next[rank + 1];
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    std::vector<std::uint32_t> sorted(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        sorted[next[ranks[i]]++] = rows[i];
+    return sorted;
+}
+
+} // namespace
+
+std::vector<qint64> MemoryIndex::Select(const RecordSource& source) {
+    Settle();
+    std::vector<std::uint32_t> rows = InDefaultOrder(Matching(source.conditions));
+    SortRows(source.order, rows);
+    std::vector<qint64> numbers(rows.size());
+    std::transform(rows.begin(), rows.end(), numbers.begin(), [this](std::uint32_t row) { return ids_[row]; });
+    return numbers;
+}
+
+BitSet MemoryIndex::Matching(const QList<RecordCondition>& conditions) const {
+    if (conditions.isEmpty())
+        return alive_;
+    BitSet rows(ids_.size());
+    for (const RecordCondition& condition : conditions) {
+        const LikePattern pattern(TextFolding::Folded(condition.text), condition.like);
+        if (pattern.IsContains() && pattern.LongestPiece().empty())
+            return alive_;
+        MatchField(condition.field, pattern, rows);
+    }
+    return rows &= alive_;
+}
+
+void MemoryIndex::MatchField(ArchiveField field, const LikePattern& pattern, BitSet& rows) const {
+    if (field == ArchiveField::Nr) {
+        MatchNumber(pattern, rows);
+    } else if (field == ArchiveField::Titel) {
+        titles_.FindMatching(pattern, rows);
+    } else if (field == ArchiveField::Pfad) {
+        MatchPath(pattern, rows);
+    } else {
+        const Column& column = ColumnOf(field);
+        BitSet codes(column.dictionary.Values().Size());
+        column.dictionary.Values().FindMatching(pattern, codes);
+        MatchCodes(column, codes, rows);
+    }
+}
+
+void MemoryIndex::MatchCodes(const Column& column, const BitSet& codes, BitSet& rows) const {
+    if (codes.None())
+        return;
+    std::vector<std::uint8_t> matches(codes.Size(), 0);
+    codes.ForEach([&](std::size_t code) { matches[code] = 1; });
+    const std::size_t count = column.codes.size();
+    for (std::size_t start = 0; start < count; start += 64) {
+        std::uint64_t word = 0;
+        const std::size_t end = std::min<std::size_t>(64, count - start);
+        for (std::size_t i = 0; i < end; ++i)
+            word |= std::uint64_t{matches[column.codes[start + i]]} << i;
+        rows.Words()[start / 64] |= word;
+    }
+}
+
+void MemoryIndex::MatchPath(const LikePattern& pattern, BitSet& rows) const {
+    if (pattern.IsContains()) {
+        PathContains(pattern.LongestPiece(), rows);
+        return;
+    }
+    BitSet candidates(ids_.size());
+    PathContains(pattern.LongestPiece(), candidates);
+    candidates.ForEach([&](std::size_t row) {
+        if (pattern.Matches(PathOf(row)))
+            rows.Set(row);
+    });
+}
+
+void MemoryIndex::PathContains(std::string_view piece, BitSet& rows) const {
+    const Column& folders = ColumnOf(ArchiveField::Pfad);
+    const FoldedTexts& folderTexts = folders.dictionary.Values();
+    BitSet inside(folderTexts.Size());
+    folderTexts.FindContaining(piece, inside);
+    MatchCodes(folders, inside, rows);
+
+    const std::size_t head = piece.find_last_of("/\\") + 1;
+    if (head == 0) {
+        names_.FindContaining(piece, rows);
+        return;
+    }
+    BitSet ending(folderTexts.Size());
+    folderTexts.FindContaining(piece.substr(0, head), ending);
+    ending.ForEach([&](std::size_t code) {
+        if (!folderTexts.At(code).ends_with(piece.substr(0, head)))
+            ending.Clear(code);
+    });
+    BitSet crossing(ids_.size());
+    MatchCodes(folders, ending, crossing);
+    crossing.ForEach([&](std::size_t row) {
+        if (names_.At(row).starts_with(piece.substr(head)))
+            rows.Set(row);
+    });
+}
+
+void MemoryIndex::MatchNumber(const LikePattern& pattern, BitSet& rows) const {
+    std::array<char, 24> digits;
+    for (std::size_t row = 0; row < ids_.size(); ++row) {
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), ids_[row]).ptr;
+        if (pattern.Matches({digits.data(), static_cast<std::size_t>(end - digits.data())}))
+            rows.Set(row);
+    }
+}
+
+std::vector<std::uint32_t> MemoryIndex::InDefaultOrder(const BitSet& rows) const {
+    const std::size_t count = rows.Count();
+    std::vector<std::uint32_t> found;
+    found.reserve(count);
+    if (count < ids_.size() / 16) {
+        rows.ForEach([&](std::size_t row) { found.push_back(static_cast<std::uint32_t>(row)); });
+        std::sort(found.begin(), found.end(),
+                  [this](std::uint32_t left, std::uint32_t right) { return position_[left] < position_[right]; });
+        return found;
+    }
+    for (const std::uint32_t row : order_)
+        if (rows.Test(row))
+            found.push_back(row);
+    return found;
+}
+
+std::vector<std::uint32_t> MemoryIndex::NumberRanks() const {
+    std::vector<std::uint32_t> rows(ids_.size());
+    std::iota(rows.begin(), rows.end(), 0U);
+    std::sort(rows.begin(), rows.end(),
+              [this](std::uint32_t left, std::uint32_t right) { return ids_[left] < ids_[right]; });
+    std::vector<std::uint32_t> ranks(rows.size());
+    for (std::uint32_t i = 0; i < rows.size(); ++i)
+        ranks[rows[i]] = i;
+    return ranks;
+}
+
+MemoryIndex::RankedKey MemoryIndex::KeyOf(ArchiveField field, std::vector<std::uint32_t>& numberRanks) const {
+    if (field == ArchiveField::Nr) {
+        numberRanks = NumberRanks();
+        return {{}, numberRanks, numberRanks.size()};
+    }
+    if (field == ArchiveField::Titel)
+        return {{}, titleRanks_.Ranks(), titleRanks_.Distinct()};
+    if (field == ArchiveField::Pfad)
+        return {{}, pathRanks_.Ranks(), pathRanks_.Distinct()};
+    const Column& column = ColumnOf(field);
+    return {column.codes, column.dictionary.Ranks().Ranks(), column.dictionary.Ranks().Distinct()};
+}
+
+void MemoryIndex::SortRows(QList<RecordOrder> order, std::vector<std::uint32_t>& rows) const {
+    order = WithoutRepeats(order);
+    DropDefaultTail(order);
+    for (auto key = order.crbegin(); key != order.crend(); ++key) {
+        std::vector<std::uint32_t> numberRanks;
+        const RankedKey ranked = KeyOf(key->field, numberRanks);
+        if (rows.size() < ranked.distinct / 8) {
+            std::stable_sort(rows.begin(), rows.end(), [&](std::uint32_t left, std::uint32_t right) {
+                return key->descending ? ranked.RankOf(right) < ranked.RankOf(left)
+                                       : ranked.RankOf(left) < ranked.RankOf(right);
+            });
+            continue;
+        }
+        const auto last = static_cast<std::uint32_t>(ranked.distinct - 1);
+        std::vector<std::uint32_t> ranks(rows.size());
+        std::transform(rows.begin(), rows.end(), ranks.begin(), [&](std::uint32_t row) {
+            const std::uint32_t rank = ranked.RankOf(row);
+            return key->descending ? last - rank : rank;
+        });
+        rows = CountingSorted(rows, ranks, ranked.distinct);
+    }
+}
+
+} // namespace kalvo

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <numeric>
+#include <span>
+#include <vector>
+
+namespace kalvo {
+
+/** A sorted order of numbered things and the rank of each; equal things share a rank. Grows without sorting anew. */
+class SortRanks {
+public:
+    /** Takes a finished order; equal(a, b) tells whether neighbours share a rank. */
+    template<typename Equal>
+    void Assign(std::vector<std::uint32_t> order, Equal equal) {
+        order_ = std::move(order);
+        rank_.assign(order_.size(), 0);
+        Rank(equal);
+    }
+
+    /** Puts the things from Size() to `size` into their places. compare(a, b): below 0, 0, above 0. */
+    template<typename Compare>
+    void Extend(std::size_t size, Compare compare) {
+        const auto known = static_cast<std::uint32_t>(order_.size());
+        if (size == known)
+            return;
+        std::vector<std::uint32_t> added(size - known);
+        std::iota(added.begin(), added.end(), known);
+        const auto less = [&](std::uint32_t left, std::uint32_t right) { return compare(left, right) < 0; };
+        std::stable_sort(added.begin(), added.end(), less);
+        order_ = Merged(added, less);
+        rank_.resize(size, 0);
+        const std::vector<std::uint32_t> old = known == 0 ? std::vector<std::uint32_t>() : rank_;
+        Rank([&](std::uint32_t left, std::uint32_t right) {
+            return left < known && right < known ? old[left] == old[right] : compare(left, right) == 0;
+        });
+    }
+
+    std::size_t Size() const { return order_.size(); }
+    std::span<const std::uint32_t> Order() const { return order_; }
+    std::span<const std::uint32_t> Ranks() const { return rank_; }
+    /** Number of different ranks. */
+    std::size_t Distinct() const { return order_.empty() ? 0 : rank_[order_.back()] + std::size_t{1}; }
+    std::size_t Bytes() const { return (order_.capacity() + rank_.capacity()) * sizeof(std::uint32_t); }
+
+private:
+    template<typename Less>
+    std::vector<std::uint32_t> Merged(const std::vector<std::uint32_t>& added, Less less) const {
+        std::vector<std::uint32_t> merged;
+        merged.reserve(order_.size() + added.size());
+        auto from = order_.begin();
+        for (const std::uint32_t thing : added) {
+            const auto to = std::upper_bound(from, order_.end(), thing, less);
+            merged.insert(merged.end(), from, to);
+            merged.push_back(thing);
+            from = to;
+        }
+        merged.insert(merged.end(), from, order_.end());
+        return merged;
+    }
+
+    template<typename Equal>
+    void Rank(Equal equal) {
+        std::uint32_t rank = 0;
+        for (std::size_t i = 0; i < order_.size(); ++i) {
+            if (i > 0 && !equal(order_[i - 1], order_[i]))
+                ++rank;
+            rank_[order_[i]] = rank;
+        }
+    }
+
+    std::vector<std::uint32_t> order_;
+    std::vector<std::uint32_t> rank_;
+};
+
+} // namespace kalvo

@@ -1,0 +1,100 @@
+#include "archive/TextDictionary.h"
+
+#include "archive/TextFolding.h"
+
+#include <cstring>
+#include <deque>
+
+namespace kalvo {
+
+namespace {
+
+/** The first eight bytes as a number that sorts as they do. */
+std::uint64_t Prefix(std::string_view key) {
+    std::uint64_t prefix = 0;
+    for (std::size_t i = 0; i < 8; ++i)
+        prefix = prefix << 8 | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
+    return prefix;
+}
+
+} // namespace
+
+std::uint64_t HashText(std::string_view text, std::uint64_t seed) {
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;
+    std::uint64_t hash = seed ^ text.size();
+    std::size_t at = 0;
+    for (std::uint64_t piece = 0; at < text.size(); at += sizeof piece) {
+        piece = 0;
+        std::memcpy(&piece, text.data() + at, std::min(sizeof piece, text.size() - at));
+        hash = (hash ^ piece) * kFactor;
+        hash ^= hash >> 32;
+    }
+    return hash;
+}
+
+std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts) {
+    struct Item {
+        std::uint64_t prefix;
+        std::uint32_t index;
+    };
+    std::vector<Item> items(texts.Size());
+    std::vector<std::string_view> keys(texts.Size());
+    std::deque<std::string> made;
+    for (std::uint32_t i = 0; i < texts.Size(); ++i) {
+        keys[i] = texts.At(i);
+        if (!TextFolding::IsAscii(keys[i]))
+            keys[i] = made.emplace_back(TextFolding::SortKey(keys[i]));
+        items[i] = {Prefix(keys[i]), i};
+    }
+    std::sort(items.begin(), items.end(), [&](const Item& left, const Item& right) {
+        if (left.prefix != right.prefix)
+            return left.prefix < right.prefix;
+        const int order = keys[left.index].compare(keys[right.index]);
+        return order != 0 ? order < 0 : left.index < right.index;
+    });
+    std::vector<std::uint32_t> order(items.size());
+    std::transform(items.begin(), items.end(), order.begin(), [](const Item& item) { return item.index; });
+    return order;
+}
+
+TextDictionary::TextDictionary() : table_(64, 0) {}
+
+std::size_t TextDictionary::PlaceOf(std::string_view folded) const {
+    std::size_t place = HashText(folded) & (table_.size() - 1);
+    while (table_[place] != 0 && values_.At(table_[place] - 1) != folded)
+        place = (place + 1) & (table_.size() - 1);
+    return place;
+}
+
+std::uint32_t TextDictionary::CodeOf(std::string_view folded) {
+    const std::size_t place = PlaceOf(folded);
+    if (table_[place] != 0)
+        return table_[place] - 1;
+    const std::uint32_t code = values_.Append(folded);
+    table_[place] = code + 1;
+    if (values_.Size() * 2 > table_.size())
+        Grow();
+    return code;
+}
+
+void TextDictionary::Grow() {
+    table_.assign(table_.size() * 2, 0);
+    for (std::uint32_t code = 0; code < values_.Size(); ++code)
+        table_[PlaceOf(values_.At(code))] = code + 1;
+}
+
+void TextDictionary::Settle() {
+    const auto compare = [this](std::uint32_t left, std::uint32_t right) {
+        return TextFolding::Compare(values_.At(left), values_.At(right));
+    };
+    if (ranks_.Size() == 0)
+        ranks_.Assign(SortedTexts(values_), [&](auto left, auto right) { return compare(left, right) == 0; });
+    else
+        ranks_.Extend(values_.Size(), compare);
+}
+
+std::size_t TextDictionary::Bytes() const {
+    return values_.Bytes() + ranks_.Bytes() + table_.capacity() * sizeof(table_[0]);
+}
+
+} // namespace kalvo

@@ -1,0 +1,92 @@
+#include "playlists/ui/PlaylistPanel.h"
+
+#include "playlists/ListCaption.h"
+#include "playlists/ui/PlaylistHeader.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace kalvo {
+
+namespace {
+
+/** How many rows after the red one are to be seen. */
+constexpr int comingRows = 3;
+
+} // namespace
+
+PlaylistPanel::PlaylistPanel(Playlist& list, QWidget* parent)
+    : QWidget(parent),
+      list_(list),
+      header_(new PlaylistHeader(list.Number(), this)),
+      view_(new PlaylistView(list, this)),
+      name_(PlaylistName({})) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(header_);
+    column->addWidget(view_, 1);
+    view_->installEventFilter(this);
+    connect(&list, &Playlist::Changed, this, &PlaylistPanel::ShowCaption);
+    connect(&list, &Playlist::CurrentChanged, this, &PlaylistPanel::ShowComing);
+    connect(view_, &PlaylistView::SelectionChanged, this, [this] {
+        ShowCaption();
+        if (view_->FirstSelectedRow() >= 0)
+            Q_EMIT Activated(list_.Number());
+    });
+    ShowCaption();
+}
+
+void PlaylistPanel::SetLayoutMode(LayoutMode mode) {
+    mode_ = mode;
+    view_->SetLayoutMode(mode);
+    ShowEnd();
+}
+
+void PlaylistPanel::SetPlaylistName(const QString& name) {
+    name_ = name;
+    ShowCaption();
+}
+
+void PlaylistPanel::SetEndTime(const QString& rest, const QString& until) {
+    rest_ = rest;
+    until_ = until;
+    ShowEnd();
+}
+
+void PlaylistPanel::SetContextActions(const QList<QAction*>& actions) {
+    const QList<QAction*> old = view_->actions();
+    for (QAction* action : old)
+        view_->removeAction(action);
+    view_->addActions(actions);
+}
+
+bool PlaylistPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn)
+        Q_EMIT Activated(list_.Number());
+    return QWidget::eventFilter(watched, event);
+}
+
+void PlaylistPanel::ShowCaption() {
+    header_->Caption().SetText(ListCaption(list_.Number(), view_->FirstSelectedRow(), list_.Count(), name_));
+}
+
+void PlaylistPanel::ShowEnd() {
+    QStringList parts = {rest_, until_};
+    if (mode_ == LayoutMode::Narrow)
+        parts.removeFirst();
+    parts.removeAll(QString());
+    header_->End().SetText(parts.join(QStringLiteral(", ")));
+}
+
+void PlaylistPanel::ShowComing(int row) {
+    if (row < 0)
+        return;
+    view_->scrollTo(list_.index(std::min(row + comingRows, list_.Count() - 1), Playlist::Title));
+    view_->scrollTo(list_.index(row, Playlist::Title));
+}
+
+} // namespace kalvo

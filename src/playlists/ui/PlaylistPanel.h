@@ -1,0 +1,52 @@
+#pragma once
+
+#include "playlists/ui/PlaylistView.h"
+
+class QAction;
+
+namespace kalvo {
+
+class PlaylistHeader;
+
+/** One list with its head. The panel shows; what is asked of the list comes out as signals of its View(). */
+class PlaylistPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    /** The list outlives the panel. */
+    explicit PlaylistPanel(Playlist& list, QWidget* parent = nullptr);
+
+    PlaylistView& View() { return *view_; }
+    const PlaylistView& View() const { return *view_; }
+
+    void SetLayoutMode(LayoutMode mode);
+    /** "Standard" at first. */
+    void SetPlaylistName(const QString& name);
+    /** "Rest 00:58:12" and "bis 00:39"; the narrow layout shows only the second. Empty texts show nothing. */
+    void SetEndTime(const QString& rest, const QString& until);
+    /** The context menu; the actions stay the caller's. */
+    void SetContextActions(const QList<QAction*>& actions);
+
+Q_SIGNALS:
+    /** Something was selected in the list, or the list was entered: it becomes the active one. */
+    void Activated(int number);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void ShowCaption();
+    void ShowEnd();
+    /** The red row, and what comes after it. */
+    void ShowComing(int row);
+
+    Playlist& list_;
+    PlaylistHeader* header_;
+    PlaylistView* view_;
+    QString name_;
+    QString rest_;
+    QString until_;
+    LayoutMode mode_ = LayoutMode::Normal;
+};
+
+} // namespace kalvo
