@@ -182,7 +182,6 @@ void Form1::ChooseDevice(int device) {
         questions_.Tell(QStringLiteral("Error: Couldn't Initialize Digital Output"));
         return;
     }
-    desk_.mixer.Attach();
     desk_.mixer.SetMasterVolume(console_->Mixing().Volume());
     OutputChoice{desk_.layer.OutputDevice(), desk_.layer.DeviceNames().value(desk_.layer.OutputDevice())}.Write(
         desk_.settings);

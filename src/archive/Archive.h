@@ -8,11 +8,11 @@
 #include <QObject>
 
 #include <memory>
-#include <thread>
 #include <vector>
 
 namespace kalvo {
 
+class IndexLoader;
 class MemoryIndex;
 class RowCache;
 
@@ -41,7 +41,9 @@ public:
 
     bool IsOpen() const { return database_.IsOpen(); }
     bool IsReadOnly() const { return database_.IsReadOnly(); }
-    bool IsIndexReady() const { return index_ != nullptr; }
+    bool IsIndexReady() const { return state_ == State::Ready; }
+    /** Whether IndexReady() or IndexFailed() is still to come. */
+    bool IsLoading() const { return state_ == State::Loading; }
     /** Waits until the index is there; false when it could not be loaded. For the command line, not for windows. */
     bool WaitForIndex();
 
@@ -83,9 +85,12 @@ public:
     class Session {
     public:
         explicit Session(Archive& archive) : archive_(archive) { archive_.database_.BeginBatch(); }
-        ~Session() { archive_.database_.EndBatch(); }
+        ~Session() { archive_.EndSession(); }
         Session(const Session&) = delete;
         Session& operator=(const Session&) = delete;
+
+        /** For pauses between titles: commits when the time is up. */
+        void CommitIfDue() { archive_.database_.CommitIfDue(); }
 
     private:
         Archive& archive_;
@@ -99,25 +104,32 @@ Q_SIGNALS:
     /** Count() has changed. */
     void CountChanged();
     void IndexReady();
+    /** The archive could not be read. */
+    void IndexFailed();
     /** A text for the status line. */
     void Message(const QString& text);
 
 private:
-    void StartLoading();
-    void TakeIndex(std::shared_ptr<MemoryIndex> index);
-    void Apply();
+    enum class State { Closed, Loading, Ready, Failed };
 
-    const Clock& clock_;
+    void SettleLayout(const DataFolder& folder);
+    void StartLoading();
+    void TakeIndex(const std::shared_ptr<MemoryIndex>& index);
+    void ShowRows(std::vector<qint64> rows);
+    void PutIntoIndex(const TitleRecord& record);
+    void EndSession();
+    void ReloadAfterLoss();
+
     LayoutFile layout_;
     ArchiveDatabase database_;
-    std::shared_ptr<MemoryIndex> index_;
+    State state_ = State::Closed;
+    std::shared_ptr<MemoryIndex> index_; ///< null unless ready
     std::vector<TitleRecord> writtenWhileLoading_;
     std::unique_ptr<RowCache> cache_;
     QString source_;
     RecordSource query_;
     std::vector<qint64> rows_;
-    struct Loader;
-    std::unique_ptr<Loader> loader_;
+    std::unique_ptr<IndexLoader> loader_; ///< last: its thread ends before the rest goes
 };
 
 } // namespace kalvo

@@ -54,7 +54,9 @@ QString TooLong(const TitleRecord& record) {
 
 ArchiveDatabase::ArchiveDatabase(const Clock& clock) : clock_(clock) {}
 
-ArchiveDatabase::~ArchiveDatabase() { Close(); }
+ArchiveDatabase::~ArchiveDatabase() {
+    Close();
+}
 
 QString ArchiveDatabase::CreateTableStatement(const QString& table, bool limitLengths) {
     QString fields = u"\"Nr\" INTEGER PRIMARY KEY AUTOINCREMENT"_s;
@@ -112,8 +114,7 @@ bool ArchiveDatabase::PrepareForWriting() {
 
 bool ArchiveDatabase::Create() {
     QDir().mkpath(QFileInfo(path_).path());
-    return database_.Open(path_, SqliteDatabase::Mode::Create, kBusyMilliseconds) ==
-               SqliteDatabase::Outcome::Opened &&
+    return database_.Open(path_, SqliteDatabase::Mode::Create, kBusyMilliseconds) == SqliteDatabase::Outcome::Opened &&
            PrepareForWriting() && database_.Execute(CreateTableStatement(kTable, true));
 }
 
@@ -148,14 +149,15 @@ WriteResult ArchiveDatabase::AddTitle(TitleRecord& record) {
     if (readOnly_ || !EnsureTransaction())
         return Failure();
     if (!insert_)
-        insert_ = database_.Prepare(u"INSERT INTO \"Daten\" (%1) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"_s.arg(
-            FieldNames(u", "_s)));
+        insert_ = database_.Prepare(
+            u"INSERT INTO \"Daten\" (%1) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"_s.arg(FieldNames(u", "_s)));
     BindTexts(*insert_, record);
     if (!insert_->Run())
         return Failure();
     record.Nr = database_.LastInsertId();
     ++batchTitles_;
-    return CommitFullBatch() ? WriteResult{true, {}} : Failure();
+    CommitIfDue();
+    return {true, {}};
 }
 
 WriteResult ArchiveDatabase::UpdateRecord(const TitleRecord& record) {
@@ -163,8 +165,8 @@ WriteResult ArchiveDatabase::UpdateRecord(const TitleRecord& record) {
         return {false, reason};
     if (readOnly_)
         return Failure();
-    SqliteStatement update = database_.Prepare(u"UPDATE \"Daten\" SET %1 = ? WHERE Nr = ?"_s.arg(
-        FieldNames(u" = ?, "_s)));
+    SqliteStatement update =
+        database_.Prepare(u"UPDATE \"Daten\" SET %1 = ? WHERE Nr = ?"_s.arg(FieldNames(u" = ?, "_s)));
     BindTexts(update, record);
     update.Bind(kFieldCount, record.Nr);
     if (!update.Run())
@@ -173,12 +175,12 @@ WriteResult ArchiveDatabase::UpdateRecord(const TitleRecord& record) {
                                     : WriteResult{false, u"Der Titel ist nicht mehr im Musikarchiv."_s};
 }
 
-void ArchiveDatabase::BeginBatch() { batching_ = true; }
+void ArchiveDatabase::BeginBatch() {
+    batching_ = true;
+}
 
 void ArchiveDatabase::EndBatch() {
-    if (batch_)
-        batch_->Commit();
-    batch_.reset();
+    Commit();
     batching_ = false;
 }
 
@@ -193,17 +195,19 @@ bool ArchiveDatabase::EnsureTransaction() {
     return batch_ != nullptr;
 }
 
-bool ArchiveDatabase::CommitFullBatch() {
-    if (!batch_ || (batchTitles_ < kBatchTitles && clock_.Milliseconds() - batchStart_ < kBatchMilliseconds))
-        return true;
-    const bool committed = batch_->Commit();
+void ArchiveDatabase::CommitIfDue() {
+    if (batchTitles_ >= kBatchTitles || clock_.Milliseconds() - batchStart_ >= kBatchMilliseconds)
+        Commit();
+}
+
+void ArchiveDatabase::Commit() {
+    if (batch_ && !batch_->Commit())
+        batchLost_ = true;
     batch_.reset();
-    return committed;
 }
 
 QList<TitleRecord> ArchiveDatabase::Read(const QList<qint64>& numbers) const {
-    SqliteStatement select =
-        database_.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
+    SqliteStatement select = database_.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
     QList<TitleRecord> records;
     records.reserve(numbers.size());
     for (const qint64 number : numbers) {

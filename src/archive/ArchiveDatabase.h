@@ -7,7 +7,9 @@
 
 #include <QList>
 
+#include <memory>
 #include <optional>
+#include <utility>
 
 namespace kalvo {
 
@@ -50,6 +52,10 @@ public:
     /** Between these added titles are committed after 500 titles or 100 ms. */
     void BeginBatch();
     void EndBatch();
+    /** For pauses between titles: commits the batch when its 100 ms are up. */
+    void CommitIfDue();
+    /** Whether a batch could not be committed, so that its titles are gone; asking takes the answer back. */
+    bool TakeBatchLost() { return std::exchange(batchLost_, false); }
 
     /** The records of these numbers in their order; a missing one comes as an empty record. */
     QList<TitleRecord> Read(const QList<qint64>& numbers) const;
@@ -69,7 +75,7 @@ private:
     bool OpenForReading(const QString& why, QString& message);
     WriteResult Failure();
     bool EnsureTransaction();
-    bool CommitFullBatch();
+    void Commit();
 
     const Clock& clock_;
     QString path_;
@@ -77,6 +83,7 @@ private:
     std::optional<SqliteStatement> insert_; ///< kept prepared, since imports add thousands of titles
     bool readOnly_ = false;
     bool batching_ = false;
+    bool batchLost_ = false;
     int batchTitles_ = 0;
     qint64 batchStart_ = 0;
     std::unique_ptr<SqliteDatabase::Transaction> batch_;

@@ -7,7 +7,7 @@ namespace {
 struct FieldEntry {
     QLatin1StringView name;
     QLatin1StringView caption;
-    QString TitleRecord::* place;
+    QString TitleRecord::*place;
 };
 
 using namespace Qt::StringLiterals;
@@ -28,9 +28,11 @@ const std::array<FieldEntry, kFieldCount> kFields = {{
     {"Extra4"_L1, "BPM"_L1, &TitleRecord::Extra4},
 }};
 
-const FieldEntry& Entry(ArchiveField field) { return kFields[static_cast<std::size_t>(field)]; }
+const FieldEntry& Entry(ArchiveField field) {
+    return kFields[static_cast<std::size_t>(field)];
+}
 
-std::optional<ArchiveField> FieldOf(QStringView text, QLatin1StringView FieldEntry::* part) {
+std::optional<ArchiveField> FieldOf(QStringView text, QLatin1StringView FieldEntry::*part) {
     for (int i = 0; i < kFieldCount; ++i) {
         const auto field = static_cast<ArchiveField>(i);
         if (text.compare(Entry(field).*part, Qt::CaseInsensitive) == 0)
@@ -41,18 +43,28 @@ std::optional<ArchiveField> FieldOf(QStringView text, QLatin1StringView FieldEnt
 
 } // namespace
 
-QString FieldName(ArchiveField field) { return Entry(field).name; }
+QString FieldName(ArchiveField field) {
+    return Entry(field).name;
+}
 
-QString FieldCaption(ArchiveField field) { return Entry(field).caption; }
+QString FieldCaption(ArchiveField field) {
+    return Entry(field).caption;
+}
 
-std::optional<ArchiveField> FieldOfName(QStringView name) { return FieldOf(name, &FieldEntry::name); }
+std::optional<ArchiveField> FieldOfName(QStringView name) {
+    return FieldOf(name, &FieldEntry::name);
+}
 
-std::optional<ArchiveField> FieldOfCaption(QStringView caption) { return FieldOf(caption, &FieldEntry::caption); }
+std::optional<ArchiveField> FieldOfCaption(QStringView caption) {
+    return FieldOf(caption, &FieldEntry::caption);
+}
 
 QString FieldText(const TitleRecord& record, ArchiveField field) {
     return field == ArchiveField::Nr ? QString::number(record.Nr) : record.*Entry(field).place;
 }
 
-QString& FieldPlace(TitleRecord& record, ArchiveField field) { return record.*Entry(field).place; }
+QString& FieldPlace(TitleRecord& record, ArchiveField field) {
+    return record.*Entry(field).place;
+}
 
 } // namespace kalvo

@@ -30,9 +30,9 @@ constexpr int kMaximumCommentLength = 50;
 
 /** The text fields in creation order: the grid's columns by default. */
 constexpr std::array<ArchiveField, 12> kTextFields = {
-    ArchiveField::Titel, ArchiveField::Interpret, ArchiveField::Album,  ArchiveField::Bewertung,
-    ArchiveField::Stil,  ArchiveField::Zeit,      ArchiveField::Jahr,   ArchiveField::Pfad,
-    ArchiveField::Extra1, ArchiveField::Extra2,   ArchiveField::Extra3, ArchiveField::Extra4};
+    ArchiveField::Titel,  ArchiveField::Interpret, ArchiveField::Album,  ArchiveField::Bewertung,
+    ArchiveField::Stil,   ArchiveField::Zeit,      ArchiveField::Jahr,   ArchiveField::Pfad,
+    ArchiveField::Extra1, ArchiveField::Extra2,    ArchiveField::Extra3, ArchiveField::Extra4};
 
 /** Name in the database, "Extra1". */
 QString FieldName(ArchiveField field);

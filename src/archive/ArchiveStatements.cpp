@@ -6,7 +6,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString WithoutApostrophes(QString text) { return text.replace(u'\'', u'*'); }
+QString WithoutApostrophes(QString text) {
+    return text.replace(u'\'', u'*');
+}
 
 /** " Titel Like '*abc*' or  Interpret Like '*abc*'" for the text abc. */
 QString AnyColumnLike(const QString& text, const QList<ArchiveField>& visible) {
@@ -24,9 +26,13 @@ QString Filtered(const QString& text, const QList<ArchiveField>& visible, const 
 
 } // namespace
 
-QString Default() { return u"Select * From Daten Order By Interpret, Titel"_s; }
+QString Default() {
+    return u"Select * From Daten Order By Interpret, Titel"_s;
+}
 
-QString All() { return u"SELECT * FROM Daten Order By Interpret, Titel"_s; }
+QString All() {
+    return u"SELECT * FROM Daten Order By Interpret, Titel"_s;
+}
 
 QString QuickSearch(const QString& text, const QList<ArchiveField>& visible) {
     return visible.isEmpty() ? Default() : Filtered(text, visible, u"Interpret, Titel"_s);

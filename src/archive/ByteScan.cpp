@@ -21,8 +21,7 @@ __attribute__((target("avx2"))) void PairMasksAvx2(const char* text, std::size_t
             const char* at = text + part * 32;
             const __m256i left = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
             const __m256i right = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at + distance));
-            const __m256i both =
-                _mm256_and_si256(_mm256_cmpeq_epi8(left, firsts), _mm256_cmpeq_epi8(right, seconds));
+            const __m256i both = _mm256_and_si256(_mm256_cmpeq_epi8(left, firsts), _mm256_cmpeq_epi8(right, seconds));
             mask |= std::uint64_t{static_cast<std::uint32_t>(_mm256_movemask_epi8(both))} << (part * 32);
         }
         masks[b] = mask;

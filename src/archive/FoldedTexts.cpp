@@ -58,7 +58,8 @@ std::size_t FoldedTexts::TextAt(std::size_t position, std::size_t from) const {
     const auto begin = offsets_.begin() + static_cast<std::ptrdiff_t>(from);
     const auto end = offsets_.begin() + static_cast<std::ptrdiff_t>(std::min(from + step, Size()));
     return static_cast<std::size_t>(std::upper_bound(begin, end, static_cast<std::uint32_t>(position)) -
-                                    offsets_.begin()) - 1;
+                                    offsets_.begin()) -
+           1;
 }
 
 void FoldedTexts::FindContaining(std::string_view needle, BitSet& hits) const {
@@ -77,8 +78,7 @@ void FoldedTexts::FindContaining(std::string_view needle, BitSet& hits) const {
     std::size_t text = 0;
     std::size_t next = 0; // everything before belongs to a text that is a hit already
     for (std::size_t start = 0; start < used; start += kBlocksAtOnce * ByteScan::kBlock) {
-        const std::size_t blocks =
-            std::min(kBlocksAtOnce, (used - start + ByteScan::kBlock - 1) / ByteScan::kBlock);
+        const std::size_t blocks = std::min(kBlocksAtOnce, (used - start + ByteScan::kBlock - 1) / ByteScan::kBlock);
         ByteScan::PairMasks(text_.data() + start, blocks, pair.distance, first, second, masks.data());
         for (std::size_t b = 0; b < blocks; ++b) {
             for (std::uint64_t mask = masks[b]; mask != 0; mask &= mask - 1) {

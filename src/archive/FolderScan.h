@@ -19,16 +19,16 @@ enum class ScanMethod {
 };
 
 struct ScanProgress {
-    QString folder;   ///< being searched
-    int folders = 0;  ///< found so far
-    int files = 0;    ///< found so far
+    QString folder;  ///< being searched
+    int folders = 0; ///< found so far
+    int files = 0;   ///< found so far
 };
 
 struct ScanResult {
     bool validRoot = false; ///< false: "Kein gültiger Ordner!", nothing was scanned
     bool cancelled = false;
-    QStringList files;              ///< full paths
-    QList<PassedOver> passedOver;   ///< unreadable folders, names that are no text
+    QStringList files;            ///< full paths
+    QList<PassedOver> passedOver; ///< unreadable folders, names that are no text
 };
 
 /** Whether a folder can be scanned: absolute, there, no network path ("//", "\\"). */

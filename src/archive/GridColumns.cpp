@@ -2,7 +2,7 @@
 
 #include "base/Settings.h"
 
-#include <QHash>
+#include <array>
 
 namespace kalvo::GridColumns {
 
@@ -11,78 +11,65 @@ namespace {
 constexpr int widestTwips = 4000 * twipsPerPixel;
 constexpr int narrowestTwips = 8 * twipsPerPixel;
 
-QString Section(qsizetype column) { return QStringLiteral("MA%1").arg(column); }
-
-double WidthInFontHeights(const QString& field) {
-    static const QHash<QString, double> widths{
-        {QStringLiteral("Titel"), 14},    {QStringLiteral("Interpret"), 12}, {QStringLiteral("Album"), 10.5},
-        {QStringLiteral("Bewertung"), 7}, {QStringLiteral("Stil"), 7},       {QStringLiteral("Zeit"), 4.3},
-        {QStringLiteral("Jahr"), 4.3},    {QStringLiteral("Pfad"), 16},      {QStringLiteral("Extra1"), 8},
-        {QStringLiteral("Extra2"), 10},   {QStringLiteral("Extra3"), 4.8},   {QStringLiteral("Extra4"), 4.3}};
-    return widths.value(field, 7);
+QString Section(qsizetype column) {
+    return QStringLiteral("MA%1").arg(column);
 }
 
-int DefaultWidth(const QString& field, int fontHeight) {
-    return qRound(WidthInFontHeights(field) * fontHeight) * twipsPerPixel;
+/** Wide enough for the caption with its mark; of the text fields in creation order. */
+constexpr std::array<double, kTextFields.size()> widths = {14, 12, 10.5, 7, 7, 4.6, 4.6, 16, 8, 10.4, 5, 4.6};
+
+int DefaultWidth(ArchiveField field, int fontHeight) {
+    const auto place = static_cast<std::size_t>(field) - static_cast<std::size_t>(kTextFields.front());
+    return qRound(widths[place] * fontHeight) * twipsPerPixel;
 }
 
-GridColumn ReadOne(const Settings& settings, qsizetype column, int fontHeight) {
+/** What a section holds; no field where it names none of the grid's. */
+struct StoredColumn {
+    std::optional<ArchiveField> field;
+    int width;
+    bool visible;
+};
+
+/** Old files name the caption alone. */
+std::optional<ArchiveField> StoredField(const Settings& settings, const QString& section) {
+    const QString name = settings.GetSetting(section, QStringLiteral("DataField"), QString());
+    return name.isEmpty() ? FieldOfCaption(settings.GetSetting(section, QStringLiteral("Caption"), QString()))
+                          : FieldOfName(name);
+}
+
+StoredColumn ReadOne(const Settings& settings, qsizetype column, QList<ArchiveField>& left) {
     const QString section = Section(column);
-    GridColumn read;
-    read.field = settings.GetSetting(section, QStringLiteral("DataField"), QString());
-    read.width = settings.GetNumber(section, QStringLiteral("Width"), 500);
-    read.visible = settings.GetSwitch(section, QStringLiteral("Visible"), true);
-    if (read.width < narrowestTwips || read.width > widestTwips)
-        read.width = DefaultWidth(read.field, fontHeight);
+    StoredColumn read{StoredField(settings, section), settings.GetNumber(section, QStringLiteral("Width"), 500),
+                      settings.GetSwitch(section, QStringLiteral("Visible"), true)};
+    if (read.field && !left.removeOne(*read.field))
+        read.field.reset();
     return read;
-}
-
-/** Two passes, so that a damaged section does not take a field that a later one names. */
-void GiveEveryFieldOnce(QList<GridColumn>& columns) {
-    QStringList left = Fields();
-    for (GridColumn& column : columns) {
-        if (!left.removeOne(column.field))
-            column.field.clear();
-    }
-    for (GridColumn& column : columns) {
-        if (column.field.isEmpty())
-            column.field = left.takeFirst();
-    }
 }
 
 } // namespace
 
-const QStringList& Fields() {
-    static const QStringList fields{QStringLiteral("Titel"),  QStringLiteral("Interpret"), QStringLiteral("Album"),
-                                    QStringLiteral("Bewertung"), QStringLiteral("Stil"),   QStringLiteral("Zeit"),
-                                    QStringLiteral("Jahr"),   QStringLiteral("Pfad"),      QStringLiteral("Extra1"),
-                                    QStringLiteral("Extra2"), QStringLiteral("Extra3"),    QStringLiteral("Extra4")};
-    return fields;
-}
-
-QString Caption(const QString& field) {
-    static const QHash<QString, QString> captions{{QStringLiteral("Extra1"), QStringLiteral("Kommentar")},
-                                                  {QStringLiteral("Extra2"), QStringLiteral("Zuletzt Gespielt")},
-                                                  {QStringLiteral("Extra3"), QStringLiteral("Track")},
-                                                  {QStringLiteral("Extra4"), QStringLiteral("BPM")}};
-    return captions.value(field, field);
-}
-
 QList<GridColumn> Defaults(int fontHeight) {
     QList<GridColumn> columns;
-    for (const QString& field : Fields())
+    for (const ArchiveField field : kTextFields)
         columns.append({field, DefaultWidth(field, fontHeight), true});
     return columns;
 }
 
 QList<GridColumn> Read(const Settings& settings, int fontHeight) {
     const QString missing = QStringLiteral("Fehler");
-    if (settings.GetSetting(Section(Fields().size() - 1), QStringLiteral("Caption"), missing) == missing)
+    if (settings.GetSetting(Section(kTextFields.size() - 1), QStringLiteral("Caption"), missing) == missing)
         return Defaults(fontHeight);
+    // All sections are read first: a damaged one must not take the field that a later one names.
+    QList<ArchiveField> left(kTextFields.begin(), kTextFields.end());
+    QList<StoredColumn> stored;
+    for (std::size_t i = 0; i < kTextFields.size(); ++i)
+        stored.append(ReadOne(settings, static_cast<qsizetype>(i), left));
     QList<GridColumn> columns;
-    for (qsizetype i = 0; i < Fields().size(); ++i)
-        columns.append(ReadOne(settings, i, fontHeight));
-    GiveEveryFieldOnce(columns);
+    for (const StoredColumn& column : stored) {
+        const ArchiveField field = column.field ? *column.field : left.takeFirst();
+        const bool sane = column.width >= narrowestTwips && column.width <= widestTwips;
+        columns.append({field, sane ? column.width : DefaultWidth(field, fontHeight), column.visible});
+    }
     if (VisibleFields(columns).isEmpty())
         columns.first().visible = true;
     return columns;
@@ -92,15 +79,15 @@ void Write(Settings& settings, const QList<GridColumn>& columns) {
     const Settings::Pass pass(settings);
     for (qsizetype i = 0; i < columns.size(); ++i) {
         const QString section = Section(i);
-        settings.PutSetting(section, QStringLiteral("Caption"), Caption(columns[i].field));
+        settings.PutSetting(section, QStringLiteral("Caption"), FieldCaption(columns[i].field));
         settings.PutNumber(section, QStringLiteral("Width"), columns[i].width);
         settings.PutSwitch(section, QStringLiteral("Visible"), columns[i].visible);
-        settings.PutSetting(section, QStringLiteral("DataField"), columns[i].field);
+        settings.PutSetting(section, QStringLiteral("DataField"), FieldName(columns[i].field));
     }
 }
 
-QStringList VisibleFields(const QList<GridColumn>& columns) {
-    QStringList fields;
+QList<ArchiveField> VisibleFields(const QList<GridColumn>& columns) {
+    QList<ArchiveField> fields;
     for (const GridColumn& column : columns) {
         if (column.visible)
             fields.append(column.field);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "archive/ArchiveField.h"
+
 #include <QList>
-#include <QString>
-#include <QStringList>
 
 namespace kalvo {
 
@@ -10,8 +10,8 @@ class Settings;
 
 /** One column of the archive grid. */
 struct GridColumn {
-    QString field;       ///< of table "Daten"; the twelve text fields, each in one column
-    int width = 0;       ///< twips, 15 per logical pixel
+    ArchiveField field = ArchiveField::Titel;
+    int width = 0; ///< twips, 15 per logical pixel
     bool visible = true;
 
     bool operator==(const GridColumn&) const = default;
@@ -22,18 +22,12 @@ namespace GridColumns {
 
 constexpr int twipsPerPixel = 15;
 
-/** The twelve text fields in the order in which the table is created. */
-const QStringList& Fields();
-
-/** Heading of a field, without a sort mark. */
-QString Caption(const QString& field);
-
-/** Every field, visible, in creation order; fontHeight: of the chosen font in pixels. */
+/** Every text field, visible, in creation order; fontHeight: of the chosen font in pixels. */
 QList<GridColumn> Defaults(int fontHeight);
 
 /**
- * The stored columns; the defaults when none are stored. Always every field once: a section that names no field, or one
- * named before, gets the first field that is left, and a width that no screen has becomes the default one.
+ * The stored columns; the defaults when none are stored. Always every text field once: a section that names no field,
+ * or one named before, gets the first field that is left, and a width that no screen has becomes the default one.
  */
 QList<GridColumn> Read(const Settings& settings, int fontHeight);
 
@@ -41,7 +35,7 @@ QList<GridColumn> Read(const Settings& settings, int fontHeight);
 void Write(Settings& settings, const QList<GridColumn>& columns);
 
 /** Fields of the visible columns, left to right. */
-QStringList VisibleFields(const QList<GridColumn>& columns);
+QList<ArchiveField> VisibleFields(const QList<GridColumn>& columns);
 
 } // namespace GridColumns
 

@@ -1,16 +1,18 @@
 #pragma once
 
+#include "archive/ArchiveField.h"
+
+#include <QList>
 #include <QString>
-#include <QStringList>
 
 namespace kalvo {
 
 /** What the archive view shows when a column head is clicked. */
 struct GridFilter {
-    QString quickSearch;     ///< text of the search box
-    bool treeShown = false;  ///< whether the category tree is open
-    QString treeValue;       ///< text of its selected value node; empty when none or a category is selected
-    QStringList visibleFields;
+    QString quickSearch;    ///< text of the search box
+    bool treeShown = false; ///< whether the category tree is open
+    QString treeValue;      ///< text of its selected value node; empty when none or a category is selected
+    QList<ArchiveField> visibleFields;
 
     /** Two characters or more in the search box, or the tree open. */
     bool Active() const { return treeShown || quickSearch.size() >= 2; }
@@ -25,17 +27,14 @@ public:
      * A click on a column's head: marks the column and gives the record source to apply. Empty when the click changes
      * nothing: track and last-played cannot be sorted while a filter is active.
      */
-    QString HeaderClick(const QString& field, const GridFilter& filter);
+    QString HeaderClick(ArchiveField field, const GridFilter& filter);
 
     /** Heading of a column, with " >" (ascending) or " <" (descending) on the sorted one. */
-    QString Caption(const QString& field) const;
-    bool IsSorted(const QString& field) const { return !field.isEmpty() && field == field_; }
-
-    /** No column is marked: the rows are in the default order. */
-    void Clear() { field_.clear(); }
+    QString Caption(ArchiveField field) const;
+    bool IsSorted(ArchiveField field) const { return field_ == field; }
 
 private:
-    QString field_;
+    std::optional<ArchiveField> field_;
     bool descending_ = false;
 };
 

@@ -47,9 +47,8 @@ bool LikePattern::Matches(std::string_view folded) const {
 }
 
 std::string_view LikePattern::LongestPiece() const {
-    const auto longest = std::max_element(pieces_.begin(), pieces_.end(), [](const auto& left, const auto& right) {
-        return left.size() < right.size();
-    });
+    const auto longest = std::max_element(
+        pieces_.begin(), pieces_.end(), [](const auto& left, const auto& right) { return left.size() < right.size(); });
     return longest == pieces_.end() ? std::string_view() : std::string_view(*longest);
 }
 

@@ -20,9 +20,13 @@ SplitPath Split(std::string_view path) {
     return {path.substr(0, length), path.substr(length)};
 }
 
-std::uint32_t HashPath(std::string_view folded) { return static_cast<std::uint32_t>(HashText(folded) >> 32); }
+std::uint32_t HashPath(std::string_view folded) {
+    return static_cast<std::uint32_t>(HashText(folded) >> 32);
+}
 
-constexpr std::size_t PlaceIn(ArchiveField field) { return static_cast<std::size_t>(field) - 1; }
+constexpr std::size_t PlaceIn(ArchiveField field) {
+    return static_cast<std::size_t>(field) - 1;
+}
 
 template<typename Value>
 std::vector<Value> Picked(const std::vector<Value>& values, const std::vector<std::uint32_t>& rows) {
@@ -46,6 +50,7 @@ std::uint32_t MemoryIndex::CodeFor(Column& column, std::string_view text) {
 void MemoryIndex::Append(qint64 nr, const Texts& texts) {
     const auto row = static_cast<std::uint32_t>(ids_.size());
     ids_.push_back(nr);
+    highest_ = std::max(highest_, nr);
     alive_.Resize(ids_.size());
     alive_.Set(row);
     std::string folded;
@@ -72,17 +77,22 @@ void MemoryIndex::Put(const TitleRecord& record) {
         bytes = FieldText(record, field).toUtf8();
         texts[PlaceIn(field)] = {bytes.constData(), static_cast<std::size_t>(bytes.size())};
     }
-    for (auto at = ids_.begin(); (at = std::find(at, ids_.end(), record.Nr)) != ids_.end(); ++at) {
-        const auto row = static_cast<std::size_t>(at - ids_.begin());
-        if (!alive_.Test(row))
-            continue;
-        if (UpdateInPlace(row, texts))
+    if (const auto row = RowOf(record.Nr)) {
+        if (UpdateInPlace(*row, texts))
             return;
-        alive_.Clear(row);
+        alive_.Clear(*row);
         ++dead_;
-        break;
     }
     Append(record.Nr, texts);
+}
+
+std::optional<std::size_t> MemoryIndex::RowOf(qint64 nr) const {
+    if (nr > highest_)
+        return std::nullopt;
+    for (auto at = ids_.begin(); (at = std::find(at, ids_.end(), nr)) != ids_.end(); ++at)
+        if (const auto row = static_cast<std::size_t>(at - ids_.begin()); alive_.Test(row))
+            return row;
+    return std::nullopt;
 }
 
 /** Possible where nothing changes that the rows are ordered or found by. */

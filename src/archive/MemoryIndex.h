@@ -69,6 +69,7 @@ private:
     std::uint32_t CodeFor(Column& column, std::string_view text);
     std::string PathOf(std::size_t row) const;
     int ComparePaths(std::uint32_t left, std::uint32_t right) const;
+    std::optional<std::size_t> RowOf(qint64 nr) const;
     bool UpdateInPlace(std::size_t row, const Texts& texts);
     void Reorder(const std::vector<std::uint32_t>& rows);
     std::vector<std::uint32_t> DefaultOrder(std::span<const std::uint32_t> titleOrder) const;
@@ -85,10 +86,11 @@ private:
     std::vector<std::uint32_t> NumberRanks() const;
 
     std::vector<qint64> ids_; ///< by row
+    qint64 highest_ = 0;      ///< of ids_
     BitSet alive_;
     std::size_t dead_ = 0;
-    FoldedTexts titles_; ///< by row
-    FoldedTexts names_;  ///< file names, by row
+    FoldedTexts titles_;                      ///< by row
+    FoldedTexts names_;                       ///< file names, by row
     std::array<Column, kFieldCount> columns_; ///< that of Pfad holds the folders; Nr and Titel have none
     PathTable paths_;
     SortRanks titleRanks_;

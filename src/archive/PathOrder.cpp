@@ -9,8 +9,7 @@ namespace {
 class Merger {
 public:
     Merger(const TextDictionary& folders, std::span<const std::uint32_t> codes, const FoldedTexts& names)
-        : names_(names),
-          order_(folders.Ranks().Order()) {
+        : names_(names), order_(folders.Ranks().Order()) {
         for (const std::uint32_t code : order_)
             keys_.push_back(TextFolding::SortKey(folders.Values().At(code)));
         GroupByFolder(codes);

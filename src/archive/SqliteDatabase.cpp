@@ -1,6 +1,7 @@
 #include "archive/SqliteDatabase.h"
 
 #include <QFile>
+#include <QUrl>
 
 #include <sqlite3.h>
 
@@ -8,7 +9,9 @@ namespace kalvo {
 
 namespace {
 
-int PrimaryCode(sqlite3* handle) { return sqlite3_extended_errcode(handle) & 0xFF; }
+int PrimaryCode(sqlite3* handle) {
+    return sqlite3_extended_errcode(handle) & 0xFF;
+}
 
 SqliteDatabase::Outcome OutcomeOf(int code) {
     switch (code & 0xFF) {
@@ -39,13 +42,15 @@ int Flags(SqliteDatabase::Mode mode) {
 
 } // namespace
 
-void SqliteStatement::Finalize::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+void SqliteStatement::Finalize::operator()(sqlite3_stmt* statement) const {
+    sqlite3_finalize(statement);
+}
 
-void SqliteDatabase::CloseHandle::operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+void SqliteDatabase::CloseHandle::operator()(sqlite3* handle) const {
+    sqlite3_close_v2(handle);
+}
 
-SqliteStatement::SqliteStatement(sqlite3_stmt* statement)
-    : statement_(statement),
-      failed_(statement == nullptr) {}
+SqliteStatement::SqliteStatement(sqlite3_stmt* statement) : statement_(statement), failed_(statement == nullptr) {}
 
 SqliteStatement& SqliteStatement::Bind(int parameter, const QString& text) {
     const QByteArray utf8 = text.toUtf8();
@@ -84,17 +89,34 @@ void SqliteStatement::Reset() {
 }
 
 QString SqliteStatement::Text(int column) const {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
-    return QString::fromUtf8(text, sqlite3_column_bytes(statement_.get(), column));
+    const std::string_view text = Utf8(column);
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-qint64 SqliteStatement::Number(int column) const { return sqlite3_column_int64(statement_.get(), column); }
+std::string_view SqliteStatement::Utf8(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
+    return {text, text ? static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column)) : 0};
+}
+
+qint64 SqliteStatement::Number(int column) const {
+    return sqlite3_column_int64(statement_.get(), column);
+}
 
 SqliteDatabase::Outcome SqliteDatabase::Open(const QString& path, Mode mode, int busyMilliseconds) {
+    const QByteArray name = QFile::encodeName(path);
+    int code = OpenNamed(name, Flags(mode), busyMilliseconds);
+    if (mode == Mode::ReadOnly && (code & 0xFF) == SQLITE_CANTOPEN && QFile::exists(path)) {
+        // Without write permission for the folder a log cannot be shared; then nobody writes and none is needed.
+        const QByteArray uri = QUrl::fromLocalFile(path).toEncoded() + "?immutable=1";
+        code = OpenNamed(uri, Flags(mode) | SQLITE_OPEN_URI, busyMilliseconds);
+    }
+    return OutcomeOf(code);
+}
+
+int SqliteDatabase::OpenNamed(const QByteArray& name, int flags, int busyMilliseconds) {
     Close();
     sqlite3* handle = nullptr;
-    int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &handle, Flags(mode) | SQLITE_OPEN_EXRESCODE,
-                               nullptr);
+    int code = sqlite3_open_v2(name.constData(), &handle, flags | SQLITE_OPEN_EXRESCODE, nullptr);
     handle_.reset(handle);
     if (code == SQLITE_OK) {
         sqlite3_busy_timeout(handle, busyMilliseconds);
@@ -102,10 +124,12 @@ SqliteDatabase::Outcome SqliteDatabase::Open(const QString& path, Mode mode, int
     }
     if (code != SQLITE_OK)
         Close();
-    return OutcomeOf(code);
+    return code;
 }
 
-void SqliteDatabase::Close() { handle_.reset(); }
+void SqliteDatabase::Close() {
+    handle_.reset();
+}
 
 bool SqliteDatabase::Execute(const QString& sql) {
     return handle_ && sqlite3_exec(handle_.get(), sql.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
@@ -118,9 +142,18 @@ SqliteStatement SqliteDatabase::Prepare(const QString& sql) {
     return SqliteStatement(statement);
 }
 
-qint64 SqliteDatabase::LastInsertId() const { return handle_ ? sqlite3_last_insert_rowid(handle_.get()) : 0; }
+void SqliteDatabase::Interrupt() {
+    if (handle_)
+        sqlite3_interrupt(handle_.get());
+}
 
-int SqliteDatabase::Changes() const { return handle_ ? sqlite3_changes(handle_.get()) : 0; }
+qint64 SqliteDatabase::LastInsertId() const {
+    return handle_ ? sqlite3_last_insert_rowid(handle_.get()) : 0;
+}
+
+int SqliteDatabase::Changes() const {
+    return handle_ ? sqlite3_changes(handle_.get()) : 0;
+}
 
 QString SqliteDatabase::LastError() const {
     return handle_ ? QString::fromUtf8(sqlite3_errmsg(handle_.get())) : QStringLiteral("database is not open");
@@ -135,8 +168,7 @@ bool SqliteDatabase::LastErrorIsReadOnly() const {
 }
 
 SqliteDatabase::Transaction::Transaction(SqliteDatabase& database)
-    : database_(database),
-      open_(database.Execute(QStringLiteral("BEGIN IMMEDIATE"))) {}
+    : database_(database), open_(database.Execute(QStringLiteral("BEGIN IMMEDIATE"))) {}
 
 SqliteDatabase::Transaction::~Transaction() {
     if (open_)
@@ -144,11 +176,9 @@ SqliteDatabase::Transaction::~Transaction() {
 }
 
 bool SqliteDatabase::Transaction::Commit() {
-    if (open_ && database_.Execute(QStringLiteral("COMMIT")))
-        open_ = false;
-    else
-        return false;
-    return true;
+    const bool committed = open_ && database_.Execute(QStringLiteral("COMMIT"));
+    open_ = open_ && !committed;
+    return committed;
 }
 
 } // namespace kalvo

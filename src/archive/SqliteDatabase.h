@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <memory>
+#include <string_view>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -33,6 +34,8 @@ public:
     /** Columns of the current row count from 0. */
     QString Text(int column) const;
     qint64 Number(int column) const;
+    /** Valid until the next step. */
+    std::string_view Utf8(int column) const;
 
 private:
     struct Finalize {
@@ -66,6 +69,8 @@ public:
     /** Runs one or several statements without rows. */
     bool Execute(const QString& sql);
     SqliteStatement Prepare(const QString& sql);
+    /** Ends what a statement is doing now; from another thread, while the database is open. */
+    void Interrupt();
     qint64 LastInsertId() const;
     /** Rows changed by the last statement. */
     int Changes() const;
@@ -96,6 +101,8 @@ private:
     struct CloseHandle {
         void operator()(sqlite3* handle) const;
     };
+    int OpenNamed(const QByteArray& name, int flags, int busyMilliseconds);
+
     std::unique_ptr<sqlite3, CloseHandle> handle_;
 };
 

@@ -4,7 +4,9 @@
 #include "archive/FolderScan.h"
 
 #include <QObject>
+#include <QTimer>
 
+#include <deque>
 #include <memory>
 #include <optional>
 
@@ -22,13 +24,14 @@ struct ImportReport {
 };
 
 struct ImportProgress {
-    int done = 0;       ///< files finished, this one included
+    int done = 0; ///< files finished, this one included
     int marked = 0;
     QString path;       ///< the file just finished
     TitleRecord record; ///< what was read from it; empty when it was present already or passed over
 };
 
 class TagReaders;
+struct ReadTitle;
 
 /**
  * Adds files to the archive, in the order of the list: one record per file that it does not hold yet. The tags are read
@@ -58,18 +61,25 @@ Q_SIGNALS:
     void Finished(const kalvo::ImportReport& report);
 
 private:
+    /** A file of the list on its way. */
+    struct Awaited {
+        QString path;
+        bool read = false; ///< false: the archive held it already, nothing is read
+    };
+
     void Begin(const QStringList& paths);
     void Turn();
-    bool TakeNext(bool wait);
+    bool Advance(bool wait);
     void Feed();
-    void TakeFile(int position, TitleRecord record, const QString& failure);
-    void Report(const QString& path, const TitleRecord& record);
+    void TakeFile(const QString& path, std::optional<ReadTitle> title);
+    void PassOverRest(const QString& reason);
     void Finish(bool cancelled);
 
     Archive& archive_;
+    QTimer turns_;
     QStringList paths_;
-    int fed_ = 0;  ///< files given to the readers or found present
-    int done_ = 0; ///< files finished
+    qsizetype fed_ = 0; ///< paths that have become awaited files
+    std::deque<Awaited> awaited_;
     ImportReport report_;
     std::unique_ptr<TagReaders> readers_;
     std::unique_ptr<Archive::Session> session_;

@@ -1,39 +1,21 @@
 #include "archive/TitleRow.h"
 
-#include "archive/GridColumns.h"
-
-#include <array>
+#include "archive/ArchiveField.h"
 
 namespace kalvo::TitleRow {
 
-namespace {
-
-/** In the order of GridColumns::Fields(). */
-constexpr std::array<QString TitleRecord::*, 12> texts{
-    &TitleRecord::Titel, &TitleRecord::Interpret, &TitleRecord::Album,  &TitleRecord::Bewertung,
-    &TitleRecord::Stil,  &TitleRecord::Zeit,      &TitleRecord::Jahr,   &TitleRecord::Pfad,
-    &TitleRecord::Extra1, &TitleRecord::Extra2,   &TitleRecord::Extra3, &TitleRecord::Extra4};
-
-} // namespace
-
-QString Text(const TitleRecord& title, const QString& field) {
-    const qsizetype place = GridColumns::Fields().indexOf(field);
-    return place < 0 ? QString() : title.*texts[static_cast<std::size_t>(place)];
-}
-
 QStringList Pack(const TitleRecord& title) {
     QStringList packed{QString::number(title.Nr)};
-    for (QString TitleRecord::*text : texts)
-        packed.append(title.*text);
+    for (const ArchiveField field : kTextFields)
+        packed.append(FieldText(title, field));
     return packed;
 }
 
-TitleRecord Unpack(const QStringList& packed) {
+TitleRecord Unpack(const QStringList& texts) {
     TitleRecord title;
-    title.Nr = packed.value(0).toLongLong();
-    qsizetype place = 1;
-    for (QString TitleRecord::*text : texts)
-        title.*text = packed.value(place++);
+    title.Nr = texts.value(0).toLongLong();
+    for (qsizetype i = 0; i < static_cast<qsizetype>(kTextFields.size()); ++i)
+        FieldPlace(title, kTextFields[static_cast<std::size_t>(i)]) = texts.value(i + 1);
     return title;
 }
 

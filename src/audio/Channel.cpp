@@ -21,7 +21,10 @@ bool Usable(EffectType type, const EffectParameters& p, int sampleRate) {
 } // namespace
 
 Channel::Channel(Output output, OutputPort& port, std::unique_ptr<FrameSource> source)
-    : output_(output), port_(port), voice_(std::make_unique<Voice>(std::move(source), port.TheBus().SampleRate())) {
+    : output_(output),
+      format_(source->Format()),
+      port_(port),
+      voice_(std::make_unique<Voice>(std::move(source), port.TheBus().SampleRate())) {
     attributes_.frequency = Format().sampleRate;
 }
 

@@ -46,10 +46,12 @@ void Reverb::Process(float* stereo, std::size_t frames) {
             Clear();
         return;
     }
+    if (!sounding_)
+        input_.GlideTo(1);
     sounding_ = true;
     GlideFeedback();
     for (std::size_t i = 0; i < frames; ++i) {
-        const float input = (stereo[2 * i] + stereo[2 * i + 1]) * kInputGain;
+        const float input = (stereo[2 * i] + stereo[2 * i + 1]) * kInputGain * float(input_.Next());
         const auto mix = float(mix_.Next());
         stereo[2 * i] += mix * sides_[0].Process(input);
         stereo[2 * i + 1] += mix * sides_[1].Process(input);
@@ -74,6 +76,7 @@ void Reverb::Clear() {
         for (AllPass& allPass : side.allPasses)
             std::fill(allPass.line.begin(), allPass.line.end(), 0.0F);
     }
+    input_.Set(0);
     sounding_ = false;
 }
 

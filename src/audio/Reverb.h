@@ -54,6 +54,7 @@ private:
     int sampleRate_;
     std::array<Side, 2> sides_;
     Ramp mix_{0};
+    Ramp input_{0}; // rises at the start: an abrupt beginning would come back as an echo of a click
     float seconds_ = 1;
     float secondsTarget_ = 1;
     bool sounding_ = false;

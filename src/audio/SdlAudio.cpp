@@ -5,9 +5,22 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace kalvo::audio {
+
+namespace {
+
+// SDL numbers devices of the same name: "Name (2)". A card that was plugged in again quickly gets such a number, too.
+std::string WithoutNumber(const std::string& name) {
+    const std::size_t bracket = name.rfind(" (");
+    const bool numbered = bracket != std::string::npos && name.back() == ')' &&
+                          name.find_first_not_of("0123456789", bracket + 2) == name.size() - 1;
+    return numbered ? name.substr(0, bracket) : name;
+}
+
+} // namespace
 
 // The state of the audio subsystem and what is open. One thread only.
 struct SdlAudio::Platform {
@@ -96,8 +109,13 @@ std::vector<std::string> SdlAudio::Platform::Candidates(const DeviceRequest& req
     const DeviceNames names = Enumerate();
     const auto& devices = names.devices;
     std::vector<std::string> candidates;
-    if (request.name.empty() || std::find(devices.begin(), devices.end(), request.name) != devices.end())
+    if (request.name.empty() || std::find(devices.begin(), devices.end(), request.name) != devices.end()) {
         candidates.push_back(request.name);
+    } else {
+        std::copy_if(devices.begin(), devices.end(), std::back_inserter(candidates), [&](const std::string& name) {
+            return !InUse(name) && WithoutNumber(name) == WithoutNumber(request.name);
+        });
+    }
     if (!request.othersToo)
         return candidates;
     std::vector<std::string> others = devices;

@@ -11,7 +11,7 @@ namespace kalvo::audio {
 
 namespace {
 constexpr auto kLongestPause = std::chrono::milliseconds(300);
-constexpr int kFewestLooks = 4; // a control thread that was busy itself proves nothing
+constexpr auto kLongestLook = std::chrono::milliseconds(60); // a control thread that was busy itself proves nothing
 } // namespace
 
 SdlDevice::SdlDevice(Bus& bus) : bus_(bus) {
@@ -51,8 +51,8 @@ void SdlDevice::Close() {
 }
 
 void SdlDevice::Attach() {
-    lastBeat_ = std::chrono::steady_clock::now();
-    looksWithout_ = 0;
+    lastLook_ = Clock::now();
+    silence_ = Clock::duration::zero();
     gate_.Open();
 }
 
@@ -64,15 +64,12 @@ bool SdlDevice::Alive() const {
 bool SdlDevice::Lost() {
     if (!Alive())
         return true;
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Clock::now();
     const std::uint64_t callbacks = callbacks_.load(std::memory_order_relaxed);
-    if (callbacks != seenCallbacks_) {
-        seenCallbacks_ = callbacks;
-        lastBeat_ = now;
-        looksWithout_ = 0;
-        return false;
-    }
-    return ++looksWithout_ >= kFewestLooks && now - lastBeat_ > kLongestPause;
+    silence_ += std::min<Clock::duration>(now - std::exchange(lastLook_, now), kLongestLook);
+    if (std::exchange(seenCallbacks_, callbacks) != callbacks)
+        silence_ = Clock::duration::zero();
+    return silence_ > kLongestPause;
 }
 
 void SdlDevice::Callback(void* user, std::uint8_t* bytes, int size) {

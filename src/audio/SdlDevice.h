@@ -32,7 +32,7 @@ public:
     void Attach();
     /** On return the callback does not touch the bus any more. */
     void Detach() { gate_.Close(); }
-    /** Gone, or without a callback for a third of a second over several looks. */
+    /** Gone, or without a callback for a third of a second; time in which nobody looked does not count. */
     bool Lost();
     /** Open and not reported as gone. */
     bool Alive() const;
@@ -55,9 +55,10 @@ private:
     std::uint32_t id_ = 0;     // guarded by mutex_; 0 = closed
 
     // control thread: the heart-beat
+    using Clock = std::chrono::steady_clock;
     std::uint64_t seenCallbacks_ = 0;
-    int looksWithout_ = 0;
-    std::chrono::steady_clock::time_point lastBeat_;
+    Clock::time_point lastLook_;
+    Clock::duration silence_{};
 };
 
 } // namespace kalvo::audio

@@ -26,12 +26,9 @@ Mixer::Mixer(AudioLayer& layer, Playlist& list1, Playlist& list2, QObject* paren
         connect(deck.list, &Playlist::Changed, this, [&deck] { deck.prepareDue = true; });
         connect(deck.list, &Playlist::CurrentChanged, this, [&deck] { deck.prepareDue = true; });
     }
-    deviceSync_ = layer_.Library().ChannelSetSync(0, static_cast<std::uint32_t>(audio::SyncType::DeviceLost), 0,
-                                                  &Mixer::OnDeviceLost, this);
 }
 
 Mixer::~Mixer() {
-    layer_.Library().ChannelRemoveSync(0, deviceSync_);
     layer_.FreeStream(1);
     layer_.FreeStream(2);
 }
@@ -146,8 +143,11 @@ bool Mixer::LoadRow(int player, int row) {
         deck.title.format = FormatText(entry.path, info);
     }
     deck.title.length = layer_.LengthSeconds(player);
-    layer_.Library().ChannelSetSync(stream, static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime, 0,
-                                    &Mixer::OnEnd, &deck);
+    const auto sync = [&](std::uint32_t type, audio::SyncProcedure procedure) {
+        layer_.Library().ChannelSetSync(stream, type, 0, procedure, &deck);
+    };
+    sync(static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime, &Mixer::OnEnd);
+    sync(static_cast<std::uint32_t>(audio::SyncType::DeviceLost), &Mixer::OnDeviceLost);
     return true;
 }
 
@@ -406,8 +406,12 @@ void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* use
     }
 }
 
+/** Every stream tells it; the one on air is enough. */
 void Mixer::OnDeviceLost(audio::Handle, audio::Handle, std::uint32_t, void* user) {
-    static_cast<Mixer*>(user)->DeviceLost();
+    const auto* deck = static_cast<DeckData*>(user);
+    if (deck->owner->OnAirPlayer() == deck->number) {
+        deck->owner->DeviceLost();
+    }
 }
 
 void Mixer::DeviceLost() {

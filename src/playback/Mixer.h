@@ -150,7 +150,6 @@ private:
     bool handOverRunning_ = false;
     bool heldByUser_ = true;
     int lastOnAir_ = 0;
-    audio::Handle deviceSync_ = 0;
 };
 
 } // namespace kalvo

@@ -16,6 +16,11 @@ QList<int> Valid(QList<int> rows, int count) {
     return rows;
 }
 
+Qt::Alignment Alignment(int column) {
+    const bool isFigure = column == Playlist::Duration || column == Playlist::Info || column == Playlist::RowNumber;
+    return Qt::AlignVCenter | (isFigure ? Qt::AlignRight : Qt::AlignLeft);
+}
+
 /** What a screen reader says for the mark. */
 QString MarkName(EntryIcon icon, bool isCurrent) {
     if (isCurrent)
@@ -265,6 +270,8 @@ QVariant Playlist::data(const QModelIndex& index, int role) const {
         return {};
     const PlaylistEntry& entry = entries_.at(index.row());
     switch (role) {
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(Alignment(index.column()));
     case Qt::DisplayRole:
         return Field(index.row(), index.column());
     case Qt::AccessibleTextRole:
@@ -282,6 +289,9 @@ QVariant Playlist::data(const QModelIndex& index, int role) const {
 }
 
 QVariant Playlist::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role == Qt::TextAlignmentRole && orientation == Qt::Horizontal) {
+        return QVariant::fromValue(Alignment(section));
+    }
     if (role != Qt::DisplayRole)
         return {};
     if (orientation == Qt::Vertical)

@@ -4,7 +4,7 @@
 #include "base/FileName.h"
 #include "base/SetAside.h"
 
-#include <QFileInfo>
+#include <QFile>
 
 namespace kalvo {
 
@@ -62,6 +62,17 @@ bool WriteTables(SqliteDatabase& database, const PlaylistFile::Lists& lists, Pla
     return transaction.Commit();
 }
 
+/**
+ * Opens only what begins like a database: the engine would delete the -wal beside a file that it cannot read.
+ */
+Open OpenChecked(SqliteDatabase& database, const QString& path, Mode mode) {
+    QFile file(path);
+    const QByteArray magic = QByteArrayLiteral("SQLite format 3\0");
+    if (file.open(QIODevice::ReadOnly) && file.size() > 0 && file.read(magic.size()) != magic)
+        return Open::NotDatabase;
+    return database.Open(path, mode);
+}
+
 bool IsSound(SqliteDatabase& database) {
     SqliteStatement check = database.Prepare(QStringLiteral("PRAGMA quick_check(1)"));
     return check.Step() && check.Text(0) == QLatin1String("ok");
@@ -82,6 +93,10 @@ QString Reason(Open outcome) {
 
 PlaylistFile::PlaylistFile(QString path, const Clock& clock) : path_(std::move(path)), clock_(clock) {}
 
+bool PlaylistFile::Exists() const {
+    return QFile::exists(path_);
+}
+
 PlaylistFile::Result PlaylistFile::Create() {
     SqliteDatabase database;
     return OpenForWriting(database);
@@ -92,9 +107,9 @@ PlaylistFile::Result PlaylistFile::Load(Lists& lists) const {
         return Failure(QStringLiteral("konnte nicht gelesen werden"), reason);
     };
     SqliteDatabase database;
-    Open opened = database.Open(path_, Mode::ReadWrite);
+    Open opened = OpenChecked(database, path_, Mode::ReadWrite);
     if (opened == Open::Failed)
-        opened = database.Open(path_, Mode::ReadOnly);
+        opened = OpenChecked(database, path_, Mode::ReadOnly);
     if (opened != Open::Opened)
         return failure(Reason(opened));
     for (int list = 0; list < 2; ++list) {
@@ -110,6 +125,7 @@ PlaylistFile::Result PlaylistFile::Save(const Lists& lists, Content content) {
     if (opened.outcome == Outcome::Failed)
         return opened;
     const Result saved = SaveInto(database, lists, content);
+    database.Execute(QStringLiteral("PRAGMA journal_mode=DELETE")); // readable from a read-only medium then
     return saved.outcome == Outcome::Done ? opened : saved;
 }
 
@@ -124,7 +140,7 @@ PlaylistFile::Result PlaylistFile::SetAside() {
 PlaylistFile::Result PlaylistFile::OpenForWriting(SqliteDatabase& database) {
     const QString what = QStringLiteral("konnte nicht geschrieben werden");
     Result result;
-    Open opened = database.Open(path_, Mode::Create);
+    Open opened = OpenChecked(database, path_, Mode::Create);
     if (opened == Open::NotDatabase) {
         database.Close();
         result = SetAside();

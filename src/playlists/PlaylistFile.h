@@ -33,6 +33,7 @@ public:
 
     PlaylistFile(QString path, const Clock& clock);
 
+    bool Exists() const;
     /** Makes sure that a file with both tables is there. One that is no database is set aside, never overwritten. */
     Result Create();
     /** Appends to the lists in the tables' order. On failure they keep what was read so far; the file stays. */

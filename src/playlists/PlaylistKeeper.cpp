@@ -25,13 +25,13 @@ bool PlaylistKeeper::SaveNow() {
     timer_.stop();
     if (!changed_)
         return true;
-    const bool isFree = !unread_ || PutUnreadAside();
+    const bool isFree = !unread_ || !file_.Exists() || PutUnreadAside();
     const PlaylistFile::Result saved = isFree ? file_.Save({first_.Entries(), second_.Entries()})
                                               : PlaylistFile::Result{PlaylistFile::Outcome::Failed, {}};
     if (saved.outcome == PlaylistFile::Outcome::Failed)
         timer_.start(retryDelay);
     else
-        changed_ = false;
+        changed_ = unread_ = false;
     if (isFree)
         Tell(saved.message);
     return !changed_;

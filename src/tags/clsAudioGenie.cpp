@@ -13,10 +13,10 @@
 #include <id3v1tag.h>
 #include <id3v2tag.h>
 #include <mpegfile.h>
-#include <opusfile.h>
+#include <taglib/opusfile.h>
 #include <textidentificationframe.h>
 #include <tfilestream.h>
-#include <vorbisfile.h>
+#include <taglib/vorbisfile.h>
 #include <xingheader.h>
 
 #include <algorithm>

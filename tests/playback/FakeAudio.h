@@ -117,9 +117,9 @@ public:
         return true;
     }
     bool ChannelSlideAttributes(audio::Handle, int, int, int, int) override { return false; }
-    audio::Handle ChannelSetSync(audio::Handle handle, std::uint32_t, std::uint64_t, audio::SyncProcedure procedure,
-                                 void* user) override {
-        if (handle != 0) {
+    audio::Handle ChannelSetSync(audio::Handle handle, std::uint32_t type, std::uint64_t,
+                                 audio::SyncProcedure procedure, void* user) override {
+        if (type == (static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime)) {
             At(handle).onEnd = procedure;
             At(handle).user = user;
         }

@@ -122,6 +122,8 @@ void MixerPanel::Connect() {
         Q_EMIT VolumeChanged(volume);
     });
     connect(parts_->fader, &QSlider::valueChanged, this, &MixerPanel::FaderChanged);
+    connect(parts_->fader, &QSlider::sliderPressed, this, [this] { Q_EMIT FaderHeld(true); });
+    connect(parts_->fader, &QSlider::sliderReleased, this, [this] { Q_EMIT FaderHeld(false); });
     connect(parts_->toPlayer1, &QPushButton::clicked, this, &MixerPanel::FadeToPlayer1Clicked);
     connect(parts_->toPlayer2, &QPushButton::clicked, this, &MixerPanel::FadeToPlayer2Clicked);
     for (IconButton* button : {parts_->toPlayer1, parts_->toPlayer2}) {
@@ -144,6 +146,10 @@ void MixerPanel::SetVolume(int volume) {
     const QSignalBlocker silent(parts_->volume);
     parts_->volume->setValue(volume);
     parts_->volumeText->SetText(QString::number(parts_->volume->value()));
+}
+
+int MixerPanel::Volume() const {
+    return parts_->volume->value();
 }
 
 void MixerPanel::SetFader(int position) {

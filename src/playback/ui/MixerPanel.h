@@ -26,6 +26,7 @@ public:
     void SetClock(const QTime& time);
     /** 0 to 100. */
     void SetVolume(int volume);
+    int Volume() const;
     /** -100 (Player 1) to 100 (Player 2). */
     void SetFader(int position);
     int Fader() const;
@@ -41,6 +42,8 @@ public:
 Q_SIGNALS:
     void VolumeChanged(int volume);
     void FaderChanged(int position);
+    /** The user has taken, respectively let go of, the fader's handle. */
+    void FaderHeld(bool held);
     void FadeToPlayer1Clicked();
     void FadeToPlayer2Clicked();
     /** Right mouse button (or menu key) on a fade button. */

@@ -17,10 +17,6 @@ namespace {
 const QColor currentRed(0xFF, 0x00, 0x00);
 constexpr int frameWidth = 2;
 
-bool IsRightAligned(int column) {
-    return column == Playlist::Duration || column == Playlist::Info || column == Playlist::RowNumber;
-}
-
 } // namespace
 
 struct PlaylistDelegate::Cell {
@@ -31,8 +27,7 @@ struct PlaylistDelegate::Cell {
           icon(static_cast<EntryIcon>(at.data(Playlist::IconRole).toInt())),
           isCurrent(at.data(Playlist::CurrentRole).toBool()),
           isSelected(option.state.testFlag(QStyle::State_Selected)),
-          isEnabled(option.state.testFlag(QStyle::State_Enabled)),
-          place(option.viewItemPosition) {
+          isEnabled(option.state.testFlag(QStyle::State_Enabled)) {
         font.setBold(isCurrent);
     }
 
@@ -46,7 +41,6 @@ struct PlaylistDelegate::Cell {
     bool isCurrent;
     bool isSelected;
     bool isEnabled;
-    QStyleOptionViewItem::ViewItemPosition place;
 };
 
 void PlaylistDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
@@ -118,11 +112,11 @@ QString PlaylistDelegate::TextOf(const QModelIndex& index) const {
 void PlaylistDelegate::PaintText(QPainter& painter, const Cell& cell) const {
     const int margin = SkinStyle::Units().Of(0.45);
     const QRect room = cell.rect.adjusted(margin, 0, -margin, 0);
-    const int alignment = IsRightAligned(cell.index.column()) ? Qt::AlignRight : Qt::AlignLeft;
+    const auto alignment = cell.index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
     const QString text = TextOf(cell.index).simplified();
     painter.setFont(cell.font);
     painter.setPen(Ink(cell));
-    painter.drawText(room, alignment | Qt::AlignVCenter | Qt::TextSingleLine,
+    painter.drawText(room, int(alignment) | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
 }
 
@@ -149,7 +143,7 @@ void PlaylistDelegate::PaintFrame(QPainter& painter, const Cell& cell) const {
     const QRect& rect = cell.rect;
     painter.fillRect(rect.left(), rect.top(), rect.width(), frameWidth, colour);
     painter.fillRect(rect.left(), rect.bottom() + 1 - frameWidth, rect.width(), frameWidth, colour);
-    if (cell.place == QStyleOptionViewItem::End || cell.place == QStyleOptionViewItem::OnlyOne)
+    if (cell.index.column() == (isNarrow_ ? Playlist::Duration : Playlist::Info))
         painter.fillRect(rect.right() + 1 - frameWidth, rect.top(), frameWidth, rect.height(), colour);
 }
 

@@ -7,16 +7,7 @@
 #include <QEvent>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace kalvo {
-
-namespace {
-
-/** How many rows after the red one are to be seen. */
-constexpr int comingRows = 3;
-
-} // namespace
 
 PlaylistPanel::PlaylistPanel(Playlist& list, QWidget* parent)
     : QWidget(parent),
@@ -31,7 +22,7 @@ PlaylistPanel::PlaylistPanel(Playlist& list, QWidget* parent)
     column->addWidget(view_, 1);
     view_->installEventFilter(this);
     connect(&list, &Playlist::Changed, this, &PlaylistPanel::ShowCaption);
-    connect(&list, &Playlist::CurrentChanged, this, &PlaylistPanel::ShowComing);
+    connect(&list, &Playlist::CurrentChanged, view_, &PlaylistView::ShowComing);
     connect(view_, &PlaylistView::SelectionChanged, this, [this] {
         ShowCaption();
         if (view_->FirstSelectedRow() >= 0)
@@ -80,13 +71,6 @@ void PlaylistPanel::ShowEnd() {
         parts.removeFirst();
     parts.removeAll(QString());
     header_->End().SetText(parts.join(QStringLiteral(", ")));
-}
-
-void PlaylistPanel::ShowComing(int row) {
-    if (row < 0)
-        return;
-    view_->scrollTo(list_.index(std::min(row + comingRows, list_.Count() - 1), Playlist::Title));
-    view_->scrollTo(list_.index(row, Playlist::Title));
 }
 
 } // namespace kalvo

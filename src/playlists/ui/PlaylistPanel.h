@@ -37,8 +37,6 @@ protected:
 private:
     void ShowCaption();
     void ShowEnd();
-    /** The red row, and what comes after it. */
-    void ShowComing(int row);
 
     Playlist& list_;
     PlaylistHeader* header_;

@@ -16,6 +16,7 @@ namespace kalvo {
 namespace {
 
 constexpr int dropLineWidth = 3;
+constexpr int comingRows = 3;
 
 /** Widths in font heights; Title and Artist share what is left. */
 constexpr double timeWidth = 4.2, infoWidth = 5.6;
@@ -87,6 +88,15 @@ int PlaylistView::FirstSelectedRow() const {
     return first;
 }
 
+void PlaylistView::ShowComing(int row) {
+    if (row < 0)
+        return;
+    executeDelayedItemsLayout(); // rows that have just come are not in the scroll bar's range yet
+    updateGeometries();
+    scrollTo(list_.index(std::min(row + comingRows, list_.Count() - 1), Playlist::Title));
+    scrollTo(list_.index(row, Playlist::Title));
+}
+
 void PlaylistView::keyPressEvent(QKeyEvent* event) {
     const bool withControl = event->modifiers() == Qt::ControlModifier;
     if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier)
@@ -141,16 +151,16 @@ void PlaylistView::dropEvent(QDropEvent* event) {
     ShowDropRow(-1);
     if (!Accept(event))
         return;
-    const QMimeData* data = event->mimeData();
+    const QMimeData* dragged = event->mimeData();
     const int row = DropRow(event->position().toPoint().y());
-    if (const auto entries = PlaylistDrag::TakeEntries(data)) {
+    if (const auto entries = PlaylistDrag::TakeEntries(dragged)) {
         // Rows of another running program are not ours to remove.
         const bool isMove = event->dropAction() == Qt::MoveAction && event->source();
         Q_EMIT EntriesDropped(row, entries->dragged, isMove ? entries->source : 0);
-    } else if (const auto titles = PlaylistDrag::TakeTitles(data)) {
+    } else if (const auto titles = PlaylistDrag::TakeTitles(dragged)) {
         Q_EMIT TitlesDropped(row, *titles);
     } else {
-        Q_EMIT FilesDropped(row, PlaylistDrag::TakePaths(data));
+        Q_EMIT FilesDropped(row, PlaylistDrag::TakePaths(dragged));
     }
 }
 
@@ -228,12 +238,12 @@ void PlaylistView::ShowDropRow(int row) {
 }
 
 bool PlaylistView::Accept(QDropEvent* event) const {
-    const QMimeData* data = event->mimeData();
-    if (!PlaylistDrag::IsWelcome(data)) {
+    const QMimeData* dragged = event->mimeData();
+    if (!PlaylistDrag::IsWelcome(dragged)) {
         event->ignore();
         return false;
     }
-    const bool isCopied = !PlaylistDrag::TakeEntries(data) || event->modifiers().testFlag(Qt::ControlModifier);
+    const bool isCopied = !PlaylistDrag::TakeEntries(dragged) || event->modifiers().testFlag(Qt::ControlModifier);
     event->setDropAction(isCopied ? Qt::CopyAction : Qt::MoveAction);
     event->accept();
     return true;

@@ -24,6 +24,8 @@ public:
     QList<int> SelectedRows() const;
     /** -1 when nothing is selected. */
     int FirstSelectedRow() const;
+    /** Scrolls so that the row is seen and, with room for it, the entry three places after it. */
+    void ShowComing(int row);
 
 Q_SIGNALS:
     void SelectionChanged();

@@ -1,0 +1,195 @@
+#include "archive/Archive.h"
+
+#include "archive/ArchiveStatements.h"
+#include "archive/IndexLoader.h"
+#include "archive/RowCache.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace kalvo {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QString kLayoutName = u"\\mp3tabelle.dll"_s;
+const QString kArchiveName = u"\\Musikarchiv\\default.mav"_s;
+const QString kPlaylistName = u"\\Wiedergabeliste\\default.mav"_s;
+
+/** Rows are numbered by int. */
+constexpr std::size_t kMaximumRows = std::numeric_limits<int>::max();
+
+} // namespace
+
+Archive::Archive(const Clock& clock, QObject* parent)
+    : QObject(parent), database_(clock), cache_(std::make_unique<RowCache>()) {}
+
+Archive::~Archive() = default;
+
+bool Archive::Open(const DataFolder& folder) {
+    loader_.reset();
+    index_.reset();
+    ShowRows({});
+    SettleLayout(folder);
+    QString message;
+    const bool opened = database_.Open(layout_.archivePath, message);
+    if (!message.isEmpty())
+        Q_EMIT Message(message);
+    SetRecordSource(ArchiveStatements::Default());
+    if (opened)
+        StartLoading();
+    Q_EMIT CountChanged();
+    return opened;
+}
+
+/** A configured archive elsewhere counts only while the default file exists; the playlists are always the default. */
+void Archive::SettleLayout(const DataFolder& folder) {
+    const QString layoutPath = folder.Path(kLayoutName);
+    const QString defaultPath = folder.Path(kArchiveName);
+    layout_ = LayoutFile::Read(layoutPath);
+    if (layout_.archivePath.isEmpty() || !QFileInfo::exists(defaultPath))
+        layout_.archivePath = defaultPath;
+    layout_.playlistPath = folder.Path(kPlaylistName);
+    if (!QFileInfo::exists(layoutPath))
+        layout_.Write(layoutPath);
+}
+
+void Archive::StartLoading() {
+    const auto loaded = [this](const std::shared_ptr<MemoryIndex>& index) {
+        QMetaObject::invokeMethod(
+            this, [this, index] { TakeIndex(index); }, Qt::QueuedConnection);
+    };
+    const auto damaged = [this] {
+        const auto tell = [this] { Q_EMIT Message(u"Das Musikarchiv ist beschädigt: "_s + Path()); };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    };
+    state_ = State::Loading;
+    loader_ = std::make_unique<IndexLoader>(Path(), loaded, damaged);
+}
+
+bool Archive::WaitForIndex() {
+    if (state_ == State::Loading)
+        TakeIndex(loader_->Wait());
+    return IsIndexReady();
+}
+
+void Archive::TakeIndex(const std::shared_ptr<MemoryIndex>& index) {
+    if (state_ != State::Loading)
+        return;
+    state_ = index ? State::Ready : State::Failed;
+    index_ = index;
+    if (!index_) {
+        Q_EMIT Message(u"Das Musikarchiv kann nicht gelesen werden: "_s + Path());
+        Q_EMIT IndexFailed();
+        return;
+    }
+    for (const TitleRecord& record : writtenWhileLoading_)
+        index_->Put(record);
+    writtenWhileLoading_.clear();
+    Refresh();
+    Q_EMIT CountChanged();
+    Q_EMIT IndexReady();
+}
+
+bool Archive::SetRecordSource(const QString& statement) {
+    const auto query = ParseRecordSource(statement);
+    if (!query)
+        return false;
+    source_ = statement;
+    query_ = *query;
+    Refresh();
+    return true;
+}
+
+void Archive::Refresh() {
+    if (index_)
+        ShowRows(index_->Select(query_));
+}
+
+void Archive::ShowRows(std::vector<qint64> rows) {
+    rows_ = std::move(rows);
+    rows_.resize(std::min(rows_.size(), kMaximumRows));
+    cache_->Clear();
+    Q_EMIT RecordsChanged();
+}
+
+TitleRecord Archive::RowAt(int row) const {
+    return IdAt(row) == 0 ? TitleRecord() : cache_->Row(static_cast<std::size_t>(row), rows_, database_);
+}
+
+qint64 Archive::IdAt(int row) const {
+    return row >= 0 && row < RowCount() ? rows_[static_cast<std::size_t>(row)] : 0;
+}
+
+int Archive::RowOf(qint64 nr) const {
+    const auto found = std::find(rows_.begin(), rows_.end(), nr);
+    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+}
+
+qint64 Archive::Count() const {
+    if (index_)
+        return index_->Count();
+    return database_.IsOpen() ? std::max<qint64>(0, database_.Count()) : 0;
+}
+
+void Archive::PutIntoIndex(const TitleRecord& record) {
+    if (index_)
+        index_->Put(record);
+    else
+        writtenWhileLoading_.push_back(record);
+}
+
+WriteResult Archive::AddTitle(TitleRecord& record) {
+    const WriteResult written = database_.AddTitle(record);
+    if (written) {
+        PutIntoIndex(record);
+        Q_EMIT CountChanged();
+    }
+    ReloadAfterLoss();
+    return written;
+}
+
+WriteResult Archive::UpdateRecord(const TitleRecord& record) {
+    const WriteResult written = database_.UpdateRecord(record);
+    if (!written)
+        return written;
+    PutIntoIndex(record);
+    cache_->Clear();
+    if (const int row = RowOf(record.Nr); row >= 0)
+        Q_EMIT RowChanged(row);
+    return written;
+}
+
+void Archive::EndSession() {
+    database_.EndBatch();
+    ReloadAfterLoss();
+}
+
+/** A batch that could not be committed has taken back titles that the index holds already. */
+void Archive::ReloadAfterLoss() {
+    if (!database_.TakeBatchLost())
+        return;
+    Q_EMIT Message(u"Das Musikarchiv konnte nicht geschrieben werden."_s);
+    loader_.reset();
+    index_.reset();
+    writtenWhileLoading_.clear();
+    StartLoading();
+}
+
+std::optional<TitleRecord> Archive::FindByPath(const QString& path) const {
+    if (!index_)
+        return database_.FindByPath(path);
+    const auto nr = index_->FindPath(path);
+    if (!nr)
+        return std::nullopt;
+    const TitleRecord record = database_.Read({*nr}).value(0);
+    return record.Nr == 0 ? std::nullopt : std::optional(record);
+}
+
+bool Archive::HoldsPath(const QString& path) const {
+    return index_ && index_->HoldsPathLike(path);
+}
+
+} // namespace kalvo

@@ -1,0 +1,253 @@
+#include "archive/ui/ArchiveGrid.h"
+
+#include "archive/TitleRow.h"
+#include "archive/ui/FoundTextDelegate.h"
+#include "base/Settings.h"
+#include "widgets/DragTypes.h"
+#include "widgets/SkinStyle.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace kalvo {
+
+ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
+    : QTableView(parent),
+      archive_(archive),
+      settings_(settings),
+      model_(new ArchiveModel(archive, this)),
+      delegate_(new FoundTextDelegate(this)),
+      columns_(GridColumns::Read(settings, SkinStyle::Units().F())) {
+    setObjectName(QStringLiteral("DataGrid2"));
+    setAccessibleName(tr("Titel im Musikarchiv"));
+    setModel(model_);
+    setItemDelegate(delegate_);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setShowGrid(false);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setDragDropMode(DragOnly);
+    SetUpHeader();
+    ApplyLook();
+    ApplyColumns();
+    connect(this, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { Q_EMIT TitleActivated(archive_.RowAt(index.row())); });
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
+        if (current.isValid())
+            currentNr_ = archive_.IdAt(current.row());
+        Q_EMIT CurrentTitleChanged();
+    });
+    connect(model_, &QAbstractItemModel::modelReset, this, &ArchiveGrid::KeepCurrent);
+    connect(model_, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
+        if (first.row() == currentIndex().row())
+            Q_EMIT CurrentTitleChanged();
+    });
+}
+
+void ArchiveGrid::SetUpHeader() {
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    QHeaderView* header = horizontalHeader();
+    header->setSectionsClickable(true);
+    header->setSectionsMovable(true);
+    header->setHighlightSections(false);
+    header->setResizeContentsPrecision(0);
+    header->setTextElideMode(Qt::ElideRight);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    header->viewport()->installEventFilter(this);
+    connect(header, &QHeaderView::sectionClicked, this,
+            [this](int section) { Q_EMIT HeaderClicked(ArchiveModel::FieldOf(section)); });
+    connect(header, &QHeaderView::sectionResized, this, &ArchiveGrid::ColumnsTouched);
+    connect(header, &QHeaderView::sectionMoved, this, &ArchiveGrid::ColumnsTouched);
+    connect(header, &QHeaderView::customContextMenuRequested, this, &ArchiveGrid::ShowColumnMenu);
+}
+
+void ArchiveGrid::ApplyLook() {
+    const FontUnits& units = SkinStyle::Units();
+    verticalHeader()->setMinimumSectionSize(units.F());
+    verticalHeader()->setDefaultSectionSize(units.TableRow());
+    horizontalHeader()->setMinimumSectionSize(units.Of(2));
+    horizontalHeader()->setFixedHeight(units.ColumnHead());
+}
+
+void ArchiveGrid::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::StyleChange)
+        ApplyLook();
+}
+
+void ArchiveGrid::ApplyColumns() {
+    const QScopedValueRollback guard(applying_, true);
+    QHeaderView* header = horizontalHeader();
+    for (int place = 0; place < columns_.size(); ++place) {
+        const GridColumn& column = columns_[place];
+        const int section = ArchiveModel::ColumnOf(column.field);
+        header->moveSection(header->visualIndex(section), place);
+        header->setSectionHidden(section, !column.visible);
+        header->resizeSection(section, qRound(double(column.width) / GridColumns::twipsPerPixel));
+    }
+}
+
+void ArchiveGrid::TakeColumnsFromHeader() {
+    const QHeaderView* header = horizontalHeader();
+    QList<GridColumn> taken;
+    for (int place = 0; place < header->count(); ++place) {
+        const int section = header->logicalIndex(place);
+        const ArchiveField field = ArchiveModel::FieldOf(section);
+        GridColumn column = *std::find_if(columns_.cbegin(), columns_.cend(),
+                                          [&](const GridColumn& known) { return known.field == field; });
+        // A hidden section has no width of its own; the one that it had comes back with it.
+        if (!header->isSectionHidden(section))
+            column.width = header->sectionSize(section) * GridColumns::twipsPerPixel;
+        taken.append(column);
+    }
+    columns_ = taken;
+}
+
+void ArchiveGrid::ColumnsTouched() {
+    if (applying_)
+        return;
+    columnsDirty_ = true;
+    if (!(QGuiApplication::mouseButtons() & Qt::LeftButton))
+        WriteColumns();
+}
+
+void ArchiveGrid::WriteColumns() {
+    columnsDirty_ = false;
+    TakeColumnsFromHeader();
+    GridColumns::Write(settings_, columns_);
+    Q_EMIT ColumnsChanged();
+}
+
+bool ArchiveGrid::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease && columnsDirty_ && watched == horizontalHeader()->viewport())
+        QMetaObject::invokeMethod(this, &ArchiveGrid::WriteColumns, Qt::QueuedConnection);
+    return QTableView::eventFilter(watched, event);
+}
+
+void ArchiveGrid::ShowColumnMenu(const QPoint& position) {
+    QMenu menu(this);
+    const qsizetype shown = VisibleFields().size();
+    for (const GridColumn& column : std::as_const(columns_)) {
+        QAction* action = menu.addAction(FieldCaption(column.field));
+        action->setCheckable(true);
+        action->setChecked(column.visible);
+        action->setEnabled(!column.visible || shown > 1);
+        connect(action, &QAction::toggled, this,
+                [this, field = column.field](bool visible) { ShowColumn(field, visible); });
+    }
+    menu.addSeparator();
+    connect(menu.addAction(tr("Standard wiederherstellen")), &QAction::triggered, this, [this] {
+        columns_ = GridColumns::Defaults(SkinStyle::Units().F());
+        ApplyColumns();
+        WriteColumns();
+    });
+    menu.exec(horizontalHeader()->mapToGlobal(position));
+}
+
+void ArchiveGrid::ShowColumn(ArchiveField field, bool visible) {
+    for (GridColumn& column : columns_) {
+        if (column.field == field)
+            column.visible = visible;
+    }
+    ApplyColumns();
+    WriteColumns();
+}
+
+QList<TitleRecord> ArchiveGrid::SelectedRecords() const {
+    QList<int> rows;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.append(row);
+    }
+    if (rows.isEmpty() && HasCurrent())
+        rows.append(currentIndex().row());
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    QList<TitleRecord> records;
+    records.reserve(rows.size());
+    for (const int row : std::as_const(rows))
+        records.append(archive_.RowAt(row));
+    return records;
+}
+
+TitleRecord ArchiveGrid::CurrentRecord() const {
+    return HasCurrent() ? archive_.RowAt(currentIndex().row()) : TitleRecord();
+}
+
+/** The current title stays the current one while the new rows hold it. */
+void ArchiveGrid::KeepCurrent() {
+    const int row = currentNr_ == 0 ? -1 : archive_.RowOf(currentNr_);
+    if (row < 0) {
+        Q_EMIT CurrentTitleChanged();
+        return;
+    }
+    const QModelIndex place = model_->index(row, ArchiveModel::ColumnOf(VisibleFields().first()));
+    selectionModel()->setCurrentIndex(place, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(place);
+}
+
+void ArchiveGrid::SetSearchText(const QString& text) {
+    delegate_->SetSearchText(text);
+    viewport()->update();
+}
+
+void ArchiveGrid::SortBy(ArchiveField field, GridFilter filter) {
+    filter.visibleFields = VisibleFields();
+    model_->HeaderClick(field, filter);
+}
+
+void ArchiveGrid::keyboardSearch(const QString&) {
+    // Jumping to a row by its first letters would read row after row; the search box does it better.
+}
+
+void ArchiveGrid::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && HasCurrent()) {
+        Q_EMIT PreListenRequested(CurrentRecord());
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void ArchiveGrid::startDrag(Qt::DropActions) {
+    DragTypes::Rows rows;
+    QList<QUrl> files;
+    for (const TitleRecord& record : SelectedRecords()) {
+        rows.append(TitleRow::Pack(record));
+        files.append(QUrl::fromLocalFile(record.Pfad));
+    }
+    if (rows.isEmpty())
+        return;
+    auto* data = new QMimeData;
+    DragTypes::Put(*data, DragTypes::ArchiveTitles(), rows);
+    data->setUrls(files);
+    auto* drag = new QDrag(this);
+    drag->setMimeData(data);
+    drag->exec(Qt::CopyAction);
+}
+
+void ArchiveGrid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (model_->rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(SkinStyle::Colours().dim);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter,
+                     archive_.IsIndexReady() ? tr("Kein Titel passt zur Suche.")
+                                             : tr("Das Musikarchiv wird geladen ..."));
+}
+
+} // namespace kalvo

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "archive/GridColumns.h"
+#include "archive/ui/ArchiveModel.h"
+
+#include <QTableView>
+
+namespace kalvo {
+
+class FoundTextDelegate;
+class Settings;
+
+/**
+ * The grid `DataGrid2` over the archive. Its columns can be resized, moved and hidden; every such change is kept in the
+ * settings when the mouse button is released.
+ */
+class ArchiveGrid : public QTableView {
+    Q_OBJECT
+
+public:
+    /** archive and settings outlive the grid. */
+    ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent = nullptr);
+
+    /** From left to right, hidden ones included. */
+    const QList<GridColumn>& Columns() const { return columns_; }
+    QList<ArchiveField> VisibleFields() const { return GridColumns::VisibleFields(columns_); }
+
+    /** The marked titles in row order; without any the current one; empty without that. */
+    QList<TitleRecord> SelectedRecords() const;
+    /** An empty record without a current row. */
+    TitleRecord CurrentRecord() const;
+    bool HasCurrent() const { return currentIndex().isValid(); }
+
+    /** Marks every row. */
+    void MAAlleTitelAuswaehlen() { selectAll(); }
+    /** What the cells mark; see FoundTextDelegate. */
+    void SetSearchText(const QString& text);
+    /** Applies a head's click; the filter tells what the rows are narrowed to. */
+    void SortBy(ArchiveField field, GridFilter filter);
+
+    void keyboardSearch(const QString& search) override;
+
+Q_SIGNALS:
+    void HeaderClicked(kalvo::ArchiveField field);
+    void CurrentTitleChanged();
+    void TitleActivated(const kalvo::TitleRecord& record);
+    void PreListenRequested(const kalvo::TitleRecord& record);
+    /** Width, order or visibility of columns changed and was written to the settings. */
+    void ColumnsChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void SetUpHeader();
+    void ApplyLook();
+    void ApplyColumns();
+    void TakeColumnsFromHeader();
+    void ColumnsTouched();
+    void WriteColumns();
+    void ShowColumnMenu(const QPoint& position);
+    void ShowColumn(ArchiveField field, bool visible);
+    void KeepCurrent();
+
+    Archive& archive_;
+    Settings& settings_;
+    ArchiveModel* model_;
+    FoundTextDelegate* delegate_;
+    QList<GridColumn> columns_;
+    qint64 currentNr_ = 0;      ///< of the current row, so that it is found again among other rows
+    bool applying_ = false;     ///< the program itself is changing the header
+    bool columnsDirty_ = false; ///< changed while a mouse button is held
+};
+
+} // namespace kalvo

@@ -1,0 +1,259 @@
+#include "archive/ui/ArchivePanel.h"
+
+#include "archive/ArchiveStatements.h"
+#include "archive/ui/EmptyArchive.h"
+#include "archive/ui/SelectedTitleLine.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/IconButton.h"
+#include "widgets/Icons.h"
+#include "widgets/SkinStyle.h"
+
+#include <QAction>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QToolButton>
+
+namespace kalvo {
+
+namespace {
+
+const QString waiting = QStringLiteral("Bitte Suche abwarten ...");
+
+QLabel* NamedLabel(const QString& name, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+class HourGlass {
+public:
+    HourGlass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~HourGlass() { QGuiApplication::restoreOverrideCursor(); }
+    HourGlass(const HourGlass&) = delete;
+    HourGlass& operator=(const HourGlass&) = delete;
+};
+
+} // namespace
+
+ArchivePanel::ArchivePanel(Archive& archive, Settings& settings, const DataFolder& folder, QWidget* parent)
+    : QWidget(parent),
+      archive_(archive),
+      folder_(folder),
+      heading_(new QLabel(tr("Musikarchiv"), this)),
+      search_(new QLineEdit(this)),
+      found_(NamedLabel(QStringLiteral("Label23"), this)),
+      count_(NamedLabel(QStringLiteral("lblAnzahl"), this)),
+      head_(new QWidget(this)),
+      body_(new QStackedWidget(this)),
+      grid_(new ArchiveGrid(archive, settings, this)),
+      empty_(new EmptyArchive(this)),
+      line_(new SelectedTitleLine(this)) {
+    BuildSearchBox();
+    head_->setLayout(BuildHead());
+    BuildBody();
+    ConnectArchive();
+    ConnectGrid();
+    auto* find = new QShortcut(QKeySequence::Find, this);
+    connect(find, &QShortcut::activated, search_, [this] {
+        search_->setFocus(Qt::ShortcutFocusReason);
+        search_->selectAll();
+    });
+    ApplyLook();
+    ShowCount();
+    ShowCurrentTitle();
+}
+
+void ArchivePanel::BuildSearchBox() {
+    search_->setObjectName(QStringLiteral("Text1"));
+    search_->setAccessibleName(tr("Suche im Musikarchiv"));
+    search_->setPlaceholderText(tr("Suchen"));
+    const Skin& skin = SkinStyle::Colours();
+    search_->addAction(Icons::Icon(QStringLiteral("search"), skin.dim), QLineEdit::LeadingPosition);
+    clearSearch_ = search_->addAction(Icons::Icon(QStringLiteral("close"), skin.dim), QLineEdit::TrailingPosition);
+    clearSearch_->setText(tr("Suche löschen"));
+    clearSearch_->setToolTip(clearSearch_->text());
+    clearSearch_->setVisible(false);
+    connect(clearSearch_, &QAction::triggered, search_, &QLineEdit::clear);
+    connect(search_, &QLineEdit::textChanged, this, &ArchivePanel::QuickSearch);
+    search_->installEventFilter(this);
+}
+
+QBoxLayout* ArchivePanel::BuildHead() {
+    count_->setForegroundRole(QPalette::PlaceholderText);
+    found_->setAccessibleName(tr("Ergebnis der Suche"));
+    auto* import = new IconButton(QStringLiteral("import"), IconButton::Size::Normal, this);
+    import->setObjectName(QStringLiteral("cmdTitelEinlesen"));
+    import->setAccessibleName(tr("Titel zum Musikarchiv hinzufügen"));
+    import->setToolTip(import->accessibleName());
+    import->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(import, &QPushButton::clicked, this, &ArchivePanel::ImportRequested);
+    import_ = import;
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(heading_);
+    row->addWidget(search_, 4);
+    row->addWidget(found_);
+    row->addStretch(1);
+    row->addWidget(count_);
+    row->addWidget(import_);
+    return row;
+}
+
+void ArchivePanel::BuildBody() {
+    body_->addWidget(grid_);
+    body_->addWidget(empty_);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(1, 1, 1, 1);
+    column->setSpacing(0);
+    column->addWidget(head_);
+    column->addWidget(body_, 1);
+    column->addWidget(line_);
+    setTabOrder(search_, grid_);
+}
+
+void ArchivePanel::ConnectArchive() {
+    connect(&archive_, &Archive::CountChanged, this, &ArchivePanel::ShowCount);
+    connect(&archive_, &Archive::RecordsChanged, this, [this] {
+        ShowCount();
+        ShowFound();
+    });
+}
+
+void ArchivePanel::ConnectGrid() {
+    connect(grid_, &ArchiveGrid::TitleActivated, this, &ArchivePanel::TitleActivated);
+    connect(grid_, &ArchiveGrid::PreListenRequested, this, &ArchivePanel::PreListenRequested);
+    connect(grid_, &ArchiveGrid::CurrentTitleChanged, this, [this] {
+        ShowCurrentTitle();
+        Q_EMIT CurrentTitleChanged();
+    });
+    connect(grid_, &ArchiveGrid::HeaderClicked, this, [this](ArchiveField field) {
+        grid_->SortBy(field, GridFilter{SearchText(), false, {}, {}});
+    });
+    connect(grid_, &ArchiveGrid::ColumnsChanged, this, &ArchivePanel::SaveLayout);
+    connect(line_, &SelectedTitleLine::AddToListRequested, this,
+            [this](int list) { Q_EMIT AddToListRequested(list, SelectedRecords()); });
+    connect(empty_, &EmptyArchive::ImportRequested, this, &ArchivePanel::ImportRequested);
+}
+
+void ArchivePanel::Refresh() {
+    archive_.Refresh();
+}
+
+void ArchivePanel::SetLayoutMode(LayoutMode mode) {
+    mode_ = mode;
+    ApplyLook();
+}
+
+void ArchivePanel::SetContextActions(const QList<QAction*>& actions) {
+    for (QAction* known : grid_->actions())
+        grid_->removeAction(known);
+    grid_->addActions(actions);
+    grid_->setContextMenuPolicy(actions.isEmpty() ? Qt::DefaultContextMenu : Qt::ActionsContextMenu);
+}
+
+void ArchivePanel::SetSearchText(const QString& text) {
+    const QScopedValueRollback guard(settingSearch_, true);
+    search_->setText(text);
+}
+
+QString ArchivePanel::SearchText() const {
+    return search_->text();
+}
+
+void ArchivePanel::QuickSearch(const QString& text) {
+    clearSearch_->setVisible(!text.isEmpty());
+    if (settingSearch_ || text.size() == 1)
+        return;
+    const QString before = found_->text();
+    found_->setText(waiting);
+    found_->repaint();
+    const HourGlass hourGlass;
+    if (!archive_.SetRecordSource(ArchiveStatements::QuickSearch(text, grid_->VisibleFields()))) {
+        found_->setText(before);
+        return;
+    }
+    grid_->SetSearchText(text);
+    grid_->scrollToTop();
+}
+
+void ArchivePanel::ShowCount() {
+    const qint64 count = archive_.Count();
+    count_->setText(QString::number(qMax<qint64>(count, 0)) + QStringLiteral(" Titel"));
+    body_->setCurrentWidget(count > 0 ? static_cast<QWidget*>(grid_) : empty_);
+}
+
+/** Only once something was searched for; while the index is loading the answer follows with the rows. */
+void ArchivePanel::ShowFound() {
+    if (!found_->text().isEmpty() && archive_.IsIndexReady())
+        found_->setText(QString::number(archive_.RowCount()) + QStringLiteral(" Titel gefunden"));
+}
+
+void ArchivePanel::ShowCurrentTitle() {
+    line_->Show(CurrentRecord());
+}
+
+void ArchivePanel::SaveLayout() {
+    LayoutFile& layout = archive_.Layout();
+    const QList<GridColumn>& columns = grid_->Columns();
+    for (std::size_t i = 0; i < layout.columnWidths.size(); ++i)
+        layout.columnWidths[i] = columns[static_cast<qsizetype>(i)].width;
+    layout.rowHeight = double(SkinStyle::Units().TableRow()) * GridColumns::twipsPerPixel;
+    layout.Write(folder_.Path(QStringLiteral("\\mp3tabelle.dll")));
+}
+
+void ArchivePanel::ApplyLook() {
+    const FontUnits& units = SkinStyle::Units();
+    heading_->setFont(units.Font(1.25, true));
+    found_->setFont(units.Font(1, true));
+    // Its place is reserved, so that the search box does not jump while somebody types.
+    found_->setMinimumWidth(QFontMetrics(found_->font()).horizontalAdvance(waiting));
+    head_->setFixedHeight(units.PanelHead());
+    head_->layout()->setContentsMargins(units.Gap(2), 0, units.Gap(2), 0);
+    head_->layout()->setSpacing(units.Gap(2));
+    const bool narrow = mode_ == LayoutMode::Narrow;
+    search_->setMinimumWidth(units.Of(8));
+    search_->setMaximumWidth(units.Of(narrow ? 18 : mode_ == LayoutMode::Wide ? 30 : 23));
+    line_->setVisible(!narrow);
+    import_->setVisible(!narrow);
+}
+
+void ArchivePanel::paintEvent(QPaintEvent*) {
+    const Skin& skin = SkinStyle::Colours();
+    QPainter painter(this);
+    painter.fillRect(rect(), skin.panel);
+    painter.setPen(skin.line);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.fillRect(0, head_->geometry().bottom(), width(), 1, skin.line);
+}
+
+void ArchivePanel::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange)
+        ApplyLook();
+}
+
+bool ArchivePanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != search_ || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Escape && !search_->text().isEmpty()) {
+        search_->clear();
+        return true;
+    }
+    if (key != Qt::Key_Down && key != Qt::Key_Return && key != Qt::Key_Enter)
+        return QWidget::eventFilter(watched, event);
+    if (!grid_->HasCurrent() && archive_.RowCount() > 0)
+        grid_->selectRow(0);
+    grid_->setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
+} // namespace kalvo

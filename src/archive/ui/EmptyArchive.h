@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+
+namespace kalvo {
+
+/** What stands in the grid's place while the archive holds no title: what to do about it. */
+class EmptyArchive : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit EmptyArchive(QWidget* parent = nullptr);
+
+Q_SIGNALS:
+    void ImportRequested();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void ApplyLook();
+
+    QLabel* heading_;
+};
+
+} // namespace kalvo

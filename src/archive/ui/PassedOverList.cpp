@@ -1,0 +1,48 @@
+#include "archive/ui/PassedOverList.h"
+
+#include "base/FileName.h"
+#include "widgets/SkinStyle.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QVBoxLayout>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int rowsShown = 4;
+
+} // namespace
+
+PassedOverList::PassedOverList(QWidget* parent)
+    : QWidget(parent), heading_(new QLabel(this)), list_(new QListWidget(this)) {
+    list_->setObjectName(QStringLiteral("lstAusgelassen"));
+    list_->setAccessibleName(tr("Nicht eingelesene Dateien und Gründe"));
+    list_->setUniformItemSizes(true);
+    list_->setAlternatingRowColors(true);
+    list_->setFixedHeight(rowsShown * SkinStyle::Units().TableRow());
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(SkinStyle::Units().Gap(1));
+    column->addWidget(heading_);
+    column->addWidget(list_);
+    hide();
+}
+
+void PassedOverList::Clear() {
+    list_->clear();
+    hide();
+}
+
+void PassedOverList::Add(const QList<PassedOver>& files) {
+    for (const PassedOver& file : files) {
+        auto* item = new QListWidgetItem(FileName::Last(file.path) + QStringLiteral(": ") + file.reason, list_);
+        item->setToolTip(file.path);
+    }
+    const int count = list_->count();
+    heading_->setText(count == 1 ? tr("Nicht eingelesen: 1 Datei") : tr("Nicht eingelesen: %1 Dateien").arg(count));
+    setVisible(count > 0);
+}
+
+} // namespace kalvo

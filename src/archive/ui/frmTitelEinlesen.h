@@ -1,0 +1,98 @@
+#pragma once
+
+#include "archive/TitleImport.h"
+
+#include <QDialog>
+#include <QElapsedTimer>
+
+class QBoxLayout;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QProgressBar;
+class QPushButton;
+class QToolButton;
+class QStringListModel;
+
+namespace kalvo {
+
+class ElidedLabel;
+class FolderTree;
+class IconButton;
+class ImportFileModel;
+class PassedOverList;
+class TagValues;
+
+/**
+ * The import dialog: choose a folder, scan it, mark files, import them. Modeless; the scan lets the window process its
+ * events after every folder, the import works in turns of the event loop. While one of them runs the buttons are
+ * disabled, "Abbrechen" ends it, and closing the window ends it and closes; titles added so far stay.
+ */
+class frmTitelEinlesen : public QDialog {
+    Q_OBJECT
+
+public:
+    /** The archive outlives the dialog. startFolder: the folder of the last import. */
+    frmTitelEinlesen(Archive& archive, const QString& startFolder, QWidget* parent = nullptr);
+    ~frmTitelEinlesen() override;
+
+    /** The chosen folder, to be kept as the start folder of the next time. */
+    QString Folder() const;
+
+    void reject() override;
+
+Q_SIGNALS:
+    /** An import has ended: the grid can be refreshed. */
+    void Finished(const kalvo::ImportReport& report);
+
+private:
+    enum class Work { None, Scan, Import };
+
+    QBoxLayout* BuildFolderRow(const QString& startFolder);
+    QBoxLayout* BuildLists();
+    QBoxLayout* BuildMarkRow();
+    QBoxLayout* BuildProgressRow();
+    QBoxLayout* BuildButtons();
+    void BuildScanMenu();
+    void ChooseFolder(const QString& path);
+
+    void Scan(ScanMethod method);
+    void RefuseFolder();
+    bool ScanStep(const ScanProgress& progress, ScanMethod method);
+    void ShowScanResult(const ScanResult& result);
+    void MarkAll();
+    int MarkedCount() const;
+    QStringList MarkedPaths() const;
+    void ShowMarked();
+
+    void StartImport();
+    void ShowProgress(const ImportProgress& progress);
+    void EndImport(const ImportReport& report);
+    void SetWork(Work work);
+
+    Archive& archive_;
+    TitleImport* import_;
+    FolderTree* tree_;  ///< `ExplorerTreeView1`
+    QLineEdit* folder_; ///< `Label5`
+    QToolButton* scan_; ///< `MyButton1`
+    QListView* files_;  ///< `ListView1`
+    ImportFileModel* found_;
+    QStringListModel* folders_; ///< of `List1`, the folders of the alternative scan
+    ElidedLabel* scanText_;     ///< `Label7`
+    QLabel* foundCount_;        ///< `lblCount`
+    QLabel* markedCount_;       ///< `Label1`
+    QPushButton* markAll_;      ///< `Command3`
+    ElidedLabel* file_;         ///< `Label2`, the file being imported
+    ElidedLabel* progressText_; ///< `Label3`
+    QProgressBar* progress_;    ///< `ProgressBar1`
+    TagValues* values_;
+    PassedOverList* passedOver_;
+    IconButton* start_; ///< `Command1`
+    QPushButton* cancel_;
+    QElapsedTimer shown_; ///< since the window last showed the import's progress
+    Work work_ = Work::None;
+    bool cancelled_ = false; ///< the scan shall end
+    bool closing_ = false;   ///< and the window with it
+};
+
+} // namespace kalvo

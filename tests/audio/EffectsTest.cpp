@@ -1,0 +1,90 @@
+#include "OfflineDesk.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace kalvo::audio;
+using namespace kalvo::test;
+
+namespace {
+
+EffectParameters Parameters(float gain, float mix) {
+    EffectParameters parameters;
+    parameters.centre = 1000;
+    parameters.gain = gain;
+    parameters.reverbMix = mix;
+    return parameters;
+}
+
+} // namespace
+
+TEST(EffectsTest, FlatAndDryEffectsChangeNotABit) {
+    OfflineDesk desk;
+    const Tone tone = Sine(3000, 0.7);
+    const Handle stream = desk.Play(tone);
+    for (int i = 0; i < 10; ++i)
+        ASSERT_NE(desk.Library().ChannelSetFX(stream, EffectType::EqualiserBand), 0U);
+    ASSERT_NE(desk.Library().ChannelSetFX(stream, EffectType::Reverb), 0U);
+    const auto out = desk.Render(3000);
+    for (std::size_t i = kDelay; i < out.size(); ++i)
+        ASSERT_EQ(out[i], tone.sample(std::int64_t(i - kDelay)));
+}
+
+TEST(EffectsTest, HandlesParametersAndLimitsAreChecked) {
+    OfflineDesk desk;
+    AudioLibrary& library = desk.Library();
+    const Handle stream = desk.Open(Constant(0));
+    const Handle other = desk.Open(Constant(0));
+    const Handle band = library.ChannelSetFX(stream, EffectType::EqualiserBand);
+    EXPECT_TRUE(library.FXSetParameters(band, Parameters(15, -96)));
+    EXPECT_FALSE(library.FXSetParameters(band, Parameters(15.5F, -96)));
+    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Argument);
+    EffectParameters read;
+    ASSERT_TRUE(library.FXGetParameters(band, read));
+    EXPECT_EQ(read.gain, 15);
+    EXPECT_FALSE(library.ChannelRemoveFX(other, band));
+    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::InvalidHandle);
+    EXPECT_EQ(library.ChannelSetFX(stream, EffectType(3)), 0U);
+    EXPECT_TRUE(library.ChannelRemoveFX(stream, band));
+    EXPECT_FALSE(library.FXSetParameters(band, Parameters(0, -96)));
+}
+
+TEST(EffectsTest, AddingMovingAndRemovingMakesNoClick) {
+    OfflineDesk desk;
+    AudioLibrary& library = desk.Library();
+    const Handle stream = desk.Play(Sine(50, 0.3, 1 << 20));
+    std::vector<float> out = desk.Render(4000);
+    const auto go = [&](std::size_t frames) {
+        const auto piece = desk.Render(frames);
+        out.insert(out.end(), piece.begin(), piece.end());
+    };
+    const Handle band = library.ChannelSetFX(stream, EffectType::EqualiserBand);
+    const Handle reverb = library.ChannelSetFX(stream, EffectType::Reverb);
+    for (const float mix : {-20.F, -40.F, -10.F}) {
+        ASSERT_TRUE(library.FXSetParameters(band, Parameters(-mix / 3, -96)));
+        ASSERT_TRUE(library.FXSetParameters(reverb, Parameters(0, mix)));
+        go(4000);
+    }
+    ASSERT_TRUE(library.ChannelRemoveFX(stream, band) && library.ChannelRemoveFX(stream, reverb));
+    go(20000);
+    out.erase(out.begin(), out.begin() + kDelay + 2);
+    EXPECT_LT(LargestJump(out), 0.001);
+}
+
+TEST(EffectsTest, TheReverberationFallsBy60DecibelInItsTime) {
+    OfflineDesk desk;
+    AudioLibrary& library = desk.Library();
+    const Handle stream =
+        desk.Play({44100, 1 << 20, [](std::int64_t frame) { return frame < 200 && frame % 2 == 0 ? 0.9F : 0.0F; }});
+    const Handle reverb = library.ChannelSetFX(stream, EffectType::Reverb);
+    ASSERT_TRUE(library.FXSetParameters(reverb, Parameters(0, 0)));
+    const auto out = desk.Render(66150);
+    const auto energy = [&](std::size_t from) {
+        double sum = 1e-30;
+        for (std::size_t i = from; i < from + 8820; ++i)
+            sum += double(out[i]) * out[i];
+        return 10 * std::log10(sum);
+    };
+    EXPECT_NEAR(energy(13230) - energy(13230 + 22050), 30, 8) << "half of the 1,000 ms";
+}

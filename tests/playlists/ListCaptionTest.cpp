@@ -1,0 +1,63 @@
+#include "playlists/ListCaption.h"
+
+#include "playlists/CuePoint.h"
+#include "playlists/DisplayName.h"
+#include "playlists/PlaylistSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace kalvo {
+
+TEST(ListCaption, IsWordedAsGiven) {
+    EXPECT_EQ(ListCaption(1, 2, 17, QStringLiteral("Standard")),
+              QStringLiteral("Player 1       3. von 17 in Standard"));
+    EXPECT_EQ(ListCaption(2, -1, 0, QStringLiteral("%1")), QStringLiteral("Player 2       0. von 0 in %1"));
+}
+
+TEST(ListCaption, NamesComeFromThePath) {
+    EXPECT_EQ(PlaylistName(QStringLiteral("/a.wil/Party.wil")), QStringLiteral("Party"));
+    EXPECT_EQ(PlaylistName(QStringLiteral("D:\\x\\Som.mer.WIL")), QStringLiteral("Som.mer"));
+    EXPECT_EQ(PlaylistName(QStringLiteral("/x/default.mav")), QStringLiteral("Standard"));
+}
+
+TEST(ListCaption, SumsDurations) {
+    test::ChosenRandom random;
+    Playlist list(1, random);
+    list.Append(test::EntriesOf("abc"));
+    list.Append({{QStringLiteral("x"), {}, QStringLiteral("0"), {}, {}, {}}});
+    EXPECT_EQ(TotalSeconds(list), 180);
+    EXPECT_EQ(RemainingSeconds(list), 180);
+    list.SetCurrent(0);
+    EXPECT_EQ(RemainingSeconds(list), 120);
+    EXPECT_EQ(RestText(3492), QStringLiteral("Rest 00:58:12"));
+    EXPECT_EQ(RestText(360059), QStringLiteral("Rest 100:00:59"));
+    EXPECT_EQ(UntilText(3492, QDateTime(QDate(2026, 1, 1), QTime(23, 41, 7))), QStringLiteral("bis 00:39"));
+}
+
+TEST(DisplayName, SplitsAtTheFirstHyphen) {
+    const struct {
+        const char* path;
+        const char* artist;
+        const char* title;
+    } cases[] = {{"/m/Mara Lind - Blaue-Stunde.mp3", "Mara Lind", "Blaue-Stunde"},
+                 {"D:\\m\\ Hafen .OGG", "", "Hafen"},
+                 {"/a-b/x.mp3", "", "x"},
+                 {"/m/-x.mp3", "", "x"}};
+    for (const auto& [path, artist, title] : cases) {
+        const PlaylistEntry entry = EntryFromFile(QString::fromUtf8(path));
+        EXPECT_EQ(entry.artist.toStdString(), artist);
+        EXPECT_EQ(entry.title.toStdString(), title);
+        EXPECT_EQ(entry.duration, QStringLiteral("0"));
+        EXPECT_EQ(entry.path, QString::fromUtf8(path));
+    }
+}
+
+TEST(CuePoint, IsOnlyWhatItWrites) {
+    EXPECT_EQ(CuePointText(12.44), QStringLiteral("12.4"));
+    EXPECT_DOUBLE_EQ(CuePoint(QStringLiteral("12.4")).value_or(-1), 12.4);
+    EXPECT_DOUBLE_EQ(CuePoint(QStringLiteral("0.0")).value_or(-1), 0);
+    for (const char* text : {"", "12", "12.45", "012.4", "-1.0", "nan", "inf", "1e1", "12,4", " 12.4", "Wunsch"})
+        EXPECT_FALSE(CuePoint(QString::fromUtf8(text))) << text;
+}
+
+} // namespace kalvo

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "playlists/Playlist.h"
+
+#include <deque>
+
+namespace kalvo::test {
+
+/** Gives the chosen numbers one after the other, then 0. */
+class ChosenRandom final : public RandomSource {
+public:
+    void Choose(std::initializer_list<double> numbers) { numbers_.insert(numbers_.end(), numbers); }
+    double Uniform() override {
+        if (numbers_.empty())
+            return 0;
+        const double number = numbers_.front();
+        numbers_.pop_front();
+        return number;
+    }
+
+private:
+    std::deque<double> numbers_;
+};
+
+/** An entry named by one letter or word, its path "/music/<name>". */
+inline PlaylistEntry Entry(const QString& name, const QString& key = QStringLiteral("1")) {
+    return {name, QStringLiteral("A-") + name, QStringLiteral("01:00"), key, {}, QStringLiteral("/music/") + name};
+}
+
+/** One entry for each character. */
+inline QList<PlaylistEntry> EntriesOf(const char* names) {
+    QList<PlaylistEntry> entries;
+    for (; *names; ++names)
+        entries.append(Entry(QString(QLatin1Char(*names))));
+    return entries;
+}
+
+/**
+ * The list as a text, its titles in order; before a title "!" when it is red, "." played, ">" play-next, "<" the mark
+ * removed.
+ */
+inline std::string Shown(const Playlist& list) {
+    const char* const signs[] = {"", ".", ">", "<"};
+    std::string text;
+    for (int row = 0; row < list.Count(); ++row) {
+        text += row == list.CurrentRow() ? "!" : "";
+        text += signs[static_cast<int>(list.At(row).icon)];
+        text += list.At(row).title.toStdString();
+    }
+    return text;
+}
+
+} // namespace kalvo::test

@@ -1,0 +1,190 @@
+#include "playlists/ui/PlaylistPanel.h"
+
+#include "archive/TitleRow.h"
+#include "playlists/ui/PlaylistHeader.h"
+#include "widgets/DragTypes.h"
+#include "widgets/SkinStyle.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDropEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+
+class PlaylistPanelTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        SkinStyle::Apply(*qApp, QStringLiteral("Dark Blue"), QStringLiteral("klein"), {});
+        for (const char* name : {"a", "b", "c", "d", "e"}) {
+            const QString title = QString::fromUtf8(name);
+            list.Append({{title, QStringLiteral("Wer"), QStringLiteral("01:00"), {}, {}, u'/' + title}});
+        }
+        panel.resize(600, 400);
+        panel.show();
+        QApplication::processEvents();
+        QObject::connect(&view, &PlaylistView::PlayRequested, [this](int row) { heard += 'P' + Row(row); });
+        QObject::connect(&view, &PlaylistView::RemoveRequested,
+                         [this](const auto& rows) { heard += 'R' + Rows(rows); });
+        QObject::connect(&view, &PlaylistView::MoveRequested, [this](const QList<int>& rows, int target) {
+            heard += 'M' + Rows(rows) + '>' + Row(target);
+            list.Move(rows, target);
+        });
+    }
+
+    static std::string Row(int row) { return std::to_string(row); }
+    static std::string Rows(const QList<int>& rows) {
+        std::string text;
+        for (const int row : rows)
+            text += Row(row);
+        return text;
+    }
+    QString Caption() const { return panel.findChild<QLabel*>(QStringLiteral("Label16"))->text(); }
+    void Select(const QList<int>& rows) {
+        view.clearSelection();
+        for (const int row : rows)
+            view.selectionModel()->select(list.index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(&view, &press);
+    }
+    /** In the upper part of a row; behind the last one the empty room. */
+    bool Drop(const QMimeData& data, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QPointF at(100, row * SkinStyle::Units().TableRow() + 3);
+        QDragEnterEvent enter(at.toPoint(), Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+        QApplication::sendEvent(view.viewport(), &enter);
+        QDropEvent drop(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+        drop.ignore();
+        QApplication::sendEvent(view.viewport(), &drop);
+        return drop.isAccepted();
+    }
+
+    SystemRandom random;
+    Playlist list{1, random};
+    PlaylistPanel panel{list};
+    PlaylistView& view = panel.View();
+    std::string heard;
+};
+
+TEST_F(PlaylistPanelTest, TheCaptionFollowsSelectionCountAndName) {
+    EXPECT_EQ(Caption(), QStringLiteral("Player 1       0. von 5 in Standard"));
+    Select({3, 1});
+    EXPECT_EQ(Caption(), QStringLiteral("Player 1       2. von 5 in Standard"));
+    list.Remove({0});
+    panel.SetPlaylistName(QStringLiteral("Party"));
+    EXPECT_EQ(Caption(), QStringLiteral("Player 1       1. von 4 in Party"));
+    list.Clear();
+    EXPECT_EQ(Caption(), QStringLiteral("Player 1       0. von 0 in Party"));
+}
+
+TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
+    QList<int> active;
+    QObject::connect(&panel, &PlaylistPanel::Activated, [&active](int number) { active.append(number); });
+    Select({2});
+    EXPECT_EQ(active.count(1), active.size());
+    EXPECT_FALSE(active.isEmpty());
+    EXPECT_EQ(view.objectName(), QStringLiteral("List1"));
+    EXPECT_EQ(view.accessibleName(), QStringLiteral("Wiedergabeliste 1"));
+}
+
+TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
+    Select({3, 1});
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(heard, "R13");
+    heard.clear();
+    Select({0, 1});
+    Press(Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_EQ(heard, "") << "at the top already";
+    Press(Qt::Key_Down, Qt::ControlModifier);
+    Press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(heard, "M01>3M12>4") << "the selection goes along";
+    Press(Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_EQ(list.At(1).title, QStringLiteral("a"));
+    heard.clear();
+    view.setCurrentIndex(list.index(4, 0));
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(heard, "P4P4");
+}
+
+TEST_F(PlaylistPanelTest, DropsTellWhatAndWhere) {
+    std::string dropped;
+    QObject::connect(
+        &view, &PlaylistView::EntriesDropped, [&](int row, const QList<DraggedEntry>& dragged, int source) {
+            dropped = Row(row) + dragged.front().entry.title.toStdString() + Row(dragged.front().row) + Row(source);
+        });
+    QObject::connect(&view, &PlaylistView::TitlesDropped, [&](int row, const QList<TitleRecord>& titles) {
+        dropped = Row(row) + titles.front().Titel.toStdString() + titles.front().Extra4.toStdString();
+    });
+    QObject::connect(&view, &PlaylistView::FilesDropped,
+                     [&](int row, const QStringList& paths) { dropped = Row(row) + paths.join(u' ').toStdString(); });
+    EXPECT_TRUE(Drop(*PlaylistDrag::Pack(list, {2, 3}), 1));
+    EXPECT_EQ(dropped, "1c20") << "from another program: a copy";
+    QMimeData data;
+    TitleRecord title;
+    title.Titel = QStringLiteral("T");
+    title.Extra4 = QStringLiteral("128");
+    DragTypes::Put(data, DragTypes::ArchiveTitles(), {TitleRow::Pack(title)});
+    EXPECT_TRUE(Drop(data, 9));
+    EXPECT_EQ(dropped, "5T128") << "below the last row: at the end";
+    data.clear();
+    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/m/ä.mp3")), QUrl(QStringLiteral("http://x/y.mp3"))});
+    EXPECT_TRUE(Drop(data, 0));
+    EXPECT_EQ(dropped, "0/m/ä.mp3");
+    data.clear();
+    data.setText(QStringLiteral("x"));
+    EXPECT_FALSE(Drop(data, 0));
+}
+
+TEST_F(PlaylistPanelTest, FoldsWithTheLayout) {
+    panel.SetEndTime(QStringLiteral("Rest 00:58:12"), QStringLiteral("bis 00:39"));
+    const auto end = [this] { return panel.findChild<PlaylistHeader*>()->End().text(); };
+    const struct {
+        LayoutMode mode;
+        bool showsArtist;
+        bool showsHeads;
+        const char* end;
+    } cases[] = {{LayoutMode::Narrow, false, false, "bis 00:39"},
+                 {LayoutMode::Wide, true, true, "Rest 00:58:12, bis 00:39"},
+                 {LayoutMode::Normal, true, false, "Rest 00:58:12, bis 00:39"}};
+    for (const auto& [mode, showsArtist, showsHeads, text] : cases) {
+        panel.SetLayoutMode(mode);
+        EXPECT_EQ(!view.isColumnHidden(Playlist::Artist), showsArtist);
+        EXPECT_EQ(!view.horizontalHeader()->isHidden(), showsHeads);
+        EXPECT_EQ(end().toStdString(), text);
+        EXPECT_EQ(view.horizontalHeader()->length(), view.viewport()->width()) << "the columns fill the width";
+    }
+}
+
+TEST_F(PlaylistPanelTest, TheRedEntryIsSeenSelectedOrNot) {
+    list.SetCurrent(1);
+    const Skin& skin = SkinStyle::Colours();
+    const int height = SkinStyle::Units().TableRow();
+    const auto colour = [this](int x, int y) { return view.viewport()->grab().toImage().pixelColor(x, y); };
+    const int right = view.viewport()->width() - 1;
+    EXPECT_EQ(colour(1, height + height / 2), QColor(255, 0, 0));
+    EXPECT_EQ(colour(right, height + 4), skin.alt);
+    Select({1, 2});
+    EXPECT_EQ(colour(right / 2, height), skin.highlight) << "a frame";
+    EXPECT_EQ(colour(right, height + 4), skin.highlight);
+    EXPECT_EQ(colour(right - 4, height + 4), skin.alt) << "not a fill";
+    EXPECT_EQ(colour(right - 4, 2 * height + 4), skin.highlight);
+}
+
+TEST_F(PlaylistPanelTest, WhatComesNextIsScrolledIntoView) {
+    QList<PlaylistEntry> many(500, list.At(0));
+    list.Append(many);
+    list.SetCurrent(300);
+    const QRect room = view.viewport()->rect();
+    EXPECT_TRUE(room.contains(view.visualRect(list.index(300, Playlist::Title)).center()));
+    EXPECT_TRUE(room.contains(view.visualRect(list.index(303, Playlist::Title)).center()));
+    list.SetCurrent(list.Count() - 1);
+    EXPECT_TRUE(room.contains(view.visualRect(list.index(list.Count() - 1, Playlist::Title)).center()));
+}
+
+} // namespace kalvo
