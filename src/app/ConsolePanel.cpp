@@ -39,10 +39,6 @@ ConsolePanel::ConsolePanel(Mixer& mixer, QWidget* parent)
     timer8_->start();
 }
 
-ConsolePanel::~ConsolePanel() {
-    timer8_.setParent(nullptr);
-}
-
 void ConsolePanel::SetLayoutMode(LayoutMode mode) {
     mode_ = mode;
     layout()->setSpacing(SkinStyle::Units().Gap(2));

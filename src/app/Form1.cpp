@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
@@ -232,7 +233,7 @@ void Form1::PlaceWindow() {
         setWindowState(Qt::WindowMaximized);
     }
     FoldLayout();
-    archive_->FocusSearch();
+    FocusSearch();
 }
 
 void Form1::resizeEvent(QResizeEvent* event) {
@@ -318,6 +319,13 @@ void Form1::Demonstrate(const QStringList& titles) {
         }
     }
     desk_.mixer.Play(1, -1);
+}
+
+void Form1::FocusSearch() {
+    if (auto* search = archive_->findChild<QLineEdit*>(QStringLiteral("Text1"))) {
+        search->setFocus(Qt::ShortcutFocusReason);
+        search->selectAll();
+    }
 }
 
 void Form1::ShowAbout() {

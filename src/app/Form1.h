@@ -68,6 +68,7 @@ private:
     void AskForFiles();
     void AddSelectedTitles(int player);
     void Save();
+    void FocusSearch();
     void ShowAbout();
 
     Desk& desk_;

@@ -32,7 +32,7 @@ void Form1::Build() {
     bands_->setChildrenCollapsible(false);
     console_ = new ConsolePanel(desk_.mixer, bands_);
     lists_ = new ListBand(desk_, listActions_, actions_, bands_);
-    archive_ = new ArchivePanel(desk_.archive, desk_.settings, bands_);
+    archive_ = new ArchivePanel(desk_.archive, desk_.settings, desk_.folder, bands_);
     bands_->addWidget(console_);
     bands_->addWidget(lists_);
     bands_->addWidget(archive_);
@@ -124,8 +124,8 @@ void Form1::ConnectActions() {
     }
     connect(actions_.distribute, &QAction::triggered, this,
             [this] { listActions_.Distribute(archive_->SelectedRecords()); });
-    connect(actions_.selectAllTitles, &QAction::triggered, archive_, &ArchivePanel::SelectAll);
-    connect(actions_.focusSearch, &QAction::triggered, archive_, &ArchivePanel::FocusSearch);
+    connect(actions_.selectAllTitles, &QAction::triggered, archive_, &ArchivePanel::MAAlleTitelAuswaehlen);
+    connect(actions_.focusSearch, &QAction::triggered, this, &Form1::FocusSearch);
     connect(actions_.importTitles, &QAction::triggered, this, &Form1::ImportTitles);
     connect(actions_.addFiles, &QAction::triggered, this, &Form1::AskForFiles);
     connect(actions_.quit, &QAction::triggered, this, &Form1::close);

@@ -1,5 +1,6 @@
 #include "archive/TextFolding.h"
 
+#include <QList>
 #include <QString>
 
 #include <algorithm>

@@ -236,8 +236,7 @@ Handle AudioLibraryImpl::StreamCreateFile(Output output, const std::string& path
 }
 
 bool AudioLibraryImpl::StreamPlay(Handle stream, bool fromStart) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->Play(fromStart));
+    return Do(stream, &Channel::Play, fromStart);
 }
 
 bool AudioLibraryImpl::StreamFree(Handle stream) {
@@ -268,8 +267,7 @@ std::uint64_t AudioLibraryImpl::ChannelGetPosition(Handle stream) {
 }
 
 bool AudioLibraryImpl::ChannelSetPosition(Handle stream, std::uint64_t bytes) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->Seek(bytes / kBytesPerFrame));
+    return Do(stream, &Channel::Seek, bytes / kBytesPerFrame);
 }
 
 Activity AudioLibraryImpl::ChannelIsActive(Handle stream) {
@@ -278,18 +276,15 @@ Activity AudioLibraryImpl::ChannelIsActive(Handle stream) {
 }
 
 bool AudioLibraryImpl::ChannelPause(Handle stream) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->Pause());
+    return Do(stream, &Channel::Pause);
 }
 
 bool AudioLibraryImpl::ChannelResume(Handle stream) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->Resume());
+    return Do(stream, &Channel::Resume);
 }
 
 bool AudioLibraryImpl::ChannelStop(Handle stream) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->Stop());
+    return Do(stream, &Channel::Stop);
 }
 
 bool AudioLibraryImpl::ChannelGetInfo(Handle stream, ChannelInfo& info) {
@@ -302,8 +297,7 @@ bool AudioLibraryImpl::ChannelGetInfo(Handle stream, ChannelInfo& info) {
 }
 
 bool AudioLibraryImpl::ChannelSetAttributes(Handle stream, int frequency, int volume, int pan) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->SetAttributes(frequency, volume, pan));
+    return Do(stream, &Channel::SetAttributes, frequency, volume, pan);
 }
 
 bool AudioLibraryImpl::ChannelGetAttributes(Handle stream, Attributes& attributes) {
@@ -315,8 +309,7 @@ bool AudioLibraryImpl::ChannelGetAttributes(Handle stream, Attributes& attribute
 }
 
 bool AudioLibraryImpl::ChannelSlideAttributes(Handle stream, int frequency, int volume, int pan, int milliseconds) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->SlideAttributes(frequency, volume, pan, milliseconds));
+    return Do(stream, &Channel::SlideAttributes, frequency, volume, pan, milliseconds);
 }
 
 Levels AudioLibraryImpl::ChannelGetLevel(Handle stream) {

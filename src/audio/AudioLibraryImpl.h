@@ -76,6 +76,12 @@ private:
     /** Null, with the error noted, when the output or the stream does not exist. */
     OutputPort* Find(Output output) const;
     Channel* Find(Handle stream);
+    /** One operation of a stream, its error noted. */
+    template<class... Parameters, class... Arguments>
+    bool Do(Handle stream, ErrorCode (Channel::*operation)(Parameters...), Arguments... arguments) {
+        Channel* channel = Find(stream);
+        return channel != nullptr && Report((channel->*operation)(arguments...));
+    }
     bool Report(ErrorCode error) const;
     Handle Refuse(ErrorCode error) const;
 

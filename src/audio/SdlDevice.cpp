@@ -11,6 +11,8 @@ namespace kalvo::audio {
 
 namespace {
 constexpr auto kLongestPause = std::chrono::milliseconds(300);
+constexpr auto kLongestStart = std::chrono::seconds(4); // wireless and virtual devices take their time at first
+constexpr std::uint64_t kStartCallbacks = 16;
 constexpr auto kLongestLook = std::chrono::milliseconds(60); // a control thread that was busy itself proves nothing
 } // namespace
 
@@ -69,7 +71,7 @@ bool SdlDevice::Lost() {
     silence_ += std::min<Clock::duration>(now - std::exchange(lastLook_, now), kLongestLook);
     if (std::exchange(seenCallbacks_, callbacks) != callbacks)
         silence_ = Clock::duration::zero();
-    return silence_ > kLongestPause;
+    return silence_ > (callbacks < kStartCallbacks ? Clock::duration(kLongestStart) : Clock::duration(kLongestPause));
 }
 
 void SdlDevice::Callback(void* user, std::uint8_t* bytes, int size) {

@@ -32,7 +32,10 @@ public:
     void Attach();
     /** On return the callback does not touch the bus any more. */
     void Detach() { gate_.Close(); }
-    /** Gone, or without a callback for a third of a second; time in which nobody looked does not count. */
+    /**
+     * Gone, or without a callback for a third of a second (four seconds right after opening); time in which nobody
+     * looked does not count.
+     */
     bool Lost();
     /** Open and not reported as gone. */
     bool Alive() const;

@@ -51,7 +51,7 @@ public:
      */
     std::size_t Read(float* stereo, std::size_t frames, double frequency);
     /** All of the source has been read. */
-    bool AtEnd() const { return ended_ && Remaining() <= 0; }
+    bool AtEnd() const { return ended_ && Remaining() <= kLeast; }
     bool AtStart() const { return position_ <= 0; }
 
     /** Frames that the source should have ready so that Read() of a block succeeds. */
@@ -59,6 +59,9 @@ public:
 
 private:
     enum class Path { Untouched, Direct, Crossing, Resampled };
+
+    /** Less than this of a frame is rounding. */
+    static constexpr double kLeast = 1e-4;
 
     double Remaining() const { return double(buffer_.End()) - position_; }
     std::size_t Playable(std::size_t frames, double ratio) const;

@@ -104,14 +104,17 @@ void Voice::ApplySlide(const Command& command) {
 
 unsigned Voice::Render(float* bus, std::size_t frames) {
     bool starved = false;
+    int idle = 0; // a jump may take one turn without a frame, a source that gives nothing must not take more
     for (std::size_t done = 0; done < frames;) {
         if (!running_)
             TryStart();
-        if (!running_) {
+        if (!running_ || idle > 2) {
             PassTime(frames - done);
             break;
         }
+        const std::size_t before = done;
         starved |= RenderPiece(bus + done * 2, frames - done, done);
+        idle += done == before ? 1 : 0;
     }
     PublishAttributes();
     return starved ? 1 : 0;

@@ -67,7 +67,7 @@ QByteArray EncodeCut(const QString& text, int width) {
     for (;;) {
         if (!kept.isEmpty() && kept.back().isHighSurrogate())
             kept.chop(1);
-        const QByteArray bytes = Encode(kept);
+        QByteArray bytes = Encode(kept);
         if (bytes.size() <= width)
             return bytes;
         kept.chop(1);

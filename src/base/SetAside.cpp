@@ -25,7 +25,7 @@ QString FreeName(const QString& path, const Clock& clock, const QStringList& suf
 
 QString SetAside(const QString& path, const Clock& clock, const QStringList& companions) {
     const QStringList suffixes = QStringList{QString()} + companions;
-    const QString target = FreeName(path, clock, suffixes);
+    QString target = FreeName(path, clock, suffixes);
     QStringList moved;
     for (const QString& suffix : suffixes) {
         if (!suffix.isEmpty() && !QFileInfo::exists(path + suffix))

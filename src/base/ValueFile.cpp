@@ -54,7 +54,7 @@ private:
     QByteArray Bare() {
         const qsizetype comma = line_.indexOf(',', at_);
         const qsizetype end = comma < 0 ? line_.size() : comma;
-        const QByteArray value = line_.mid(at_, end - at_).trimmed();
+        QByteArray value = line_.mid(at_, end - at_).trimmed();
         at_ = end;
         return value;
     }

@@ -121,7 +121,7 @@ PlaylistFile::Result PlaylistFile::Load(Lists& lists) const {
 
 PlaylistFile::Result PlaylistFile::Save(const Lists& lists, Content content) {
     SqliteDatabase database;
-    const Result opened = OpenForWriting(database);
+    Result opened = OpenForWriting(database);
     if (opened.outcome == Outcome::Failed)
         return opened;
     const Result saved = SaveInto(database, lists, content);
@@ -166,7 +166,7 @@ PlaylistFile::Result PlaylistFile::SaveInto(SqliteDatabase& database, const List
     Result aside = SetAside();
     if (aside.outcome == Outcome::Failed)
         return aside;
-    const Result opened = OpenForWriting(database);
+    Result opened = OpenForWriting(database);
     if (opened.outcome == Outcome::Failed)
         return opened;
     if (!WriteTables(database, lists, content))

@@ -1,10 +1,11 @@
 #include "OfflineDesk.h"
 
-#include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
 #include <sndfile.h>
+
+#include <cmath>
 
 using namespace kalvo::audio;
 using namespace kalvo::test;
@@ -130,19 +131,24 @@ TEST(EventsTest, SettingAnAttributeEndsItsSlideWithoutAnEvent) {
 
 TEST(EventsTest, AFileOfItsOwnRatePlaysBitByBitToItsEnd) {
     const TestFolder folder;
-    const QString path = MakeSound(folder.Path(), QStringLiteral("ton.wav"), {});
+    const std::string path = folder.Path(QStringLiteral("ton.wav")).toStdString();
     SF_INFO format{};
-    SNDFILE* file = sf_open(path.toUtf8().constData(), SFM_READ, &format);
+    format.samplerate = 44100;
+    format.channels = 2;
+    format.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+    std::vector<float> expected(2 * 40000);
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        expected[i] = float(0.5 * std::sin(0.1 * double(i)));
+    SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &format);
     ASSERT_NE(file, nullptr);
-    std::vector<float> expected(std::size_t(format.frames) * 2);
-    ASSERT_EQ(sf_readf_float(file, expected.data(), format.frames), format.frames);
+    ASSERT_EQ(sf_writef_float(file, expected.data(), 40000), 40000);
     sf_close(file);
 
     AudioLibraryImpl library;
     ASSERT_TRUE(library.Init(Output::Main, kOffline, 44100, 1024));
-    const Handle stream = library.StreamCreateFile(Output::Main, path.toStdString());
+    const Handle stream = library.StreamCreateFile(Output::Main, path);
     ASSERT_NE(stream, 0U);
-    EXPECT_EQ(library.StreamGetLength(stream), std::uint64_t(format.frames) * 4);
+    EXPECT_EQ(library.StreamGetLength(stream), 40000U * 4);
     ASSERT_TRUE(library.StreamPlay(stream, true));
     std::vector<float> out(expected.size() + 2 * kDelay);
     ASSERT_TRUE(library.Render(Output::Main, out.data(), out.size() / 2));

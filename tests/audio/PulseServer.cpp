@@ -6,13 +6,28 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cctype>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+#include <spawn.h>
+#include <sstream>
+#include <sys/wait.h>
+#include <vector>
 
 namespace kalvo::test {
 
 namespace {
 
-QString SinkArguments(const QString& name) {
-    return QStringLiteral("sink_name=%1 sink_properties=device.description=Karte_%2").arg(name, name.toUpper());
+struct PipeCloser {
+    void operator()(std::FILE* pipe) const { pclose(pipe); }
+};
+using Pipe = std::unique_ptr<std::FILE, PipeCloser>;
+
+std::string SinkModule(const std::string& name) {
+    return "module-null-sink sink_name=" + name + " sink_properties=device.description=Karte_" +
+           char(std::toupper(name[0]));
 }
 
 } // namespace
@@ -35,59 +50,65 @@ PulseServer::~PulseServer() {
 }
 
 void PulseServer::Start() {
-    server_.start(
-        QStringLiteral("pulseaudio"),
-        {QStringLiteral("-n"), QStringLiteral("--daemonize=no"), QStringLiteral("--exit-idle-time=-1"),
-         QStringLiteral("--use-pid-file=no"), QStringLiteral("-L"),
-         QStringLiteral("module-null-sink ") + SinkArguments(QStringLiteral("a")), QStringLiteral("-L"),
-         QStringLiteral("module-null-sink ") + SinkArguments(QStringLiteral("b")), QStringLiteral("-L"),
-         QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1/native").arg(folder_.path())});
+    std::vector<std::string> arguments{
+        "pulseaudio",
+        "-n",
+        "--daemonize=no",
+        "--log-level=error",
+        "--exit-idle-time=-1",
+        "--use-pid-file=no",
+        "-L",
+        SinkModule("a"),
+        "-L",
+        SinkModule("b"),
+        "-L",
+        "module-native-protocol-unix auth-anonymous=1 socket=" + folder_.path().toStdString() + "/native"};
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments)
+        pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    ASSERT_EQ(posix_spawnp(&server_, "pulseaudio", nullptr, nullptr, pointers.data(), environ), 0);
     const QDeadlineTimer deadline(20000);
-    while (!Control({QStringLiteral("info")}).contains(QLatin1String("Server Name")))
+    while (Control("info").find("Server Name") == std::string::npos)
         ASSERT_FALSE(deadline.hasExpired()) << "the sound server does not come up";
 }
 
 void PulseServer::Stop() {
-    server_.kill();
-    server_.waitForFinished();
+    kill(server_, SIGKILL);
+    waitpid(server_, nullptr, 0);
     QFile::remove(folder_.filePath(QStringLiteral("native")));
 }
 
-QString PulseServer::Control(const QStringList& arguments) {
-    QProcess control;
-    control.start(QStringLiteral("pactl"), arguments);
-    control.waitForFinished();
-    return QString::fromUtf8(control.readAllStandardOutput());
+std::string PulseServer::Control(const std::string& arguments) {
+    const Pipe pipe(popen(("exec pactl " + arguments + " 2>/dev/null").c_str(), "r"));
+    std::string answer;
+    std::array<char, 4096> piece;
+    while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), pipe.get()))
+        answer.append(piece.data(), got);
+    return answer;
 }
 
-void PulseServer::UnloadSink(const QString& name) {
-    const QStringList modules =
-        Control({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("modules")}).split(u'\n');
-    for (const QString& line : modules) {
-        if (line.contains(QStringLiteral("sink_name=%1 ").arg(name)))
-            Control({QStringLiteral("unload-module"), line.section(u'\t', 0, 0)});
+void PulseServer::UnloadSink(const std::string& name) {
+    std::istringstream modules(Control("list short modules"));
+    for (std::string line; std::getline(modules, line);) {
+        if (line.find("sink_name=" + name + " ") != std::string::npos)
+            Control("unload-module " + line.substr(0, line.find('\t')));
     }
 }
 
-void PulseServer::LoadSink(const QString& name) {
-    Control(QStringList{QStringLiteral("load-module"), QStringLiteral("module-null-sink")} +
-            SinkArguments(name).split(u' '));
+void PulseServer::LoadSink(const std::string& name) {
+    Control("load-module " + SinkModule(name));
 }
 
-bool PulseServer::SoundArrivesAt(const QString& sink) {
-    QProcess recorder;
-    recorder.start(QStringLiteral("parec"), {QStringLiteral("--raw"), QStringLiteral("--latency-msec=20"),
-                                             QStringLiteral("-d"), sink + QStringLiteral(".monitor")});
-    const QDeadlineTimer deadline(10000);
-    bool heard = false;
-    while (!heard && !deadline.hasExpired() && recorder.state() != QProcess::NotRunning) {
-        recorder.waitForReadyRead(100);
-        const QByteArray bytes = recorder.readAllStandardOutput();
-        heard = std::any_of(bytes.begin(), bytes.end(), [](char byte) { return byte != 0; });
+bool PulseServer::SoundArrivesAt(const std::string& sink) {
+    // Ends by itself after ten seconds, when it has not been closed before.
+    const Pipe pipe(popen(("exec timeout 10 parec --raw --latency-msec=20 -d " + sink + ".monitor").c_str(), "r"));
+    std::array<char, 4096> piece;
+    while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), pipe.get())) {
+        if (std::any_of(piece.begin(), piece.begin() + std::ptrdiff_t(got), [](char byte) { return byte != 0; }))
+            return true;
     }
-    recorder.kill();
-    recorder.waitForFinished();
-    return heard;
+    return false;
 }
 
 } // namespace kalvo::test

@@ -1,6 +1,6 @@
 #include "playlists/ListCaption.h"
 
-#include "playlists/CuePoint.h"
+#include "playlists/CueText.h"
 #include "playlists/DisplayName.h"
 #include "playlists/PlaylistSupport.h"
 
@@ -52,12 +52,12 @@ TEST(DisplayName, SplitsAtTheFirstHyphen) {
     }
 }
 
-TEST(CuePoint, IsOnlyWhatItWrites) {
-    EXPECT_EQ(CuePointText(12.44), QStringLiteral("12.4"));
-    EXPECT_DOUBLE_EQ(CuePoint(QStringLiteral("12.4")).value_or(-1), 12.4);
-    EXPECT_DOUBLE_EQ(CuePoint(QStringLiteral("0.0")).value_or(-1), 0);
+TEST(CueText, IsOnlyWhatItWrites) {
+    EXPECT_EQ(CueText::Write(12.44), QStringLiteral("12.4"));
+    EXPECT_DOUBLE_EQ(CueText::Read(QStringLiteral("12.4")).value_or(-1), 12.4);
+    EXPECT_DOUBLE_EQ(CueText::Read(QStringLiteral("0.0")).value_or(-1), 0);
     for (const char* text : {"", "12", "12.45", "012.4", "-1.0", "nan", "inf", "1e1", "12,4", " 12.4", "Wunsch"})
-        EXPECT_FALSE(CuePoint(QString::fromUtf8(text))) << text;
+        EXPECT_FALSE(CueText::Read(QString::fromUtf8(text))) << text;
 }
 
 } // namespace kalvo

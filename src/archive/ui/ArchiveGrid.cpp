@@ -30,6 +30,7 @@ ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
       columns_(GridColumns::Read(settings, SkinStyle::Units().F())) {
     setObjectName(QStringLiteral("DataGrid2"));
     setAccessibleName(tr("Titel im Musikarchiv"));
+    setFrameShape(NoFrame);
     setModel(model_);
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
@@ -231,23 +232,30 @@ void ArchiveGrid::startDrag(Qt::DropActions) {
     }
     if (rows.isEmpty())
         return;
-    auto* data = new QMimeData;
-    DragTypes::Put(*data, DragTypes::ArchiveTitles(), rows);
-    data->setUrls(files);
+    auto* carried = new QMimeData;
+    DragTypes::Put(*carried, DragTypes::ArchiveTitles(), rows);
+    carried->setUrls(files);
     auto* drag = new QDrag(this);
-    drag->setMimeData(data);
+    drag->setMimeData(carried);
     drag->exec(Qt::CopyAction);
 }
 
 void ArchiveGrid::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (model_->rowCount() > 0)
+    const QString hint = EmptyHint();
+    if (hint.isEmpty())
         return;
     QPainter painter(viewport());
     painter.setPen(SkinStyle::Colours().dim);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter,
-                     archive_.IsIndexReady() ? tr("Kein Titel passt zur Suche.")
-                                             : tr("Das Musikarchiv wird geladen ..."));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter, hint);
+}
+
+QString ArchiveGrid::EmptyHint() const {
+    if (model_->rowCount() > 0)
+        return {};
+    if (archive_.IsLoading())
+        return tr("Das Musikarchiv wird geladen ...");
+    return delegate_->IsSearching() ? tr("Kein Titel passt zur Suche.") : QString();
 }
 
 } // namespace kalvo

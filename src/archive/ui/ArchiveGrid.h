@@ -65,6 +65,7 @@ private:
     void ShowColumnMenu(const QPoint& position);
     void ShowColumn(ArchiveField field, bool visible);
     void KeepCurrent();
+    QString EmptyHint() const;
 
     Archive& archive_;
     Settings& settings_;

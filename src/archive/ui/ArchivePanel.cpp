@@ -120,7 +120,14 @@ void ArchivePanel::BuildBody() {
 }
 
 void ArchivePanel::ConnectArchive() {
-    connect(&archive_, &Archive::CountChanged, this, &ArchivePanel::ShowCount);
+    // An import adds thousands of titles per second; the label follows a few times.
+    countDelay_.setSingleShot(true);
+    countDelay_.setInterval(40);
+    connect(&countDelay_, &QTimer::timeout, this, &ArchivePanel::ShowCount);
+    connect(&archive_, &Archive::CountChanged, this, [this] {
+        if (!countDelay_.isActive())
+            countDelay_.start();
+    });
     connect(&archive_, &Archive::RecordsChanged, this, [this] {
         ShowCount();
         ShowFound();

@@ -4,6 +4,7 @@
 #include "base/DataFolder.h"
 #include "widgets/LayoutMode.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QAction;
@@ -86,6 +87,7 @@ private:
     ArchiveGrid* grid_;
     EmptyArchive* empty_;
     SelectedTitleLine* line_;
+    QTimer countDelay_;
     LayoutMode mode_ = LayoutMode::Normal;
     bool settingSearch_ = false; ///< the program itself writes the search box
 };

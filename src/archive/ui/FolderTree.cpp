@@ -7,6 +7,7 @@
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 namespace kalvo {
@@ -44,12 +45,23 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent), folders_(new Folder
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
-    header()->setStretchLastSection(true);
+    // Deep folders are scrolled to rather than cut.
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    setHorizontalScrollMode(ScrollPerPixel);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
-        if (!setting_ && current.isValid())
-            Q_EMIT FolderChosen(folders_->filePath(current));
+        if (setting_ || !current.isValid())
+            return;
+        following_ = false;
+        Q_EMIT FolderChosen(folders_->filePath(current));
     });
-    connect(folders_, &QFileSystemModel::directoryLoaded, this, &FolderTree::BringIntoView);
+    arrival_.setSingleShot(true);
+    arrival_.setInterval(50);
+    connect(&arrival_, &QTimer::timeout, this, &FolderTree::BringIntoView);
+    const auto arrived = [this] { arrival_.start(); };
+    connect(folders_, &QFileSystemModel::directoryLoaded, this, arrived);
+    connect(folders_, &QFileSystemModel::layoutChanged, this, arrived);
+    connect(folders_, &QFileSystemModel::rowsInserted, this, arrived);
     setIndentation(SkinStyle::Units().Of(1.4));
 }
 
@@ -60,6 +72,7 @@ void FolderTree::SetFolder(const QString& path) {
     const QScopedValueRollback guard(setting_, true);
     setCurrentIndex(place);
     expand(place);
+    following_ = true;
     BringIntoView();
 }
 
@@ -69,8 +82,17 @@ QString FolderTree::Folder() const {
 
 /** Folders above the current one arrive one after the other and push it out of view. */
 void FolderTree::BringIntoView() {
-    if (currentIndex().isValid())
-        scrollTo(currentIndex(), PositionAtCenter);
+    if (!following_ || !currentIndex().isValid())
+        return;
+    scrollTo(currentIndex(), PositionAtCenter);
+    QScrollBar* bar = horizontalScrollBar();
+    bar->setValue(bar->value() + visualRect(currentIndex()).x() - 2 * indentation());
+}
+
+bool FolderTree::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Wheel || event->type() == QEvent::MouseButtonPress)
+        following_ = false;
+    return QTreeView::viewportEvent(event);
 }
 
 void FolderTree::changeEvent(QEvent* event) {

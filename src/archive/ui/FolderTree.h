@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QTreeView>
 
 class QFileSystemModel;
@@ -24,12 +25,15 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     void BringIntoView();
 
     QFileSystemModel* folders_;
-    bool setting_ = false;
+    QTimer arrival_;         ///< gathers folders that arrive at about the same time
+    bool setting_ = false;   ///< the program itself selects a folder
+    bool following_ = false; ///< the selected folder is kept in view; until the user takes over
 };
 
 } // namespace kalvo

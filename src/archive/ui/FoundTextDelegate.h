@@ -21,6 +21,8 @@ public:
     /** The text searched for, as typed: "*" and "'" separate pieces, which are marked one after the other. */
     void SetSearchText(const QString& text);
 
+    bool IsSearching() const { return !pieces_.isEmpty(); }
+
     /** Where the pieces stand in `text`, as start and length; empty unless all of them are found in order. */
     QList<std::pair<int, int>> FoundIn(const QString& text) const;
 

@@ -11,7 +11,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int rowsShown = 4;
+constexpr int rowsShown = 3;
 
 } // namespace
 
@@ -30,17 +30,13 @@ PassedOverList::PassedOverList(QWidget* parent)
     hide();
 }
 
-void PassedOverList::Clear() {
+void PassedOverList::Show(const QList<PassedOver>& files) {
     list_->clear();
-    hide();
-}
-
-void PassedOverList::Add(const QList<PassedOver>& files) {
     for (const PassedOver& file : files) {
         auto* item = new QListWidgetItem(FileName::Last(file.path) + QStringLiteral(": ") + file.reason, list_);
         item->setToolTip(file.path);
     }
-    const int count = list_->count();
+    const auto count = files.size();
     heading_->setText(count == 1 ? tr("Nicht eingelesen: 1 Datei") : tr("Nicht eingelesen: %1 Dateien").arg(count));
     setVisible(count > 0);
 }

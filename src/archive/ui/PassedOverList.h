@@ -16,8 +16,7 @@ class PassedOverList : public QWidget {
 public:
     explicit PassedOverList(QWidget* parent = nullptr);
 
-    void Clear();
-    void Add(const QList<PassedOver>& files);
+    void Show(const QList<PassedOver>& files);
 
 private:
     QLabel* heading_;

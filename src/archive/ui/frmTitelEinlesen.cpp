@@ -2,6 +2,7 @@
 
 #include "archive/ui/FolderTree.h"
 #include "archive/ui/ImportFileModel.h"
+#include "archive/ui/MenuButton.h"
 #include "archive/ui/PassedOverList.h"
 #include "archive/ui/TagValues.h"
 #include "widgets/ElidedLabel.h"
@@ -17,7 +18,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStringListModel>
-#include <QToolButton>
 
 #include <algorithm>
 
@@ -70,7 +70,7 @@ void frmTitelEinlesen::Scan(ScanMethod method) {
         return;
     found_->Clear();
     folders_->setStringList({});
-    passedOver_->Clear();
+    ShowPassedOver({});
     ShowMarked();
     foundCount_->setText(QString::number(0));
     cancelled_ = closing_ = false;
@@ -105,7 +105,7 @@ bool frmTitelEinlesen::ScanStep(const ScanProgress& progress, ScanMethod method)
 
 void frmTitelEinlesen::ShowScanResult(const ScanResult& result) {
     found_->Append(result.files);
-    passedOver_->Add(result.passedOver);
+    ShowPassedOver(result.passedOver);
     foundCount_->setText(QString::number(result.files.size()));
     scanText_->SetText(QString::number(result.files.size()) + tr(" kompatible Dateien gefunden"));
 }
@@ -145,7 +145,7 @@ void frmTitelEinlesen::StartImport() {
         return;
     const QStringList paths = MarkedPaths();
     closing_ = false;
-    passedOver_->Clear();
+    ShowPassedOver({});
     SetWork(Work::Import);
     progressText_->SetText(tr("0 von ") + QString::number(paths.size()));
     progress_->setMaximum(qMax(1, static_cast<int>(paths.size())));
@@ -166,12 +166,18 @@ void frmTitelEinlesen::ShowProgress(const ImportProgress& progress) {
     progress_->setValue(progress.done);
 }
 
+/** The list takes the place of the tag values, which are empty then. */
+void frmTitelEinlesen::ShowPassedOver(const QList<PassedOver>& files) {
+    values_->setVisible(files.isEmpty());
+    passedOver_->Show(files);
+}
+
 void frmTitelEinlesen::EndImport(const ImportReport& report) {
     progressText_->SetText(report.Text());
     file_->SetText({});
     values_->Show({});
     progress_->setValue(0);
-    passedOver_->Add(report.passedOver);
+    ShowPassedOver(report.passedOver);
     Q_EMIT Finished(report);
     SetWork(Work::None);
 }

@@ -11,7 +11,6 @@ class QLineEdit;
 class QListView;
 class QProgressBar;
 class QPushButton;
-class QToolButton;
 class QStringListModel;
 
 namespace kalvo {
@@ -20,6 +19,7 @@ class ElidedLabel;
 class FolderTree;
 class IconButton;
 class ImportFileModel;
+class MenuButton;
 class PassedOverList;
 class TagValues;
 
@@ -68,13 +68,14 @@ private:
     void StartImport();
     void ShowProgress(const ImportProgress& progress);
     void EndImport(const ImportReport& report);
+    void ShowPassedOver(const QList<PassedOver>& files);
     void SetWork(Work work);
 
     Archive& archive_;
     TitleImport* import_;
     FolderTree* tree_;  ///< `ExplorerTreeView1`
     QLineEdit* folder_; ///< `Label5`
-    QToolButton* scan_; ///< `MyButton1`
+    MenuButton* scan_;  ///< `MyButton1`
     QListView* files_;  ///< `ListView1`
     ImportFileModel* found_;
     QStringListModel* folders_; ///< of `List1`, the folders of the alternative scan

@@ -4,11 +4,11 @@
 #include "archive/ui/FolderTree.h"
 #include "archive/ui/ImportFileModel.h"
 #include "archive/ui/MarkedFileDelegate.h"
+#include "archive/ui/MenuButton.h"
 #include "archive/ui/PassedOverList.h"
 #include "archive/ui/TagValues.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
-#include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHBoxLayout>
@@ -19,7 +19,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStringListModel>
-#include <QToolButton>
 
 namespace kalvo {
 
@@ -46,7 +45,7 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
       import_(new TitleImport(archive, this)),
       tree_(new FolderTree(this)),
       folder_(new QLineEdit(this)),
-      scan_(new QToolButton(this)),
+      scan_(new MenuButton(QStringLiteral("search"), tr("Durchsuchen"), this)),
       files_(new QListView(this)),
       found_(new ImportFileModel(this)),
       folders_(new QStringListModel(this)),
@@ -80,6 +79,7 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
     connect(import_, &TitleImport::Finished, this, &frmTitelEinlesen::EndImport);
     tree_->SetFolder(startFolder);
     foundCount_->setText(QString::number(0));
+    scanText_->setText(tr("Wählen Sie einen Ordner und durchsuchen Sie ihn."));
     ShowMarked();
     SetWork(Work::None);
     tree_->setFocus();
@@ -108,11 +108,6 @@ QBoxLayout* frmTitelEinlesen::BuildFolderRow(const QString& startFolder) {
 
 void frmTitelEinlesen::BuildScanMenu() {
     Named(scan_, QStringLiteral("MyButton1"), tr("Ordner durchsuchen"));
-    scan_->setText(tr("Durchsuchen"));
-    scan_->setIcon(Icons::Icon(QStringLiteral("search")));
-    scan_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    scan_->setPopupMode(QToolButton::MenuButtonPopup);
-    scan_->setFocusPolicy(Qt::StrongFocus);
     auto* menu = new QMenu(scan_);
     const auto add = [&](const QString& name, const QString& text, ScanMethod method) {
         QAction* action = menu->addAction(text);
@@ -122,7 +117,7 @@ void frmTitelEinlesen::BuildScanMenu() {
     add(QStringLiteral("UStandard"), tr("Standard"), ScanMethod::Standard);
     add(QStringLiteral("UAlternativ"), tr("Alternativ"), ScanMethod::Alternative);
     scan_->setMenu(menu);
-    connect(scan_, &QToolButton::clicked, this, [this] { Scan(ScanMethod::Standard); });
+    connect(scan_, &MenuButton::clicked, this, [this] { Scan(ScanMethod::Standard); });
 }
 
 QBoxLayout* frmTitelEinlesen::BuildLists() {
@@ -157,14 +152,18 @@ QBoxLayout* frmTitelEinlesen::BuildMarkRow() {
     connect(markAll_, &QPushButton::clicked, this, &frmTitelEinlesen::MarkAll);
     auto* row = new QHBoxLayout;
     row->setSpacing(SkinStyle::Units().Of(0.6));
-    row->addWidget(scanText_, 1);
     row->addWidget(DimLabel(tr("Gefunden"), this));
     row->addWidget(foundCount_);
     row->addSpacing(SkinStyle::Units().Gap(3));
     row->addWidget(DimLabel(tr("Markiert"), this));
     row->addWidget(markedCount_);
+    row->addStretch();
     row->addWidget(markAll_);
-    return row;
+    auto* column = new QVBoxLayout;
+    column->setSpacing(SkinStyle::Units().Gap(2));
+    column->addWidget(scanText_);
+    column->addLayout(row);
+    return column;
 }
 
 QBoxLayout* frmTitelEinlesen::BuildProgressRow() {
@@ -198,7 +197,7 @@ QBoxLayout* frmTitelEinlesen::BuildButtons() {
     });
     Named(start_, QStringLiteral("Command1"), tr("Markierte Dateien importieren"));
     start_->setText(tr("Importieren"));
-    start_->setMinimumWidth(width);
+    start_->setMinimumWidth(qMax(width, start_->sizeHint().width() + SkinStyle::Units().F()));
     start_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(start_, &QPushButton::clicked, this, &frmTitelEinlesen::StartImport);
     auto* row = new QHBoxLayout;

@@ -1,6 +1,6 @@
 #include "playlists/ui/PlaylistDelegate.h"
 
-#include "playlists/CuePoint.h"
+#include "playlists/CueText.h"
 #include "playlists/Playlist.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
@@ -89,7 +89,7 @@ QColor PlaylistDelegate::Ink(const Cell& cell) const {
     const Skin& skin = SkinStyle::Colours();
     if (!cell.isEnabled)
         return cell.IsFilled() ? skin.highlightText : skin.dim;
-    if (cell.index.column() == Playlist::Info && !cell.IsFilled() && CuePoint(cell.index.data().toString()))
+    if (cell.index.column() == Playlist::Info && !cell.IsFilled() && CueText::Read(cell.index.data().toString()))
         return skin.cued;
     if (cell.isCurrent)
         return currentRed;
@@ -102,7 +102,7 @@ QColor PlaylistDelegate::Ink(const Cell& cell) const {
 }
 
 QString PlaylistDelegate::TextOf(const QModelIndex& index) const {
-    const QString text = index.data().toString();
+    QString text = index.data().toString();
     if (!isNarrow_ || index.column() != Playlist::Title)
         return text;
     const QString artist = index.siblingAtColumn(Playlist::Artist).data().toString();
