@@ -129,7 +129,6 @@ void Form1::closeEvent(QCloseEvent* event) {
 void Form1::Save() {
     values_.geometry = normalGeometry();
     values_.maximised = isMaximized();
-    values_.consoleHeight = console_->height();
     values_.continuous = desk_.mixer.Options().continuous;
     values_.automatic = desk_.mixer.Options().automatic;
     values_.Write(desk_.folder.Path(QStringLiteral("\\kalvo.dll")));
@@ -252,7 +251,8 @@ void Form1::FoldLayout() {
     console_->SetLayoutMode(mode_);
     lists_->SetLayoutMode(mode_);
     archive_->SetLayoutMode(mode_);
-    const int console = units.ConsoleHeight(mode_);
+    const int console =
+        values_.consoleHeight == WindowValues().consoleHeight ? units.ConsoleHeight(mode_) : values_.consoleHeight;
     const int rest = std::max(1, bands_->height() - console - 2 * margin);
     bands_->setSizes({console, rest * 2 / 5, rest * 3 / 5});
 }
@@ -290,6 +290,7 @@ void Form1::ImportTitles() {
         connect(import_, &frmTitelEinlesen::Finished, this, [this] {
             values_.importFolder = import_->Folder();
             archive_->Refresh();
+            status_->Tell(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
         });
     }
     import_->show();
@@ -318,6 +319,7 @@ void Form1::Demonstrate(const QStringList& titles) {
             desk_.List(1 + index % 2).Append({EntryOf(*title)});
         }
     }
+    status_->Tell(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
     desk_.mixer.Play(1, -1);
 }
 

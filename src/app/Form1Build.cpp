@@ -39,6 +39,7 @@ void Form1::Build() {
     bands_->setStretchFactor(0, 0);
     bands_->setStretchFactor(1, 2);
     bands_->setStretchFactor(2, 3);
+    connect(bands_, &QSplitter::splitterMoved, this, [this] { values_.consoleHeight = bands_->sizes().constFirst(); });
     column->addWidget(bands_);
     setCentralWidget(central);
     status_ = new StatusLine(this);

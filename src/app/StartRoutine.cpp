@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLockFile>
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -109,7 +110,14 @@ int RunWindow(QApplication& application, const CommandLine& line) {
         QMessageBox::critical(nullptr, QStringLiteral("bass.dll"), message);
         return kFailed;
     }
-    Desk desk(FolderOf(line, temporary), std::move(library));
+    const DataFolder folder = FolderOf(line, temporary);
+    folder.CreateAll();
+    QLockFile lock(folder.Path(QStringLiteral("\\kalvo.sperre")));
+    lock.setStaleLockTime(0); // held for days; a crashed program's lock is told by its process
+    if (!lock.tryLock(0) && lock.error() == QLockFile::LockFailedError) {
+        return 0;
+    }
+    Desk desk(folder, std::move(library));
     Form1 window(desk, line);
     if (!window.Load()) {
         return kFailed;

@@ -1,8 +1,11 @@
 #include "app/StatusLine.h"
 
 #include "widgets/ElidedLabel.h"
+#include "widgets/SkinStyle.h"
 
+#include <QEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QTime>
 
 namespace kalvo {
@@ -25,6 +28,35 @@ StatusLine::StatusLine(QWidget* parent)
     output_->setProperty("dim", true);
     addPermanentWidget(output_);
     SetStarvations(0);
+    TakeUnits();
+}
+
+void StatusLine::TakeUnits() {
+    const FontUnits& units = SkinStyle::Units();
+    const int side = units.Of(0.8);
+    for (QLabel* label : {mode_, continuous_, automatic_, starvations_, output_}) {
+        label->setContentsMargins(side, 0, side, 0);
+    }
+    message_->setIndent(side);
+    setMinimumHeight(units.Of(2));
+}
+
+void StatusLine::changeEvent(QEvent* event) {
+    QStatusBar::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        TakeUnits();
+    }
+}
+
+/** One line behind each part instead of the frames of a status bar. */
+void StatusLine::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setPen(SkinStyle::Colours().line);
+    const int inset = height() / 5;
+    for (const QLabel* label : {mode_, continuous_, automatic_, starvations_}) {
+        const int x = label->geometry().right() + 1;
+        painter.drawLine(x, inset, x, height() - inset);
+    }
 }
 
 QLabel* StatusLine::Part(const QString& name, const QString& accessibleName) {

@@ -25,7 +25,12 @@ public:
     /** Stays until the next one, with the time it came in front. */
     void Tell(const QString& text);
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
+    void TakeUnits();
     QLabel* Part(const QString& name, const QString& accessibleName);
 
     QLabel* mode_;

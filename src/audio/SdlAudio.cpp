@@ -30,7 +30,8 @@ struct SdlAudio::Platform {
     ~Platform() { Stop(); }
     bool Start();
     void Stop();
-    DeviceNames Enumerate();
+    std::vector<std::string> Devices();
+    std::string Standard();
     void Close(const std::shared_ptr<SdlDevice>& device);
     std::shared_ptr<SdlDevice> Serve(const DeviceRequest& request);
     std::shared_ptr<SdlDevice> TryAll(const DeviceRequest& request);
@@ -57,21 +58,25 @@ void SdlAudio::Platform::Stop() {
         SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }
 
-DeviceNames SdlAudio::Platform::Enumerate() {
-    DeviceNames names;
-    if (!Start())
-        return names;
-    const int count = SDL_GetNumAudioDevices(0);
+std::vector<std::string> SdlAudio::Platform::Devices() {
+    std::vector<std::string> names;
+    const int count = Start() ? SDL_GetNumAudioDevices(0) : 0;
     for (int i = 0; i < count; ++i) {
         if (const char* name = SDL_GetAudioDeviceName(i, 0))
-            names.devices.emplace_back(name);
+            names.emplace_back(name);
     }
-    char* standard = nullptr;
-    SDL_AudioSpec spec{};
-    if (SDL_GetDefaultAudioInfo(&standard, &spec, 0) == 0 && standard != nullptr)
-        names.standard = standard;
-    SDL_free(standard);
     return names;
+}
+
+// Not to be asked while devices come and go: SDL reads the name here without a lock against its own watching thread.
+std::string SdlAudio::Platform::Standard() {
+    char* name = nullptr;
+    SDL_AudioSpec spec{};
+    std::string standard;
+    if (Start() && SDL_GetDefaultAudioInfo(&name, &spec, 0) == 0 && name != nullptr)
+        standard = name;
+    SDL_free(name);
+    return standard;
 }
 
 void SdlAudio::Platform::Close(const std::shared_ptr<SdlDevice>& device) {
@@ -106,8 +111,7 @@ std::shared_ptr<SdlDevice> SdlAudio::Platform::TryAll(const DeviceRequest& reque
 std::vector<std::string> SdlAudio::Platform::Candidates(const DeviceRequest& request) {
     if (!request.othersToo && !request.onlyIfListed)
         return {request.name};
-    const DeviceNames names = Enumerate();
-    const auto& devices = names.devices;
+    const std::vector<std::string> devices = Devices();
     std::vector<std::string> candidates;
     if (request.name.empty() || std::find(devices.begin(), devices.end(), request.name) != devices.end()) {
         candidates.push_back(request.name);
@@ -148,7 +152,7 @@ DeviceNames SdlAudio::Enumerate() {
     };
     auto answer = std::make_shared<Answer>();
     worker_.Post([answer, platform = platform_] {
-        DeviceNames names = platform->Enumerate();
+        DeviceNames names{platform->Devices(), platform->Standard()};
         const std::lock_guard lock(answer->mutex);
         answer->names = std::move(names);
         answer->done = true;

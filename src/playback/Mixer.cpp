@@ -2,6 +2,7 @@
 
 #include "playback/DeckTitles.h"
 #include "playback/FaderLaw.h"
+#include "playlists/CueText.h"
 #include "playlists/NextTitle.h"
 
 #include <cmath>
@@ -132,7 +133,7 @@ bool Mixer::LoadRow(int player, int row) {
     list.SetCurrent(row);
     const PlaylistEntry entry = list.At(row);
     DeckData& deck = Deck(player);
-    deck.title = {entry.title, entry.artist, {}, entry.path, 0, CuePoint(entry.info).value_or(-1), false};
+    deck.title = {entry.title, entry.artist, {}, entry.path, 0, CueText::Read(entry.info).value_or(-1), false};
     const audio::Handle stream = layer_.LoadStream(player, entry.path);
     if (stream == 0) {
         deck.title = {};
@@ -237,7 +238,7 @@ void Mixer::PrepareNext(int player) {
         layer_.Prepare(player, {});
         return;
     }
-    const int row = PeekNextTitle(*deck.list, FileExists);
+    const int row = PeekNextTitle(*deck.list, FileExists, options_.removePlayed);
     layer_.Prepare(player, row < 0 ? QString() : deck.list->At(row).path);
     if (deck.stoppedByUser) {
         return;
@@ -251,7 +252,7 @@ void Mixer::PrepareNext(int player) {
         const double length =
             layer_.Library().ChannelBytes2Seconds(record.prepared, layer_.Library().StreamGetLength(record.prepared));
         deck.title = {entry.title, entry.artist, FormatText(entry.path, info),
-                      entry.path,  length,       CuePoint(entry.info).value_or(-1),
+                      entry.path,  length,       CueText::Read(entry.info).value_or(-1),
                       true};
     }
     Q_EMIT PlayerChanged(player);
@@ -326,7 +327,7 @@ MixState Mixer::StateNow(bool withNext) const {
         deck.paused = activity == audio::Activity::Paused;
         deck.position = WholeSeconds(layer_.PositionSeconds(data.number));
         deck.length = WholeSeconds(layer_.LengthSeconds(data.number));
-        deck.hasNext = withNext && PeekNextTitle(*data.list, FileExists) >= 0;
+        deck.hasNext = withNext && PeekNextTitle(*data.list, FileExists, options_.removePlayed) >= 0;
     }
     return state;
 }

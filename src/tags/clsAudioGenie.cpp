@@ -14,9 +14,9 @@
 #include <id3v2tag.h>
 #include <mpegfile.h>
 #include <taglib/opusfile.h>
+#include <taglib/vorbisfile.h>
 #include <textidentificationframe.h>
 #include <tfilestream.h>
-#include <taglib/vorbisfile.h>
 #include <xingheader.h>
 
 #include <algorithm>

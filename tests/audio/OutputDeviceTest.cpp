@@ -11,7 +11,7 @@ using namespace kalvo::test;
 
 #if defined(__SANITIZE_THREAD__)
 /** The sound server's library synchronises in ways that cannot be seen without its source being instrumented. */
-extern "C" const char* __tsan_default_suppressions() {
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions() {
     return "race:libpulse\nrace:libSDL2\nmutex:libpulse\n";
 }
 #endif

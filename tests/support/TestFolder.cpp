@@ -7,7 +7,9 @@
 
 namespace kalvo::test {
 
-TestFolder::TestFolder() { EXPECT_TRUE(folder_.isValid()); }
+TestFolder::TestFolder() {
+    EXPECT_TRUE(folder_.isValid());
+}
 
 QString TestFolder::Path(const QString& name) const {
     return name.isEmpty() ? folder_.path() : folder_.filePath(name);

@@ -1,5 +1,5 @@
-#include "widgets/FontUnits.h"
 #include "widgets/Skin.h"
+#include "widgets/FontUnits.h"
 #include "widgets/SkinStyle.h"
 
 #include <QApplication>

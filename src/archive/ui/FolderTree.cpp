@@ -20,6 +20,15 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         return {QStyledItemDelegate::sizeHint(option, index).width(), SkinStyle::Units().TableRow()};
     }
+
+protected:
+    /** An open folder would take the icon of a switched-on button. */
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const Skin& skin = SkinStyle::Colours();
+        const bool selected = option->state & QStyle::State_Selected;
+        option->icon = Icons::Icon(QStringLiteral("folder"), selected ? skin.highlightText : skin.dim);
+    }
 };
 
 /** The program's own icon for every folder: no look-ups in themes or on slow shares. */

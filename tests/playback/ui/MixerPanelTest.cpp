@@ -1,5 +1,5 @@
-#include "playback/ui/DeckPanel.h"
 #include "playback/ui/MixerPanel.h"
+#include "playback/ui/DeckPanel.h"
 #include "widgets/IconButton.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
