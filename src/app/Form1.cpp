@@ -251,6 +251,7 @@ void Form1::FoldLayout() {
     console_->SetLayoutMode(mode_);
     lists_->SetLayoutMode(mode_);
     archive_->SetLayoutMode(mode_);
+    status_->SetLayoutMode(mode_);
     const int console =
         values_.consoleHeight == WindowValues().consoleHeight ? units.ConsoleHeight(mode_) : values_.consoleHeight;
     const int rest = std::max(1, bands_->height() - console - 2 * margin);

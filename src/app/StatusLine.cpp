@@ -3,90 +3,100 @@
 #include "widgets/ElidedLabel.h"
 #include "widgets/SkinStyle.h"
 
-#include <QEvent>
-#include <QLabel>
+#include <QHBoxLayout>
 #include <QPainter>
 #include <QTime>
 
 namespace kalvo {
 
-StatusLine::StatusLine(QWidget* parent)
-    : QStatusBar(parent),
-      mode_(Part(QStringLiteral("lblModus"), QStringLiteral("Überblendmodus"))),
-      continuous_(Part(QStringLiteral("lblKontinuierlich"), QStringLiteral("Kontinuierliche Wiedergabe"))),
-      automatic_(Part(QStringLiteral("lblAutomatik"), QStringLiteral("Mixerautomatik"))),
-      starvations_(Part(QStringLiteral("lblAussetzer"), QStringLiteral("Aussetzer"))),
-      message_(new ElidedLabel(this)),
-      output_(new QLabel(this)) {
+namespace {
+
+constexpr int kAloneMilliseconds = 8000;
+
+} // namespace
+
+StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent), row_(new QWidget(this)) {
     setObjectName(QStringLiteral("Statuszeile"));
     setSizeGripEnabled(false);
-    message_->setObjectName(QStringLiteral("lblMeldung"));
-    message_->setAccessibleName(QStringLiteral("Meldung"));
-    addWidget(message_, 1);
-    output_->setObjectName(QStringLiteral("lblAusgabe"));
-    output_->setAccessibleName(QStringLiteral("Ausgabegerät"));
-    output_->setProperty("dim", true);
-    addPermanentWidget(output_);
+    auto* layout = new QHBoxLayout(row_);
+    layout->setContentsMargins({});
+    parts_ = {AddLabel(QStringLiteral("lblModus"), QStringLiteral("Überblendmodus"), 0),
+              AddLabel(QStringLiteral("lblKontinuierlich"), QStringLiteral("Kontinuierliche Wiedergabe"), 0),
+              AddLabel(QStringLiteral("lblAutomatik"), QStringLiteral("Mixerautomatik"), 0),
+              AddLabel(QStringLiteral("lblAussetzer"), QStringLiteral("Aussetzer"), 0)};
+    message_ = AddLabel(QStringLiteral("lblMeldung"), QStringLiteral("Meldung"), 1);
+    output_ = AddLabel(QStringLiteral("lblAusgabe"), QStringLiteral("Ausgabegerät"), 0);
+    output_->SetTone(Tone::Dim);
+    addWidget(row_, 1);
+    telling_.setSingleShot(true);
+    telling_.setInterval(kAloneMilliseconds);
+    connect(&telling_, &QTimer::timeout, this, &StatusLine::ShowParts);
     SetStarvations(0);
-    TakeUnits();
+    SetLayoutMode(mode_);
 }
 
-void StatusLine::TakeUnits() {
+ElidedLabel* StatusLine::AddLabel(const QString& name, const QString& accessibleName, int stretch) {
+    auto* label = new ElidedLabel(row_);
+    label->setObjectName(name);
+    label->setAccessibleName(accessibleName);
+    static_cast<QHBoxLayout*>(row_->layout())->addWidget(label, stretch);
+    return label;
+}
+
+void StatusLine::SetLayoutMode(LayoutMode mode) {
+    mode_ = mode;
     const FontUnits& units = SkinStyle::Units();
-    const int side = units.Of(0.8);
-    for (QLabel* label : {mode_, continuous_, automatic_, starvations_, output_}) {
-        label->setContentsMargins(side, 0, side, 0);
-    }
-    message_->setIndent(side);
+    row_->layout()->setSpacing(units.Of(1.4));
+    row_->layout()->setContentsMargins(units.Of(0.8), 0, units.Of(0.8), 0);
     setMinimumHeight(units.Of(2));
+    ShowParts();
 }
 
-void StatusLine::changeEvent(QEvent* event) {
-    QStatusBar::changeEvent(event);
-    if (event->type() == QEvent::StyleChange) {
-        TakeUnits();
+void StatusLine::ShowParts() {
+    const bool isNarrow = mode_ == LayoutMode::Narrow;
+    const bool isAlone = isNarrow && telling_.isActive();
+    for (ElidedLabel* part : parts_) {
+        part->setVisible(!isAlone);
     }
+    message_->setVisible(isAlone || !isNarrow);
+    output_->setVisible(!isNarrow);
 }
 
-/** One line behind each part instead of the frames of a status bar. */
+void StatusLine::SetMode(const QString& caption) {
+    parts_[Mode]->SetText(caption);
+}
+void StatusLine::SetContinuous(const QString& caption) {
+    parts_[Continuous]->SetText(caption);
+}
+void StatusLine::SetAutomatic(const QString& caption) {
+    parts_[Automatic]->SetText(caption);
+}
+
+void StatusLine::SetStarvations(quint64 count) {
+    parts_[Starvations]->SetText(QStringLiteral("Aussetzer %1").arg(count));
+}
+
+void StatusLine::SetOutput(const QString& name) {
+    output_->SetText(name.isEmpty() ? QString() : QStringLiteral("Ausgabe: ") + name);
+}
+
+void StatusLine::Tell(const QString& text) {
+    message_->SetText(QTime::currentTime().toString(QStringLiteral("HH:mm  ")) + text);
+    telling_.start();
+    ShowParts();
+}
+
+/** A line behind each part instead of a status bar's frames. */
 void StatusLine::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setPen(SkinStyle::Colours().line);
     const int inset = height() / 5;
-    for (const QLabel* label : {mode_, continuous_, automatic_, starvations_}) {
-        const int x = label->geometry().right() + 1;
-        painter.drawLine(x, inset, x, height() - inset);
+    for (const ElidedLabel* part : parts_) {
+        if (part->isVisible()) {
+            const int x = row_->mapToParent(part->geometry().topRight()).x() + row_->layout()->spacing() / 2;
+            painter.drawLine(x, inset, x, height() - inset);
+        }
     }
-}
-
-QLabel* StatusLine::Part(const QString& name, const QString& accessibleName) {
-    auto* label = new QLabel(this);
-    label->setObjectName(name);
-    label->setAccessibleName(accessibleName);
-    addWidget(label);
-    return label;
-}
-
-void StatusLine::SetMode(const QString& caption) {
-    mode_->setText(caption);
-}
-void StatusLine::SetContinuous(const QString& caption) {
-    continuous_->setText(caption);
-}
-void StatusLine::SetAutomatic(const QString& caption) {
-    automatic_->setText(caption);
-}
-
-void StatusLine::SetStarvations(quint64 count) {
-    starvations_->setText(QStringLiteral("Aussetzer %1").arg(count));
-}
-
-void StatusLine::SetOutput(const QString& name) {
-    output_->setText(name.isEmpty() ? QString() : QStringLiteral("Ausgabe: ") + name);
-}
-
-void StatusLine::Tell(const QString& text) {
-    message_->setText(QTime::currentTime().toString(QStringLiteral("HH:mm  ")) + text);
 }
 
 } // namespace kalvo

@@ -1,20 +1,27 @@
 #pragma once
 
-#include <QStatusBar>
+#include "widgets/LayoutMode.h"
 
-class QLabel;
+#include <QStatusBar>
+#include <QTimer>
+
+#include <array>
 
 namespace kalvo {
 
 class ElidedLabel;
 
-/** The main window's last line: how the desk mixes, what has happened, where the sound goes. */
+/**
+ * The main window's last line: how the desk mixes, what has happened, where the sound goes. The narrow layout has no
+ * room for all of it: there a message takes the place of the others for some seconds.
+ */
 class StatusLine : public QStatusBar {
     Q_OBJECT
 
 public:
     explicit StatusLine(QWidget* parent = nullptr);
 
+    void SetLayoutMode(LayoutMode mode);
     void SetMode(const QString& caption);
     void SetContinuous(const QString& caption);
     void SetAutomatic(const QString& caption);
@@ -27,18 +34,19 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
-    void TakeUnits();
-    QLabel* Part(const QString& name, const QString& accessibleName);
+    enum Part { Mode, Continuous, Automatic, Starvations, PartCount };
 
-    QLabel* mode_;
-    QLabel* continuous_;
-    QLabel* automatic_;
-    QLabel* starvations_;
+    ElidedLabel* AddLabel(const QString& name, const QString& accessibleName, int stretch);
+    void ShowParts();
+
+    QWidget* row_;
+    std::array<ElidedLabel*, PartCount> parts_;
     ElidedLabel* message_;
-    QLabel* output_;
+    ElidedLabel* output_;
+    QTimer telling_; ///< runs while a message stands alone
+    LayoutMode mode_ = LayoutMode::Normal;
 };
 
 } // namespace kalvo

@@ -1,6 +1,7 @@
 #include "archive/TextFolding.h"
 
 #include <QList>
+#include <QList>
 #include <QString>
 
 #include <algorithm>

@@ -34,8 +34,8 @@ public:
 
 private:
     std::array<T, Capacity> items_{};
-    alignas(64) std::atomic<std::size_t> head_{0};
-    alignas(64) std::atomic<std::size_t> tail_{0};
+    std::atomic<std::size_t> head_{0};
+    std::atomic<std::size_t> tail_{0};
 };
 
 } // namespace kalvo::audio

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTimer>
 
@@ -25,10 +26,9 @@ class frmTitelEinlesenTest : public ::testing::Test {
 protected:
     void SetUp() override {
         root_ = desk_.folder.Path(QStringLiteral("Musik"));
-        test::MakeSound(root_, QStringLiteral("Guns N' Roses/01 Eins.mp3"),
-                        {.seconds = 3.2, .title = QStringLiteral("Eins"), .artist = QStringLiteral("Guns N' Roses")});
-        test::MakeSound(root_, QStringLiteral("02 ZWEI.ogg"), {.title = QStringLiteral("Zwei")});
-        test::MakeSound(root_, QStringLiteral("ohne.mp3"), {});
+        MakeTitle(QStringLiteral("Guns N' Roses/01 Eins.mp3"), 3.2, QStringLiteral("Eins"));
+        MakeTitle(QStringLiteral("02 ZWEI.ogg"), 1, QStringLiteral("Zwei"));
+        MakeTitle(QStringLiteral("ohne.mp3"), 1, QString());
         desk_.folder.Write(QStringLiteral("Musik/SONG.MP3.bak"), "x");
         desk_.folder.Write(QStringLiteral("Musik/song.wav"), "x");
         desk_.folder.Write(QStringLiteral("Musik/zz kaputt.mp3"), "kein Ton");
@@ -36,6 +36,13 @@ protected:
                          [this](const ImportReport& report) { reports_.append(report); });
         Find<QLineEdit>("Label5").setText(root_);
         dialog_.show();
+    }
+
+    void MakeTitle(const QString& name, double seconds, const QString& title) {
+        test::SoundSpec spec;
+        spec.seconds = seconds;
+        spec.title = title;
+        test::MakeSound(root_, name, spec);
     }
 
     template<typename Widget>
