@@ -215,7 +215,7 @@ void Form1::ApplyStyle() {
     check(*actions_.fontSizes, fontSize);
     check(*actions_.buttonSizes, buttonSize);
     if (bands_ != nullptr) {
-        FoldLayout();
+        FoldLayout(width());
     }
 }
 
@@ -227,24 +227,25 @@ void Form1::PlaceWindow() {
     for (const QScreen* screen : QApplication::screens()) {
         onScreen = onScreen || screen->availableGeometry().intersects(values_.geometry);
     }
-    setGeometry(onScreen ? values_.geometry : place);
+    const QRect wanted = onScreen ? values_.geometry : place;
+    FoldLayout(wanted.width()); // first, or the wider layout's parts would keep the window wide
+    setGeometry(wanted);
     if (values_.maximised) {
         setWindowState(Qt::WindowMaximized);
     }
-    FoldLayout();
     FocusSearch();
 }
 
 void Form1::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     if (bands_ != nullptr && LayoutModeFor(width(), SkinStyle::Units().F()) != mode_) {
-        FoldLayout();
+        FoldLayout(width());
     }
 }
 
-void Form1::FoldLayout() {
+void Form1::FoldLayout(int width) {
     const FontUnits& units = SkinStyle::Units();
-    mode_ = LayoutModeFor(width(), units.F());
+    mode_ = LayoutModeFor(width, units.F());
     const int margin = units.Gap(2);
     centralWidget()->setContentsMargins(margin, 0, margin, 0);
     bands_->setHandleWidth(margin);

@@ -57,7 +57,8 @@ private:
     void ReadMixer();
     void ApplyStyle();
     void PlaceWindow();
-    void FoldLayout();
+    /** width: of the window, in logical pixels. */
+    void FoldLayout(int width);
     void ShowOptions();
     void ShowOutput();
     void FillDeviceMenu();

@@ -25,6 +25,12 @@ public:
     /** Highest peak in dBFS between the times that the tones do not explain; their levels may glide. */
     double ResidualPeak(const std::vector<double>& frequencies, double begin, double end) const;
 
+    /**
+     * Highest peak in dBFS between the times of what lies above 5 kHz. Where there are only tones far below, that is
+     * clicks: jumps and kinks, also while a tone begins or ends so quickly that ResidualPeak cannot follow it.
+     */
+    double TreblePeak(double begin, double end) const;
+
     /** Longest time in seconds between the times during which every sample stays below the level. */
     double LongestSilence(double level, double begin, double end) const;
 

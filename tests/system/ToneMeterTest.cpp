@@ -46,6 +46,9 @@ TEST(ToneMeter, FaultsStandOut) {
     click[kRate] += 0.01F;
     EXPECT_NEAR(ToneMeter(click, kRate).ResidualPeak(kTones, 0, 2), -40, 1);
 
+    EXPECT_NEAR(ToneMeter(click, kRate).TreblePeak(0.1, 2), -42, 2);
+    EXPECT_LT(ToneMeter(TwoTones(), kRate).TreblePeak(0.1, 2), -90);
+
     std::vector<float> lost = TwoTones();
     lost.erase(lost.begin() + kRate, lost.begin() + kRate + 20);
     EXPECT_GT(ToneMeter(lost, kRate).ResidualPeak(kTones, 0, 1.9), -30);

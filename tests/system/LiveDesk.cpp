@@ -1,0 +1,89 @@
+#include "system/LiveDesk.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <gtest/gtest.h>
+
+namespace kalvo::test {
+
+LiveDesk::LiveDesk(const QString& dataFolder) : module_(qEnvironmentVariable("KALVO_BIN")) {
+    std::unique_ptr<audio::AudioLibrary> library = module_.Create();
+    if (!library) {
+        ADD_FAILURE() << "no audio module";
+        return;
+    }
+    desk_ = std::make_unique<Desk>(DataFolder(dataFolder), std::move(library));
+    window_ = std::make_unique<Form1>(*desk_, CommandLine());
+    open_ = window_->Load();
+    EXPECT_TRUE(open_);
+    // Wide enough for every control to have its place.
+    window_->resize(1280, 800);
+    window_->show();
+    QObject::connect(&desk_->mixer, &Mixer::Message, window_.get(), [this] { told_ << Text("lblMeldung"); });
+    Press("hscroll1", Qt::Key_End);
+}
+
+void LiveDesk::Fill(int player, const QStringList& paths) {
+    QList<PlaylistEntry> entries;
+    for (const QString& path : paths) {
+        PlaylistEntry entry;
+        entry.title = QFileInfo(path).completeBaseName();
+        entry.path = path;
+        entries << entry;
+    }
+    desk_->List(player).Append(entries);
+}
+
+template<typename Send>
+void LiveDesk::With(const char* control, Send send) {
+    auto* widget = window_->findChild<QWidget*>(QString::fromLatin1(control));
+    if (!widget || !widget->isVisible() || !widget->isEnabled()) {
+        ADD_FAILURE() << control << " cannot be used";
+        return;
+    }
+    send(*widget);
+}
+
+void LiveDesk::Click(const char* control) {
+    ClickAt(control, 0.5);
+}
+
+void LiveDesk::ClickAt(const char* control, double fraction) {
+    With(control, [fraction](QWidget& widget) {
+        const QPointF at(fraction * (widget.width() - 1), widget.height() / 2.0);
+        QMouseEvent press(QEvent::MouseButtonPress, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&widget, &press);
+        QMouseEvent release(QEvent::MouseButtonRelease, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::NoButton,
+                            Qt::NoModifier);
+        QApplication::sendEvent(&widget, &release);
+    });
+}
+
+void LiveDesk::Press(const char* control, Qt::Key key, int times) {
+    With(control, [key, times](QWidget& widget) {
+        for (int i = 0; i < times; ++i) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+            QApplication::sendEvent(&widget, &press);
+            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+            QApplication::sendEvent(&widget, &release);
+        }
+    });
+}
+
+QString LiveDesk::Text(const char* label) const {
+    const auto* found = window_->findChild<QLabel*>(QString::fromLatin1(label));
+    return found ? found->text() : QString();
+}
+
+void RunFor(double seconds) {
+    QEventLoop loop;
+    QTimer::singleShot(static_cast<int>(seconds * 1000), Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+} // namespace kalvo::test
