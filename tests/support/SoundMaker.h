@@ -12,14 +12,14 @@ struct SoundSpec {
     int rate = 44100;       ///< Hz
     int channels = 2;
     double amplitude = 0.5; ///< of the first channel, 0..1
-    QStringList options;    ///< further arguments of the encoder, e.g. {"-V", "2", "-t"}
-    QString title;          ///< tags, written by the encoder where not empty (not into WAV)
-    QString artist;
-    QString album;
-    QString genre;
-    QString year;
-    QString track;
-    QString comment;
+    QStringList options = {};    ///< further arguments of the encoder, e.g. {"-V", "2", "-t"}
+    QString title = {};          ///< tags, written by the encoder where not empty (not into WAV)
+    QString artist = {};
+    QString album = {};
+    QString genre = {};
+    QString year = {};
+    QString track = {};
+    QString comment = {};
     int coverBytes = 0; ///< size of a cover picture to embed in an MP3 (at most 128,000); 0 = none
 
     /** Exact length of the sound that goes into the encoder. */

@@ -71,7 +71,6 @@ private:
     void ShowPassedOver(const QList<PassedOver>& files);
     void SetWork(Work work);
 
-    Archive& archive_;
     TitleImport* import_;
     FolderTree* tree_;  ///< `ExplorerTreeView1`
     QLineEdit* folder_; ///< `Label5`

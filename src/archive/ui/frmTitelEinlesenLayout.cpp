@@ -41,7 +41,6 @@ Widget* Named(Widget* widget, const QString& name, const QString& accessibleName
 
 frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder, QWidget* parent)
     : QDialog(parent),
-      archive_(archive),
       import_(new TitleImport(archive, this)),
       tree_(new FolderTree(this)),
       folder_(new QLineEdit(this)),

@@ -1,0 +1,177 @@
+#include "archive/ArchiveDatabase.h"
+
+#include "archive/ArchiveField.h"
+#include "archive/TestClock.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace kalvo::test {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TitleRecord Title(const QString& path, const QString& title = u"Titel"_s) {
+    TitleRecord record;
+    record.Titel = title;
+    record.Pfad = path;
+    return record;
+}
+
+class ArchiveDatabaseTest : public ::testing::Test {
+protected:
+    /** What another program sees: committed rows only; -1 when it cannot even read. */
+    qint64 RowsOutside() const {
+        SqliteDatabase other;
+        other.Open(path, SqliteDatabase::Mode::ReadOnly, 0);
+        SqliteStatement count = other.Prepare(u"SELECT count(*) FROM Daten"_s);
+        return count.Step() ? count.Number(0) : -1;
+    }
+
+    TestFolder folder;
+    TestClock clock;
+    QString path = folder.Path(u"Musikarchiv/default.mav"_s);
+    QString message;
+    ArchiveDatabase database{clock};
+};
+
+} // namespace
+
+TEST_F(ArchiveDatabaseTest, CreatesTheThirteenFieldsAndNothingElse) {
+    ASSERT_TRUE(database.Open(path, message));
+    EXPECT_EQ(message, QString());
+    SqliteDatabase other;
+    ASSERT_EQ(other.Open(path, SqliteDatabase::Mode::ReadOnly), SqliteDatabase::Outcome::Opened);
+    SqliteStatement columns = other.Prepare(u"SELECT name, type FROM pragma_table_info('Daten')"_s);
+    QStringList found;
+    while (columns.Step())
+        found << columns.Text(0) + u' ' + columns.Text(1);
+    EXPECT_EQ(found.join(u", "_s),
+              u"Nr INTEGER, Titel TEXT, Interpret TEXT, Album TEXT, Bewertung TEXT, Stil TEXT, "
+              "Zeit TEXT, Jahr TEXT, Pfad TEXT, Extra1 TEXT, Extra2 TEXT, Extra3 TEXT, Extra4 TEXT"_s);
+    SqliteStatement others =
+        other.Prepare(u"SELECT count(*) FROM sqlite_schema WHERE name NOT IN ('Daten', 'sqlite_sequence')"_s);
+    ASSERT_TRUE(others.Step());
+    EXPECT_EQ(others.Number(0), 0);
+}
+
+TEST_F(ArchiveDatabaseTest, StoresEveryFieldAndCutsTheComment) {
+    ASSERT_TRUE(database.Open(path, message));
+    TitleRecord record;
+    for (const ArchiveField field : kTextFields)
+        FieldPlace(record, field) = u"Größe 'ß' "_s + FieldName(field);
+    record.Extra1 = QString(60, u'k');
+    ASSERT_TRUE(database.AddTitle(record));
+    EXPECT_EQ(record.Nr, 1);
+    const TitleRecord read = database.Read({1}).value(0);
+    for (const ArchiveField field : kTextFields)
+        EXPECT_EQ(FieldText(read, field), FieldText(record, field)) << FieldName(field).toStdString();
+    EXPECT_EQ(read.Extra1, QString(50, u'k'));
+}
+
+TEST_F(ArchiveDatabaseTest, RefusesWhatIsTooLong) {
+    ASSERT_TRUE(database.Open(path, message));
+    TitleRecord fits = Title(u"/"_s + QString(199, u'ä'), QString(200, u'ü'));
+    EXPECT_TRUE(database.AddTitle(fits));
+    TitleRecord longPath = Title(u"/"_s + QString(200, u'p'));
+    EXPECT_EQ(database.AddTitle(longPath).reason, u"Der Pfad ist länger als 200 Zeichen."_s);
+    TitleRecord longTitle = Title(u"/a.mp3"_s, QString(201, u't'));
+    EXPECT_EQ(database.AddTitle(longTitle).reason, u"Das Feld Titel ist länger als 200 Zeichen."_s);
+    EXPECT_EQ(database.Count(), 1);
+}
+
+TEST_F(ArchiveDatabaseTest, AcceptsTheSamePathTwice) {
+    ASSERT_TRUE(database.Open(path, message));
+    TitleRecord first = Title(u"/a.mp3"_s);
+    TitleRecord second = Title(u"/a.mp3"_s);
+    EXPECT_TRUE(database.AddTitle(first));
+    EXPECT_TRUE(database.AddTitle(second));
+    EXPECT_EQ(database.FindByPath(u"/a.mp3"_s)->Nr, first.Nr);
+    EXPECT_EQ(database.FindByPath(u"/A.mp3"_s), std::nullopt);
+}
+
+TEST_F(ArchiveDatabaseTest, UpdatesOneRecordAndTellsAMissingOne) {
+    ASSERT_TRUE(database.Open(path, message));
+    TitleRecord first = Title(u"/a.mp3"_s);
+    TitleRecord second = Title(u"/b.mp3"_s);
+    database.AddTitle(first);
+    database.AddTitle(second);
+    second.Extra2 = u"07.03.2026"_s;
+    EXPECT_TRUE(database.UpdateRecord(second));
+    EXPECT_EQ(database.Read({2}).value(0).Extra2, u"07.03.2026"_s);
+    EXPECT_EQ(database.Read({1}).value(0).Extra2, QString());
+    second.Nr = 99;
+    EXPECT_FALSE(database.UpdateRecord(second));
+}
+
+TEST_F(ArchiveDatabaseTest, BatchesCommitByNumberAndByTime) {
+    ASSERT_TRUE(database.Open(path, message));
+    const auto add = [this] {
+        TitleRecord record = Title(u"/a.mp3"_s);
+        EXPECT_TRUE(database.AddTitle(record));
+    };
+    database.BeginBatch();
+    for (int i = 0; i < 499; ++i)
+        add();
+    EXPECT_EQ(RowsOutside(), 0);
+    add();
+    EXPECT_EQ(RowsOutside(), 500);
+    add();
+    clock.milliseconds += 99;
+    database.CommitIfDue();
+    EXPECT_EQ(RowsOutside(), 500);
+    clock.milliseconds += 1;
+    database.CommitIfDue();
+    EXPECT_EQ(RowsOutside(), 501);
+    add();
+    database.EndBatch();
+    EXPECT_EQ(RowsOutside(), 502);
+    EXPECT_FALSE(database.TakeBatchLost());
+}
+
+TEST_F(ArchiveDatabaseTest, SetsAsideWhatIsNoArchive) {
+    SqliteDatabase foreign;
+    ASSERT_EQ(foreign.Open(folder.Path(u"foreign.db"_s), SqliteDatabase::Mode::Create),
+              SqliteDatabase::Outcome::Opened);
+    ASSERT_TRUE(foreign.Execute(u"CREATE TABLE Other (x)"_s));
+    foreign.Close();
+    for (const QByteArray& content :
+         {QByteArray("this is no database, but long enough to be looked at"), folder.Read(u"foreign.db"_s)}) {
+        folder.Write(u"Musikarchiv/default.mav"_s, content);
+        folder.Write(u"Musikarchiv/default.mav-wal"_s, "log");
+        ASSERT_TRUE(database.Open(path, message));
+        const QString kept = message.section(u"unter "_s, 1);
+        ASSERT_TRUE(kept.startsWith(path + u".defekt-20260307-201530"_s)) << message.toStdString();
+        QFile old(kept);
+        ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+        EXPECT_EQ(old.readAll(), content);
+        EXPECT_TRUE(QFile::exists(kept + u"-wal"_s));
+        EXPECT_EQ(database.Count(), 0);
+        database.Close();
+        QFile::remove(path);
+    }
+}
+
+TEST_F(ArchiveDatabaseTest, ReadsWhileAnotherProgramWrites) {
+    ASSERT_TRUE(database.Open(path, message));
+    TitleRecord record = Title(u"/a.mp3"_s);
+    database.AddTitle(record);
+    database.Close();
+    SqliteDatabase other;
+    ASSERT_EQ(other.Open(path, SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened);
+    const SqliteDatabase::Transaction writing(other);
+    ASSERT_TRUE(database.Open(path, message));
+    EXPECT_TRUE(database.IsReadOnly());
+    EXPECT_EQ(message, u"Das Musikarchiv wird von einem anderen Programm benutzt. Es kann nur gelesen werden."_s);
+    EXPECT_EQ(database.Count(), 1);
+    EXPECT_EQ(database.AddTitle(record).reason, u"Das Musikarchiv kann nur gelesen werden."_s);
+}
+
+TEST_F(ArchiveDatabaseTest, TellsAFileThatCannotBeCreated) {
+    EXPECT_FALSE(database.Open(folder.Write(u"file"_s, "x") + u"/default.mav"_s, message));
+    EXPECT_TRUE(message.startsWith(u"Das Musikarchiv kann nicht angelegt werden: "_s));
+    EXPECT_FALSE(database.IsOpen());
+}
+
+} // namespace kalvo::test

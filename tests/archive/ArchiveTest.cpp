@@ -1,0 +1,178 @@
+#include "archive/Archive.h"
+
+#include "archive/ArchiveStatements.h"
+#include "archive/TestClock.h"
+#include "support/TestFolder.h"
+#include "support/WaitUntil.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace kalvo::test {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TitleRecord Title(const QString& artist, const QString& title) {
+    TitleRecord record;
+    record.Interpret = artist;
+    record.Titel = title;
+    record.Pfad = u"/m/%1/%2.mp3"_s.arg(artist, title);
+    return record;
+}
+
+class ArchiveTest : public ::testing::Test {
+protected:
+    ArchiveTest() {
+        EXPECT_TRUE(data.CreateAll());
+        QObject::connect(&archive, &Archive::Message, [this](const QString& text) { messages << text; });
+    }
+
+    void OpenReady() {
+        ASSERT_TRUE(archive.Open(data));
+        ASSERT_TRUE(archive.WaitForIndex());
+    }
+
+    void Add(const QString& artist, const QString& title) {
+        TitleRecord record = Title(artist, title);
+        ASSERT_TRUE(archive.AddTitle(record));
+    }
+
+    QStringList Shown() const {
+        QStringList titles;
+        for (int row = 0; row < archive.RowCount(); ++row)
+            titles << archive.RowAt(row).Titel;
+        return titles;
+    }
+
+    void WriteLayout(const QString& archivePath) const {
+        LayoutFile layout;
+        layout.archivePath = archivePath;
+        layout.playlistPath = u"/elsewhere.mav"_s;
+        ASSERT_TRUE(layout.Write(data.Path(u"\\mp3tabelle.dll"_s)));
+    }
+
+    TestFolder folder;
+    DataFolder data{folder.Path(u"Kalvo"_s)};
+    QString defaultPath = data.Path(u"\\Musikarchiv\\default.mav"_s);
+    TestClock clock;
+    QStringList messages;
+    Archive archive{clock};
+};
+
+} // namespace
+
+TEST_F(ArchiveTest, FirstStartCreatesEverything) {
+    OpenReady();
+    EXPECT_EQ(archive.Path(), defaultPath);
+    EXPECT_TRUE(QFile::exists(data.Path(u"\\mp3tabelle.dll"_s)));
+    EXPECT_EQ(archive.Count(), 0);
+    EXPECT_EQ(archive.RowCount(), 0);
+    EXPECT_EQ(archive.RowAt(0).Nr, 0);
+    EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(ArchiveTest, AConfiguredArchiveCountsOnlyBesideADefaultOne) {
+    const QString elsewhere = folder.Path(u"other/mine.mav"_s);
+    WriteLayout(elsewhere);
+    OpenReady();
+    EXPECT_EQ(archive.Path(), defaultPath);
+
+    WriteLayout(elsewhere);
+    OpenReady();
+    EXPECT_EQ(archive.Path(), elsewhere);
+    EXPECT_EQ(archive.Layout().playlistPath, data.Path(u"\\Wiedergabeliste\\default.mav"_s));
+}
+
+TEST_F(ArchiveTest, LayoutFileKeepsItsTwelveValues) {
+    LayoutFile layout;
+    layout.columnWidths = {1500, 900, 0, 1, 2, 3, 4, 7};
+    layout.rowHeight = 14.25;
+    layout.archivePath = u"/musik/größe \"x\".mav"_s;
+    layout.playlistPath = u"/p.mav"_s;
+    const QString path = data.Path(u"\\mp3tabelle.dll"_s);
+    ASSERT_TRUE(layout.Write(path));
+    EXPECT_TRUE(folder.Read(u"Kalvo/mp3tabelle.dll"_s).startsWith("4,1500,900,0,1,2,3,4,7,"));
+    const LayoutFile read = LayoutFile::Read(path);
+    EXPECT_EQ(read.columnWidths, layout.columnWidths);
+    EXPECT_EQ(read.rowHeight, layout.rowHeight);
+    EXPECT_EQ(read.archivePath, layout.archivePath);
+    EXPECT_EQ(read.playlistPath, layout.playlistPath);
+    EXPECT_EQ(LayoutFile::Read(data.Path(u"\\missing.dll"_s)).archivePath, QString());
+}
+
+TEST_F(ArchiveTest, ShowsNewTitlesAfterARefresh) {
+    OpenReady();
+    Add(u"b"_s, u"zwei"_s);
+    Add(u"a"_s, u"eins"_s);
+    EXPECT_EQ(archive.Count(), 2);
+    EXPECT_EQ(archive.RowCount(), 0);
+    archive.Refresh();
+    EXPECT_EQ(Shown(), QStringList({u"eins"_s, u"zwei"_s}));
+    EXPECT_EQ(archive.RowOf(archive.IdAt(1)), 1);
+    EXPECT_EQ(archive.IdAt(2), 0);
+}
+
+TEST_F(ArchiveTest, AStatementItCannotUnderstandChangesNothing) {
+    OpenReady();
+    Add(u"a"_s, u"eins"_s);
+    Add(u"b"_s, u"zwei"_s);
+    ASSERT_TRUE(archive.SetRecordSource(ArchiveStatements::QuickSearch(u"ei"_s, {ArchiveField::Titel})));
+    EXPECT_FALSE(archive.SetRecordSource(u"Select * From Daten Where Titel Like '*O'Neil*'"_s));
+    EXPECT_EQ(Shown(), QStringList{u"eins"_s});
+    EXPECT_EQ(archive.CurrentRecordSource(), ArchiveStatements::QuickSearch(u"ei"_s, {ArchiveField::Titel}));
+}
+
+TEST_F(ArchiveTest, TakesSourcesAndTitlesWhileTheIndexLoads) {
+    OpenReady();
+    Add(u"b"_s, u"alt"_s);
+    ASSERT_TRUE(archive.Open(data));
+    ASSERT_TRUE(archive.SetRecordSource(ArchiveStatements::Sorted(ArchiveField::Titel, true)));
+    Add(u"a"_s, u"neu"_s);
+    EXPECT_EQ(archive.RowCount(), 0);
+    EXPECT_EQ(archive.Count(), 2);
+    bool ready = false;
+    QObject::connect(&archive, &Archive::IndexReady, [&] { ready = true; });
+    ASSERT_TRUE(WaitUntil([&] { return ready; }));
+    EXPECT_EQ(Shown(), QStringList({u"neu"_s, u"alt"_s}));
+    EXPECT_EQ(archive.Count(), 2);
+}
+
+TEST_F(ArchiveTest, AnUpdatedRecordShowsAtOnce) {
+    OpenReady();
+    Add(u"a"_s, u"eins"_s);
+    archive.Refresh();
+    TitleRecord record = archive.RowAt(0);
+    record.Extra2 = u"07.03.2026"_s;
+    int changed = -1;
+    QObject::connect(&archive, &Archive::RowChanged, [&](int row) { changed = row; });
+    ASSERT_TRUE(archive.UpdateRecord(record));
+    EXPECT_EQ(changed, 0);
+    EXPECT_EQ(archive.RowAt(0).Extra2, u"07.03.2026"_s);
+    ASSERT_TRUE(archive.SetRecordSource(u"Select * From Daten Where Extra2 Like '07*'"_s));
+    EXPECT_EQ(archive.RowCount(), 1);
+}
+
+TEST_F(ArchiveTest, PagesGiveEveryRow) {
+    OpenReady();
+    {
+        Archive::Session session(archive);
+        for (int i = 0; i < 300; ++i)
+            Add(u"a"_s, u"t%1"_s.arg(i, 4, 10, QChar(u'0')));
+    }
+    archive.Refresh();
+    ASSERT_EQ(archive.RowCount(), 300);
+    for (const int row : {0, 63, 64, 127, 299, 1, 200})
+        EXPECT_EQ(archive.RowAt(row).Titel, u"t%1"_s.arg(row, 4, 10, QChar(u'0')));
+}
+
+TEST_F(ArchiveTest, ADamagedFileIsToldAndReplaced) {
+    folder.Write(u"Kalvo/Musikarchiv/default.mav"_s, "this was an archive once, now it is not any more");
+    OpenReady();
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages.at(0).contains(defaultPath + u".defekt-20260307-201530"_s));
+    EXPECT_EQ(archive.Count(), 0);
+}
+
+} // namespace kalvo::test

@@ -1,0 +1,125 @@
+#include "archive/FoldedTexts.h"
+
+#include "archive/ByteScan.h"
+#include "archive/TextFolding.h"
+
+#include <QString>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace kalvo::test {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/** Few letters, so that needles are found often and nearly found still oftener. */
+std::string RandomText(std::mt19937& random, std::size_t maximum) {
+    std::string text(random() % (maximum + 1), 'a');
+    for (char& c : text)
+        c = "abc\xC3"[random() % 4];
+    return text;
+}
+
+/** The plainest way to match: every "*" tries every length. */
+bool MatchesPlainly(std::string_view pattern, std::string_view text) {
+    if (pattern.empty())
+        return text.empty();
+    if (pattern.front() == '*')
+        return MatchesPlainly(pattern.substr(1), text) || (!text.empty() && MatchesPlainly(pattern, text.substr(1)));
+    return !text.empty() && pattern.front() == text.front() && MatchesPlainly(pattern.substr(1), text.substr(1));
+}
+
+std::vector<std::size_t> Found(const FoldedTexts& texts, const LikePattern& pattern) {
+    BitSet hits(texts.Size());
+    texts.FindMatching(pattern, hits);
+    std::vector<std::size_t> found;
+    hits.ForEach([&](std::size_t i) { found.push_back(i); });
+    return found;
+}
+
+} // namespace
+
+TEST(TextFoldingTest, ComparesWithoutCaseInAllOfUnicode) {
+    const QString decomposed = u"MÄNNER"_s.normalized(QString::NormalizationForm_D);
+    EXPECT_EQ(TextFolding::Folded(u"MÄNNER"), "männer");
+    EXPECT_EQ(TextFolding::Folded(decomposed), "männer");
+    EXPECT_EQ(TextFolding::Folded(u"ΑΘΗΝΑ Дым"), "αθηνα дым");
+    EXPECT_EQ(TextFolding::Folded(u"Straße"), "straße");
+    EXPECT_EQ(TextFolding::Folded(QString(QChar(0)) + u'A'), " a");
+}
+
+TEST(TextFoldingTest, SortsUmlautsBesideTheirLetters) {
+    const std::string sorted[] = {"arm", "ärmel", "armut", "mass", "maße", "masse", "zebra", "дым"};
+    for (std::size_t i = 1; i < std::size(sorted); ++i)
+        EXPECT_LE(TextFolding::Compare(sorted[i - 1], sorted[i]), 0) << sorted[i];
+    EXPECT_EQ(TextFolding::Compare("maße", "masse"), 0);
+    EXPECT_LT(TextFolding::Compare("a", "b"), 0);
+}
+
+TEST(LikePatternTest, MatchesAsThePlainestWayDoes) {
+    std::mt19937 random(3);
+    int matches = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string pattern = RandomText(random, 6);
+        for (char& c : pattern)
+            if (random() % 3 == 0)
+                c = '*';
+        const std::string text = RandomText(random, 7);
+        const bool matched = LikePattern(pattern, true).Matches(text);
+        matches += matched ? 1 : 0;
+        ASSERT_EQ(matched, MatchesPlainly(pattern, text)) << pattern << " in " << text;
+    }
+    EXPECT_GT(matches, 1000);
+    EXPECT_TRUE(LikePattern("a*", false).Matches("a*"));
+    EXPECT_FALSE(LikePattern("a*", false).Matches("ab"));
+    EXPECT_FALSE(LikePattern("aa*aa", true).Matches("aaa"));
+}
+
+TEST(ByteScanTest, VectorsGiveWhatThePlainWayGives) {
+    std::mt19937 random(5);
+    std::vector<char> text(5 * ByteScan::kBlock + 80);
+    for (char& c : text)
+        c = "ab\xFF"[random() % 3];
+    for (std::size_t distance = 0; distance < 64; ++distance) {
+        std::array<std::uint64_t, 5> fast = {};
+        std::array<std::uint64_t, 5> plain = {};
+        ByteScan::PairMasks(text.data() + distance % 7, 5, distance, 'a', '\xFF', fast.data());
+        ByteScan::PairMasksPlain(text.data() + distance % 7, 5, distance, 'a', '\xFF', plain.data());
+        EXPECT_EQ(fast, plain) << distance;
+    }
+}
+
+TEST(FoldedTextsTest, FindsWhatTheTextsHold) {
+    std::mt19937 random(9);
+    for (int round = 0; round < 200; ++round) {
+        FoldedTexts texts;
+        std::vector<std::string> plain;
+        for (auto count = random() % 300; count > 0; --count) {
+            plain.push_back(RandomText(random, round % 2 ? 6 : 120));
+            texts.Append(plain.back());
+        }
+        std::string pattern = "*" + RandomText(random, 70) + "*";
+        if (random() % 2)
+            pattern = "*" + RandomText(random, 3) + (random() % 2 ? "*" : "");
+        std::vector<std::size_t> expected;
+        for (std::size_t i = 0; i < plain.size(); ++i)
+            if (MatchesPlainly(pattern, plain[i]))
+                expected.push_back(i);
+        ASSERT_EQ(Found(texts, LikePattern(pattern, true)), expected) << pattern;
+    }
+}
+
+TEST(FoldedTextsTest, NoNeedleCrossesFromOneTextToTheNext) {
+    FoldedTexts texts;
+    for (const char* text : {"anna", "", "nadia", "banana"})
+        texts.Append(text);
+    EXPECT_EQ(Found(texts, LikePattern("*ana*", true)), (std::vector<std::size_t>{3}));
+    EXPECT_EQ(Found(texts, LikePattern("", true)), (std::vector<std::size_t>{1}));
+    const std::uint32_t kept[] = {3, 0};
+    EXPECT_EQ(texts.Reordered(kept).At(1), "anna");
+    EXPECT_EQ(Found(texts.Reordered(kept), LikePattern("*ana*", true)), (std::vector<std::size_t>{0}));
+}
+
+} // namespace kalvo::test
