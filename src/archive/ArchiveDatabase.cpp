@@ -4,6 +4,7 @@
 #include "base/SetAside.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace kalvo {
@@ -17,6 +18,8 @@ constexpr int kBatchTitles = 500;
 constexpr qint64 kBatchMilliseconds = 100;
 
 const QString kTable = u"Daten"_s;
+const QString kInUse = u"Das Musikarchiv wird von einem anderen Programm benutzt"_s;
+const QString kProtected = u"Das Musikarchiv ist schreibgeschützt"_s;
 
 QString FieldNames(const QString& between) {
     QStringList names;
@@ -38,6 +41,12 @@ TitleRecord RecordOf(const SqliteStatement& statement) {
     for (const ArchiveField field : kTextFields)
         FieldPlace(record, field) = statement.Text(column++);
     return record;
+}
+
+/** Looked at before the engine does, which would throw a foreign file's log away. */
+bool LooksLikeDatabase(const QString& path) {
+    QFile file(path);
+    return !file.open(QIODevice::ReadOnly) || file.read(15) == "SQLite format 3";
 }
 
 /** Reason why the record cannot be stored, empty when it can. */
@@ -85,27 +94,30 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
     if (!QFileInfo::exists(path) || QFileInfo(path).size() == 0)
         return Create() || (message = u"Das Musikarchiv kann nicht angelegt werden: "_s + path, false);
 
+    if (!LooksLikeDatabase(path))
+        return Replace(message);
+
     const auto outcome = database_.Open(path, SqliteDatabase::Mode::ReadWrite, kBusyMilliseconds);
     if (outcome == SqliteDatabase::Outcome::Locked)
-        return OpenForReading(u"Das Musikarchiv wird von einem anderen Programm benutzt"_s, message);
+        return OpenForReading(kInUse, message);
     if (outcome == SqliteDatabase::Outcome::Failed)
-        return OpenForReading(u"Das Musikarchiv ist schreibgeschützt"_s, message);
-
-    if (outcome == SqliteDatabase::Outcome::NotDatabase || !HasTitleTable(database_, kTable)) {
-        database_.Close();
-        const QString kept = SetAside(path, clock_, {u"-wal"_s, u"-shm"_s});
-        if (kept.isEmpty() || !Create()) {
-            message = u"Das Musikarchiv ist beschädigt und kann nicht ersetzt werden: "_s + path;
-            return false;
-        }
-        message = u"Das Musikarchiv war beschädigt. Es wurde neu angelegt, die alte Datei liegt unter "_s + kept;
-        return true;
-    }
+        return OpenForReading(kProtected, message);
+    if (outcome == SqliteDatabase::Outcome::NotDatabase || !HasTitleTable(database_, kTable))
+        return Replace(message);
     if (PrepareForWriting())
         return true;
-    return OpenForReading(database_.LastErrorIsLocked() ? u"Das Musikarchiv wird von einem anderen Programm benutzt"_s
-                                                        : u"Das Musikarchiv ist schreibgeschützt"_s,
-                          message);
+    return OpenForReading(database_.LastErrorIsLocked() ? kInUse : kProtected, message);
+}
+
+bool ArchiveDatabase::Replace(QString& message) {
+    database_.Close();
+    const QString kept = SetAside(path_, clock_, {u"-wal"_s, u"-shm"_s});
+    if (kept.isEmpty() || !Create()) {
+        message = u"Das Musikarchiv ist beschädigt und kann nicht ersetzt werden: "_s + path_;
+        return false;
+    }
+    message = u"Das Musikarchiv war beschädigt. Es wurde neu angelegt, die alte Datei liegt unter "_s + kept;
+    return true;
 }
 
 bool ArchiveDatabase::PrepareForWriting() {
@@ -138,7 +150,7 @@ WriteResult ArchiveDatabase::Failure() {
     if (readOnly_)
         return {false, u"Das Musikarchiv kann nur gelesen werden."_s};
     if (database_.LastErrorIsLocked())
-        return {false, u"Das Musikarchiv wird von einem anderen Programm benutzt."_s};
+        return {false, kInUse + u'.'};
     return {false, u"Das Musikarchiv konnte nicht geschrieben werden: "_s + database_.LastError()};
 }
 

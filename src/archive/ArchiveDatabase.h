@@ -72,6 +72,7 @@ public:
 private:
     bool Create();
     bool PrepareForWriting();
+    bool Replace(QString& message);
     bool OpenForReading(const QString& why, QString& message);
     WriteResult Failure();
     bool EnsureTransaction();

@@ -9,33 +9,31 @@ namespace {
 class Merger {
 public:
     Merger(const TextDictionary& folders, std::span<const std::uint32_t> codes, const FoldedTexts& names)
-        : names_(names), order_(folders.Ranks().Order()) {
-        for (const std::uint32_t code : order_)
-            keys_.push_back(TextFolding::SortKey(folders.Values().At(code)));
+        : names_(names), ranks_(folders.Ranks().Ranks()) {
+        keys_.resize(folders.Ranks().Distinct());
+        for (const std::uint32_t code : folders.Ranks().Order())
+            keys_[ranks_[code]] = TextFolding::SortKey(folders.Values().At(code));
         GroupByFolder(codes);
         result_.reserve(codes.size());
     }
 
     std::vector<std::uint32_t> Run() {
-        for (std::size_t i = 0; i < order_.size();)
+        for (std::size_t i = 0; i < keys_.size();)
             i = Emit(i);
         return std::move(result_);
     }
 
 private:
     void GroupByFolder(std::span<const std::uint32_t> codes) {
-        std::vector<std::uint32_t> place(order_.size());
-        for (std::uint32_t i = 0; i < order_.size(); ++i)
-            place[order_[i]] = i;
-        starts_.assign(order_.size() + 1, 0);
+        starts_.assign(keys_.size() + 1, 0);
         for (const std::uint32_t code : codes)
-            ++starts_[place[code] + 1];
+            ++starts_[ranks_[code] + 1];
         std::partial_sum(starts_.begin(), starts_.end(), starts_.begin());
         files_.resize(codes.size());
         std::vector<std::uint32_t> next(starts_.begin(), starts_.end() - 1);
         for (std::uint32_t title = 0; title < codes.size(); ++title)
-            files_[next[place[codes[title]]]++] = title;
-        for (std::size_t i = 0; i < order_.size(); ++i)
+            files_[next[ranks_[codes[title]]]++] = title;
+        for (std::size_t i = 0; i < keys_.size(); ++i)
             std::stable_sort(files_.begin() + starts_[i], files_.begin() + starts_[i + 1],
                              [this](std::uint32_t left, std::uint32_t right) {
                                  return TextFolding::Compare(names_.At(left), names_.At(right)) < 0;
@@ -58,9 +56,9 @@ private:
     }
 
     const FoldedTexts& names_;
-    std::span<const std::uint32_t> order_; ///< folder codes, sorted
-    std::vector<std::string> keys_;        ///< of the folders, sorted
-    std::vector<std::uint32_t> starts_;    ///< where each sorted folder's files begin in files_
+    std::span<const std::uint32_t> ranks_; ///< of the folders, by code
+    std::vector<std::string> keys_;        ///< of the folders, by rank
+    std::vector<std::uint32_t> starts_;    ///< where the files of each rank's folders begin in files_
     std::vector<std::uint32_t> files_;
     std::vector<std::uint32_t> result_;
 };

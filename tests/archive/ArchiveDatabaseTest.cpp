@@ -139,18 +139,24 @@ TEST_F(ArchiveDatabaseTest, SetsAsideWhatIsNoArchive) {
     for (const QByteArray& content :
          {QByteArray("this is no database, but long enough to be looked at"), folder.Read(u"foreign.db"_s)}) {
         folder.Write(u"Musikarchiv/default.mav"_s, content);
-        folder.Write(u"Musikarchiv/default.mav-wal"_s, "log");
         ASSERT_TRUE(database.Open(path, message));
         const QString kept = message.section(u"unter "_s, 1);
         ASSERT_TRUE(kept.startsWith(path + u".defekt-20260307-201530"_s)) << message.toStdString();
         QFile old(kept);
         ASSERT_TRUE(old.open(QIODevice::ReadOnly));
         EXPECT_EQ(old.readAll(), content);
-        EXPECT_TRUE(QFile::exists(kept + u"-wal"_s));
         EXPECT_EQ(database.Count(), 0);
         database.Close();
         QFile::remove(path);
     }
+}
+
+TEST_F(ArchiveDatabaseTest, ADamagedFilesLogGoesAsideWithIt) {
+    folder.Write(u"Musikarchiv/default.mav"_s, "damaged");
+    folder.Write(u"Musikarchiv/default.mav-wal"_s, "log");
+    ASSERT_TRUE(database.Open(path, message));
+    EXPECT_EQ(folder.Read(u"Musikarchiv/default.mav.defekt-20260307-201530"_s), "damaged");
+    EXPECT_EQ(folder.Read(u"Musikarchiv/default.mav.defekt-20260307-201530-wal"_s), "log");
 }
 
 TEST_F(ArchiveDatabaseTest, ReadsWhileAnotherProgramWrites) {

@@ -118,10 +118,10 @@ TEST_F(ArchiveTest, AStatementItCannotUnderstandChangesNothing) {
     OpenReady();
     Add(u"a"_s, u"eins"_s);
     Add(u"b"_s, u"zwei"_s);
-    ASSERT_TRUE(archive.SetRecordSource(ArchiveStatements::QuickSearch(u"ei"_s, {ArchiveField::Titel})));
+    ASSERT_TRUE(archive.SetRecordSource(ArchiveStatements::QuickSearch(u"ein"_s, {ArchiveField::Titel})));
     EXPECT_FALSE(archive.SetRecordSource(u"Select * From Daten Where Titel Like '*O'Neil*'"_s));
     EXPECT_EQ(Shown(), QStringList{u"eins"_s});
-    EXPECT_EQ(archive.CurrentRecordSource(), ArchiveStatements::QuickSearch(u"ei"_s, {ArchiveField::Titel}));
+    EXPECT_EQ(archive.CurrentRecordSource(), ArchiveStatements::QuickSearch(u"ein"_s, {ArchiveField::Titel}));
 }
 
 TEST_F(ArchiveTest, TakesSourcesAndTitlesWhileTheIndexLoads) {

@@ -64,6 +64,7 @@ TEST_P(FolderScanTest, RefusesNamesThatAreNoText) {
     ASSERT_NE(file, nullptr);
     fclose(file);
     const ScanResult result = Scan();
+    remove(bad.c_str());
     EXPECT_EQ(Names(result), QStringList{u"good.mp3"_s});
     ASSERT_EQ(result.passedOver.size(), 1);
     EXPECT_EQ(result.passedOver.at(0).reason, u"Der Dateiname ist kein gültiger Text."_s);
