@@ -54,9 +54,9 @@ private:
                                              "you the feel ing rock star mo on light drei welt"_s.split(u' ');
         QStringList words;
         for (; count > 0; --count) {
-            QString word = syllables.at(static_cast<qsizetype>(random_() % 30));
+            QString word = syllables.at(static_cast<qsizetype>(random_()) % syllables.size());
             for (auto more = random_() % 3; more > 0; --more)
-                word += syllables.at(static_cast<qsizetype>(random_() % 30));
+                word += syllables.at(static_cast<qsizetype>(random_()) % syllables.size());
             word[0] = word.at(0).toUpper();
             words << word;
         }

@@ -11,7 +11,7 @@ DeskActions::DeskActions(QObject* parent) : QObject(parent) {
     addFiles = Add(QStringLiteral("MusikdateienHinzufuegen"),
                    QStringLiteral("&Musikdateien zur Wiedergabeliste hinzufügen..."), QKeySequence::Open);
     quit = Add(QStringLiteral("Beenden"), QStringLiteral("&Beenden"), QKeySequence(Qt::CTRL | Qt::Key_Q));
-    focusSearch = Add(QStringLiteral("Schnellsuche"), QStringLiteral("&Schnellsuche"), QKeySequence::Find);
+    focusSearch = Add(QStringLiteral("Schnellsuche"), QStringLiteral("&Schnellsuche\tStrg+F"));
     CreateArchiveActions();
     CreateListActions();
     CreateMixerActions();

@@ -4,19 +4,14 @@ namespace kalvo {
 
 namespace {
 
-/** Rows between two looks at the stop request. */
-constexpr int kRowsBetween = 4096;
-
-IndexLoader::Index Load(SqliteDatabase& database, const std::stop_token& stop) {
+IndexLoader::Index Load(SqliteDatabase& database) {
     QString fields = QStringLiteral("Nr");
     for (const ArchiveField field : kTextFields)
         fields += QStringLiteral(", ") + FieldName(field);
     SqliteStatement select = database.Prepare(QStringLiteral("SELECT %1 FROM \"Daten\"").arg(fields));
     auto index = std::make_shared<MemoryIndex>();
     MemoryIndex::Texts texts;
-    for (int row = 0; select.Step(); ++row) {
-        if (row % kRowsBetween == 0 && stop.stop_requested())
-            return nullptr;
+    while (select.Step()) {
         for (int column = 0; column < static_cast<int>(texts.size()); ++column)
             texts[static_cast<std::size_t>(column)] = select.Utf8(column + 1);
         index->Append(select.Number(0), texts);
@@ -45,13 +40,14 @@ IndexLoader::IndexLoader(const QString& path, std::function<void(Index)> loaded,
 void IndexLoader::Run(const std::stop_token& stop, std::promise<Index> promise) {
     SqliteDatabase database;
     Index index;
-    if (database.Open(path_, SqliteDatabase::Mode::ReadOnly) == SqliteDatabase::Outcome::Opened)
-        index = Load(database, stop);
+    if (database.Open(path_, SqliteDatabase::Mode::ReadOnly) == SqliteDatabase::Outcome::Opened) {
+        database.FailWhenStopped(stop);
+        index = Load(database);
+    }
     promise.set_value(index);
     if (stop.stop_requested())
         return;
     loaded_(index);
-    const std::stop_callback interrupt(stop, [&database] { database.Interrupt(); });
     if (index && !IsSound(database) && !stop.stop_requested())
         damaged_();
 }

@@ -9,6 +9,9 @@ namespace kalvo {
 
 namespace {
 
+/** Steps of the engine between two looks at a stop request. */
+constexpr int kStepsBetween = 10000;
+
 int PrimaryCode(sqlite3* handle) {
     return sqlite3_extended_errcode(handle) & 0xFF;
 }
@@ -142,9 +145,11 @@ SqliteStatement SqliteDatabase::Prepare(const QString& sql) {
     return SqliteStatement(statement);
 }
 
-void SqliteDatabase::Interrupt() {
+void SqliteDatabase::FailWhenStopped(std::stop_token stop) {
+    stop_ = std::move(stop);
+    const auto stopped = [](void* token) { return static_cast<std::stop_token*>(token)->stop_requested() ? 1 : 0; };
     if (handle_)
-        sqlite3_interrupt(handle_.get());
+        sqlite3_progress_handler(handle_.get(), kStepsBetween, stopped, &stop_);
 }
 
 qint64 SqliteDatabase::LastInsertId() const {

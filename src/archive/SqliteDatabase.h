@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <memory>
+#include <stop_token>
 #include <string_view>
 
 struct sqlite3;
@@ -69,8 +70,8 @@ public:
     /** Runs one or several statements without rows. */
     bool Execute(const QString& sql);
     SqliteStatement Prepare(const QString& sql);
-    /** Ends what a statement is doing now; from another thread, while the database is open. */
-    void Interrupt();
+    /** Statements fail soon after a stop is requested, by whatever thread. */
+    void FailWhenStopped(std::stop_token stop);
     qint64 LastInsertId() const;
     /** Rows changed by the last statement. */
     int Changes() const;
@@ -103,6 +104,7 @@ private:
     };
     int OpenNamed(const QByteArray& name, int flags, int busyMilliseconds);
 
+    std::stop_token stop_;
     std::unique_ptr<sqlite3, CloseHandle> handle_;
 };
 

@@ -86,6 +86,7 @@ QTabWidget::pane { border: 1px solid $line; background: $panel; }
 QTabBar::tab { background: $window; color: $dim; border: 1px solid $line; padding: @0.35px @0.9px; }
 QTabBar::tab:selected { background: $panel; color: $text; border-bottom-color: $panel; }
 QTabBar::tab:focus { color: $text; border: 1px solid $text; }
+QAbstractScrollArea::corner { background: $panel; border: 0; }
 QScrollBar:vertical { background: $panel; border: 0; border-left: 1px solid $line; width: @0.85px; margin: 0; }
 QScrollBar:horizontal { background: $panel; border: 0; border-top: 1px solid $line; height: @0.85px; margin: 0; }
 QScrollBar::handle { background: $edge; border-radius: @0.2px; margin: @0.2px; }
