@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -229,6 +230,8 @@ void Form1::PlaceWindow() {
     }
     const QRect wanted = onScreen ? values_.geometry : place;
     FoldLayout(wanted.width()); // first, or the wider layout's parts would keep the window wide
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    layout()->activate();
     setGeometry(wanted);
     if (values_.maximised) {
         setWindowState(Qt::WindowMaximized);

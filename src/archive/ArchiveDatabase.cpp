@@ -142,6 +142,7 @@ bool ArchiveDatabase::OpenForReading(const QString& why, QString& message) {
 void ArchiveDatabase::Close() {
     EndBatch();
     insert_.reset();
+    select_.reset();
     database_.Close();
     readOnly_ = false;
 }
@@ -219,12 +220,13 @@ void ArchiveDatabase::Commit() {
 }
 
 QList<TitleRecord> ArchiveDatabase::Read(const QList<qint64>& numbers) const {
-    SqliteStatement select = database_.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
+    if (!select_)
+        select_ = database_.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
     QList<TitleRecord> records;
     records.reserve(numbers.size());
     for (const qint64 number : numbers) {
-        records.append(select.Bind(1, number).Step() ? RecordOf(select) : TitleRecord());
-        select.Reset();
+        records.append(select_->Bind(1, number).Step() ? RecordOf(*select_) : TitleRecord());
+        select_->Reset();
     }
     return records;
 }

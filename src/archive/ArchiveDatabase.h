@@ -81,7 +81,8 @@ private:
     const Clock& clock_;
     QString path_;
     mutable SqliteDatabase database_;
-    std::optional<SqliteStatement> insert_; ///< kept prepared, since imports add thousands of titles
+    std::optional<SqliteStatement> insert_;         ///< kept prepared: imports add thousands of titles
+    mutable std::optional<SqliteStatement> select_; ///< kept prepared: a page is fetched with every key press
     bool readOnly_ = false;
     bool batching_ = false;
     bool batchLost_ = false;

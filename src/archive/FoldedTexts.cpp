@@ -20,14 +20,18 @@ constexpr std::size_t kBlocksAtOnce = 64;
 FoldedTexts::FoldedTexts() : text_(kPadding, '\0'), offsets_{0} {}
 
 std::uint32_t FoldedTexts::Append(std::string_view folded) {
+    for (const char c : folded)
+        ++frequency_[static_cast<unsigned char>(c)];
+    return AppendUncounted(folded);
+}
+
+std::uint32_t FoldedTexts::AppendUncounted(std::string_view folded) {
     const std::size_t start = offsets_.back();
     const std::size_t needed = start + folded.size() + 1 + kPadding;
     if (text_.capacity() < needed)
         text_.reserve(needed + needed / 4);
     text_.resize(needed, '\0');
     std::copy(folded.begin(), folded.end(), text_.begin() + static_cast<std::ptrdiff_t>(start));
-    for (const char c : folded)
-        ++frequency_[static_cast<unsigned char>(c)];
     offsets_.push_back(static_cast<std::uint32_t>(start + folded.size() + 1));
     return static_cast<std::uint32_t>(Size() - 1);
 }
@@ -116,7 +120,8 @@ FoldedTexts FoldedTexts::Reordered(std::span<const std::uint32_t> order) const {
     reordered.text_.reserve(length + kPadding);
     reordered.offsets_.reserve(order.size() + 1);
     for (const std::uint32_t index : order)
-        reordered.Append(At(index));
+        reordered.AppendUncounted(At(index));
+    reordered.frequency_ = frequency_;
     return reordered;
 }
 

@@ -4,17 +4,53 @@ namespace kalvo {
 
 namespace {
 
+constexpr std::size_t kBlockRows = 8192;
+
+/** Rows as they came from the database. */
+struct Block {
+    std::vector<qint64> numbers;
+    std::string bytes;
+    std::vector<std::size_t> ends; ///< of the texts in `bytes`, row by row
+};
+
+Block ReadBlock(SqliteStatement& select) {
+    Block block;
+    while (block.numbers.size() < kBlockRows && select.Step()) {
+        block.numbers.push_back(select.Number(0));
+        for (int column = 1; column <= static_cast<int>(kTextFields.size()); ++column) {
+            block.bytes += select.Utf8(column);
+            block.ends.push_back(block.bytes.size());
+        }
+    }
+    return block;
+}
+
+void Append(const Block& block, MemoryIndex& index) {
+    MemoryIndex::Texts texts;
+    std::size_t begin = 0;
+    std::size_t text = 0;
+    for (const qint64 number : block.numbers) {
+        for (std::string_view& place : texts) {
+            const std::size_t end = block.ends[text++];
+            place = std::string_view(block.bytes).substr(begin, end - begin);
+            begin = end;
+        }
+        index.Append(number, texts);
+    }
+}
+
+/** The next rows are fetched while the last ones are put into the index. */
 IndexLoader::Index Load(SqliteDatabase& database) {
     QString fields = QStringLiteral("Nr");
     for (const ArchiveField field : kTextFields)
         fields += QStringLiteral(", ") + FieldName(field);
     SqliteStatement select = database.Prepare(QStringLiteral("SELECT %1 FROM \"Daten\"").arg(fields));
     auto index = std::make_shared<MemoryIndex>();
-    MemoryIndex::Texts texts;
-    while (select.Step()) {
-        for (int column = 0; column < static_cast<int>(texts.size()); ++column)
-            texts[static_cast<std::size_t>(column)] = select.Utf8(column + 1);
-        index->Append(select.Number(0), texts);
+    Block block = ReadBlock(select);
+    while (!block.numbers.empty()) {
+        auto next = std::async(std::launch::async, ReadBlock, std::ref(select));
+        Append(block, *index);
+        block = next.get();
     }
     if (select.Failed())
         return nullptr;

@@ -3,6 +3,8 @@
 #include "archive/PathOrder.h"
 #include "archive/TextFolding.h"
 
+#include <future>
+
 namespace kalvo {
 
 namespace {
@@ -66,7 +68,6 @@ void MemoryIndex::Append(qint64 nr, const Texts& texts) {
         Column& column = ColumnOf(field);
         column.codes.push_back(CodeFor(column, field == ArchiveField::Pfad ? path.folder : texts[PlaceIn(field)]));
     }
-    paths_.Add(HashPath(PathOf(row)), row);
 }
 
 void MemoryIndex::Put(const TitleRecord& record) {
@@ -84,6 +85,8 @@ void MemoryIndex::Put(const TitleRecord& record) {
         ++dead_;
     }
     Append(record.Nr, texts);
+    const auto row = static_cast<std::uint32_t>(ids_.size() - 1);
+    paths_.Add(HashPath(PathOf(row)), row);
 }
 
 std::optional<std::size_t> MemoryIndex::RowOf(qint64 nr) const {
@@ -160,12 +163,15 @@ void MemoryIndex::Settle() {
 }
 
 void MemoryIndex::Pack() {
+    const Column& folders = ColumnOf(ArchiveField::Pfad);
     for (Column& column : columns_)
         column.dictionary.Settle();
+    auto paths = std::async(std::launch::async, [&] { return PathOrder(folders.dictionary, folders.codes, names_); });
     std::vector<std::uint32_t> titleOrder = SortedTexts(titles_);
     std::vector<std::uint32_t> rows = DefaultOrder(titleOrder);
-    std::erase_if(rows, [this](std::uint32_t row) { return !alive_.Test(row); });
-    std::erase_if(titleOrder, [this](std::uint32_t row) { return !alive_.Test(row); });
+    std::vector<std::uint32_t> pathOrder = paths.get();
+    for (std::vector<std::uint32_t>* order : {&rows, &titleOrder, &pathOrder})
+        std::erase_if(*order, [this](std::uint32_t row) { return !alive_.Test(row); });
     std::vector<std::uint32_t> moved(ids_.size());
     for (std::uint32_t i = 0; i < rows.size(); ++i)
         moved[rows[i]] = i;
@@ -173,8 +179,7 @@ void MemoryIndex::Pack() {
     titleRanks_.Assign(Picked(moved, titleOrder), [this](std::uint32_t left, std::uint32_t right) {
         return TextFolding::Compare(titles_.At(left), titles_.At(right)) == 0;
     });
-    const Column& folders = ColumnOf(ArchiveField::Pfad);
-    pathRanks_.Assign(PathOrder(folders.dictionary, folders.codes, names_),
+    pathRanks_.Assign(Picked(moved, pathOrder),
                       [this](std::uint32_t left, std::uint32_t right) { return ComparePaths(left, right) == 0; });
 }
 
@@ -192,7 +197,7 @@ void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
     order_.resize(rows.size());
     std::iota(order_.begin(), order_.end(), 0U);
     position_ = order_;
-    paths_ = PathTable();
+    paths_ = PathTable(rows.size());
     for (std::uint32_t row = 0; row < rows.size(); ++row)
         paths_.Add(HashPath(PathOf(row)), row);
 }

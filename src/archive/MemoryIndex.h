@@ -27,7 +27,7 @@ class MemoryIndex {
 public:
     using Texts = std::array<std::string_view, kTextFields.size()>;
 
-    /** Appends a row; texts in UTF-8, in the order of kTextFields. The number must be new. */
+    /** For loading: texts in UTF-8, in the order of kTextFields; the number is new. Pack() is to follow. */
     void Append(qint64 nr, const Texts& texts);
     /** Adds a title or replaces the one of the same number. */
     void Put(const TitleRecord& record);

@@ -34,10 +34,11 @@ private:
         for (std::uint32_t title = 0; title < codes.size(); ++title)
             files_[next[ranks_[codes[title]]]++] = title;
         for (std::size_t i = 0; i < keys_.size(); ++i)
-            std::stable_sort(files_.begin() + starts_[i], files_.begin() + starts_[i + 1],
-                             [this](std::uint32_t left, std::uint32_t right) {
-                                 return TextFolding::Compare(names_.At(left), names_.At(right)) < 0;
-                             });
+            std::sort(files_.begin() + starts_[i], files_.begin() + starts_[i + 1],
+                      [this](std::uint32_t left, std::uint32_t right) {
+                          const int order = TextFolding::Compare(names_.At(left), names_.At(right));
+                          return order != 0 ? order < 0 : left < right;
+                      });
     }
 
     /** Appends the folder's files and everything below it; returns the first folder that is not below it. */

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -9,7 +11,8 @@ namespace kalvo {
 /** Finds rows by the hash of their path. Several rows may share one; the caller compares. */
 class PathTable {
 public:
-    PathTable() : entries_(64) {}
+    /** rows: how many are expected. */
+    explicit PathTable(std::size_t rows = 0) : entries_(std::bit_ceil(std::max<std::size_t>(64, rows * 2))) {}
 
     void Add(std::uint32_t hash, std::uint32_t row);
 

@@ -119,7 +119,7 @@ SqliteDatabase::Outcome SqliteDatabase::Open(const QString& path, Mode mode, int
 int SqliteDatabase::OpenNamed(const QByteArray& name, int flags, int busyMilliseconds) {
     Close();
     sqlite3* handle = nullptr;
-    int code = sqlite3_open_v2(name.constData(), &handle, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+    int code = sqlite3_open_v2(name.constData(), &handle, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(handle);
     if (code == SQLITE_OK) {
         sqlite3_busy_timeout(handle, busyMilliseconds);

@@ -1,14 +1,65 @@
 #include "archive/TextFolding.h"
 
 #include <QList>
-#include <QList>
 #include <QString>
 
 #include <algorithm>
+#include <cstring>
 
 namespace kalvo::TextFolding {
 
 namespace {
+
+/**
+ * Most texts need nothing but ASCII and the Latin-1 letters U+00C0 to U+00FF, the UTF-8 pairs C3 80 to C3 BF. They are
+ * composed already, and both forms of them can be told byte by byte.
+ */
+constexpr char kLatinLead = '\xC3';
+
+constexpr bool IsContinuation(char c) {
+    return (c & '\xC0') == '\x80';
+}
+
+bool IsLatin(std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (static_cast<signed char>(text[i]) >= 0)
+            continue;
+        if (text[i] != kLatinLead || i + 1 == text.size() || !IsContinuation(text[i + 1]))
+            return false;
+        ++i;
+    }
+    return true;
+}
+
+/** Second byte of the small letter; U+00D7, the sign between the capitals, has none. */
+char FoldedSecond(char second) {
+    const auto byte = static_cast<unsigned char>(second);
+    return byte <= 0x9E && byte != 0x97 ? static_cast<char>(byte + 0x20) : second;
+}
+
+/** What the folded letters U+00E0 to U+00FF sort as; '?': as themselves. */
+constexpr std::string_view kPlainLetters = "aaaaaa?ceeeeiiii?nooooo??uuuuy?y";
+constexpr char kSharpS = '\x9F';
+
+std::string LatinSortKey(std::string_view folded) {
+    std::string key;
+    key.reserve(folded.size());
+    for (std::size_t i = 0; i < folded.size(); ++i) {
+        if (folded[i] != kLatinLead) {
+            key += folded[i];
+            continue;
+        }
+        const char second = folded[++i];
+        const auto letter = static_cast<std::size_t>(static_cast<unsigned char>(second)) - 0xA0;
+        if (second == kSharpS)
+            key += "ss";
+        else if (letter < kPlainLetters.size() && kPlainLetters[letter] != '?')
+            key += kPlainLetters[letter];
+        else
+            key.append({kLatinLead, second});
+    }
+    return key;
+}
 
 QString FoldedUnicode(const QString& text) {
     const QString composed = text.normalized(QString::NormalizationForm_C);
@@ -28,11 +79,21 @@ char FoldedAscii(char c) {
 } // namespace
 
 bool IsAscii(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) < 0; });
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::uint64_t seen = 0;
+    std::size_t i = 0;
+    for (std::uint64_t piece = 0; i + sizeof piece <= text.size(); i += sizeof piece) {
+        std::memcpy(&piece, text.data() + i, sizeof piece);
+        seen |= piece;
+    }
+    for (; i < text.size(); ++i)
+        seen |= static_cast<unsigned char>(text[i]);
+    return (seen & kHighBits) == 0;
 }
 
 void AppendFolded(std::string_view utf8, std::string& out) {
-    if (!IsAscii(utf8)) {
+    const bool ascii = IsAscii(utf8);
+    if (!ascii && !IsLatin(utf8)) {
         const QByteArray folded =
             FoldedUnicode(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()))).toUtf8();
         out.append(folded.constData(), static_cast<std::size_t>(folded.size()));
@@ -40,7 +101,11 @@ void AppendFolded(std::string_view utf8, std::string& out) {
     }
     const std::size_t start = out.size();
     out.resize(start + utf8.size());
-    std::transform(utf8.begin(), utf8.end(), out.begin() + static_cast<std::ptrdiff_t>(start), FoldedAscii);
+    char* at = out.data() + start;
+    std::transform(utf8.begin(), utf8.end(), at, FoldedAscii);
+    for (std::size_t i = 1; !ascii && i < utf8.size(); ++i)
+        if (at[i - 1] == kLatinLead)
+            at[i] = FoldedSecond(at[i]);
 }
 
 std::string Folded(QStringView text) {
@@ -53,6 +118,8 @@ std::string Folded(QStringView text) {
 std::string SortKey(std::string_view folded) {
     if (IsAscii(folded))
         return std::string(folded);
+    if (IsLatin(folded))
+        return LatinSortKey(folded);
     const QString decomposed = QString::fromUtf8(folded.data(), static_cast<qsizetype>(folded.size()))
                                    .normalized(QString::NormalizationForm_D);
     QString key;
@@ -67,8 +134,17 @@ std::string SortKey(std::string_view folded) {
 }
 
 int Compare(std::string_view left, std::string_view right) {
-    if (IsAscii(left) && IsAscii(right))
-        return left.compare(right);
+    const std::size_t common = std::min(left.size(), right.size());
+    std::size_t at = 0;
+    while (at < common && left[at] == right[at])
+        ++at;
+    if (at == left.size() && at == right.size())
+        return 0;
+    // Equal beginnings have equal keys, and ASCII is its own key: where both go on with it, it decides.
+    const int leftNext = at < left.size() ? static_cast<unsigned char>(left[at]) : -1;
+    const int rightNext = at < right.size() ? static_cast<unsigned char>(right[at]) : -1;
+    if (leftNext < 0x80 && rightNext < 0x80)
+        return leftNext - rightNext;
     return SortKey(left).compare(SortKey(right));
 }
 

@@ -109,6 +109,13 @@ void AudioLayer::SetPlayerVolume(int player, int volume) {
     }
 }
 
+void AudioLayer::SlidePlayerVolume(int player, int volume, int milliseconds) {
+    const PlayerRecord& record = Record(player);
+    if (record.stream != 0) {
+        library_->ChannelSlideAttributes(record.stream, audio::kKeepFrequency, volume, audio::kKeepPan, milliseconds);
+    }
+}
+
 void AudioLayer::SetPitch(int player, int pitch) {
     Record(player).pitch = pitch;
     ApplyPitch(player);

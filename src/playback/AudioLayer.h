@@ -55,6 +55,8 @@ public:
 
     /** volume 0..100. */
     void SetPlayerVolume(int player, int volume);
+    /** The same, reached evenly within the time: steps of a fade join to one line. */
+    void SlidePlayerVolume(int player, int volume, int milliseconds);
     /** Tenths of a percent, -120..120; heard at once, kept for the next titles. */
     void SetPitch(int player, int pitch);
     void SetEqualiser(const EqualiserSettings& settings) { equaliser_ = settings; }

@@ -100,8 +100,7 @@ void Mixer::TellEnd(int player) {
 }
 
 bool Mixer::IsAudible(int player) const {
-    return layer_.Activity(player) == audio::Activity::Playing &&
-           PlayerVolume(player, fader_.Position(), Deck(player).muted) > 0;
+    return layer_.Activity(player) == audio::Activity::Playing && VolumeOf(Deck(player)) > 0;
 }
 
 void Mixer::ToggleMute(int player) {
@@ -288,7 +287,9 @@ void Mixer::StepFade() {
     const int before = fader_.Position();
     const bool arrived = fader_.Tick();
     if (fader_.Position() != before) {
-        ApplyVolumes();
+        for (const DeckData& deck : decks_) {
+            layer_.SlidePlayerVolume(deck.number, VolumeOf(deck), options_.fadeInterval);
+        }
         Q_EMIT FaderMoved(fader_.Position());
     }
     if (!arrived) {
@@ -301,9 +302,13 @@ void Mixer::StepFade() {
     }
 }
 
+int Mixer::VolumeOf(const DeckData& deck) const {
+    return PlayerVolume(deck.number, fader_.Position(), deck.muted);
+}
+
 void Mixer::ApplyVolumes() {
     for (const DeckData& deck : decks_) {
-        layer_.SetPlayerVolume(deck.number, PlayerVolume(deck.number, fader_.Position(), deck.muted));
+        layer_.SetPlayerVolume(deck.number, VolumeOf(deck));
     }
 }
 
@@ -398,6 +403,7 @@ void Mixer::TitleEnded(int player) {
 
 void Mixer::Dispatch() {
     layer_.Library().DispatchEvents();
+    TellNewDevice();
 }
 
 void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* user) {
@@ -416,8 +422,17 @@ void Mixer::OnDeviceLost(audio::Handle, audio::Handle, std::uint32_t, void* user
 }
 
 void Mixer::DeviceLost() {
+    deviceLost_ = true;
+    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da."));
+}
+
+/** The next device opens a moment after the loss. */
+void Mixer::TellNewDevice() {
     audio::OutputInfo info;
-    layer_.Library().GetInfo(audio::Output::Main, info);
+    if (!deviceLost_ || !layer_.Library().GetInfo(audio::Output::Main, info) || info.device == audio::kNoSound) {
+        return;
+    }
+    deviceLost_ = false;
     Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") +
                    QString::fromStdString(info.deviceName));
 }

@@ -130,6 +130,7 @@ private:
     void StartStream(int player);
     void StopPlayer(int player);
     void EndHandOver();
+    int VolumeOf(const DeckData& deck) const;
     void ApplyVolumes();
     bool IsAudible(int player) const;
     void TellEnd(int player);
@@ -138,6 +139,7 @@ private:
     void PrepareNext(int player);
     void TitleEnded(int player);
     void DeviceLost();
+    void TellNewDevice();
     static void OnEnd(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
     static void OnDeviceLost(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
 
@@ -147,6 +149,7 @@ private:
     CrossFader fader_;
     bool useCuePoints_ = true;
     bool faderHeld_ = false;
+    bool deviceLost_ = false; ///< and no other one has taken over yet
     bool handOverRunning_ = false;
     bool heldByUser_ = true;
     int lastOnAir_ = 0;

@@ -116,7 +116,9 @@ public:
         attributes = At(handle).attributes;
         return true;
     }
-    bool ChannelSlideAttributes(audio::Handle, int, int, int, int) override { return false; }
+    bool ChannelSlideAttributes(audio::Handle handle, int frequency, int volume, int pan, int) override {
+        return ChannelSetAttributes(handle, frequency, volume, pan);
+    }
     audio::Handle ChannelSetSync(audio::Handle handle, std::uint32_t type, std::uint64_t,
                                  audio::SyncProcedure procedure, void* user) override {
         if (type == (static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime)) {

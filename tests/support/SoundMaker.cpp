@@ -23,14 +23,20 @@ void Append(QByteArray& bytes, quint32 value, int count) {
         bytes.append(static_cast<char>(value >> (8 * i)));
 }
 
+/** Raised cosine from 0 to 1 within `length` seconds. */
+double SwellAt(double second, double length) {
+    return second >= length ? 1 : 0.5 - 0.5 * std::cos(std::numbers::pi * second / length);
+}
+
 QByteArray WaveBytes(const SoundSpec& spec) {
     const auto rate = static_cast<quint32>(spec.rate);
     const auto channels = static_cast<quint32>(spec.channels);
     QByteArray data;
     for (qint64 frame = 0; frame < spec.Frames(); ++frame) {
         const double phase = 2 * std::numbers::pi * spec.frequency * static_cast<double>(frame) / spec.rate;
+        const double swell = SwellAt(static_cast<double>(frame) / spec.rate, spec.fadeIn);
         for (quint32 channel = 0; channel < channels; ++channel) {
-            const double height = channel == 0 ? spec.amplitude : spec.amplitude / 2;
+            const double height = swell * (channel == 0 ? spec.amplitude : spec.amplitude / 2);
             Append(data, static_cast<quint32>(std::lround(32767 * height * std::sin(phase))), 2);
         }
     }

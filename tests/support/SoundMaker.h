@@ -11,9 +11,9 @@ struct SoundSpec {
     double frequency = 440; ///< Hz; 0 = silence
     int rate = 44100;       ///< Hz
     int channels = 2;
-    double amplitude = 0.5; ///< of the first channel, 0..1
-    QStringList options = {};    ///< further arguments of the encoder, e.g. {"-V", "2", "-t"}
-    QString title = {};          ///< tags, written by the encoder where not empty (not into WAV)
+    double amplitude = 0.5;   ///< of the first channel, 0..1
+    QStringList options = {}; ///< further arguments of the encoder, e.g. {"-V", "2", "-t"}
+    QString title = {};       ///< tags, written by the encoder where not empty (not into WAV)
     QString artist = {};
     QString album = {};
     QString genre = {};
@@ -21,6 +21,7 @@ struct SoundSpec {
     QString track = {};
     QString comment = {};
     int coverBytes = 0; ///< size of a cover picture to embed in an MP3 (at most 128,000); 0 = none
+    double fadeIn = 0;  ///< seconds in which the sound swells at its start; 0 = it starts abruptly
 
     /** Exact length of the sound that goes into the encoder. */
     qint64 Frames() const;

@@ -36,6 +36,7 @@ protected:
         sound.seconds = seconds;
         sound.frequency = frequency;
         sound.amplitude = 0.2;
+        sound.fadeIn = 0.05; // an abrupt start would look like a click
         const QString file = QLatin1String(name);
         const bool isMp3 = file.endsWith(QStringLiteral(".mp3"));
         sound.rate = isMp3 ? 44100 : 48000;
