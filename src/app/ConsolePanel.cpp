@@ -84,7 +84,7 @@ void ConsolePanel::EndDrag(int player, double fraction) {
 void ConsolePanel::RefreshDeck(int player) {
     audio::Levels levels;
     if (const audio::Handle stream = mixer_.Layer().Record(player).stream; stream != 0) {
-        levels = mixer_.Layer().Library().ChannelGetLevel(stream);
+        levels = mixer_.Layer().Audio().ChannelGetLevel(stream);
     }
     DeckView view = PresentDeck(mixer_, player, levels.left, levels.right);
     view.caption = caption_(player);

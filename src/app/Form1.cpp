@@ -137,7 +137,7 @@ void Form1::Save() {
         const Settings::Pass pass(desk_.settings);
         const MixerOptions& options = desk_.mixer.Options();
         desk_.settings.PutNumber(kEqualizer, QStringLiteral("Lautstärke"),
-                                 desk_.layer.Library().GetVolume(audio::Output::Main));
+                                 desk_.layer.Audio().GetVolume(audio::Output::Main));
         desk_.settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
         desk_.settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
         desk_.settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
@@ -160,7 +160,7 @@ void Form1::FillDeviceMenu() {
     QMenu* menu = actions_.DeviceMenu();
     menu->clear();
     audio::OutputInfo info;
-    desk_.layer.Library().GetInfo(audio::Output::Main, info);
+    desk_.layer.Audio().GetInfo(audio::Output::Main, info);
     const QStringList names = desk_.layer.DeviceNames();
     for (int device = 0; device < names.size(); ++device) {
         QAction* action = menu->addAction(names.at(device), this, [this, device] { ChooseDevice(device); });
@@ -191,7 +191,7 @@ void Form1::ChooseDevice(int device) {
 
 void Form1::ShowOutput() {
     audio::OutputInfo info;
-    if (desk_.layer.Library().GetInfo(audio::Output::Main, info)) {
+    if (desk_.layer.Audio().GetInfo(audio::Output::Main, info)) {
         status_->SetOutput(QString::fromStdString(info.deviceName));
         status_->SetStarvations(info.starvations);
     }

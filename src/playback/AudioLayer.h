@@ -23,7 +23,7 @@ public:
     AudioLayer(const AudioLayer&) = delete;
     AudioLayer& operator=(const AudioLayer&) = delete;
 
-    audio::AudioLibrary& Library() { return *library_; }
+    audio::AudioLibrary& Audio() { return *library_; }
     QString AudioVersion() const;
 
     /**

@@ -5,17 +5,9 @@
 #include "playlists/CueText.h"
 #include "playlists/NextTitle.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace kalvo {
-
-namespace {
-
-int WholeSeconds(double seconds) {
-    return static_cast<int>(std::lround(seconds));
-}
-
-} // namespace
 
 Mixer::Mixer(AudioLayer& layer, Playlist& list1, Playlist& list2, QObject* parent) : QObject(parent), layer_(layer) {
     const std::array<Playlist*, 2> lists{&list1, &list2};
@@ -69,7 +61,7 @@ void Mixer::Pause(int player) {
     if (layer_.Activity(player) != audio::Activity::Playing) {
         return;
     }
-    layer_.Library().ChannelPause(layer_.Record(player).stream);
+    layer_.Audio().ChannelPause(layer_.Record(player).stream);
     heldByUser_ = !IsAudible(OtherPlayer(player));
     Q_EMIT PlayerChanged(player);
 }
@@ -122,7 +114,7 @@ void Mixer::ToStart(int player) {
 }
 
 void Mixer::SetMasterVolume(int volume) {
-    layer_.Library().SetVolume(audio::Output::Main, volume);
+    layer_.Audio().SetVolume(audio::Output::Main, volume);
 }
 
 // ---- starting and stopping
@@ -139,12 +131,12 @@ bool Mixer::LoadRow(int player, int row) {
         return false;
     }
     audio::ChannelInfo info;
-    if (layer_.Library().ChannelGetInfo(stream, info)) {
+    if (layer_.Audio().ChannelGetInfo(stream, info)) {
         deck.title.format = FormatText(entry.path, info);
     }
     deck.title.length = layer_.LengthSeconds(player);
     const auto sync = [&](std::uint32_t type, audio::SyncProcedure procedure) {
-        layer_.Library().ChannelSetSync(stream, type, 0, procedure, &deck);
+        layer_.Audio().ChannelSetSync(stream, type, 0, procedure, &deck);
     };
     sync(static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime, &Mixer::OnEnd);
     sync(static_cast<std::uint32_t>(audio::SyncType::DeviceLost), &Mixer::OnDeviceLost);
@@ -195,7 +187,7 @@ bool Mixer::EnsurePlaying(int player) {
         return true;
     case audio::Activity::Paused:
         ApplyVolumes();
-        layer_.Library().ChannelResume(layer_.Record(player).stream);
+        layer_.Audio().ChannelResume(layer_.Record(player).stream);
         NoteStarted(player);
         return true;
     case audio::Activity::Stopped:
@@ -210,7 +202,7 @@ void Mixer::StartStream(int player) {
     if (useCuePoints_ && cue > 0 && cue < Deck(player).title.length) {
         layer_.SetPositionSeconds(player, cue);
     }
-    layer_.Library().StreamPlay(layer_.Record(player).stream, false);
+    layer_.Audio().StreamPlay(layer_.Record(player).stream, false);
     layer_.Record(player).state = PlayState::Counted;
     NoteStarted(player);
 }
@@ -247,9 +239,9 @@ void Mixer::PrepareNext(int player) {
     if (row >= 0 && record.prepared != 0) {
         const PlaylistEntry& entry = deck.list->At(row);
         audio::ChannelInfo info;
-        layer_.Library().ChannelGetInfo(record.prepared, info);
+        layer_.Audio().ChannelGetInfo(record.prepared, info);
         const double length =
-            layer_.Library().ChannelBytes2Seconds(record.prepared, layer_.Library().StreamGetLength(record.prepared));
+            layer_.Audio().ChannelBytes2Seconds(record.prepared, layer_.Audio().StreamGetLength(record.prepared));
         deck.title = {entry.title, entry.artist, FormatText(entry.path, info),
                       entry.path,  length,       CueText::Read(entry.info).value_or(-1),
                       true};
@@ -310,146 +302,6 @@ void Mixer::ApplyVolumes() {
     for (const DeckData& deck : decks_) {
         layer_.SetPlayerVolume(deck.number, VolumeOf(deck));
     }
-}
-
-// ---- what timers and events bring
-
-MixState Mixer::StateNow(bool withNext) const {
-    MixState state;
-    state.continuous = options_.continuous;
-    state.automatic = options_.automatic;
-    state.mode = options_.mode;
-    state.switchOver = options_.switchOver;
-    state.fader = fader_.Position();
-    state.fadeStep = fader_.Step();
-    state.handOverRunning = handOverRunning_;
-    state.heldByUser = heldByUser_;
-    state.lastOnAir = lastOnAir_;
-    for (const DeckData& data : decks_) {
-        DeckState& deck = state.decks.at(static_cast<std::size_t>(data.number - 1));
-        const audio::Activity activity = layer_.Activity(data.number);
-        deck.playing = activity == audio::Activity::Playing;
-        deck.paused = activity == audio::Activity::Paused;
-        deck.position = WholeSeconds(layer_.PositionSeconds(data.number));
-        deck.length = WholeSeconds(layer_.LengthSeconds(data.number));
-        deck.hasNext = withNext && PeekNextTitle(*data.list, FileExists, options_.removePlayed) >= 0;
-    }
-    return state;
-}
-
-void Mixer::CheckHandOver() {
-    MixState state = StateNow(false);
-    if (OnAir(state) != 0) {
-        lastOnAir_ = OnAir(state);
-    }
-    heldByUser_ = heldByUser_ && !IsAudible(1) && !IsAudible(2);
-    const bool silent = OnAir(state) == 0 && !heldByUser_;
-    if (WantsHandOver(state) || silent) {
-        state = StateNow(true);
-        Start(silent ? SilenceDecision(state) : HandOverDecision(state));
-    }
-    PrepareNext(1);
-    PrepareNext(2);
-}
-
-bool Mixer::Start(const StartAction& action) {
-    switch (action.kind) {
-    case StartKind::Nothing:
-        return true;
-    case StartKind::Fade:
-        if (!EnsurePlaying(action.player)) {
-            return false;
-        }
-        handOverRunning_ = true;
-        fader_.FadeTowards(action.player);
-        Q_EMIT HandOverBegan(action.player);
-        return true;
-    case StartKind::Jump:
-        if (!EnsurePlaying(action.player)) {
-            return false;
-        }
-        EndHandOver();
-        MoveFader(FaderEndOf(action.player));
-        return true;
-    case StartKind::Continue:
-        return StartNext(action.player);
-    case StartKind::FadeBack:
-        fader_.FadeTowards(action.player);
-        return true;
-    case StartKind::AllEnded:
-        heldByUser_ = true;
-        EndHandOver();
-        Q_EMIT Message(QStringLiteral("Beide Wiedergabelisten sind am Ende."));
-        Q_EMIT Finished();
-        return true;
-    }
-    return false;
-}
-
-void Mixer::EndHandOver() {
-    fader_.EndFade();
-    handOverRunning_ = false;
-}
-
-void Mixer::TitleEnded(int player) {
-    const StartAction action = EndDecision(StateNow(true), player);
-    const bool silentNow = layer_.Activity(OtherPlayer(player)) != audio::Activity::Playing;
-    StopPlayer(player);
-    Start(action);
-    if (action.kind == StartKind::Nothing && silentNow && !options_.continuous) {
-        heldByUser_ = true;
-    }
-}
-
-void Mixer::Dispatch() {
-    layer_.Library().DispatchEvents();
-    TellNewDevice();
-}
-
-void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* user) {
-    const auto* deck = static_cast<DeckData*>(user);
-    if (deck->owner->layer_.Record(deck->number).stream == channel) {
-        deck->owner->TitleEnded(deck->number);
-    }
-}
-
-/** Every stream tells it; the one on air is enough. */
-void Mixer::OnDeviceLost(audio::Handle, audio::Handle, std::uint32_t, void* user) {
-    const auto* deck = static_cast<DeckData*>(user);
-    if (deck->owner->OnAirPlayer() == deck->number) {
-        deck->owner->DeviceLost();
-    }
-}
-
-void Mixer::DeviceLost() {
-    deviceLost_ = true;
-    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da."));
-}
-
-/** The next device opens a moment after the loss. */
-void Mixer::TellNewDevice() {
-    audio::OutputInfo info;
-    if (!deviceLost_ || !layer_.Library().GetInfo(audio::Output::Main, info) || info.device == audio::kNoSound) {
-        return;
-    }
-    deviceLost_ = false;
-    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") +
-                   QString::fromStdString(info.deviceName));
-}
-
-QString Mixer::StatusText(int player) const {
-    if (Deck(player).muted) {
-        return QStringLiteral("mute");
-    }
-    switch (layer_.Activity(player)) {
-    case audio::Activity::Playing:
-        return QStringLiteral("play");
-    case audio::Activity::Paused:
-        return QStringLiteral("pause");
-    case audio::Activity::Stopped:
-        break;
-    }
-    return QStringLiteral("stop");
 }
 
 } // namespace kalvo

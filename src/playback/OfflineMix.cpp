@@ -20,7 +20,7 @@ bool OfflineMix::Step(const Sink& sink) {
     milliseconds_ += kStepMilliseconds;
     const auto frames = static_cast<std::size_t>(milliseconds_ * kRate / 1000 - frames_);
     std::vector<float> stereo(frames * 2);
-    if (!mixer_.Layer().Library().Render(audio::Output::Main, stereo.data(), frames) || !sink(stereo.data(), frames)) {
+    if (!mixer_.Layer().Audio().Render(audio::Output::Main, stereo.data(), frames) || !sink(stereo.data(), frames)) {
         return false;
     }
     frames_ += static_cast<qint64>(frames);

@@ -24,8 +24,8 @@ TEST(EffectsTest, FlatAndDryEffectsChangeNotABit) {
     const Tone tone = Sine(3000, 0.7);
     const Handle stream = desk.Play(tone);
     for (int i = 0; i < 10; ++i)
-        ASSERT_NE(desk.Library().ChannelSetFX(stream, EffectType::EqualiserBand), 0U);
-    ASSERT_NE(desk.Library().ChannelSetFX(stream, EffectType::Reverb), 0U);
+        ASSERT_NE(desk.Audio().ChannelSetFX(stream, EffectType::EqualiserBand), 0U);
+    ASSERT_NE(desk.Audio().ChannelSetFX(stream, EffectType::Reverb), 0U);
     const auto out = desk.Render(3000);
     for (std::size_t i = kDelay; i < out.size(); ++i)
         ASSERT_EQ(out[i], tone.sample(std::int64_t(i - kDelay)));
@@ -33,7 +33,7 @@ TEST(EffectsTest, FlatAndDryEffectsChangeNotABit) {
 
 TEST(EffectsTest, HandlesParametersAndLimitsAreChecked) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Open(Constant(0));
     const Handle other = desk.Open(Constant(0));
     const Handle band = library.ChannelSetFX(stream, EffectType::EqualiserBand);
@@ -52,7 +52,7 @@ TEST(EffectsTest, HandlesParametersAndLimitsAreChecked) {
 
 TEST(EffectsTest, AddingMovingAndRemovingMakesNoClick) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play(Sine(50, 0.3, 1 << 20));
     std::vector<float> out = desk.Render(4000);
     const auto go = [&](std::size_t frames) {
@@ -74,7 +74,7 @@ TEST(EffectsTest, AddingMovingAndRemovingMakesNoClick) {
 
 TEST(EffectsTest, TheReverberationFallsBy60DecibelInItsTime) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream =
         desk.Play({44100, 1 << 20, [](std::int64_t frame) { return frame < 200 && frame % 2 == 0 ? 0.9F : 0.0F; }});
     const Handle reverb = library.ChannelSetFX(stream, EffectType::Reverb);

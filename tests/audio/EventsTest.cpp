@@ -32,7 +32,7 @@ Handle OnEnd(AudioLibrary& library, Handle stream, Heard& heard, std::uint32_t f
 
 TEST(EventsTest, TheEndComesWithTheLastFrameAndOnceForEachEnd) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play(Constant(0.5F, 1000));
     Heard always;
     Heard once;
@@ -65,10 +65,10 @@ TEST(EventsTest, ABrokenFileEndsLikeAnother) {
     delivery->brokenAt = 3000;
     const Handle stream = desk.Open(Constant(0.5F), delivery);
     Heard heard;
-    OnEnd(desk.Library(), stream, heard, kOneTime);
-    ASSERT_TRUE(desk.Library().StreamPlay(stream, true));
+    OnEnd(desk.Audio(), stream, heard, kOneTime);
+    ASSERT_TRUE(desk.Audio().StreamPlay(stream, true));
     const auto out = desk.Render(5000);
-    desk.Library().DispatchEvents();
+    desk.Audio().DispatchEvents();
     EXPECT_EQ(heard.channels.size(), 1U);
     EXPECT_EQ(out[kDelay + 2999], 0.5F);
     EXPECT_EQ(out[kDelay + 3000], 0);
@@ -77,20 +77,20 @@ TEST(EventsTest, ABrokenFileEndsLikeAnother) {
 TEST(EventsTest, AProcedureMayFreeItsStream) {
     OfflineDesk desk;
     Heard heard;
-    heard.toFreeIn = &desk.Library();
+    heard.toFreeIn = &desk.Audio();
     const Handle stream = desk.Play(Constant(0.5F, 100));
-    OnEnd(desk.Library(), stream, heard);
-    OnEnd(desk.Library(), stream, heard);
+    OnEnd(desk.Audio(), stream, heard);
+    OnEnd(desk.Audio(), stream, heard);
     desk.Render(1000);
-    desk.Library().DispatchEvents();
-    desk.Library().DispatchEvents();
+    desk.Audio().DispatchEvents();
+    desk.Audio().DispatchEvents();
     EXPECT_EQ(heard.channels.size(), 1U) << "the second sync went with the stream";
-    EXPECT_FALSE(desk.Library().StreamPlay(stream, true));
+    EXPECT_FALSE(desk.Audio().StreamPlay(stream, true));
 }
 
 TEST(EventsTest, ASlideIsEvenAndTellsItsEndOnce) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play(Constant(0.5F));
     Heard heard;
     library.ChannelSetSync(stream, std::uint32_t(SyncType::SlideEnd), 0, &Heard::Procedure, &heard);
@@ -112,7 +112,7 @@ TEST(EventsTest, ASlideIsEvenAndTellsItsEndOnce) {
 
 TEST(EventsTest, SettingAnAttributeEndsItsSlideWithoutAnEvent) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play(Constant(0.5F));
     Heard heard;
     library.ChannelSetSync(stream, std::uint32_t(SyncType::SlideEnd), 0, &Heard::Procedure, &heard);

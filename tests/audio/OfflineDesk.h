@@ -55,7 +55,7 @@ class OfflineDesk {
 public:
     OfflineDesk();
 
-    audio::AudioLibrary& Library() { return library_; }
+    audio::AudioLibrary& Audio() { return library_; }
     Handle Open(const Tone& tone, std::shared_ptr<Delivery> delivery = std::make_shared<Delivery>());
     /** The same, already playing. */
     Handle Play(const Tone& tone);

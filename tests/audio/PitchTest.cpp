@@ -11,7 +11,7 @@ using namespace kalvo::test;
 namespace {
 
 double Position(OfflineDesk& desk, Handle stream) {
-    return double(desk.Library().ChannelGetPosition(stream)) / 4;
+    return double(desk.Audio().ChannelGetPosition(stream)) / 4;
 }
 
 /** What a sine sounds like where the stream says it is, kDelay output frames ago. */
@@ -25,8 +25,8 @@ TEST(PitchTest, TheFrequencyIsExactAtEverySpeed) {
     for (const int percent : {50, 88, 95, 100, 101, 112, 200}) {
         OfflineDesk desk;
         const Handle stream = desk.Open(Sine(1000, 0.5, 1 << 20));
-        ASSERT_TRUE(desk.Library().ChannelSetAttributes(stream, 441 * percent, kKeepVolume, kKeepPan));
-        ASSERT_TRUE(desk.Library().StreamPlay(stream, true));
+        ASSERT_TRUE(desk.Audio().ChannelSetAttributes(stream, 441 * percent, kKeepVolume, kKeepPan));
+        ASSERT_TRUE(desk.Audio().StreamPlay(stream, true));
         desk.Render(1000);
         EXPECT_NEAR(MeasuredFrequency(desk.Render(44100)), 10.0 * percent, 0.01);
         EXPECT_NEAR(Position(desk, stream), 45100 * percent / 100.0, 1.5);
@@ -38,9 +38,9 @@ TEST(PitchTest, AnotherRateSoundsAtItsPitchAndEndsWithItsLastFrame) {
         OfflineDesk desk;
         const Handle stream = desk.Play(Sine(1000, 0.5, rate, rate)); // one second
         EXPECT_NEAR(MeasuredFrequency(desk.Render(44000)), 1000, 0.05) << rate;
-        EXPECT_EQ(desk.Library().ChannelIsActive(stream), Activity::Playing) << rate;
+        EXPECT_EQ(desk.Audio().ChannelIsActive(stream), Activity::Playing) << rate;
         desk.Render(101);
-        EXPECT_EQ(desk.Library().ChannelIsActive(stream), Activity::Stopped) << rate;
+        EXPECT_EQ(desk.Audio().ChannelIsActive(stream), Activity::Stopped) << rate;
         EXPECT_EQ(Position(desk, stream), rate);
     }
 }
@@ -50,7 +50,7 @@ TEST(PitchTest, LeavingTheExactPathMakesNoClickAndKeepsTheTime) {
         OfflineDesk desk;
         const Handle stream = desk.Play(Sine(50, 0.5, 1 << 20));
         std::vector<float> out = desk.Render(5000, 1000);
-        ASSERT_TRUE(desk.Library().ChannelSetAttributes(stream, frequency, kKeepVolume, kKeepPan));
+        ASSERT_TRUE(desk.Audio().ChannelSetAttributes(stream, frequency, kKeepVolume, kKeepPan));
         const auto rest = desk.Render(5000, 1000);
         out.insert(out.end(), rest.begin() + 0, rest.end());
         out.erase(out.begin(), out.begin() + kDelay + 2);
@@ -64,7 +64,7 @@ TEST(PitchTest, TheCrossOverItselfLeavesLessThanMinus60Decibel) {
     const Tone tone = Sine(5000, 0.9);
     const Handle stream = desk.Play(tone);
     desk.Render(3000);
-    ASSERT_TRUE(desk.Library().ChannelSetAttributes(stream, 44101, kKeepVolume, kKeepPan));
+    ASSERT_TRUE(desk.Audio().ChannelSetAttributes(stream, 44101, kKeepVolume, kKeepPan));
     const auto out = desk.Render(256 + kDelay); // the speed itself changes after the cross-over
     for (std::size_t i = 0; i < out.size(); ++i)
         ASSERT_NEAR(out[i], tone.sample(std::int64_t(3000 + i - kDelay)), 0.0009) << i;
@@ -76,7 +76,7 @@ TEST(PitchTest, MovingTheSliderMakesNoClick) {
     std::vector<float> out = desk.Render(1000);
     for (int step = 0; step <= 240; ++step) {
         const int tenths = step <= 120 ? step : 240 - step; // up to 12 % and back
-        ASSERT_TRUE(desk.Library().ChannelSetAttributes(stream, 44100 + tenths * 44, kKeepVolume, kKeepPan));
+        ASSERT_TRUE(desk.Audio().ChannelSetAttributes(stream, 44100 + tenths * 44, kKeepVolume, kKeepPan));
         const auto piece = desk.Render(441);
         out.insert(out.end(), piece.begin(), piece.end());
     }

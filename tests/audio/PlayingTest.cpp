@@ -44,8 +44,8 @@ TEST(PlayingTest, VolumeIsAFaderLawAndPanABalance) {
     for (const auto& c : cases) {
         OfflineDesk desk;
         const Handle stream = desk.Open(Constant(0.8F));
-        ASSERT_TRUE(desk.Library().ChannelSetAttributes(stream, kKeepFrequency, c.volume, c.pan));
-        ASSERT_TRUE(desk.Library().StreamPlay(stream, true));
+        ASSERT_TRUE(desk.Audio().ChannelSetAttributes(stream, kKeepFrequency, c.volume, c.pan));
+        ASSERT_TRUE(desk.Audio().StreamPlay(stream, true));
         const auto out = desk.Render(kDelay + 1); // set before the start: no ramp
         EXPECT_NEAR(out[kDelay], c.left, 1e-6) << c.volume << " " << c.pan;
         EXPECT_NEAR(desk.right[kDelay], c.right, 1e-6) << c.volume << " " << c.pan;
@@ -54,7 +54,7 @@ TEST(PlayingTest, VolumeIsAFaderLawAndPanABalance) {
 
 TEST(PlayingTest, VolumePanAndMasterGlideWhilePlaying) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play(Constant(0.5F));
     desk.Render(1000);
     ASSERT_TRUE(library.ChannelSetAttributes(stream, kKeepFrequency, 40, kKeepPan));
@@ -75,7 +75,7 @@ TEST(PlayingTest, FaderStepsJoinWithoutAClick) {
         const Handle stream = desk.Play(Constant(0.9F, 1 << 20));
         std::vector<float> out = desk.Render(512);
         for (int volume = 99; volume >= 0; --volume) {
-            ASSERT_TRUE(desk.Library().ChannelSetAttributes(stream, kKeepFrequency, volume, kKeepPan));
+            ASSERT_TRUE(desk.Audio().ChannelSetAttributes(stream, kKeepFrequency, volume, kKeepPan));
             const auto piece = desk.Render(framesPerStep);
             out.insert(out.end(), piece.begin(), piece.end());
         }
@@ -88,7 +88,7 @@ TEST(PlayingTest, FaderStepsJoinWithoutAClick) {
 
 TEST(PlayingTest, PauseResumeAndStopFadeAndKeepThePlace) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play(Constant(0.5F));
     desk.Render(1000);
     ASSERT_TRUE(library.ChannelPause(stream));
@@ -109,7 +109,7 @@ TEST(PlayingTest, PauseResumeAndStopFadeAndKeepThePlace) {
 
 TEST(PlayingTest, ASeekFadesOutJumpsAndFadesIn) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play({44100, 100000, [](std::int64_t frame) { return frame < 50000 ? 0.25F : 0.75F; }});
     desk.Render(1000);
     ASSERT_TRUE(library.ChannelSetPosition(stream, 4 * 60000));
@@ -126,7 +126,7 @@ TEST(PlayingTest, ASeekFadesOutJumpsAndFadesIn) {
 
 TEST(PlayingTest, FreeFadesOutAndInvalidatesTheHandleAtOnce) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     const Handle stream = desk.Play(Constant(0.5F));
     desk.Render(1000);
     ASSERT_TRUE(library.StreamFree(stream));
@@ -149,7 +149,7 @@ TEST(PlayingTest, TwoTitlesAtFullVolumeNeverClip) {
 
 TEST(PlayingTest, AStarvingTitleFadesStaysPlayingAndComesBack) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     auto delivery = std::make_shared<Delivery>();
     delivery->until = 5000;
     const Handle stream = desk.Open(Sine(100, 0.5), delivery);

@@ -36,7 +36,7 @@ using namespace kalvo::test;
 
 TEST(RenderAllocationTest, RenderingNeitherAllocatesNorFreesWhateverHappens) {
     OfflineDesk desk;
-    AudioLibrary& library = desk.Library();
+    AudioLibrary& library = desk.Audio();
     std::vector<float> out(2 * 512);
     const auto render = [&] {
         for (int i = 0; i < 20; ++i) {

@@ -253,7 +253,7 @@ TEST_F(LiveTest, WithoutASoundServerTheOutputFailsAndOpensOnceThereIsOne) {
     AudioLayer layer(module.Create());
     server_->Kill();
     EXPECT_FALSE(layer.InitAudio(audio::kDefaultDevice, 1024));
-    EXPECT_EQ(layer.Library().ErrorGetCode(), audio::ErrorCode::Device);
+    EXPECT_EQ(layer.Audio().ErrorGetCode(), audio::ErrorCode::Device);
     EXPECT_TRUE(layer.InitAudio(audio::kNoSound, 1024));
     ASSERT_TRUE(server_->Start());
     EXPECT_TRUE(layer.InitAudio(audio::kDefaultDevice, 1024));

@@ -1,0 +1,158 @@
+// What timers and the audio library's events bring to the mixer.
+
+#include "playback/DeckTitles.h"
+#include "playback/FaderLaw.h"
+#include "playback/Mixer.h"
+#include "playlists/NextTitle.h"
+
+#include <cmath>
+
+namespace kalvo {
+
+namespace {
+
+int WholeSeconds(double seconds) {
+    return static_cast<int>(std::lround(seconds));
+}
+
+} // namespace
+
+MixState Mixer::StateNow(bool withNext) const {
+    MixState state;
+    state.continuous = options_.continuous;
+    state.automatic = options_.automatic;
+    state.mode = options_.mode;
+    state.switchOver = options_.switchOver;
+    state.fader = fader_.Position();
+    state.fadeStep = fader_.Step();
+    state.handOverRunning = handOverRunning_;
+    state.heldByUser = heldByUser_;
+    state.lastOnAir = lastOnAir_;
+    for (const DeckData& data : decks_) {
+        DeckState& deck = state.decks.at(static_cast<std::size_t>(data.number - 1));
+        const audio::Activity activity = layer_.Activity(data.number);
+        deck.playing = activity == audio::Activity::Playing;
+        deck.paused = activity == audio::Activity::Paused;
+        deck.position = WholeSeconds(layer_.PositionSeconds(data.number));
+        deck.length = WholeSeconds(layer_.LengthSeconds(data.number));
+        deck.hasNext = withNext && PeekNextTitle(*data.list, FileExists, options_.removePlayed) >= 0;
+    }
+    return state;
+}
+
+void Mixer::CheckHandOver() {
+    MixState state = StateNow(false);
+    if (OnAir(state) != 0) {
+        lastOnAir_ = OnAir(state);
+    }
+    heldByUser_ = heldByUser_ && !IsAudible(1) && !IsAudible(2);
+    const bool silent = OnAir(state) == 0 && !heldByUser_;
+    if (WantsHandOver(state) || silent) {
+        state = StateNow(true);
+        Start(silent ? SilenceDecision(state) : HandOverDecision(state));
+    }
+    PrepareNext(1);
+    PrepareNext(2);
+}
+
+bool Mixer::Start(const StartAction& action) {
+    switch (action.kind) {
+    case StartKind::Nothing:
+        return true;
+    case StartKind::Fade:
+        if (!EnsurePlaying(action.player)) {
+            return false;
+        }
+        handOverRunning_ = true;
+        fader_.FadeTowards(action.player);
+        Q_EMIT HandOverBegan(action.player);
+        return true;
+    case StartKind::Jump:
+        if (!EnsurePlaying(action.player)) {
+            return false;
+        }
+        EndHandOver();
+        MoveFader(FaderEndOf(action.player));
+        return true;
+    case StartKind::Continue:
+        return StartNext(action.player);
+    case StartKind::FadeBack:
+        fader_.FadeTowards(action.player);
+        return true;
+    case StartKind::AllEnded:
+        heldByUser_ = true;
+        EndHandOver();
+        Q_EMIT Message(QStringLiteral("Beide Wiedergabelisten sind am Ende."));
+        Q_EMIT Finished();
+        return true;
+    }
+    return false;
+}
+
+void Mixer::EndHandOver() {
+    fader_.EndFade();
+    handOverRunning_ = false;
+}
+
+void Mixer::TitleEnded(int player) {
+    const StartAction action = EndDecision(StateNow(true), player);
+    const bool silentNow = layer_.Activity(OtherPlayer(player)) != audio::Activity::Playing;
+    StopPlayer(player);
+    Start(action);
+    if (action.kind == StartKind::Nothing && silentNow && !options_.continuous) {
+        heldByUser_ = true;
+    }
+}
+
+void Mixer::Dispatch() {
+    layer_.Audio().DispatchEvents();
+    TellNewDevice();
+}
+
+void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* user) {
+    const auto* deck = static_cast<DeckData*>(user);
+    if (deck->owner->layer_.Record(deck->number).stream == channel) {
+        deck->owner->TitleEnded(deck->number);
+    }
+}
+
+/** Every stream tells it; the one on air is enough. */
+void Mixer::OnDeviceLost(audio::Handle, audio::Handle, std::uint32_t, void* user) {
+    const auto* deck = static_cast<DeckData*>(user);
+    if (deck->owner->OnAirPlayer() == deck->number) {
+        deck->owner->DeviceLost();
+    }
+}
+
+void Mixer::DeviceLost() {
+    deviceLost_ = true;
+    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da."));
+}
+
+/** The next device opens a moment after the loss. */
+void Mixer::TellNewDevice() {
+    audio::OutputInfo info;
+    if (!deviceLost_ || !layer_.Audio().GetInfo(audio::Output::Main, info) || info.device == audio::kNoSound) {
+        return;
+    }
+    deviceLost_ = false;
+    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") +
+                   QString::fromStdString(info.deviceName));
+}
+
+QString Mixer::StatusText(int player) const {
+    if (Deck(player).muted) {
+        return QStringLiteral("mute");
+    }
+    switch (layer_.Activity(player)) {
+    case audio::Activity::Playing:
+        return QStringLiteral("play");
+    case audio::Activity::Paused:
+        return QStringLiteral("pause");
+    case audio::Activity::Stopped:
+        break;
+    }
+    return QStringLiteral("stop");
+}
+
+} // namespace kalvo
