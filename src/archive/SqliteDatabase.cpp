@@ -70,10 +70,11 @@ SqliteStatement& SqliteStatement::Bind(int parameter, qint64 number) {
 }
 
 bool SqliteStatement::Step() {
-    if (failed_)
+    if (failed_ || ended_)
         return false;
     const int code = sqlite3_step(statement_.get());
-    failed_ = code != SQLITE_ROW && code != SQLITE_DONE;
+    ended_ = code == SQLITE_DONE;
+    failed_ = code != SQLITE_ROW && !ended_;
     return code == SQLITE_ROW;
 }
 
@@ -89,6 +90,7 @@ void SqliteStatement::Reset() {
         return;
     sqlite3_reset(statement_.get());
     failed_ = false;
+    ended_ = false;
 }
 
 QString SqliteStatement::Text(int column) const {

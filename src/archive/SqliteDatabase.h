@@ -24,7 +24,7 @@ public:
     SqliteStatement& Bind(int parameter, const QString& text);
     SqliteStatement& Bind(int parameter, qint64 number);
 
-    /** True while there is a row; false at the end and on failure. */
+    /** True while there is a row; false at the end, as often as asked, and on failure. */
     bool Step();
     /** Steps once and resets: for statements without rows. False on failure. */
     bool Run();
@@ -44,6 +44,7 @@ private:
     };
     std::unique_ptr<sqlite3_stmt, Finalize> statement_;
     bool failed_ = false;
+    bool ended_ = false; ///< stepping on would start anew
 };
 
 /**

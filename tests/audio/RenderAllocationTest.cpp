@@ -21,6 +21,12 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    if (watching)
+        ++allocations;
+    return std::malloc(size > 0 ? size : 1);
+}
+
 void operator delete(void* memory) noexcept {
     if (watching)
         ++allocations;
@@ -28,6 +34,10 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    operator delete(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
     operator delete(memory);
 }
 
