@@ -15,6 +15,12 @@ constexpr std::size_t kPadding = ByteScan::kBlock + kMaximumDistance + 1;
 /** Masks made at one go: small enough to stay in the first cache. */
 constexpr std::size_t kBlocksAtOnce = 64;
 
+std::uint64_t Beginning(const char* text) {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, text, sizeof bytes);
+    return bytes;
+}
+
 } // namespace
 
 FoldedTexts::FoldedTexts() : text_(kPadding, '\0'), offsets_{0} {}
@@ -78,6 +84,12 @@ void FoldedTexts::FindContaining(std::string_view needle, BitSet& hits) const {
     const Pair pair = RarestPair(needle);
     const char first = needle[pair.at];
     const char second = needle[pair.at + pair.distance];
+    // Most candidates differ in the first eight bytes already; these are compared without a call.
+    std::uint64_t beginning = 0;
+    std::uint64_t compared = 0;
+    const std::size_t beginningSize = std::min(sizeof beginning, needle.size());
+    std::memcpy(&beginning, needle.data(), beginningSize);
+    std::memset(&compared, 0xFF, beginningSize);
     std::array<std::uint64_t, kBlocksAtOnce> masks;
     std::size_t text = 0;
     std::size_t next = 0; // everything before belongs to a text that is a hit already
@@ -89,6 +101,7 @@ void FoldedTexts::FindContaining(std::string_view needle, BitSet& hits) const {
                 const std::size_t found =
                     start + b * ByteScan::kBlock + static_cast<std::size_t>(std::countr_zero(mask));
                 if (found < next + pair.at || found - pair.at + needle.size() > used ||
+                    ((Beginning(text_.data() + found - pair.at) ^ beginning) & compared) != 0 ||
                     std::memcmp(text_.data() + found - pair.at, needle.data(), needle.size()) != 0)
                     continue;
                 text = TextAt(found, text);

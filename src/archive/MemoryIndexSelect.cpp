@@ -151,8 +151,11 @@ std::vector<std::uint32_t> MemoryIndex::InDefaultOrder(const BitSet& rows) const
     found.reserve(count);
     if (count < ids_.size() / 16) {
         rows.ForEach([&](std::size_t row) { found.push_back(static_cast<std::uint32_t>(row)); });
-        std::sort(found.begin(), found.end(),
-                  [this](std::uint32_t left, std::uint32_t right) { return position_[left] < position_[right]; });
+        const auto before = [this](std::uint32_t left, std::uint32_t right) {
+            return position_[left] < position_[right];
+        };
+        if (!std::is_sorted(found.begin(), found.end(), before)) // packed rows are in order
+            std::sort(found.begin(), found.end(), before);
         return found;
     }
     for (const std::uint32_t row : order_)

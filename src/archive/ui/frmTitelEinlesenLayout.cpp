@@ -85,8 +85,9 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
 }
 
 frmTitelEinlesen::~frmTitelEinlesen() {
-    // The import's last words would find half of the window gone.
-    import_->disconnect(this);
+    // The last words of the import and of a field that loses the focus would find half of the window gone.
+    for (QObject* part : findChildren<QObject*>())
+        part->disconnect(this);
 }
 
 QBoxLayout* frmTitelEinlesen::BuildFolderRow(const QString& startFolder) {
