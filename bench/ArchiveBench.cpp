@@ -49,14 +49,19 @@ public:
     }
 
 private:
+    /** Of some 2,000 syllables, one in nine with an umlaut. */
     QString Words(int count) {
-        static const QStringList syllables = u"la me ro ti sun ber dan ger kö mann für lich ter wun der nacht tag love "
-                                             "you the feel ing rock star mo on light drei welt"_s.split(u' ');
+        static const QStringList starts = u"b br ch d f fl g gr h j k kl l m n p r s sch st t tr w z"_s.split(u' ');
+        static const QStringList middles = u"a e i o u ei au ie ü"_s.split(u' ');
+        static const QStringList ends = u" n r t ng l s ck rn"_s.split(u' ');
+        const auto one = [this](const QStringList& list) {
+            return list.at(static_cast<qsizetype>(random_()) % list.size());
+        };
         QStringList words;
         for (; count > 0; --count) {
-            QString word = syllables.at(static_cast<qsizetype>(random_()) % syllables.size());
-            for (auto more = random_() % 3; more > 0; --more)
-                word += syllables.at(static_cast<qsizetype>(random_()) % syllables.size());
+            QString word;
+            for (auto more = 1 + random_() % 3; more > 0; --more)
+                word += one(starts) + one(middles) + one(ends);
             word[0] = word.at(0).toUpper();
             words << word;
         }
@@ -104,7 +109,7 @@ struct FilledArchive {
     Archive archive{clock};
 };
 
-const QStringList kNeedles = {u"nachtl"_s, u"su"_s, u"köm"_s, u"wunder"_s, u"xyz"_s, u"07"_s};
+const QStringList kNeedles = {u"stern"_s, u"su"_s, u"grü"_s, u"tanzt"_s, u"xyz"_s, u"kla"_s};
 
 QList<ArchiveField> AllColumns() {
     return {kTextFields.begin(), kTextFields.end()};
