@@ -142,7 +142,7 @@ void Archive::PutIntoIndex(const TitleRecord& record) {
 }
 
 WriteResult Archive::AddTitle(TitleRecord& record) {
-    const WriteResult written = database_.AddTitle(record);
+    WriteResult written = database_.AddTitle(record);
     if (written) {
         PutIntoIndex(record);
         Q_EMIT CountChanged();
@@ -152,7 +152,7 @@ WriteResult Archive::AddTitle(TitleRecord& record) {
 }
 
 WriteResult Archive::UpdateRecord(const TitleRecord& record) {
-    const WriteResult written = database_.UpdateRecord(record);
+    WriteResult written = database_.UpdateRecord(record);
     if (!written)
         return written;
     PutIntoIndex(record);

@@ -1,17 +1,16 @@
 #include "archive/FoldedTexts.h"
 
-#include "archive/ByteScan.h"
-
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 
 namespace kalvo {
 
 namespace {
 
-/** Farthest distance of the two bytes looked for. */
-constexpr std::size_t kMaximumDistance = 63;
-constexpr std::size_t kPadding = ByteScan::kBlock + kMaximumDistance + 1;
+/** The bytes looked for are among as many of a needle's first ones. */
+constexpr std::size_t kProbed = 64;
+constexpr std::size_t kPadding = ByteScan::kBlock + kProbed;
 /** Masks made at one go: small enough to stay in the first cache. */
 constexpr std::size_t kBlocksAtOnce = 64;
 
@@ -42,21 +41,22 @@ std::uint32_t FoldedTexts::AppendUncounted(std::string_view folded) {
     return static_cast<std::uint32_t>(Size() - 1);
 }
 
-FoldedTexts::Pair FoldedTexts::RarestPair(std::string_view needle) const {
-    const auto rarer = [&](std::size_t left, std::size_t right) {
+ByteScan::Probe FoldedTexts::RarestBytes(std::string_view needle) const {
+    std::array<std::size_t, kProbed> places = {};
+    const auto end = places.begin() + static_cast<std::ptrdiff_t>(std::min(kProbed, needle.size()));
+    std::iota(places.begin(), end, std::size_t{0});
+    const auto rarest = std::min(places.begin() + ByteScan::kBytes, end);
+    std::partial_sort(places.begin(), rarest, end, [&](std::size_t left, std::size_t right) {
         return frequency_[static_cast<unsigned char>(needle[left])] <
                frequency_[static_cast<unsigned char>(needle[right])];
-    };
-    std::size_t first = 0;
-    for (std::size_t i = 1; i < needle.size(); ++i)
-        if (rarer(i, first))
-            first = i;
-    std::size_t second = first;
-    for (std::size_t i = 0; i < needle.size(); ++i)
-        if (i != first && std::max(i, first) - std::min(i, first) <= kMaximumDistance &&
-            (second == first || rarer(i, second)))
-            second = i;
-    return {std::min(first, second), std::max(first, second) - std::min(first, second)};
+    });
+    std::fill(rarest, places.begin() + ByteScan::kBytes, places[0]); // a short needle's bytes are looked for twice
+    ByteScan::Probe probe;
+    for (std::size_t k = 0; k < ByteScan::kBytes; ++k) {
+        probe.offsets[k] = places[k];
+        probe.bytes[k] = needle[places[k]];
+    }
+    return probe;
 }
 
 std::size_t FoldedTexts::TextAt(std::size_t position, std::size_t from) const {
@@ -81,9 +81,7 @@ void FoldedTexts::FindContaining(std::string_view needle, BitSet& hits) const {
     const std::size_t used = offsets_.back();
     if (needle.size() > used)
         return;
-    const Pair pair = RarestPair(needle);
-    const char first = needle[pair.at];
-    const char second = needle[pair.at + pair.distance];
+    const ByteScan::Probe probe = RarestBytes(needle);
     // Most candidates differ in the first eight bytes already; these are compared without a call.
     std::uint64_t beginning = 0;
     std::uint64_t compared = 0;
@@ -95,14 +93,14 @@ void FoldedTexts::FindContaining(std::string_view needle, BitSet& hits) const {
     std::size_t next = 0; // everything before belongs to a text that is a hit already
     for (std::size_t start = 0; start < used; start += kBlocksAtOnce * ByteScan::kBlock) {
         const std::size_t blocks = std::min(kBlocksAtOnce, (used - start + ByteScan::kBlock - 1) / ByteScan::kBlock);
-        ByteScan::PairMasks(text_.data() + start, blocks, pair.distance, first, second, masks.data());
+        ByteScan::FindProbe(text_.data() + start, blocks, probe, masks.data());
         for (std::size_t b = 0; b < blocks; ++b) {
             for (std::uint64_t mask = masks[b]; mask != 0; mask &= mask - 1) {
                 const std::size_t found =
                     start + b * ByteScan::kBlock + static_cast<std::size_t>(std::countr_zero(mask));
-                if (found < next + pair.at || found - pair.at + needle.size() > used ||
-                    ((Beginning(text_.data() + found - pair.at) ^ beginning) & compared) != 0 ||
-                    std::memcmp(text_.data() + found - pair.at, needle.data(), needle.size()) != 0)
+                if (found < next || found + needle.size() > used ||
+                    ((Beginning(text_.data() + found) ^ beginning) & compared) != 0 ||
+                    std::memcmp(text_.data() + found, needle.data(), needle.size()) != 0)
                     continue;
                 text = TextAt(found, text);
                 hits.Set(text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/BitSet.h"
+#include "archive/ByteScan.h"
 #include "archive/LikePattern.h"
 
 #include <array>
@@ -39,12 +40,8 @@ public:
     std::size_t Bytes() const { return text_.capacity() + offsets_.capacity() * sizeof(offsets_[0]); }
 
 private:
-    struct Pair {
-        std::size_t at = 0;       ///< place of the first byte in the needle
-        std::size_t distance = 0; ///< of the second one from there
-    };
     std::uint32_t AppendUncounted(std::string_view folded);
-    Pair RarestPair(std::string_view needle) const;
+    ByteScan::Probe RarestBytes(std::string_view needle) const;
     /** The last text that begins at or before `position`; from: a text that does. */
     std::size_t TextAt(std::size_t position, std::size_t from) const;
 

@@ -82,12 +82,13 @@ TEST(ByteScanTest, VectorsGiveWhatThePlainWayGives) {
     std::vector<char> text(5 * ByteScan::kBlock + 80);
     for (char& c : text)
         c = "ab\xFF"[random() % 3];
-    for (std::size_t distance = 0; distance < 64; ++distance) {
+    for (std::size_t offset = 0; offset < 64; ++offset) {
+        const ByteScan::Probe probe = {{'a', 'b', '\xFF'}, {offset, offset / 2, 63 - offset}};
         std::array<std::uint64_t, 5> fast = {};
         std::array<std::uint64_t, 5> plain = {};
-        ByteScan::PairMasks(text.data() + distance % 7, 5, distance, 'a', '\xFF', fast.data());
-        ByteScan::PairMasksPlain(text.data() + distance % 7, 5, distance, 'a', '\xFF', plain.data());
-        EXPECT_EQ(fast, plain) << distance;
+        ByteScan::FindProbe(text.data() + offset % 7, 5, probe, fast.data());
+        ByteScan::FindProbePlain(text.data() + offset % 7, 5, probe, plain.data());
+        EXPECT_EQ(fast, plain) << offset;
     }
 }
 
