@@ -118,56 +118,57 @@ void DeskActions::CreateSettingActions() {
 }
 
 void DeskActions::BuildMenus(QMenuBar& bar) {
-    QMenu* file = bar.addMenu(QStringLiteral("&Datei"));
-    file->addAction(addFiles);
-    file->addSeparator();
-    file->addAction(quit);
+    fileMenu = bar.addMenu(QStringLiteral("&Datei"));
+    fileMenu->addAction(addFiles);
+    fileMenu->addSeparator();
+    fileMenu->addAction(quit);
 
-    QMenu* edit = bar.addMenu(QStringLiteral("&Bearbeiten"));
-    edit->addActions({focusSearch, selectAllTitles});
+    editMenu = bar.addMenu(QStringLiteral("&Bearbeiten"));
+    editMenu->addActions({focusSearch, selectAllTitles});
 
-    QMenu* archive = bar.addMenu(QStringLiteral("M&usikarchiv"));
-    archive->addAction(importTitles);
-    archive->addSeparator();
-    archive->addActions({addToPlayer[0], addToPlayer[1], distribute});
+    archiveMenu = bar.addMenu(QStringLiteral("M&usikarchiv"));
+    archiveMenu->addAction(importTitles);
+    archiveMenu->addSeparator();
+    archiveMenu->addActions({addToPlayer[0], addToPlayer[1], distribute});
 
-    QMenu* list = bar.addMenu(QStringLiteral("&Wiedergabeliste"));
-    list->addActions({moveToList[0], moveToList[1]});
-    list->addSeparator();
-    list->addActions({playNext, playNextRemoved, shuffle});
-    list->addSeparator();
-    list->addActions({removeMarked, removeAll});
+    listMenu = bar.addMenu(QStringLiteral("&Wiedergabeliste"));
+    listMenu->addActions({moveToList[0], moveToList[1]});
+    listMenu->addSeparator();
+    listMenu->addActions({playNext, playNextRemoved, shuffle});
+    listMenu->addSeparator();
+    listMenu->addActions({removeMarked, removeAll});
 
     BuildMixerMenu(bar);
     BuildSettingsMenu(bar);
-    bar.addMenu(QStringLiteral("&Hilfe"))->addAction(about);
+    helpMenu = bar.addMenu(QStringLiteral("&Hilfe"));
+    helpMenu->addAction(about);
 }
 
 void DeskActions::BuildMixerMenu(QMenuBar& bar) {
-    QMenu* menu = bar.addMenu(QStringLiteral("&Mixer"));
+    mixerMenu = bar.addMenu(QStringLiteral("&Mixer"));
     for (const std::size_t index : {0U, 1U}) {
-        menu->addActions({play[index], stop[index], pause[index], next[index], mute[index], fadeTo[index]});
-        menu->addSeparator();
+        mixerMenu->addActions({play[index], stop[index], pause[index], next[index], mute[index], fadeTo[index]});
+        mixerMenu->addSeparator();
     }
-    menu->addMenu(QStringLiteral("Überblend&modus"))->addActions(modes->actions());
+    mixerMenu->addMenu(QStringLiteral("Überblend&modus"))->addActions(modes->actions());
     speedMenu_ = std::make_unique<QMenu>(QStringLiteral("Überblend&geschwindigkeit"));
     speedMenu_->setObjectName(QStringLiteral("ueberblendgeschwindigkeit"));
     speedMenu_->addActions(speeds->actions());
-    menu->addMenu(speedMenu_.get());
-    menu->addSeparator();
-    menu->addActions({continuous, automatic});
+    mixerMenu->addMenu(speedMenu_.get());
+    mixerMenu->addSeparator();
+    mixerMenu->addActions({continuous, automatic});
 }
 
 void DeskActions::BuildSettingsMenu(QMenuBar& bar) {
-    QMenu* menu = bar.addMenu(QStringLiteral("&Einstellungen"));
+    settingsMenu = bar.addMenu(QStringLiteral("&Einstellungen"));
     deviceMenu_ = std::make_unique<QMenu>(QStringLiteral("Sound&karte"));
     deviceMenu_->setObjectName(QStringLiteral("Soundkarte"));
-    menu->addMenu(deviceMenu_.get());
-    menu->addAction(removePlayed);
-    menu->addSeparator();
-    menu->addMenu(QStringLiteral("&Skin"))->addActions(skins->actions());
-    menu->addMenu(QStringLiteral("Schrift&grad"))->addActions(fontSizes->actions());
-    menu->addMenu(QStringLiteral("&Buttongröße"))->addActions(buttonSizes->actions());
+    settingsMenu->addMenu(deviceMenu_.get());
+    settingsMenu->addAction(removePlayed);
+    settingsMenu->addSeparator();
+    settingsMenu->addMenu(QStringLiteral("&Skin"))->addActions(skins->actions());
+    settingsMenu->addMenu(QStringLiteral("Schrift&grad"))->addActions(fontSizes->actions());
+    settingsMenu->addMenu(QStringLiteral("&Buttongröße"))->addActions(buttonSizes->actions());
 }
 
 } // namespace kalvo

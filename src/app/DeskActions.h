@@ -54,6 +54,15 @@ public:
     QActionGroup* buttonSizes; ///< data: `Buttongroesse`
     QAction* about;
 
+    // Null until BuildMenus(). Further commands add themselves here.
+    QMenu* fileMenu = nullptr;
+    QMenu* editMenu = nullptr;
+    QMenu* archiveMenu = nullptr;
+    QMenu* listMenu = nullptr;
+    QMenu* mixerMenu = nullptr;
+    QMenu* settingsMenu = nullptr;
+    QMenu* helpMenu = nullptr;
+
     /** `ueberblendgeschwindigkeit`; also opens on the fade buttons. */
     QMenu* SpeedMenu() { return speedMenu_.get(); }
     /** To be filled with the output devices before it opens. */
