@@ -1,5 +1,8 @@
 #pragma once
 
+#include "audio/Handle.h"
+#include "audio/SoundSink.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -11,12 +14,6 @@
 // Threads: every operation is called on one control thread (the user-interface thread). The audio callback runs beside
 // it and is reached through lock-free queues only. Sync procedures run on the control thread, inside DispatchEvents().
 namespace kalvo::audio {
-
-/** A stream, effect or sync; 0 = none. Handles are never reused within a run. */
-using Handle = std::uint32_t;
-
-/** The two buses never share a stream. */
-enum class Output : std::uint8_t { Main, Headphones };
 
 enum class ErrorCode : std::uint8_t {
     None,
@@ -57,7 +54,8 @@ struct ChannelInfo {
     int sampleRate = 0; ///< Hz, of the file
     int channels = 0;   ///< of the file
     bool variableRate = false;
-    int bitrate = 0; ///< kbit/s, 0 = unknown; the average for variable bit rates
+    int bitrate = 0;    ///< kbit/s, 0 = unknown; the average for variable bit rates
+    int outputRate = 0; ///< Hz, of the output that the stream plays on
 };
 
 struct Attributes {
@@ -104,13 +102,8 @@ struct Levels {
  * Every operation that returns bool or a handle reports failure by false or 0 and leaves the reason in ErrorGetCode().
  * Streams count positions and lengths in bytes of 16-bit stereo at the file's own rate: four bytes a frame.
  */
-class AudioLibrary {
+class AudioLibrary : public SoundSource {
 public:
-    AudioLibrary() = default;
-    AudioLibrary(const AudioLibrary&) = delete;
-    AudioLibrary& operator=(const AudioLibrary&) = delete;
-    virtual ~AudioLibrary() = default;
-
     /** Low word major, high word minor: "2.0" is 0x00000002. */
     virtual std::uint32_t GetVersion() const = 0;
     /** The reason of the last failure; None after a success. */

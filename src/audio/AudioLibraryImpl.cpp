@@ -88,13 +88,14 @@ bool AudioLibraryImpl::Init(Output output, int device, int sampleRate, int buffe
     const bool buffersExist = bufferFrames == 512 || bufferFrames == 1024 || bufferFrames == 2048;
     if (!buffersExist || sampleRate < SourceReader::kLowestFrequency || sampleRate > 192000)
         return Report(ErrorCode::Argument);
-    Free(output);
+    Close(output);
     OutputSlot& slot = Slot(output);
     auto port = std::make_unique<OutputPort>(audio_, sampleRate, bufferFrames);
     if (device != kOffline && !OpenDevice(*port, output, device))
         return Report(ErrorCode::Device);
     slot.port = std::move(port);
     slot.device = device;
+    TakeSinksAlong(slot);
     return SendVolume(slot);
 }
 
@@ -111,8 +112,17 @@ bool AudioLibraryImpl::OpenDevice(OutputPort& port, Output output, int device) {
 
 bool AudioLibraryImpl::Free(Output output) {
     OutputSlot& slot = Slot(output);
+    const bool opened = slot.port != nullptr;
+    Close(output);
+    for (SoundSink* sink : std::exchange(slot.sinks, {}))
+        sink->SourceGone();
+    return Report(opened ? ErrorCode::None : ErrorCode::NotInitialised);
+}
+
+void AudioLibraryImpl::Close(Output output) {
+    OutputSlot& slot = Slot(output);
     if (!slot.port)
-        return Report(ErrorCode::NotInitialised);
+        return;
     slot.port->Silence();
     for (auto channel = channels_.begin(); channel != channels_.end();) {
         if (channel->second->TheOutput() == output) {
@@ -124,7 +134,6 @@ bool AudioLibraryImpl::Free(Output output) {
         }
     }
     slot.port.reset();
-    return Report(ErrorCode::None);
 }
 
 bool AudioLibraryImpl::GetInfo(Output output, OutputInfo& info) const {
@@ -188,6 +197,7 @@ bool AudioLibraryImpl::Render(Output output, float* stereo, std::size_t frames) 
     for (std::size_t done = 0; done < frames;) {
         const std::size_t block = std::min(kBlockFrames, frames - done);
         port->TheBus().WaitForSources();
+        port->TheBus().WaitForSinks();
         port->TheBus().Render(stereo + 2 * done, block);
         done += block;
     }
@@ -292,7 +302,8 @@ bool AudioLibraryImpl::ChannelGetInfo(Handle stream, ChannelInfo& info) {
     if (channel == nullptr)
         return false;
     const SourceFormat& format = channel->Format();
-    info = {format.sampleRate, format.channels, format.variableRate, format.bitrate};
+    info = {format.sampleRate, format.channels, format.variableRate, format.bitrate,
+            Slot(channel->TheOutput()).port->TheBus().SampleRate()};
     return true;
 }
 

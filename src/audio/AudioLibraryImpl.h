@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace kalvo::audio {
 
@@ -59,6 +60,10 @@ public:
     Levels ChannelGetLevel(Handle stream) override;
     std::size_t ChannelGetData(Handle stream, DataKind kind, float* values, std::size_t count) override;
 
+    bool AddSink(Output output, SoundSink& sink) override;
+    bool AddSink(Handle stream, SoundSink& sink) override;
+    void RemoveSink(SoundSink& sink) override;
+
     Handle ChannelSetFX(Handle stream, EffectType type) override;
     bool ChannelRemoveFX(Handle stream, Handle effect) override;
     bool FXSetParameters(Handle effect, const EffectParameters& parameters) override;
@@ -69,6 +74,7 @@ private:
         std::unique_ptr<OutputPort> port;
         int device = kNoSound; // as asked for
         int volume = 100;
+        std::vector<SoundSink*> sinks; // of the whole output; stay while it is opened anew
     };
 
     OutputSlot& Slot(Output output) { return outputs_[std::size_t(output)]; }
@@ -85,11 +91,14 @@ private:
     bool Report(ErrorCode error) const;
     Handle Refuse(ErrorCode error) const;
 
+    /** Frees all streams and the port; the sinks stay. */
+    void Close(Output output);
     bool OpenDevice(OutputPort& port, Output output, int device);
     const DeviceNames& Names();
     std::optional<std::string> DeviceName(int device);
     int DeviceNumber(const OutputSlot& slot, const std::string& name) const;
     bool SendVolume(OutputSlot& slot);
+    void TakeSinksAlong(OutputSlot& slot);
     bool RoomFor(Output output);
     void Dispatch(Handle stream, bool deviceLost);
 

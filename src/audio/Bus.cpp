@@ -42,6 +42,7 @@ void Bus::RenderBlock(float* stereo, std::size_t frames) {
     limiter_.Process(stereo, frames);
     meter_.Write(stereo, frames);
     tap_.Write(stereo, frames);
+    sinks_.Write(stereo, frames);
 }
 
 void Bus::ApplyCommands() {
@@ -77,6 +78,12 @@ void Bus::WaitForSources() {
         if (voices_[i]->WantsToPlay())
             voices_[i]->Reader().Source().WaitFor(voices_[i]->FramesWanted(), kSourceTimeout);
     }
+}
+
+void Bus::WaitForSinks() {
+    sinks_.WaitForRoom(kBlockFrames);
+    for (std::size_t i = 0; i < voiceCount_; ++i)
+        voices_[i]->Sinks().WaitForRoom(kBlockFrames);
 }
 
 void Bus::Measure(double seconds, std::size_t frames) {

@@ -4,6 +4,7 @@
 #include "audio/LevelMeter.h"
 #include "audio/Limiter.h"
 #include "audio/Ramp.h"
+#include "audio/SinkSlots.h"
 #include "audio/SpscQueue.h"
 #include "audio/TapRing.h"
 #include "audio/Voice.h"
@@ -40,6 +41,7 @@ public:
     double Load() const { return load_.load(std::memory_order_relaxed); }
     LevelMeter& Meter() { return meter_; }
     const TapRing& Tap() const { return tap_; }
+    SinkSlots& Sinks() { return sinks_; }
 
     // ---- the rendering thread
 
@@ -49,6 +51,8 @@ public:
     void ApplyCommands();
     /** Off the audio callback only: waits until every playing voice has frames for its next block. */
     void WaitForSources();
+    /** Likewise until every sink has room for the next block. */
+    void WaitForSinks();
 
 private:
     void Apply(const Command& command);
@@ -62,6 +66,7 @@ private:
     std::size_t voiceCount_ = 0;
     Ramp volume_{1};
     Limiter limiter_;
+    SinkSlots sinks_;
 
     // written by the rendering thread
     std::atomic<std::uint64_t> rendered_{0};

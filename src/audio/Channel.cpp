@@ -31,6 +31,7 @@ Channel::Channel(Output output, OutputPort& port, std::unique_ptr<FrameSource> s
 Channel::~Channel() {
     if (!voice_)
         return;
+    voice_->Sinks().Release();
     Send(MakeCommand(Command::Kind::Free));
     port_.Keep(std::move(voice_));
 }

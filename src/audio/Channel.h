@@ -23,7 +23,7 @@ struct DueSync {
 class Channel {
 public:
     Channel(Output output, OutputPort& port, std::unique_ptr<FrameSource> source);
-    /** Gives the voice to the port, which fades it out. */
+    /** Ends its sinks and gives the voice to the port, which fades it out. */
     ~Channel();
     Channel(const Channel&) = delete;
     Channel& operator=(const Channel&) = delete;

@@ -173,6 +173,7 @@ void Voice::Mix(float* bus, const float* sound, std::size_t frames) {
         bus[i] += out[i];
     meter_.Write(out.data(), frames);
     tap_.Write(out.data(), frames);
+    sinks_.Write(out.data(), frames);
 }
 
 // Slides go on while nothing sounds.

@@ -5,6 +5,7 @@
 #include "audio/LevelMeter.h"
 #include "audio/Ramp.h"
 #include "audio/Reverb.h"
+#include "audio/SinkSlots.h"
 #include "audio/SourceReader.h"
 #include "audio/TapRing.h"
 
@@ -46,6 +47,7 @@ public:
     bool Retired() const { return retired_.load(std::memory_order_acquire); }
     LevelMeter& Meter() { return meter_; }
     const TapRing& Tap() const { return tap_; }
+    SinkSlots& Sinks() { return sinks_; }
 
     // ---- audio thread
 
@@ -103,6 +105,7 @@ private:
     std::atomic<bool> retired_{false};
     LevelMeter meter_;
     TapRing tap_;
+    SinkSlots sinks_;
 };
 
 } // namespace kalvo::audio

@@ -1,31 +1,24 @@
 #pragma once
 
 #include "audio/AudioLibrary.h"
-
-#include <QLibrary>
-#include <QString>
-
-#include <memory>
+#include "audio/EncoderLibrary.h"
+#include "base/ModuleFile.h"
 
 namespace kalvo {
 
-/** The audio library's module, loaded from a folder at run time. Must outlive everything made by its library. */
-class AudioModule {
+/** The audio library's module. */
+class AudioModule : public ModuleFile<audio::AudioLibrary> {
 public:
     /** programFolder: the folder of the executable. */
-    explicit AudioModule(const QString& programFolder);
-
-    /** Whether the file is there at all. */
-    bool Exists() const;
-    /** Null when the file is missing or is no audio library. */
-    std::unique_ptr<audio::AudioLibrary> Create();
-
-private:
-    QString path_;
-    QLibrary library_;
+    explicit AudioModule(const QString& programFolder)
+        : ModuleFile(programFolder, QStringLiteral("bass.dll"), audio::kFactoryName) {}
 };
 
-/** "2.0": the low word, a dot, the high word of the library's version number. */
-QString VersionText(std::uint32_t version);
+/** The encoder library's module. */
+class EncoderModule : public ModuleFile<audio::EncoderLibrary> {
+public:
+    explicit EncoderModule(const QString& programFolder)
+        : ModuleFile(programFolder, QStringLiteral("BASSenc.dll"), audio::kEncoderFactoryName) {}
+};
 
 } // namespace kalvo

@@ -1,4 +1,7 @@
 #include "audio/AudioLibrary.h"
+#include "audio/EncoderLibrary.h"
+
+#include "support/TestFolder.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -6,15 +9,23 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <vector>
 
-using namespace kalvo::audio;
+namespace kalvo::audio {
+namespace {
+
+template<class Factory>
+Factory Load(const char* file, const char* factory) {
+    const char* folder = std::getenv("KALVO_BIN");
+    if (folder == nullptr)
+        return nullptr;
+    void* module = dlopen((std::string(folder) + '/' + file).c_str(), RTLD_NOW | RTLD_LOCAL);
+    EXPECT_NE(module, nullptr) << dlerror();
+    return module != nullptr ? reinterpret_cast<Factory>(dlsym(module, factory)) : nullptr;
+}
 
 TEST(ModuleTest, IsLoadedByItsNameAndTellsItsVersion) {
-    const char* folder = std::getenv("KALVO_BIN");
-    ASSERT_NE(folder, nullptr);
-    void* module = dlopen((std::string(folder) + "/bass.dll").c_str(), RTLD_NOW | RTLD_LOCAL);
-    ASSERT_NE(module, nullptr) << dlerror();
-    const auto create = reinterpret_cast<Factory>(dlsym(module, kFactoryName));
+    const auto create = Load<Factory>("bass.dll", kFactoryName);
     ASSERT_NE(create, nullptr);
     const std::unique_ptr<AudioLibrary> library(create());
     EXPECT_EQ(library->GetVersion(), 0x00000002U);
@@ -22,3 +33,27 @@ TEST(ModuleTest, IsLoadedByItsNameAndTellsItsVersion) {
     float silence[64];
     EXPECT_TRUE(library->Render(Output::Main, silence, 32));
 }
+
+TEST(ModuleTest, TheEncoderRecordsWhatTheLibraryRenders) {
+    const auto createAudio = Load<Factory>("bass.dll", kFactoryName);
+    const auto createEncoder = Load<EncoderFactory>("BASSenc.dll", kEncoderFactoryName);
+    ASSERT_TRUE(createAudio != nullptr && createEncoder != nullptr);
+    const std::unique_ptr<AudioLibrary> library(createAudio());
+    const std::unique_ptr<EncoderLibrary> encoder(createEncoder());
+    EXPECT_EQ(encoder->GetVersion(), 0x00000002U);
+    ASSERT_TRUE(library->Init(Output::Main, kOffline, 44100, 1024));
+    const kalvo::test::TestFolder folder;
+    const std::string path = folder.Path(QStringLiteral("mix.mp3")).toStdString();
+    EncodeSettings settings;
+    settings.format = EncodeFormat::Mp3;
+    const Handle recording = encoder->Encode_Start(*library, Output::Main, path, settings);
+    ASSERT_NE(recording, 0U);
+    std::vector<float> silence(2 * 44100);
+    EXPECT_TRUE(library->Render(Output::Main, silence.data(), 44100));
+    EXPECT_TRUE(encoder->Encode_Stop(recording));
+    const Handle stream = library->StreamCreateFile(Output::Main, path);
+    EXPECT_EQ(library->StreamGetLength(stream), 44100U * 4);
+}
+
+} // namespace
+} // namespace kalvo::audio

@@ -1,4 +1,6 @@
+#include "FakeSink.h"
 #include "OfflineDesk.h"
+#include "audio/EncoderLibraryImpl.h"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +61,9 @@ TEST(RenderAllocationTest, RenderingNeitherAllocatesNorFreesWhateverHappens) {
     const Handle other = desk.Play(Sine(880, 0.9, 5000, 48000));
     const Handle band = library.ChannelSetFX(stream, EffectType::EqualiserBand);
     const Handle reverb = library.ChannelSetFX(stream, EffectType::Reverb);
+    FakeDisk disk;
+    EncoderLibraryImpl encoder(disk.Opener());
+    ASSERT_NE(encoder.Encode_Start(library, Output::Main, "mix.wav", {}), 0U);
     render();
     EffectParameters parameters;
     parameters.gain = 9;

@@ -61,6 +61,10 @@ public:
     audio::Levels GetOutputLevels(audio::Output) override { return {}; }
     std::size_t GetOutputData(audio::Output, audio::DataKind, float*, std::size_t) override { return 0; }
 
+    bool AddSink(audio::Output, audio::SoundSink&) override { return false; }
+    bool AddSink(audio::Handle, audio::SoundSink&) override { return false; }
+    void RemoveSink(audio::SoundSink&) override {}
+
     audio::Handle StreamCreateFile(audio::Output, const std::string& path) override {
         if (path.find("broken") != std::string::npos) {
             return 0;

@@ -1,0 +1,360 @@
+#include "audio/EncoderLibraryImpl.h"
+
+#include "DecodeSupport.h"
+#include "FakeSink.h"
+#include "OfflineDesk.h"
+#include "support/TestFolder.h"
+#include "support/ToneMeter.h"
+#include "support/WaitUntil.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+#include <sndfile.h>
+
+#include <cmath>
+
+namespace kalvo::test {
+namespace {
+
+using namespace audio;
+
+constexpr std::size_t kSecond = 44100;
+const std::vector<double> kTone{1000};
+
+struct Sound {
+    std::vector<float> stereo;
+    int rate = 0;
+    std::string title;
+    std::size_t Frames() const { return stereo.size() / 2; }
+    std::vector<float> Left() const {
+        std::vector<float> left;
+        for (std::size_t i = 0; i < stereo.size(); i += 2)
+            left.push_back(stereo[i]);
+        return left;
+    }
+};
+
+/** By libsndfile; nothing for a file that it does not open. */
+Sound ReadFile(const QString& path) {
+    Sound sound;
+    SF_INFO info{};
+    SNDFILE* file = sf_open(QFile::encodeName(path).constData(), SFM_READ, &info);
+    if (file == nullptr)
+        return sound;
+    sound.rate = info.samplerate;
+    const char* title = sf_get_string(file, SF_STR_TITLE);
+    sound.title = title != nullptr ? title : "";
+    std::vector<float> piece(2 * 4096);
+    while (const sf_count_t got = sf_readf_float(file, piece.data(), 4096))
+        sound.stereo.insert(sound.stereo.end(), piece.begin(), piece.begin() + 2 * got);
+    sf_close(file);
+    return sound;
+}
+
+/** By the library's own decoders. */
+std::size_t DecodedFrames(const QString& path) {
+    const audio::test::OpenedFile file(path);
+    return file.decoder != nullptr ? audio::test::DecodeRest(*file.decoder).size() / 2 : 0;
+}
+
+EncodeSettings Settings(EncodeFormat format, int bits = 16, int bitrate = 0, double quality = 0.6) {
+    EncodeSettings settings;
+    settings.format = format;
+    settings.bits = bits;
+    settings.bitrate = bitrate;
+    settings.quality = quality;
+    return settings;
+}
+
+class EncoderTest : public ::testing::Test {
+protected:
+    QString Path(const char* name) const { return folder_.Path(QString::fromLatin1(name)); }
+    std::string Raw(const char* name) const { return QFile::encodeName(Path(name)).toStdString(); }
+    Handle Record(const char* name, const EncodeSettings& settings, Output output = Output::Main) {
+        return encoder_.Encode_Start(desk_.Audio(), output, Raw(name), settings);
+    }
+    EncodeState State(Handle recording) {
+        EncodeState state;
+        EXPECT_TRUE(encoder_.Encode_GetState(recording, state));
+        return state;
+    }
+
+    TestFolder folder_;
+    OfflineDesk desk_;
+    EncoderLibraryImpl encoder_;
+};
+
+TEST_F(EncoderTest, EveryFormatHoldsTheToneInFullLengthAndLevel) {
+    struct Case {
+        const char* name;
+        EncodeSettings settings;
+        double residual; // dBFS
+    };
+    const Case cases[] = {{"a.wav", Settings(EncodeFormat::Wav), -88},
+                          {"b.wav", Settings(EncodeFormat::Wav, 24), -110},
+                          {"c.flac", Settings(EncodeFormat::Flac), -88},
+                          {"d.flac", Settings(EncodeFormat::Flac, 24), -110},
+                          {"e.ogg", Settings(EncodeFormat::Ogg, 16, 0, 0.8), -45},
+                          {"f.mp3", Settings(EncodeFormat::Mp3, 16, 192), -45},
+                          {"g.mp3", Settings(EncodeFormat::Mp3, 16, 0, 0.9), -45}};
+    for (const Case& c : cases) {
+        EncodeSettings settings = c.settings;
+        settings.title = "Größe";
+        const Handle stream = desk_.Play(Sine(1000, 0.5));
+        desk_.Render(kSecond / 10); // past the limiter's delay
+        const Handle recording = Record(c.name, settings);
+        ASSERT_NE(recording, 0U) << c.name;
+        desk_.Render(3 * kSecond);
+        EXPECT_TRUE(encoder_.Encode_Stop(recording)) << c.name;
+        ASSERT_TRUE(desk_.Audio().StreamFree(stream));
+        const Sound sound = ReadFile(Path(c.name));
+        EXPECT_EQ(sound.Frames(), 3 * kSecond) << c.name;
+        EXPECT_EQ(sound.rate, 44100);
+        EXPECT_EQ(sound.title, "Größe") << c.name;
+        const ToneMeter meter(sound.Left(), 44100);
+        EXPECT_NEAR(meter.Levels(kTone, 1.5).front(), 0.5, c.residual > -50 ? 0.02 : 0.001) << c.name;
+        EXPECT_LT(meter.ResidualPeak(kTone, 0.5, 2.5), c.residual) << c.name;
+    }
+}
+
+TEST_F(EncoderTest, AFloatingPointWavHoldsExactlyWhatTheBusRendered) {
+    desk_.Play(Sine(440, 0.9));
+    desk_.Play(Sine(1234, 0.7)); // together the limiter has work
+    const Handle recording = Record("mix.wav", Settings(EncodeFormat::Wav, 32));
+    std::vector<float> rendered;
+    for (int i = 0; i < 30; ++i) { // longer than the ring
+        const auto left = desk_.Render(kSecond, 4096);
+        for (std::size_t frame = 0; frame < left.size(); ++frame)
+            rendered.insert(rendered.end(), {left[frame], desk_.right[frame]});
+        if (i == 3) // the stream ends at ten seconds, the recording goes on
+            desk_.Play(Sine(100, 0.2, 44100));
+    }
+    EXPECT_TRUE(encoder_.Encode_Stop(recording));
+    EXPECT_TRUE(ReadFile(Path("mix.wav")).stereo == rendered);
+}
+
+TEST_F(EncoderTest, AStreamIsRecordedAloneAndEndsWithItself) {
+    const Handle other = desk_.Play(Sine(440, 0.5));
+    const Handle stream = desk_.Play(Sine(1000, 0.5));
+    ASSERT_TRUE(desk_.Audio().ChannelSetAttributes(stream, kKeepFrequency, 50, kKeepPan));
+    desk_.Render(1024);
+    const Handle recording =
+        encoder_.Encode_Start(desk_.Audio(), stream, Raw("stream.wav"), Settings(EncodeFormat::Wav));
+    ASSERT_NE(recording, 0U);
+    desk_.Render(kSecond);
+    EXPECT_EQ(State(recording).status, EncodeStatus::Running);
+    ASSERT_TRUE(desk_.Audio().StreamFree(stream));
+    EXPECT_TRUE(WaitUntil([&] { return State(recording).status == EncodeStatus::Finished; }));
+    desk_.Render(kSecond);
+    EXPECT_EQ(State(recording).frames, kSecond);
+    EXPECT_TRUE(encoder_.Encode_Stop(recording));
+    const ToneMeter meter(ReadFile(Path("stream.wav")).Left(), 44100);
+    const std::vector<double> levels = meter.Levels({440, 1000}, 0.5);
+    EXPECT_NEAR(levels[0], 0, 0.001);
+    EXPECT_NEAR(levels[1], 0.25, 0.001);
+    EXPECT_EQ(desk_.Audio().ChannelIsActive(other), Activity::Playing);
+}
+
+TEST_F(EncoderTest, AFileCanBePlayedAtAnyMomentWhileItIsWritten) {
+    struct Case {
+        const char* name;
+        EncodeSettings settings;
+        double missing; // seconds that the encoder may still hold
+    };
+    const Case cases[] = {{"a.wav", Settings(EncodeFormat::Wav), 0},
+                          {"b.wav", Settings(EncodeFormat::Wav, 32), 0},
+                          {"c.flac", Settings(EncodeFormat::Flac), 0.2},
+                          {"d.ogg", Settings(EncodeFormat::Ogg), 4},
+                          {"e.mp3", Settings(EncodeFormat::Mp3, 16, 128), 0.2},
+                          {"f.mp3", Settings(EncodeFormat::Mp3), 0.2}};
+    for (const Case& c : cases) {
+        desk_.Play(Sine(1000, 0.5));
+        const Handle recording = Record(c.name, c.settings);
+        const QString copy = folder_.Path(QStringLiteral("kopie"));
+        for (const std::size_t seconds : {5, 9}) {
+            desk_.Render(seconds == 5 ? 5 * kSecond : 4 * kSecond);
+            const auto least = std::size_t((double(seconds) - c.missing) * 44100);
+            EXPECT_TRUE(WaitUntil([&] {
+                QFile::remove(copy);
+                EXPECT_TRUE(QFile::copy(Path(c.name), copy));
+                const bool flac = c.settings.format == EncodeFormat::Flac;
+                return (flac ? ReadFile(copy).Frames() : DecodedFrames(copy)) >= least;
+            })) << c.name;
+        }
+        EXPECT_TRUE(encoder_.Encode_Stop(recording));
+        ASSERT_TRUE(desk_.Audio().Stop(Output::Main));
+    }
+}
+
+TEST_F(EncoderTest, QualityAndBitrateDecideTheSize) {
+    const auto size = [this](const char* name, const EncodeSettings& settings) {
+        const Handle recording = Record(name, settings);
+        desk_.Play(Sine(1000, 0.5));
+        desk_.Play(Sine(3300, 0.3));
+        desk_.Render(5 * kSecond);
+        EXPECT_TRUE(encoder_.Encode_Stop(recording));
+        return double(QFile(Path(name)).size());
+    };
+    for (const int kilobits : {64, 128, 192, 320}) {
+        const std::string name = std::to_string(kilobits) + ".mp3";
+        EXPECT_NEAR(size(name.c_str(), Settings(EncodeFormat::Mp3, 16, kilobits)), kilobits * 125.0 * 5,
+                    kilobits * 125.0 * 0.25);
+    }
+    EXPECT_LT(size("low.ogg", Settings(EncodeFormat::Ogg, 16, 0, 0.1)),
+              0.8 * size("high.ogg", Settings(EncodeFormat::Ogg, 16, 0, 1)));
+    EXPECT_LT(size("low.mp3", Settings(EncodeFormat::Mp3, 16, 0, 0)),
+              0.8 * size("high.mp3", Settings(EncodeFormat::Mp3, 16, 0, 1)));
+}
+
+TEST_F(EncoderTest, AFullDiskKeepsWhatFittedAndTheMusicGoesOn) {
+    FakeDisk disk;
+    disk.SetRoom(200000);
+    EncoderLibraryImpl encoder(disk.Opener());
+    const Handle recording = encoder.Encode_Start(desk_.Audio(), Output::Main, "x.wav", Settings(EncodeFormat::Wav));
+    desk_.Play(Sine(1000, 0.5));
+    desk_.Render(20 * kSecond);
+    EncodeState state;
+    EXPECT_TRUE(
+        WaitUntil([&] { return encoder.Encode_GetState(recording, state) && state.status == EncodeStatus::Failed; }));
+    EXPECT_EQ(state.error, EncodeError::DiskFull);
+    EXPECT_EQ(state.lost, 0U);
+    EXPECT_FALSE(encoder.Encode_Stop(recording));
+    EXPECT_EQ(encoder.ErrorGetCode(), EncodeError::DiskFull);
+    EXPECT_FALSE(encoder.Encode_GetState(recording, state)) << "the handle is gone";
+    EXPECT_FALSE(disk.Removed());
+    const std::vector<char> content = disk.Content();
+    folder_.Write(QStringLiteral("voll.wav"), QByteArray(content.data(), qsizetype(content.size())));
+    EXPECT_GT(ReadFile(Path("voll.wav")).Frames(), kSecond);
+}
+
+TEST_F(EncoderTest, ADiskThatIsTooSlowIsToldFrameByFrame) {
+    FakeDisk disk;
+    EncodeError error = EncodeError::None;
+    const auto encoder = Encoder::Start(disk.Opener(), "x.wav", Settings(EncodeFormat::Wav), 44100, error);
+    ASSERT_NE(encoder, nullptr);
+    disk.Hang();
+    const std::vector<float> block(2 * 1000, 0.25F);
+    const std::size_t blocks = Encoder::kRingFrames / 1000 + 100;
+    for (std::size_t i = 0; i < blocks; ++i)
+        encoder->Write(block.data(), 1000);
+    EXPECT_GT(encoder->State().lost, 80000U);
+    EXPECT_EQ(encoder->State().status, EncodeStatus::Running);
+    encoder->Finish();
+    EXPECT_FALSE(encoder->AwaitEnd(std::chrono::milliseconds(1)));
+    disk.Release();
+    ASSERT_TRUE(encoder->AwaitEnd(std::chrono::seconds(20)));
+    const EncodeState state = encoder->State();
+    EXPECT_EQ(state.status, EncodeStatus::Finished);
+    EXPECT_EQ(state.frames + state.lost, blocks * 1000);
+}
+
+TEST_F(EncoderTest, AHangingDiskDoesNotHoldUpTheStop) {
+    FakeDisk disk;
+    EncoderLibraryImpl encoder(disk.Opener());
+    const Handle recording = encoder.Encode_Start(desk_.Audio(), Output::Main, "x.wav", Settings(EncodeFormat::Wav));
+    disk.Hang();
+    desk_.Render(kSecond);
+    EXPECT_FALSE(encoder.Encode_Stop(recording));
+    EXPECT_EQ(encoder.ErrorGetCode(), EncodeError::Timeout);
+    disk.Release();
+    EXPECT_TRUE(WaitUntil([&] { return encoder.Encode_Stop(recording); }));
+    EXPECT_FALSE(encoder.Encode_Stop(recording));
+    EXPECT_EQ(encoder.ErrorGetCode(), EncodeError::InvalidHandle);
+}
+
+TEST_F(EncoderTest, WhatCannotBeRecordedIsRefusedAndLeavesNoFile) {
+    folder_.Write(QStringLiteral("da.wav"), "bleibt");
+    struct Case {
+        const char* name;
+        EncodeSettings settings;
+        Output output;
+        EncodeError error;
+    };
+    const EncodeSettings wav = Settings(EncodeFormat::Wav);
+    const Case cases[] = {{"da.wav", wav, Output::Main, EncodeError::Exists},
+                          {"da.wav/x.wav", wav, Output::Main, EncodeError::File},
+                          {"fehlt/x.wav", wav, Output::Main, EncodeError::File},
+                          {"x.wav", wav, Output::Headphones, EncodeError::Source},
+                          {"x.wav", Settings(EncodeFormat::Wav, 8), Output::Main, EncodeError::Argument},
+                          {"x.flac", Settings(EncodeFormat::Flac, 32), Output::Main, EncodeError::Argument},
+                          {"x.mp3", Settings(EncodeFormat::Mp3, 16, 48), Output::Main, EncodeError::Argument},
+                          {"x.ogg", Settings(EncodeFormat::Ogg, 16, 128), Output::Main, EncodeError::Argument},
+                          {"x.ogg", Settings(EncodeFormat::Ogg, 16, 0, 1.1), Output::Main, EncodeError::Argument},
+                          {"x.wav", Settings(EncodeFormat(9)), Output::Main, EncodeError::Argument}};
+    for (const Case& c : cases) {
+        EXPECT_EQ(Record(c.name, c.settings, c.output), 0U) << c.name;
+        EXPECT_EQ(encoder_.ErrorGetCode(), c.error) << c.name;
+    }
+    EXPECT_EQ(encoder_.Encode_Start(desk_.Audio(), Handle(99), Raw("x.wav"), wav), 0U);
+    EXPECT_EQ(encoder_.ErrorGetCode(), EncodeError::Source);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_NE(Record(("viele" + std::to_string(i) + ".wav").c_str(), wav), 0U);
+    EXPECT_EQ(Record("x.wav", wav), 0U) << "four at most";
+    EXPECT_EQ(encoder_.ErrorGetCode(), EncodeError::Source);
+    EXPECT_TRUE(WaitUntil([&] { return !QFile::exists(Path("x.wav")); }));
+    EXPECT_EQ(folder_.Read(QStringLiteral("da.wav")), "bleibt");
+}
+
+TEST_F(EncoderTest, ALongWavGoesOnInFurtherFilesWithoutAGap) {
+    folder_.Write(QStringLiteral("lang-2.wav"), "bleibt");
+    EncodeSettings settings = Settings(EncodeFormat::Wav, 32);
+    settings.mostBytes = 500000;
+    desk_.Play(Sine(1000, 0.5));
+    desk_.Render(1000);
+    const Handle recording = Record("lang.wav", settings);
+    desk_.Render(3 * kSecond);
+    EXPECT_TRUE(WaitUntil([&] { return State(recording).frames == 3 * kSecond; }));
+    EXPECT_EQ(State(recording).path, Raw("lang-4.wav"));
+    EXPECT_TRUE(encoder_.Encode_Stop(recording));
+    std::vector<float> joined;
+    for (const char* name : {"lang.wav", "lang-3.wav", "lang-4.wav"}) {
+        const Sound part = ReadFile(Path(name));
+        EXPECT_LE(QFile(Path(name)).size(), 501000) << name;
+        const auto left = part.Left();
+        joined.insert(joined.end(), left.begin(), left.end());
+    }
+    EXPECT_EQ(joined.size(), 3 * kSecond);
+    EXPECT_LT(ToneMeter(joined, 44100).ResidualPeak(kTone, 0, 3), -100);
+    EXPECT_EQ(folder_.Read(QStringLiteral("lang-2.wav")), "bleibt");
+}
+
+TEST_F(EncoderTest, AnotherDeviceDoesNotEndARecordingButAnotherRateDoes) {
+    AudioLibrary& audio = desk_.Audio();
+    const Handle recording = Record("a.wav", Settings(EncodeFormat::Wav));
+    desk_.Render(kSecond);
+    ASSERT_FALSE(audio.Init(Output::Main, 99, 44100, 1024)) << "no such device";
+    ASSERT_TRUE(audio.Init(Output::Main, kOffline, 44100, 512));
+    desk_.Render(kSecond);
+    EXPECT_EQ(State(recording).status, EncodeStatus::Running);
+    ASSERT_TRUE(audio.Init(Output::Main, kOffline, 48000, 512));
+    EXPECT_TRUE(WaitUntil([&] { return State(recording).status == EncodeStatus::Finished; }));
+    EXPECT_EQ(State(recording).frames, 2 * kSecond);
+    const Handle next = Record("b.wav", Settings(EncodeFormat::Wav));
+    desk_.Render(48000);
+    ASSERT_TRUE(audio.Free(Output::Main));
+    EXPECT_TRUE(encoder_.Encode_Stop(next));
+    EXPECT_EQ(ReadFile(Path("b.wav")).rate, 48000);
+    EXPECT_EQ(ReadFile(Path("b.wav")).Frames(), 48000U);
+}
+
+TEST_F(EncoderTest, StartsAndStopsBesideARunningAudioThread) {
+    AudioLibrary& audio = desk_.Audio();
+    ASSERT_TRUE(audio.Init(Output::Main, kNoSound, 44100, 512));
+    const Handle stream = desk_.Play(Sine(440, 0.5, 100 * 44100));
+    const Handle whole = Record("ganz.wav", Settings(EncodeFormat::Wav));
+    ASSERT_NE(whole, 0U);
+    for (int i = 0; i < 8; ++i) {
+        const Handle part = encoder_.Encode_Start(audio, stream, Raw(("teil" + std::to_string(i)).c_str()),
+                                                  Settings(EncodeFormat::Wav));
+        EXPECT_TRUE(WaitUntil([&] { return State(part).frames > 0; }));
+        EXPECT_TRUE(encoder_.Encode_Stop(part));
+    }
+    EXPECT_TRUE(WaitUntil([&] { return State(whole).frames > kSecond / 4; }));
+    EXPECT_EQ(State(whole).lost, 0U);
+    EXPECT_TRUE(encoder_.Encode_Stop(whole));
+    const ToneMeter meter(ReadFile(Path("ganz.wav")).Left(), 44100);
+    EXPECT_LT(meter.ResidualPeak({440}, 0.05, meter.Seconds() - 0.05), -80) << "a gap in what was recorded";
+}
+
+} // namespace
+} // namespace kalvo::test
