@@ -15,7 +15,7 @@ endfunction()
 
 function(kalvo_library target folder)
   file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h ${folder}/*.qrc)
-  list(FILTER sources EXCLUDE REGEX "/src/app/main\\.cpp$|/src/audio/(Encoder)?Module\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "/src/app/main\\.cpp$|/src/audio/(Encoder)?Module\\.cpp$|/src/tags/CdBaseModule\\.cpp$")
   set(compiled ${sources})
   list(FILTER compiled INCLUDE REGEX "\\.cpp$")
   if(NOT compiled)
