@@ -68,3 +68,11 @@ function(kalvo_program)
   get_property(modules GLOBAL PROPERTY kalvo_modules)
   add_dependencies(kalvo ${modules})
 endfunction()
+
+# For whoever publishes components; built on demand.
+function(kalvo_signing_tool)
+  add_executable(kalvo-signieren EXCLUDE_FROM_ALL ${CMAKE_SOURCE_DIR}/packaging/kalvo-signieren.cpp
+                 ${CMAKE_SOURCE_DIR}/src/app/ComponentSignature.cpp)
+  target_include_directories(kalvo-signieren PRIVATE ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(kalvo-signieren PRIVATE Qt6::Core PkgConfig::libsodium)
+endfunction()

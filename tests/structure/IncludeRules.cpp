@@ -45,6 +45,7 @@ const std::vector<Wrapped>& WrappedLibraries() {
         {R"((SDL2/)?SDL.*|(f?mpg123|samplerate)\.h|(vorbis|opus|ogg)/.*)", {"audio"}},
         {R"(opusfile\.h)", {"audio", "tags"}}, // a name of the decoder's and of the tag library's
         {R"(sndfile\.hh?)", {"audio", "app"}},
+        {R"(sodium.*\.h)", {"app"}},
     };
     return libraries;
 }
