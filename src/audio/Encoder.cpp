@@ -71,13 +71,15 @@ private:
     EncodeSettings settings_;
     int rate_;
     int part_ = 1;
+    std::uint64_t inHeader_ = 0; // frames when the header was renewed last
+    std::uint64_t onDisk_ = 0;   // frames when all was put on the disk last
     std::unique_ptr<SoundFileWriter> file_;
     std::chrono::steady_clock::time_point header_ = std::chrono::steady_clock::now();
     std::chrono::steady_clock::time_point disk_ = header_;
 
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
-    // guarded by mutex_
+    // guarded by mutex_; the writing thread reads without it what it alone writes
     bool opened_ = false;
     bool ending_ = false;
     bool discard_ = false;
@@ -169,12 +171,16 @@ EncodeError Encoder::Writer::NextPart() {
 
 void Encoder::Writer::KeepPlayable() {
     const auto now = std::chrono::steady_clock::now();
-    if (failed || now - header_ < kHeaderEvery)
+    const bool toDisk = frames_ != onDisk_ && now - disk_ >= kDiskEvery;
+    const bool header = frames_ != inHeader_ && now - header_ >= kHeaderEvery;
+    if (failed || (!toDisk && !header))
         return;
     header_ = now;
-    const bool toDisk = now - disk_ >= kDiskEvery;
-    if (toDisk)
+    inHeader_ = frames_;
+    if (toDisk) {
         disk_ = now;
+        onDisk_ = frames_;
+    }
     Note(file_->KeepPlayable(toDisk));
 }
 

@@ -32,7 +32,7 @@ public:
     /**
      * Replaces the disc's file atomically, or adds one: "8a0b0c0d", "8a0b0c0d-2" where another disc has the name.
      * A file of that name that is no entry is set aside. The folder is made when missing. The entry's ids are completed
-     * by the table's. False, with nothing changed, when the table is not valid or the file cannot be written.
+     * by the table's. False when the table is not valid or the file cannot be written; the old entry stays then.
      */
     virtual bool Write(const QString& folder, const DiscToc& toc, const DiscEntry& entry) const = 0;
 };
