@@ -11,6 +11,7 @@ testPackages=(
     libgtest-dev libgmock-dev clang-format
     lame vorbis-tools opus-tools sox id3v2
     pulseaudio pulseaudio-utils xvfb
+    clang libclang-rt-dev
 )
 
 tidyPackages=(clang-tidy)

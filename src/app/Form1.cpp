@@ -26,7 +26,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kBufferFrames = 1024;
 constexpr QSize kSmallest(800, 600);
 constexpr QSize kDefaultSize(1280, 800);
 const QString kStyle = QStringLiteral("Style");
@@ -153,7 +152,7 @@ void Form1::Save() {
 bool Form1::InitOutput() {
     const QStringList names = desk_.layer.DeviceNames();
     const int wanted = commandLine_.device ? *commandLine_.device : OutputChoice::Read(desk_.settings).Resolve(names);
-    return desk_.layer.InitAudio(wanted, kBufferFrames);
+    return desk_.layer.InitAudio(wanted, OutputBuffer::Frames(OutputBuffer::Read(desk_.settings)));
 }
 
 void Form1::FillDeviceMenu() {
@@ -179,7 +178,7 @@ void Form1::ChooseDevice(int device) {
     desk_.mixer.Stop(1);
     desk_.mixer.Stop(2);
     desk_.layer.StopAudio();
-    if (!desk_.layer.InitAudio(device, kBufferFrames)) {
+    if (!desk_.layer.InitAudio(device, OutputBuffer::Frames(OutputBuffer::Read(desk_.settings)))) {
         questions_.Tell(QStringLiteral("Error: Couldn't Initialize Digital Output"));
         return;
     }
@@ -203,9 +202,11 @@ void Form1::ApplyStyle() {
     const auto setting = [this](const char* key, const QString& fallback) {
         return desk_.settings.GetSetting(kStyle, QLatin1String(key), fallback);
     };
-    const QString skin = setting("Skin", QStringLiteral("Light Green"));
-    const QString fontSize = setting("Schriftgrad", QStringLiteral("klein"));
-    const QString buttonSize = setting("Buttongroesse", QStringLiteral("klein"));
+    ShowStyle(setting("Skin", QStringLiteral("Light Green")), setting("Schriftgrad", QStringLiteral("klein")),
+              setting("Buttongroesse", QStringLiteral("klein")));
+}
+
+void Form1::ShowStyle(const QString& skin, const QString& fontSize, const QString& buttonSize) {
     SkinStyle::Apply(*qApp, skin, fontSize, buttonSize);
     const auto check = [](const QActionGroup& group, const QString& value) {
         for (QAction* action : group.actions()) {

@@ -19,6 +19,7 @@ struct Desk;
 class ArchivePanel;
 class ConsolePanel;
 class ListBand;
+class OptionCommands;
 class StatusLine;
 class frmTitelEinlesen;
 
@@ -56,6 +57,7 @@ private:
     void OpenArchive();
     void ReadMixer();
     void ApplyStyle();
+    void ShowStyle(const QString& skin, const QString& fontSize, const QString& buttonSize);
     void PlaceWindow();
     /** width: of the window, in logical pixels. */
     void FoldLayout(int width);
@@ -83,6 +85,7 @@ private:
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;
     StatusLine* status_ = nullptr;
+    OptionCommands* options_ = nullptr;
     QPointer<frmTitelEinlesen> import_;
     QTimer* timer1_;  ///< hand-over, 100 ms
     QTimer* timeDj_;  ///< fade, interval = fade speed

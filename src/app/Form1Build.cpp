@@ -5,6 +5,7 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/ListBand.h"
+#include "app/OptionCommands.h"
 #include "app/StatusLine.h"
 #include "archive/ui/ArchivePanel.h"
 #include "playback/ui/MixerPanel.h"
@@ -48,6 +49,9 @@ void Form1::Build() {
     console_->SetCaption([this](int player) { return lists_->Caption(player); });
     archive_->SetContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
                                  actions_.selectAllTitles, actions_.importTitles});
+    options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, console_->Mixing(), *this);
+    connect(options_, &OptionCommands::LookChosen, this, &Form1::ShowStyle);
+    connect(options_, &OptionCommands::OutputChosen, this, &Form1::ChooseDevice);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

@@ -9,11 +9,17 @@ namespace {
 enum Place { X, Y, Width, Height, State, Console, TreeWidth, TreeShown, Continuous, Automatic, ImportFolder };
 
 constexpr int kMaximised = 2;
+constexpr int kLargest = 32'767; ///< no window writes a number beyond it
 
 int NumberAt(const QStringList& values, Place place, int fallback) {
     bool isNumber = false;
     const int value = values.value(place).toInt(&isNumber);
-    return isNumber ? value : fallback;
+    return isNumber && value >= -kLargest && value <= kLargest ? value : fallback;
+}
+
+int SizeAt(const QStringList& values, Place place, int fallback) {
+    const int size = NumberAt(values, place, fallback);
+    return size > 0 ? size : fallback;
 }
 
 } // namespace
@@ -25,8 +31,8 @@ WindowValues WindowValues::Read(const QString& path) {
                        NumberAt(values, Height, 0));
     result.geometry = stored.isValid() ? stored : QRect();
     result.maximised = NumberAt(values, State, 0) == kMaximised;
-    result.consoleHeight = NumberAt(values, Console, result.consoleHeight);
-    result.treeWidth = NumberAt(values, TreeWidth, result.treeWidth);
+    result.consoleHeight = SizeAt(values, Console, result.consoleHeight);
+    result.treeWidth = SizeAt(values, TreeWidth, result.treeWidth);
     result.treeShown = NumberAt(values, TreeShown, 0) != 0;
     result.continuous = NumberAt(values, Continuous, 1) != 0;
     result.automatic = NumberAt(values, Automatic, 1) != 0;

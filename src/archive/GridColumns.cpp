@@ -8,8 +8,9 @@ namespace kalvo::GridColumns {
 
 namespace {
 
-constexpr int widestTwips = 4000 * twipsPerPixel;
-constexpr int narrowestTwips = 8 * twipsPerPixel;
+constexpr int widestTwips = widestPixels * twipsPerPixel;
+constexpr int narrowestTwips = narrowestPixels * twipsPerPixel;
+const QString missing = QStringLiteral("Fehler");
 
 QString Section(qsizetype column) {
     return QStringLiteral("MA%1").arg(column);
@@ -26,6 +27,7 @@ int DefaultWidth(ArchiveField field, int fontHeight) {
 /** What a section holds; no field where it names none of the grid's. */
 struct StoredColumn {
     std::optional<ArchiveField> field;
+    QString caption;
     int width;
     bool visible;
 };
@@ -39,24 +41,33 @@ std::optional<ArchiveField> StoredField(const Settings& settings, const QString&
 
 StoredColumn ReadOne(const Settings& settings, qsizetype column, QList<ArchiveField>& left) {
     const QString section = Section(column);
-    StoredColumn read{StoredField(settings, section), settings.GetNumber(section, QStringLiteral("Width"), 500),
+    StoredColumn read{StoredField(settings, section), settings.GetSetting(section, QStringLiteral("Caption"), missing),
+                      settings.GetNumber(section, QStringLiteral("Width"), 500),
                       settings.GetSwitch(section, QStringLiteral("Visible"), true)};
     if (read.field && !left.removeOne(*read.field))
         read.field.reset();
     return read;
 }
 
+QString UsableCaption(ArchiveField field, const QString& wanted) {
+    const QString caption = wanted.simplified();
+    return !HasFreeCaption(field) || caption.isEmpty() || caption == missing ? FieldCaption(field) : caption;
+}
+
 } // namespace
+
+bool HasFreeCaption(ArchiveField field) {
+    return field < ArchiveField::Extra1;
+}
 
 QList<GridColumn> Defaults(int fontHeight) {
     QList<GridColumn> columns;
     for (const ArchiveField field : kTextFields)
-        columns.append({field, DefaultWidth(field, fontHeight), true});
+        columns.append({field, FieldCaption(field), DefaultWidth(field, fontHeight), true});
     return columns;
 }
 
 QList<GridColumn> Read(const Settings& settings, int fontHeight) {
-    const QString missing = QStringLiteral("Fehler");
     if (settings.GetSetting(Section(kTextFields.size() - 1), QStringLiteral("Caption"), missing) == missing)
         return Defaults(fontHeight);
     // All sections are read first: a damaged one must not take the field that a later one names.
@@ -67,8 +78,10 @@ QList<GridColumn> Read(const Settings& settings, int fontHeight) {
     QList<GridColumn> columns;
     for (const StoredColumn& column : stored) {
         const ArchiveField field = column.field ? *column.field : left.takeFirst();
+        const QString caption = column.field ? column.caption : QString(); // or it would stand over another field
         const bool sane = column.width >= narrowestTwips && column.width <= widestTwips;
-        columns.append({field, sane ? column.width : DefaultWidth(field, fontHeight), column.visible});
+        columns.append({field, UsableCaption(field, caption), sane ? column.width : DefaultWidth(field, fontHeight),
+                        column.visible});
     }
     if (VisibleFields(columns).isEmpty())
         columns.first().visible = true;
@@ -79,7 +92,7 @@ void Write(Settings& settings, const QList<GridColumn>& columns) {
     const Settings::Pass pass(settings);
     for (qsizetype i = 0; i < columns.size(); ++i) {
         const QString section = Section(i);
-        settings.PutSetting(section, QStringLiteral("Caption"), FieldCaption(columns[i].field));
+        settings.PutSetting(section, QStringLiteral("Caption"), UsableCaption(columns[i].field, columns[i].caption));
         settings.PutNumber(section, QStringLiteral("Width"), columns[i].width);
         settings.PutSwitch(section, QStringLiteral("Visible"), columns[i].visible);
         settings.PutSetting(section, QStringLiteral("DataField"), FieldName(columns[i].field));

@@ -11,7 +11,8 @@ class Settings;
 /** One column of the archive grid. */
 struct GridColumn {
     ArchiveField field = ArchiveField::Titel;
-    int width = 0; ///< twips, 15 per logical pixel
+    QString caption; ///< heading; the extra fields keep their own
+    int width = 0;   ///< twips, 15 per logical pixel
     bool visible = true;
 
     bool operator==(const GridColumn&) const = default;
@@ -21,13 +22,19 @@ struct GridColumn {
 namespace GridColumns {
 
 constexpr int twipsPerPixel = 15;
+constexpr int narrowestPixels = 8;
+constexpr int widestPixels = 4000;
+
+/** Whether the heading can be chosen: the extra fields stand under fixed ones. */
+bool HasFreeCaption(ArchiveField field);
 
 /** Every text field, visible, in creation order; fontHeight: of the chosen font in pixels. */
 QList<GridColumn> Defaults(int fontHeight);
 
 /**
  * The stored columns; the defaults when none are stored. Always every text field once: a section that names no field,
- * or one named before, gets the first field that is left, and a width that no screen has becomes the default one.
+ * or one named before, gets the first field that is left, and a width that no screen has becomes the default one. A
+ * heading that is empty, or the word that stands for a missing layout, is the field's own.
  */
 QList<GridColumn> Read(const Settings& settings, int fontHeight);
 

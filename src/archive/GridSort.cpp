@@ -16,8 +16,7 @@ QString GridSort::HeaderClick(ArchiveField field, const GridFilter& filter) {
     return statement;
 }
 
-QString GridSort::Caption(ArchiveField field) const {
-    const QString plain = FieldCaption(field);
+QString GridSort::Caption(ArchiveField field, const QString& plain) const {
     if (!IsSorted(field))
         return plain;
     return plain + (descending_ ? QStringLiteral(" <") : QStringLiteral(" >"));

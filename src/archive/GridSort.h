@@ -30,7 +30,9 @@ public:
     QString HeaderClick(ArchiveField field, const GridFilter& filter);
 
     /** Heading of a column, with " >" (ascending) or " <" (descending) on the sorted one. */
-    QString Caption(ArchiveField field) const;
+    QString Caption(ArchiveField field) const { return Caption(field, FieldCaption(field)); }
+    /** The same for a heading of the user's own. */
+    QString Caption(ArchiveField field, const QString& plain) const;
     bool IsSorted(ArchiveField field) const { return field_ == field; }
 
 private:

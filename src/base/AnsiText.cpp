@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace kalvo::AnsiText {
 
@@ -19,10 +20,12 @@ bool IsAscii(const QByteArray& bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-bool IsUtf8(const QByteArray& bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString decoded = decoder.decode(bytes);
-    return !decoder.hasError() && !decoded.isNull();
+/** Nothing when the bytes are not UTF-8 throughout. A mark at their start is a character like any other. */
+std::optional<QString> FromUtf8(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    QString decoded = decoder.decode(bytes);
+    return decoder.hasError() ? std::nullopt : std::optional(decoded);
 }
 
 /** False when a character is not in Windows-1252. */
@@ -44,16 +47,20 @@ bool ToCodePage(const QString& text, QByteArray& bytes) {
 
 } // namespace
 
+bool IsUtf8(const QByteArray& bytes) {
+    return !IsAscii(bytes) && FromUtf8(bytes);
+}
+
 QByteArray Encode(const QString& text) {
     QByteArray bytes;
-    if (!ToCodePage(text, bytes) || (!IsAscii(bytes) && IsUtf8(bytes)))
+    if (!ToCodePage(text, bytes) || IsUtf8(bytes))
         return text.toUtf8();
     return bytes;
 }
 
 QString Decode(const QByteArray& bytes) {
-    if (IsUtf8(bytes))
-        return QString::fromUtf8(bytes.constData(), bytes.size());
+    if (const std::optional<QString> decoded = FromUtf8(bytes))
+        return *decoded;
     QString text(bytes.size(), Qt::Uninitialized);
     std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
         const auto code = static_cast<unsigned char>(byte);

@@ -1,6 +1,7 @@
 #include "base/IniText.h"
 
 #include "base/AnsiText.h"
+#include "base/PlainText.h"
 
 namespace kalvo {
 
@@ -21,12 +22,6 @@ QString Unquoted(const QString& value) {
     return HasQuotes(value) ? value.mid(1, value.size() - 2) : value;
 }
 
-QByteArray WrittenValue(QString value) {
-    value.replace(u'\r', u' ').replace(u'\n', u' ');
-    const bool loses = HasQuotes(value) || value.trimmed() != value;
-    return AnsiText::Encode(loses ? u'"' + value + u'"' : value);
-}
-
 QByteArray LineEnd(const QByteArray& bytes, qsizetype at) {
     if (bytes.at(at) == '\r' && at + 1 < bytes.size() && bytes.at(at + 1) == '\n')
         return newLineEnd;
@@ -35,9 +30,11 @@ QByteArray LineEnd(const QByteArray& bytes, qsizetype at) {
 
 } // namespace
 
-IniText::IniText(const QByteArray& bytes) {
-    qsizetype start = 0;
-    for (qsizetype at = 0; at < bytes.size(); ++at) {
+IniText::IniText(const QByteArray& bytes) : isUtf8_(AnsiText::IsUtf8(bytes)) {
+    if (bytes.startsWith(utf8Mark))
+        mark_ = utf8Mark;
+    qsizetype start = mark_.size();
+    for (qsizetype at = start; at < bytes.size(); ++at) {
         if (bytes.at(at) != '\n' && bytes.at(at) != '\r')
             continue;
         const QByteArray end = LineEnd(bytes, at);
@@ -51,7 +48,7 @@ IniText::IniText(const QByteArray& bytes) {
 
 IniText::Line IniText::Parse(const QByteArray& text, const QByteArray& end) {
     Line line{Kind::Other, {}, {}, text, end};
-    const QByteArray content = (text.startsWith(utf8Mark) ? text.mid(utf8Mark.size()) : text).trimmed();
+    const QByteArray content = text.trimmed();
     const qsizetype closing = content.indexOf(']');
     const qsizetype equals = content.indexOf('=');
     if (content.startsWith('[') && closing > 0) {
@@ -63,6 +60,16 @@ IniText::Line IniText::Parse(const QByteArray& text, const QByteArray& end) {
         line.value = Unquoted(AnsiText::Decode(content.mid(equals + 1)).trimmed());
     }
     return line;
+}
+
+QByteArray IniText::Encoded(const QString& text) const {
+    return isUtf8_ ? text.toUtf8() : AnsiText::Encode(text);
+}
+
+QByteArray IniText::WrittenValue(const QString& value) const {
+    const QString line = PlainText::WithoutControls(value);
+    const bool loses = HasQuotes(line) || line.trimmed() != line;
+    return Encoded(loses ? u'"' + line + u'"' : line);
 }
 
 std::optional<QString> IniText::Value(const QString& section, const QString& key) const {
@@ -83,18 +90,18 @@ void IniText::SetValue(const QString& section, const QString& key, const QString
     qsizetype at = SectionEnd(FindSection(section));
     while (lines_.at(at - 1).text.trimmed().isEmpty())
         --at; // blank lines go on parting the sections
-    InsertLine(at, AnsiText::Encode(key.trimmed()) + '=' + written);
+    InsertLine(at, Encoded(key.trimmed()) + '=' + written);
 }
 
 QByteArray IniText::Bytes() const {
-    QByteArray bytes;
+    QByteArray bytes = mark_;
     for (const Line& line : lines_)
         bytes += line.text + line.end;
     return bytes;
 }
 
 void IniText::AddSection(const QString& section) {
-    InsertLine(lines_.size(), '[' + AnsiText::Encode(section.trimmed()) + ']');
+    InsertLine(lines_.size(), '[' + Encoded(section.trimmed()) + ']');
 }
 
 qsizetype IniText::FindSection(const QString& section) const {

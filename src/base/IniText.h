@@ -11,7 +11,8 @@ namespace kalvo {
 /**
  * Content of an initialisation file, kept line by line, so that comments, blank lines, foreign keys, their order and
  * line ends come back unchanged. Sections and keys are compared without case and without blanks around them; of equal
- * ones the first counts. Keys and values are ANSI texts, each for itself.
+ * ones the first counts. Keys and values are ANSI texts, each for itself; in a file that is UTF-8 throughout they are
+ * written as such.
  */
 class IniText {
 public:
@@ -22,7 +23,8 @@ public:
     std::optional<QString> Value(const QString& section, const QString& key) const;
     /**
      * Replaces the value in its line or adds a line at the section's end. Quotes are put around what would lose blanks
-     * or quotes of its own; line breaks become blanks.
+     * or quotes of its own; line breaks and control characters become blanks. Names are the program's own: not empty,
+     * without line breaks, "]" and "=", and a key does not start like a section or a comment.
      */
     void SetValue(const QString& section, const QString& key, const QString& value);
 
@@ -39,6 +41,8 @@ private:
     };
 
     static Line Parse(const QByteArray& text, const QByteArray& end);
+    QByteArray Encoded(const QString& text) const;
+    QByteArray WrittenValue(const QString& value) const;
     void AddSection(const QString& section);
     /** The section's head; lines_.size() when there is none. */
     qsizetype FindSection(const QString& section) const;
@@ -47,7 +51,9 @@ private:
     qsizetype FindKey(qsizetype head, const QString& key) const;
     void InsertLine(qsizetype at, const QByteArray& text);
 
+    QByteArray mark_; ///< UTF-8 mark at the file's start
     QList<Line> lines_;
+    bool isUtf8_ = false;
 };
 
 } // namespace kalvo

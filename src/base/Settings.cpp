@@ -2,6 +2,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/IniText.h"
+#include "base/PlainText.h"
 
 #include <QFile>
 
@@ -76,6 +77,10 @@ private:
         QFile file(path_);
         readable_ = file.open(QIODevice::ReadOnly) || !file.exists();
         onDisk_ = file.isOpen() ? file.readAll() : QByteArray();
+        if (!PlainText::IsText(onDisk_)) {
+            readable_ = false;
+            onDisk_.clear();
+        }
         text_ = IniText(onDisk_);
         stamp_ = stamp;
         loaded_ = true;
@@ -89,7 +94,7 @@ private:
     Stamp stamp_;
     std::vector<kalvo::Change> changes_;
     bool loaded_ = false;
-    bool readable_ = false; ///< a file that is there but cannot be read is never overwritten
+    bool readable_ = false; ///< a file that is there but cannot be read, or is damaged, is never overwritten
 };
 
 QString Cut(const QString& value) {

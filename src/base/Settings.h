@@ -8,7 +8,8 @@ namespace kalvo {
 
 /**
  * The settings file "\kalvo.ini" and files of its kind: sections and keys, compared without case, values are text.
- * UI thread. Reads cost no disk access while the file is unchanged since the last one.
+ * UI thread. Reads look at the file's time and size and read it again only after a change. A damaged file, see
+ * PlainText, counts as missing but is never overwritten: set it aside first.
  */
 class Settings {
 public:

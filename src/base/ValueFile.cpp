@@ -2,6 +2,7 @@
 
 #include "base/AnsiText.h"
 #include "base/AtomicFile.h"
+#include "base/PlainText.h"
 
 #include <QFile>
 
@@ -9,11 +10,13 @@ namespace kalvo::ValueFile {
 
 namespace {
 
+const QByteArray utf8Mark = QByteArrayLiteral("\xEF\xBB\xBF");
+
 QByteArray Written(const Value& value) {
     if (const int* number = std::get_if<int>(&value))
         return QByteArray::number(*number);
-    QString text = std::get<QString>(value);
-    text.replace('\r', ' ').replace('\n', ' ').replace('"', QStringLiteral("\"\""));
+    QString text = PlainText::WithoutControls(std::get<QString>(value));
+    text.replace(u'"', QStringLiteral("\"\""));
     return '"' + AnsiText::Encode(text) + '"';
 }
 
@@ -88,24 +91,34 @@ private:
 
 } // namespace
 
-bool Write(const QString& path, const QList<Value>& values) {
+QByteArray Bytes(const QList<Value>& values) {
     QByteArrayList written;
     for (const Value& value : values)
         written.append(Written(value));
-    return WriteAtomically(path, written.join(',') + "\r\n");
+    return written.join(',') + "\r\n";
+}
+
+QStringList Parse(const QByteArray& bytes) {
+    QByteArray text = bytes.startsWith(utf8Mark) ? bytes.mid(utf8Mark.size()) : bytes;
+    QStringList values;
+    const QByteArrayList lines = text.replace('\r', '\n').split('\n');
+    for (const QByteArray& line : lines) {
+        if (!line.trimmed().isEmpty())
+            values.append(LineReader(line).Values());
+    }
+    return values;
+}
+
+bool Write(const QString& path, const QList<Value>& values) {
+    return WriteAtomically(path, Bytes(values));
 }
 
 QStringList Read(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    QStringList values;
-    const QByteArrayList lines = file.readAll().replace('\r', '\n').split('\n');
-    for (const QByteArray& line : lines) {
-        if (!line.trimmed().isEmpty())
-            values.append(LineReader(line).Values());
-    }
-    return values;
+    const QByteArray bytes = file.readAll();
+    return PlainText::IsText(bytes) ? Parse(bytes) : QStringList();
 }
 
 } // namespace kalvo::ValueFile

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -14,16 +15,19 @@ namespace kalvo::ValueFile {
 
 using Value = std::variant<int, QString>;
 
-/**
- * Replaces the file atomically by one line. A quote inside a text is doubled, a line break becomes a blank.
- * False when the file could not be written.
- */
-bool Write(const QString& path, const QList<Value>& values);
+/** The line, its end included. A quote inside a text is doubled; line breaks and control characters become blanks. */
+QByteArray Bytes(const QList<Value>& values);
 
 /**
- * The values as texts, in order, over all lines; empty when the file is missing or unreadable. Broken lines give what
- * can be read: a quote counts as the end of a text only before a comma or a line's end, which ends it in any case.
+ * The values as texts, in order, over all lines. Broken lines give what can be read: a quote counts as the end of a
+ * text only before a comma or a line's end, which ends it in any case.
  */
+QStringList Parse(const QByteArray& bytes);
+
+/** Replaces the file atomically by one line; false when it could not be written. */
+bool Write(const QString& path, const QList<Value>& values);
+
+/** The file's values; none when it is missing, unreadable or damaged, see PlainText. */
 QStringList Read(const QString& path);
 
 } // namespace kalvo::ValueFile

@@ -63,6 +63,47 @@ void DrawComboBox(QPainter& painter, const QStyleOptionComboBox& option) {
     DrawIcon(painter, QStringLiteral("drop-down"), arrow, SkinStyle::Colours().dim, size);
 }
 
+int StepButtonWidth() {
+    return SkinStyle::Units().F() + SkinStyle::Units().Gap(1);
+}
+
+/** Place of an input's step button: the upper or the lower half of its right end. */
+QRect StepButton(const QRect& box, bool up) {
+    const QRect both(box.right() - StepButtonWidth(), box.y() + 1, StepButtonWidth(), box.height() - 2);
+    return up ? both.adjusted(0, 0, 0, -both.height() / 2) : both.adjusted(0, both.height() / 2, 0, 0);
+}
+
+void DrawStep(QPainter& painter, const QStyleOptionSpinBox& option, bool up) {
+    const Skin& skin = SkinStyle::Colours();
+    const QRect place = StepButton(option.rect, up);
+    const bool possible =
+        option.stepEnabled & (up ? QAbstractSpinBox::StepUpEnabled : QAbstractSpinBox::StepDownEnabled);
+    const bool isActive = option.activeSubControls & (up ? QStyle::SC_SpinBoxUp : QStyle::SC_SpinBoxDown);
+    if (isActive && possible && (option.state & QStyle::State_Sunken))
+        painter.fillRect(place, skin.line);
+    painter.save();
+    painter.translate(place.center());
+    painter.rotate(up ? 180 : 0);
+    const int size = place.height();
+    DrawIcon(painter, QStringLiteral("drop-down"), QRect(-size / 2, -size / 2, size, size),
+             possible && (option.state & QStyle::State_Enabled) ? skin.text : skin.line,
+             qMin(size, SkinStyle::Units().F()));
+    painter.restore();
+}
+
+void DrawSpinBox(QPainter& painter, const QStyleOptionSpinBox& option) {
+    const Skin& skin = SkinStyle::Colours();
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const bool focused = option.state & QStyle::State_HasFocus;
+    const QColor edge = focused ? skin.highlight : enabled ? skin.edge : skin.line;
+    const QColor fill = enabled ? skin.base : skin.window;
+    PaintButton(painter, option.rect, {fill, edge, skin.text});
+    if (focused)
+        PaintButton(painter, option.rect.adjusted(1, 1, -1, -1), {fill, edge, skin.text});
+    DrawStep(painter, option, true);
+    DrawStep(painter, option, false);
+}
+
 /** A range that is even about 0 gets a centre mark, every other one is filled from its start. */
 void DrawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle) {
     const Skin& skin = SkinStyle::Colours();
@@ -158,6 +199,8 @@ void SkinPainting::drawComplexControl(ComplexControl control, const QStyleOption
                                       const QWidget* widget) const {
     if (const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option); control == CC_ComboBox && box)
         return DrawComboBox(*painter, *box);
+    if (const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option); control == CC_SpinBox && box)
+        return DrawSpinBox(*painter, *box);
     if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_Slider && slider)
         return DrawSlider(*painter, *slider, proxy()->subControlRect(CC_Slider, option, SC_SliderHandle, widget));
     QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -176,6 +219,10 @@ QRect SkinPainting::subControlRect(ComplexControl control, const QStyleOptionCom
     const FontUnits& units = SkinStyle::Units();
     if (control == CC_ComboBox && part == SC_ComboBoxEditField)
         return option->rect.adjusted(units.Of(0.45), 1, -units.F() - units.Gap(2), -1);
+    if (control == CC_SpinBox && (part == SC_SpinBoxUp || part == SC_SpinBoxDown))
+        return StepButton(option->rect, part == SC_SpinBoxUp);
+    if (control == CC_SpinBox && part == SC_SpinBoxEditField)
+        return option->rect.adjusted(units.Of(0.45), 2, -StepButtonWidth() - 2, -2);
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control == CC_Slider && part == SC_SliderHandle && slider) {
         const bool horizontal = slider->orientation == Qt::Horizontal;
@@ -199,6 +246,8 @@ QSize SkinPainting::sizeFromContents(ContentsType type, const QStyleOption* opti
                 qMax(units.Button(), size.height() + units.Gap(1)) + 2 * focusRingMargin};
     case CT_ComboBox:
         return {size.width() + units.Of(0.9) + units.F() + units.Gap(2), units.Button()};
+    case CT_SpinBox:
+        return {size.width() + units.Of(0.9) + StepButtonWidth(), units.Button()};
     case CT_ToolButton:
         return {qMax(size.width() + units.Gap(2), units.Button()), qMax(size.height() + units.Gap(1), units.Button())};
     case CT_ItemViewItem: {

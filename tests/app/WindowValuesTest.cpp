@@ -35,6 +35,13 @@ TEST(WindowValues, TakeDefaultsForWhatIsMissingOrBroken) {
     EXPECT_EQ(read.treeWidth, 99);
     EXPECT_TRUE(read.continuous);
     EXPECT_TRUE(WindowValues::Read(folder.Path(QStringLiteral("keine"))).importFolder.isEmpty());
+    folder.Write(QStringLiteral("kalvo.dll"), "0,0,2000000000,700,0,-5,1999999999,1,#TRUE#,0,\"/m\",zu,viele");
+    const WindowValues wild = WindowValues::Read(path);
+    EXPECT_TRUE(wild.geometry.isNull());
+    EXPECT_EQ(wild.consoleHeight, 318);
+    EXPECT_EQ(wild.treeWidth, 210);
+    EXPECT_FALSE(wild.automatic);
+    EXPECT_EQ(wild.importFolder, QStringLiteral("/m"));
 }
 
 } // namespace

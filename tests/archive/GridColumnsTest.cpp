@@ -39,6 +39,7 @@ TEST(GridColumnsTest, WrittenColumnsComeBack) {
     columns.move(7, 0);
     columns[2].width = 1234;
     columns[5].visible = false;
+    columns[3].caption = QStringLiteral("CD");
     Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
     GridColumns::Write(settings, columns);
     EXPECT_EQ(GridColumns::Read(Settings(folder.Path(QStringLiteral("kalvo.ini"))), fontHeight), columns);
@@ -66,6 +67,35 @@ TEST(GridColumnsTest, DamagedSectionsLoseNoField) {
         ExpectEveryFieldOnce(columns);
         for (const GridColumn& column : columns)
             EXPECT_TRUE(column.width > 0 && column.width < 100000) << column.width;
+    }
+}
+
+TEST(GridColumnsTest, HeadingsOfTheUsersOwnComeBack) {
+    const struct {
+        ArchiveField field;
+        const char16_t* wanted;
+        const char16_t* kept;
+    } cases[] = {{ArchiveField::Titel, u"Lied  & Größe", u"Lied & Größe"},
+                 {ArchiveField::Interpret, u"  ", u"Interpret"},
+                 {ArchiveField::Pfad, u"Fehler", u"Pfad"}, // stands for a missing layout
+                 {ArchiveField::Extra1, u"Notiz", u"Kommentar"},
+                 {ArchiveField::Extra4, u"Fehler", u"BPM"}};
+    TestFolder folder;
+    Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
+    QList<GridColumn> columns = GridColumns::Defaults(fontHeight);
+    for (GridColumn& column : columns) {
+        for (const auto& [field, wanted, kept] : cases) {
+            if (column.field == field)
+                column.caption = QString::fromUtf16(wanted);
+        }
+    }
+    GridColumns::Write(settings, columns);
+    for (const GridColumn& column : GridColumns::Read(settings, fontHeight)) {
+        for (const auto& [field, wanted, kept] : cases) {
+            if (column.field == field) {
+                EXPECT_EQ(column.caption, QString::fromUtf16(kept));
+            }
+        }
     }
 }
 

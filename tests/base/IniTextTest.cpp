@@ -55,11 +55,48 @@ TEST(IniText, ChangesOnlyWhatIsAsked) {
                                        "A =2\r\nneu=3\r\n\r\n\r\n[Z]\nq='1'\r\nr=4\r\n[Y]\r\ns=5\r\n"));
 }
 
+TEST(IniText, WrittenByHandInAnyFormReadsAlikeAndLosesNothing) {
+    const QByteArray lines[] = {"; Größe: von Hand", "verirrt=1",
+                                "[Style]",           " Schriftgrad = groß ",
+                                "[Über mich]",       "Alternativ=\"Jürgen & Söhne\"",
+                                "Fremd=ÄÖÜ",         "[style]",
+                                "Schriftgrad=klein"};
+    const auto file = [&lines](bool asUtf8, const QByteArrayList& ends, const QByteArray& mark) {
+        QByteArray bytes = mark;
+        qsizetype line = 0;
+        for (const QByteArray& text : lines)
+            bytes += (asUtf8 ? text : QString::fromUtf8(text).toLatin1()) + ends[line++ % ends.size()];
+        bytes.chop(ends[(line - 1) % ends.size()].size()); // no line end at the file's end
+        return bytes;
+    };
+    const QByteArray files[] = {file(false, {"\r\n"}, {}), file(true, {"\n"}, {}), file(true, {"\r\n"}, "\xEF\xBB\xBF"),
+                                file(false, {"\r\n", "\n", "\r"}, {})};
+    for (const QByteArray& before : files) {
+        SCOPED_TRACE(before.toPercentEncoding().constData());
+        EXPECT_EQ(ValueIn(before, u"STYLE", u"schriftgrad"), QStringLiteral("groß"));
+        EXPECT_EQ(ValueIn(before, u"ÜBER MICH", u"alternativ"), QStringLiteral("Jürgen & Söhne"));
+        EXPECT_FALSE(ValueIn(before, u"Style", u"verirrt"));
+        IniText text(before);
+        text.SetValue(QStringLiteral("Style"), QStringLiteral("Schriftgrad"), QStringLiteral("größer"));
+        QByteArray expected = before;
+        const bool isUtf8 = before.contains("ö");
+        const QByteArray old = isUtf8 ? QByteArrayLiteral(" groß ") : QByteArrayLiteral(" gro\xDF ");
+        expected.replace(expected.indexOf(old), old.size(),
+                         isUtf8 ? "größer"
+                                : "gr\xF6\xDF"
+                                  "er");
+        EXPECT_EQ(text.Bytes(), expected);
+        EXPECT_EQ(ValueIn(text.Bytes(), u"Style", u"Schriftgrad"), QStringLiteral("größer"));
+    }
+}
+
 TEST(IniText, LineBreaksCannotBreakTheFile) {
     IniText text;
     text.SetValue(QStringLiteral("S"), QStringLiteral("a"), QStringLiteral("1\n[T]\r\nb=2"));
     EXPECT_FALSE(ValueIn(text.Bytes(), u"T", u"b"));
     EXPECT_EQ(ValueIn(text.Bytes(), u"S", u"a"), QStringLiteral("1 [T]  b=2"));
+    text.SetValue(QStringLiteral("S"), QStringLiteral("a"), QStringLiteral("x\u0001y\u0000z"));
+    EXPECT_EQ(ValueIn(text.Bytes(), u"S", u"a"), QStringLiteral("x y z"));
 }
 
 } // namespace kalvo

@@ -100,4 +100,16 @@ TEST_F(SettingsTest, NeverReplacesWhatItCannotRead) {
     EXPECT_EQ(folder.Read(QStringLiteral("kalvo.ini")), QByteArray("[S]\na=1\n"));
 }
 
+TEST_F(SettingsTest, ADamagedFileCountsAsMissingAndIsKept) {
+    const QByteArray damaged = "[S]\na=1\n" + QByteArray(64, '\0');
+    folder.Write(QStringLiteral("kalvo.ini"), damaged);
+    EXPECT_EQ(Get("a"), QStringLiteral("-"));
+    Put("a", QStringLiteral("2"));
+    EXPECT_EQ(Get("a"), QStringLiteral("2")) << "for this run";
+    EXPECT_EQ(folder.Read(QStringLiteral("kalvo.ini")), damaged);
+    ASSERT_TRUE(QFile::remove(folder.Path(QStringLiteral("kalvo.ini"))));
+    Put("b", QStringLiteral("3"));
+    EXPECT_EQ(folder.Read(QStringLiteral("kalvo.ini")), QByteArray("[S]\r\na=2\r\nb=3\r\n"));
+}
+
 } // namespace kalvo

@@ -44,10 +44,14 @@ TEST_F(ValueFileTest, ReadsBrokenLines) {
                  {"\"offen, 3\n4", {QStringLiteral("offen, 3"), QStringLiteral("4")}},
                  {"\"7\" Zoll\",2", {QStringLiteral("7\" Zoll"), QStringLiteral("2")}},
                  {"1\r\n\r\n2\r\n", {QStringLiteral("1"), QStringLiteral("2")}},
+                 {"\xEF\xBB\xBF"
+                  "7,8",
+                  {QStringLiteral("7"), QStringLiteral("8")}},
                  {"\"", {QString()}}};
     for (const auto& [bytes, values] : cases)
         EXPECT_EQ(ReadBack(bytes), values) << bytes;
     EXPECT_TRUE(ValueFile::Read(folder.Path(QStringLiteral("fehlt"))).isEmpty());
+    EXPECT_TRUE(ReadBack(QByteArray("1,2,\0,4", 8)).isEmpty()) << "damaged";
 }
 
 } // namespace kalvo

@@ -15,7 +15,9 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QUrl>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -90,8 +92,31 @@ void ArchiveGrid::changeEvent(QEvent* event) {
         ApplyLook();
 }
 
+void ArchiveGrid::wheelEvent(QWheelEvent* event) {
+    const int angle = event->angleDelta().y();
+    if (angle == 0 || event->modifiers() != Qt::NoModifier) {
+        QTableView::wheelEvent(event);
+        return;
+    }
+    constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
+    wheelAngle_ += angle * wheelRows_;
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - wheelAngle_ / notch);
+    wheelAngle_ %= notch;
+    event->accept();
+}
+
+void ArchiveGrid::ReloadColumns() {
+    columns_ = GridColumns::Read(settings_, SkinStyle::Units().F());
+    ApplyColumns();
+    Q_EMIT ColumnsChanged();
+}
+
 void ArchiveGrid::ApplyColumns() {
     const QScopedValueRollback guard(applying_, true);
+    QStringList captions(columns_.size());
+    for (const GridColumn& column : std::as_const(columns_))
+        captions[ArchiveModel::ColumnOf(column.field)] = column.caption;
+    model_->SetCaptions(captions);
     QHeaderView* header = horizontalHeader();
     for (int place = 0; place < columns_.size(); ++place) {
         const GridColumn& column = columns_[place];

@@ -35,6 +35,10 @@ public:
     void MAAlleTitelAuswaehlen() { selectAll(); }
     /** What the cells mark; see FoundTextDelegate. */
     void SetSearchText(const QString& text);
+    /** Rows that one notch of the mouse wheel moves; at least 1. */
+    void SetWheelRows(int rows) { wheelRows_ = qMax(1, rows); }
+    /** Takes the columns from the settings again, where somebody else has changed them. */
+    void ReloadColumns();
     /** Applies a head's click; the filter tells what the rows are narrowed to. */
     void SortBy(ArchiveField field, GridFilter filter);
 
@@ -54,6 +58,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void SetUpHeader();
@@ -72,7 +77,9 @@ private:
     ArchiveModel* model_;
     FoundTextDelegate* delegate_;
     QList<GridColumn> columns_;
-    qint64 currentNr_ = 0;      ///< of the current row, so that it is found again among other rows
+    qint64 currentNr_ = 0; ///< of the current row, so that it is found again among other rows
+    int wheelRows_ = 3;
+    int wheelAngle_ = 0;        ///< eighths of a degree that have not moved a row yet
     bool applying_ = false;     ///< the program itself is changing the header
     bool columnsDirty_ = false; ///< changed while a mouse button is held
 };

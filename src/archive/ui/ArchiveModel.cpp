@@ -34,6 +34,11 @@ int ArchiveModel::ColumnOf(ArchiveField field) {
     return static_cast<int>(std::find(kTextFields.begin(), kTextFields.end(), field) - kTextFields.begin());
 }
 
+void ArchiveModel::SetCaptions(const QStringList& captions) {
+    captions_ = captions;
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
 int ArchiveModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : archive_.RowCount();
 }
@@ -64,7 +69,7 @@ QVariant ArchiveModel::headerData(int section, Qt::Orientation orientation, int 
     const ArchiveField field = FieldOf(section);
     switch (role) {
     case Qt::DisplayRole:
-        return sort_.Caption(field);
+        return sort_.Caption(field, captions_.value(section, FieldCaption(field)));
     case Qt::TextAlignmentRole:
         return AlignmentOf(field);
     case Qt::FontRole:

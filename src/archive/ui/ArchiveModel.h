@@ -18,6 +18,9 @@ public:
     static ArchiveField FieldOf(int column) { return kTextFields[static_cast<std::size_t>(column)]; }
     static int ColumnOf(ArchiveField field);
 
+    /** Headings by column. */
+    void SetCaptions(const QStringList& captions);
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
@@ -30,6 +33,7 @@ public:
 private:
     Archive& archive_;
     GridSort sort_;
+    QStringList captions_; ///< empty: the fields' own
 };
 
 } // namespace kalvo

@@ -34,6 +34,9 @@ public:
     TitleRecord CurrentRecord() const { return grid_->CurrentRecord(); }
     void MAAlleTitelAuswaehlen() { grid_->MAAlleTitelAuswaehlen(); }
 
+    void SetWheelRows(int rows) { grid_->SetWheelRows(rows); }
+    void ReloadColumns() { grid_->ReloadColumns(); }
+
     /** Shows what has changed in the archive since. */
     void Refresh();
     /** Narrow leaves out the line of the selected title and the tool buttons. */

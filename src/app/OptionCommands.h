@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/OptionValues.h"
+#include "app/TestTone.h"
+
+#include <QObject>
+#include <QPointer>
+
+class QAction;
+class QMenu;
+
+namespace kalvo {
+
+struct Desk;
+class ArchivePanel;
+class MixerPanel;
+class frmOptionen;
+
+/** The command `Optionen`: opens the dialog, writes what is confirmed there, and applies it to the running desk. */
+class OptionCommands : public QObject {
+    Q_OBJECT
+
+public:
+    /** Everything given outlives this. Applies at once the settings that only this knows: mouse wheel, cue points. */
+    OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& archive, MixerPanel& mixing, QWidget& window);
+
+    /** Opens the dialog, or brings the open one to the front. */
+    void Open();
+
+Q_SIGNALS:
+    /** This look is to be shown; it is not necessarily kept. */
+    void LookChosen(const QString& skin, const QString& fontSize, const QString& buttonSize);
+    /** The players are to sound on another device from now on. */
+    void OutputChosen(int device);
+
+private:
+    OptionValues Current() const;
+    void Confirm();
+    void Apply(const OptionValues& values);
+    void ApplyMixing(const OptionValues& values);
+    void PlayTone(int device);
+
+    Desk& desk_;
+    ArchivePanel& archive_;
+    MixerPanel& mixing_;
+    QWidget& window_;
+    QString chartsPath_; ///< of "\optionen.dll"
+    TestTone tone_;
+    QPointer<frmOptionen> dialog_;
+};
+
+} // namespace kalvo

@@ -1,0 +1,184 @@
+#include "app/frmOptionen.h"
+
+#include "widgets/SkinStyle.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QStackedWidget>
+#include <QTableWidget>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+namespace {
+
+const QStringList devices = {QStringLiteral("Kein Ton"), QStringLiteral("Standardausgabe"), QStringLiteral("Karte A"),
+                             QStringLiteral("Karte B")};
+
+OptionValues SomeValues() {
+    OptionValues values;
+    values.columns = GridColumns::Defaults(13);
+    values.output = {2, QStringLiteral("Karte A")};
+    values.buffer = QStringLiteral("normal");
+    return values;
+}
+
+class frmOptionenTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        SkinStyle::Apply(*qApp, QStringLiteral("Grey"), QStringLiteral("klein"), QStringLiteral("klein"));
+    }
+    void Open(const OptionValues& values) {
+        dialog = std::make_unique<frmOptionen>(values, devices);
+        dialog->show();
+        QObject::connect(dialog.get(), &frmOptionen::LookChosen, [this](const QString& skin, const QString& fontSize) {
+            looks.append(skin + u'/' + fontSize);
+        });
+    }
+    template<typename Widget>
+    Widget& Find(const char* name) {
+        auto* found = dialog->findChild<Widget*>(QString::fromUtf8(name));
+        if (found == nullptr)
+            throw std::runtime_error(name);
+        return *found;
+    }
+    void Choose(const char* name, const QString& text) {
+        auto& box = Find<QComboBox>(name);
+        ASSERT_GE(box.findText(text), 0) << text.toStdString();
+        box.setCurrentText(text);
+        Q_EMIT box.activated(box.currentIndex());
+    }
+
+    std::unique_ptr<frmOptionen> dialog;
+    QStringList looks;
+};
+
+TEST_F(frmOptionenTest, UntouchedPagesChangeNothing) {
+    OptionValues values = SomeValues();
+    values.headphones = {7, QStringLiteral("Ausgesteckt")}; // kept, although it is not there
+    values.meterColour = 0x010203;
+    values.columns[2].width += 7; // no whole pixels
+    values.switchOver = 0;
+    Open(values);
+    OptionValues other;
+    OptionValues untouched = dialog->Values();
+    EXPECT_EQ(untouched.headphones, values.headphones);
+    EXPECT_EQ(untouched.meterColour, values.meterColour);
+    EXPECT_EQ(untouched.columns, values.columns);
+    untouched.KeepChangesOnly(values, other);
+    EXPECT_EQ(untouched.output, other.output);
+    EXPECT_EQ(untouched.chartsLimit, other.chartsLimit);
+    EXPECT_EQ(untouched.switchOver, other.switchOver);
+}
+
+TEST_F(frmOptionenTest, EveryPageGivesWhatIsEntered) {
+    Open(SomeValues());
+    Choose("Überblendmodus", QStringLiteral("No Fading"));
+    Choose("Überblendgeschwindigkeit", QStringLiteral("sehr schnell"));
+    Find<QSpinBox>("Umschaltzeitpunkt").setValue(15);
+    EXPECT_EQ(Find<QSpinBox>("Umschaltzeitpunkt").text(), QStringLiteral("15 sec"));
+    Find<QCheckBox>("Check8").setChecked(true);
+    Find<QSlider>("Mikrofonpegel").setValue(12);
+    Choose("Device", QStringLiteral("Karte B"));
+    Choose("Style", QStringLiteral("Horizontal"));
+    Choose("Farbe", QStringLiteral("Rot"));
+    Choose("Buttongroesse", QStringLiteral("groß"));
+    Find<QLineEdit>("Passwort").setText(QStringLiteral("0"));
+    Find<QLineEdit>("Text2").setText(QStringLiteral("77"));
+    Find<QLineEdit>("txtStop").setText(QStringLiteral("Stille"));
+    const OptionValues values = dialog->Values();
+    EXPECT_EQ(values.fadeMode, FadeMode::NoFading);
+    EXPECT_EQ(values.fadeInterval, 5);
+    EXPECT_EQ(values.switchOver, 15);
+    EXPECT_TRUE(values.tagsIntoLists);
+    EXPECT_EQ(values.microphoneLevel, 12);
+    EXPECT_EQ(values.headphones, (OutputChoice{3, QStringLiteral("Karte B")}));
+    EXPECT_EQ(values.meterStyle, QStringLiteral("Horizontal"));
+    EXPECT_EQ(values.meterColour, 0xff + 0x5a * 256 + 0x4f * 65536);
+    EXPECT_EQ(values.buttonSize, QStringLiteral("gross"));
+    EXPECT_TRUE(values.password.isEmpty()) << "0 is none";
+    EXPECT_EQ(values.chartsLimit, QStringLiteral("77"));
+    EXPECT_EQ(values.metaStop, QStringLiteral("Stille"));
+}
+
+TEST_F(frmOptionenTest, ColumnsAreMovedNamedAndHidden) {
+    Open(SomeValues());
+    auto& table = Find<QTableWidget>("lstSpalten");
+    table.setCurrentCell(0, 0);
+    EXPECT_FALSE(Find<QPushButton>("cmdHoch").isEnabled());
+    Find<QPushButton>("cmdRunter").click();
+    EXPECT_EQ(table.currentRow(), 1) << "the column that was moved stays marked";
+    table.item(1, 0)->setText(QStringLiteral("Lied"));
+    table.item(1, 1)->setData(Qt::EditRole, 3);
+    table.item(2, 0)->setCheckState(Qt::Unchecked);
+    EXPECT_FALSE(table.item(8, 0)->flags() & Qt::ItemIsEditable) << "the extra fields keep their headings";
+    QList<GridColumn> columns = dialog->Values().columns;
+    EXPECT_EQ(columns[1].field, ArchiveField::Titel);
+    EXPECT_EQ(columns[1].caption, QStringLiteral("Lied"));
+    EXPECT_EQ(columns[1].width, GridColumns::narrowestPixels * GridColumns::twipsPerPixel);
+    EXPECT_FALSE(columns[2].visible);
+    for (int row = 0; row < table.rowCount(); ++row)
+        table.item(row, 0)->setCheckState(Qt::Unchecked);
+    EXPECT_EQ(GridColumns::VisibleFields(dialog->Values().columns).size(), 1) << "one is always left";
+    Find<QPushButton>("cmdStandard").click();
+    EXPECT_EQ(dialog->Values().columns.first().field, ArchiveField::Titel);
+}
+
+TEST_F(frmOptionenTest, CancelTakesTheLookBackAndConfirmDoesNot) {
+    Open(SomeValues());
+    Choose("Skin", QStringLiteral("Dark Blue"));
+    Choose("Schriftgrad", QStringLiteral("groß"));
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(dialog.get(), &escape);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(looks, (QStringList{QStringLiteral("Dark Blue/klein"), QStringLiteral("Dark Blue/groß"),
+                                  QStringLiteral("Light Green/klein")}));
+    looks.clear();
+    Open(SomeValues());
+    Choose("Skin", QStringLiteral("Grey"));
+    Find<QPushButton>("Command5").click();
+    EXPECT_EQ(dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(looks, QStringList{QStringLiteral("Grey/klein")});
+}
+
+TEST_F(frmOptionenTest, TonesAreAskedForWhereACardIs) {
+    Open(SomeValues());
+    QList<int> asked;
+    QObject::connect(dialog.get(), &frmOptionen::ToneRequested, [&asked](int device) { asked.append(device); });
+    EXPECT_FALSE(Find<QPushButton>("cmdTestton2").isEnabled()) << "no second card is chosen";
+    Choose("Device", QStringLiteral("Karte B"));
+    Find<QPushButton>("cmdTestton1").click();
+    Find<QPushButton>("cmdTestton2").click();
+    EXPECT_EQ(asked, (QList<int>{2, 3}));
+}
+
+TEST_F(frmOptionenTest, EveryPageFitsTheSmallestScreenAtTheLargestFont) {
+    SkinStyle::Apply(*qApp, QStringLiteral("Grey"), QStringLiteral("groß"), QStringLiteral("gross"));
+    Open(SomeValues());
+    dialog->resize(790, 560);
+    EXPECT_LE(dialog->minimumSizeHint().width(), 790);
+    EXPECT_LE(dialog->minimumSizeHint().height(), 560);
+    auto& pages = Find<QListWidget>("lstSeiten");
+    for (int page = 0; page < pages.count(); ++page) {
+        pages.setCurrentRow(page);
+        QApplication::processEvents();
+        for (const QWidget* control : dialog->findChildren<QWidget*>()) {
+            if (!control->isVisible() || control->objectName().isEmpty() || control->objectName().startsWith(u"qt_"))
+                continue;
+            EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
+        }
+        const QWidget* shown = Find<QStackedWidget>("Seiten").currentWidget();
+        EXPECT_LE(shown->findChild<QWidget*>(QStringLiteral("Seite"))->minimumSizeHint().width(), shown->width())
+            << pages.item(page)->text().toStdString();
+    }
+}
+
+} // namespace
+} // namespace kalvo

@@ -1,0 +1,110 @@
+#include "app/TestTone.h"
+
+#include "playback/AudioLayer.h"
+#include "playback/AudioModule.h"
+#include "support/PulseServer.h"
+#include "support/SoundMaker.h"
+#include "support/TestFolder.h"
+#include "support/ToneMeter.h"
+#include "support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+namespace kalvo {
+namespace {
+
+using audio::Output;
+using Result = TestTone::Result;
+using test::PulseServer;
+
+constexpr double kTone = 660;  // Hz
+constexpr double kMusic = 440; // Hz
+constexpr double kFullTone = 0.25;
+
+/** One channel of what was recorded. */
+std::vector<float> Channel(const test::PulseRecording& recording, std::size_t which) {
+    const std::vector<float> stereo = recording.Stereo();
+    std::vector<float> one;
+    for (std::size_t at = which; at < stereo.size(); at += 2)
+        one.push_back(stereo[at]);
+    return one;
+}
+
+class TestToneTest : public ::testing::Test {
+protected:
+    int Device(const QString& sink) {
+        const int device = static_cast<int>(layer.DeviceNames().indexOf(PulseServer::DeviceName(sink)));
+        EXPECT_GE(device, 0) << sink.toStdString();
+        return device;
+    }
+    bool PlayMusic() {
+        test::SoundSpec spec;
+        spec.seconds = 30;
+        spec.frequency = kMusic;
+        spec.fadeIn = 0.05;
+        const bool loaded = layer.LoadStream(1, test::MakeSound(folder.Path(), QStringLiteral("m.ogg"), spec)) != 0;
+        return loaded && layer.Audio().StreamPlay(layer.Record(1).stream, true);
+    }
+    bool WaitForEnd() {
+        return test::WaitUntil([this] { return !tone.IsPlaying(); });
+    }
+
+    PulseServer server;
+    test::TestFolder folder;
+    AudioModule module{QString::fromLocal8Bit(qgetenv("KALVO_BIN"))};
+    AudioLayer layer{module.Create()};
+    TestTone tone{layer};
+};
+
+TEST_F(TestToneTest, SoundsOnTheChosenCardWithoutDisturbingTheMusic) {
+    ASSERT_TRUE(layer.InitAudio(Device(QStringLiteral("haupt")), 1024));
+    ASSERT_TRUE(PlayMusic());
+    test::PulseRecording main(QStringLiteral("haupt"));
+    test::PulseRecording headphones(QStringLiteral("kopfhoerer"));
+    ASSERT_TRUE(main.WaitFor(0.5) && headphones.WaitFor(0.5));
+    ASSERT_EQ(tone.Play(Device(QStringLiteral("kopfhoerer"))), Result::Playing);
+    EXPECT_EQ(tone.Play(Device(QStringLiteral("kopfhoerer"))), Result::Busy);
+    ASSERT_TRUE(WaitForEnd());
+    audio::OutputInfo info;
+    EXPECT_FALSE(layer.Audio().GetInfo(Output::Headphones, info)) << "closed again";
+
+    const test::ToneMeter left(Channel(headphones, 0), test::PulseRecording::kSampleRate);
+    const test::ToneMeter right(Channel(headphones, 1), test::PulseRecording::kSampleRate);
+    const double begin = left.Onset({kTone}, 0, kFullTone * 0.9);
+    ASSERT_GT(begin, 0);
+    EXPECT_NEAR(left.Levels({kTone}, begin + 0.2)[0], kFullTone, 0.01);
+    EXPECT_LT(right.Levels({kTone}, begin + 0.2)[0], 0.001);
+    EXPECT_NEAR(right.Onset({kTone}, 0, kFullTone * 0.9) - begin, 0.45, 0.03);
+    EXPECT_LT(left.TreblePeak(begin - 0.1, begin + 1.2), -60) << "no click at its start or end";
+    EXPECT_LT(right.TreblePeak(begin - 0.1, begin + 1.2), -60);
+    const test::ToneMeter music(main.Mono(), test::PulseRecording::kSampleRate);
+    EXPECT_LT(music.ResidualPeak({kMusic}, 0.4, music.Seconds() - 0.2), -40) << "and the music goes on";
+}
+
+TEST_F(TestToneTest, IsNeverHeardInTheMusic) {
+    // The standard output is the same sink under another number.
+    ASSERT_TRUE(layer.InitAudio(Device(QStringLiteral("haupt")), 1024));
+    ASSERT_TRUE(PlayMusic());
+    EXPECT_EQ(tone.Play(Device(QStringLiteral("haupt"))), Result::MusicRuns);
+    EXPECT_EQ(tone.Play(audio::kDefaultDevice), Result::MusicRuns);
+    layer.Audio().ChannelStop(layer.Record(1).stream);
+    EXPECT_EQ(tone.Play(Device(QStringLiteral("haupt"))), Result::Playing) << "nothing runs there any more";
+    EXPECT_TRUE(WaitForEnd());
+}
+
+TEST_F(TestToneTest, LeavesOthersAlone) {
+    ASSERT_TRUE(layer.InitAudio(audio::kNoSound, 1024));
+    EXPECT_EQ(tone.Play(audio::kNoSound), Result::NoDevice);
+    EXPECT_EQ(tone.Play(4711), Result::NoDevice);
+    EXPECT_EQ(TestTone::Text(Result::NoDevice, 4711), QStringLiteral("Soundkarte existiert an Device: 4711 nicht!"));
+    const int headphones = Device(QStringLiteral("kopfhoerer"));
+    ASSERT_EQ(tone.Play(headphones), Result::Playing);
+    ASSERT_TRUE(layer.Audio().Init(Output::Headphones, headphones, 44100, 1024)) << "the headphone window opens";
+    ASSERT_TRUE(WaitForEnd());
+    audio::OutputInfo info;
+    EXPECT_TRUE(layer.Audio().GetInfo(Output::Headphones, info)) << "and keeps its output";
+    EXPECT_EQ(tone.Play(headphones), Result::Busy);
+}
+
+} // namespace
+} // namespace kalvo
