@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveDatabase.h"
 #include "archive/RecordSource.h"
+#include "archive/Trash.h"
 #include "base/Clock.h"
 #include "base/DataFolder.h"
 
@@ -68,6 +69,10 @@ public:
     qint64 IdAt(int row) const;
     /** Row of a record number, -1 when the current record source does not hold it. */
     int RowOf(qint64 nr) const;
+    /** Many rows in one go; those out of range or gone are left out. */
+    QList<TitleRecord> RowsAt(const QList<int>& rows) const;
+    /** Rows whose artist + " - " + title holds the text, compared without case, ascending; all for an empty text. */
+    QList<int> RowsHolding(const QString& text) const;
 
     /** Titles in the whole archive. */
     qint64 Count() const;
@@ -76,6 +81,22 @@ public:
     WriteResult AddTitle(TitleRecord& record);
     /** Replaces the record of the same `Nr`; a shown row follows by RowChanged(). */
     WriteResult UpdateRecord(const TitleRecord& record);
+    /**
+     * Deletes titles, all or none; not shown before the next Refresh(). Numbers that are gone are passed over. files:
+     * of the titles, moved to the bin already; an undo brings them back with the titles.
+     */
+    WriteResult DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files = {});
+    /** Leaves an empty archive behind. */
+    WriteResult DeleteAll();
+    /** Every deletion since Open(), the latest first to be undone. */
+    bool CanUndo() const;
+    /** What would come back, "3 Titel"; empty without a deletion. */
+    QString UndoText() const;
+    /** Brings the titles of the latest deletion back under their numbers; on failure it can be tried again. */
+    WriteResult Undo();
+
+    /** The first title, by artist and title, that meets the criterion; none without an index. */
+    std::optional<TitleRecord> FindFirst(const QString& criterion) const;
     /** The titles of a path, compared without case; needs the index, else asks the database. */
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** The import's rule: without case, an apostrophe stands for any characters. False before the index is ready. */
@@ -103,6 +124,8 @@ Q_SIGNALS:
     void RowChanged(int row);
     /** Count() has changed. */
     void CountChanged();
+    /** CanUndo() or UndoText() is another one. */
+    void UndoChanged();
     void IndexReady();
     /** The archive could not be read. */
     void IndexFailed();
