@@ -1,6 +1,6 @@
 // How fast the archive answers, loads and takes titles in. Targets stand in the labels.
 
-#include "archive/Archive.h"
+#include "archive/ArchiveSession.h"
 #include "archive/ArchiveStatements.h"
 #include "archive/IndexLoader.h"
 #include "archive/TitleImport.h"

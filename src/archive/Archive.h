@@ -8,6 +8,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -19,7 +20,7 @@ class RowCache;
 
 /**
  * The music archive as the windows use it: the database, the memory index that answers, and the rows of the current
- * record source. Everything here belongs to the UI thread; nothing waits for the disk but the reading of single pages.
+ * record source. UI thread; nothing but writing and the reading of single pages waits for the disk.
  *
  * At Open() a thread of its own starts to read the whole table into the index, over a connection of its own, and hands
  * the finished index over by a queued call. Until then the archive holds no rows: record sources are taken and answered
@@ -58,6 +59,10 @@ public:
      */
     bool SetRecordSource(const QString& statement);
     const QString& CurrentRecordSource() const { return source_; }
+    /** Numbers of the titles that a statement selects, in its order; shows nothing. Empty before the index is there. */
+    std::vector<qint64> Select(const QString& statement) const;
+    /** The titles of these numbers in one go; those that are gone are left out. */
+    QList<TitleRecord> Read(const QList<qint64>& numbers) const;
     /** Evaluates the current record source anew, so that titles added since show. */
     void Refresh();
 
@@ -69,7 +74,7 @@ public:
     qint64 IdAt(int row) const;
     /** Row of a record number, -1 when the current record source does not hold it. */
     int RowOf(qint64 nr) const;
-    /** Many rows in one go; those out of range or gone are left out. */
+    /** Many rows in one go, as Read() gives them. */
     QList<TitleRecord> RowsAt(const QList<int>& rows) const;
     /** Rows whose artist + " - " + title holds the text, compared without case, ascending; all for an empty text. */
     QList<int> RowsHolding(const QString& text) const;
@@ -102,20 +107,8 @@ public:
     /** The import's rule: without case, an apostrophe stands for any characters. False before the index is ready. */
     bool HoldsPath(const QString& path) const;
 
-    /** While one lives, added titles are committed in batches (500 titles or 100 ms); its end commits the rest. */
-    class Session {
-    public:
-        explicit Session(Archive& archive) : archive_(archive) { archive_.database_.BeginBatch(); }
-        ~Session() { archive_.EndSession(); }
-        Session(const Session&) = delete;
-        Session& operator=(const Session&) = delete;
-
-        /** For pauses between titles: commits when the time is up. */
-        void CommitIfDue() { archive_.database_.CommitIfDue(); }
-
-    private:
-        Archive& archive_;
-    };
+    /** While one lives, added titles are written in batches; see ArchiveSession.h. */
+    class Session;
 
 Q_SIGNALS:
     /** The rows of the current record source are other ones. */
@@ -140,6 +133,9 @@ private:
     void TakeIndex(const std::shared_ptr<MemoryIndex>& index);
     void ShowRows(std::vector<qint64> rows);
     void PutIntoIndex(const TitleRecord& record);
+    void TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex);
+    void TakeRestored(const QList<qint64>& numbers);
+    void Reload();
     void EndSession();
     void ReloadAfterLoss();
 
@@ -152,6 +148,7 @@ private:
     QString source_;
     RecordSource query_;
     std::vector<qint64> rows_;
+    QList<QList<Trash::Item>> binned_;    ///< files of each deletion that can be undone
     std::unique_ptr<IndexLoader> loader_; ///< last: its thread ends before the rest goes
 };
 

@@ -43,6 +43,21 @@ TitleRecord RecordOf(const SqliteStatement& statement) {
     return record;
 }
 
+SqliteStatement PrepareSelect(SqliteDatabase& database) {
+    return database.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
+}
+
+QList<TitleRecord> ReadAll(SqliteDatabase& database, SqliteStatement& select, const QList<qint64>& numbers) {
+    const SqliteDatabase::ReadPass pass(database);
+    QList<TitleRecord> records;
+    records.reserve(numbers.size());
+    for (const qint64 number : numbers) {
+        records.append(select.Bind(1, number).Step() ? RecordOf(select) : TitleRecord());
+        select.Reset();
+    }
+    return records;
+}
+
 /** Looked at before the engine does, which would throw a foreign file's log away. */
 bool LooksLikeDatabase(const QString& path) {
     QFile file(path);
@@ -143,6 +158,7 @@ void ArchiveDatabase::Close() {
     EndBatch();
     insert_.reset();
     select_.reset();
+    deletions_.clear();
     database_.Close();
     readOnly_ = false;
 }
@@ -221,14 +237,13 @@ void ArchiveDatabase::Commit() {
 
 QList<TitleRecord> ArchiveDatabase::Read(const QList<qint64>& numbers) const {
     if (!select_)
-        select_ = database_.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
-    QList<TitleRecord> records;
-    records.reserve(numbers.size());
-    for (const qint64 number : numbers) {
-        records.append(select_->Bind(1, number).Step() ? RecordOf(*select_) : TitleRecord());
-        select_->Reset();
-    }
-    return records;
+        select_ = PrepareSelect(database_);
+    return ReadAll(database_, *select_, numbers);
+}
+
+QList<TitleRecord> ArchiveDatabase::Read(SqliteDatabase& database, const QList<qint64>& numbers) {
+    SqliteStatement select = PrepareSelect(database);
+    return ReadAll(database, select, numbers);
 }
 
 std::optional<TitleRecord> ArchiveDatabase::FindByPath(const QString& path) const {

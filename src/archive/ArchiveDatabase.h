@@ -7,6 +7,7 @@
 
 #include <QList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -49,6 +50,17 @@ public:
     WriteResult AddTitle(TitleRecord& record);
     /** Replaces the text fields of the record with this `Nr`. */
     WriteResult UpdateRecord(const TitleRecord& record);
+    /**
+     * Deletes all of these or none; missing ones are passed over. What was deleted is kept in a temporary table of this
+     * connection, which the engine removes with it, after a crash too.
+     */
+    WriteResult Delete(const QList<qint64>& numbers);
+    /** Deletes every record; numbers are never given again. */
+    WriteResult DeleteAll();
+    /** Takes the latest deletion back, under the old numbers, which come back too. */
+    WriteResult UndoDelete(QList<qint64>& numbers);
+    /** How many records each deletion took away, the latest last. */
+    const QList<qint64>& Deletions() const { return deletions_; }
     /** Between these added titles are committed after 500 titles or 100 ms. */
     void BeginBatch();
     void EndBatch();
@@ -59,6 +71,8 @@ public:
 
     /** The records of these numbers in their order; a missing one comes as an empty record. */
     QList<TitleRecord> Read(const QList<qint64>& numbers) const;
+    /** The same over a connection of the caller's. */
+    static QList<TitleRecord> Read(SqliteDatabase& database, const QList<qint64>& numbers);
     /** The first record with exactly this path. */
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** -1 on failure. */
@@ -75,6 +89,7 @@ private:
     bool Replace(QString& message);
     bool OpenForReading(const QString& why, QString& message);
     WriteResult Failure();
+    WriteResult KeepAndDelete(const std::function<bool(const QString& kept)>& move);
     bool EnsureTransaction();
     void Commit();
 
@@ -88,6 +103,7 @@ private:
     bool batchLost_ = false;
     int batchTitles_ = 0;
     qint64 batchStart_ = 0;
+    QList<qint64> deletions_;
     std::unique_ptr<SqliteDatabase::Transaction> batch_;
 };
 

@@ -1,55 +1,23 @@
 #pragma once
 
-#include "archive/Archive.h"
-
-#include <QList>
-
-#include <memory>
+#include "archive/ArchiveTask.h"
+#include "archive/DuplicateReport.h"
 
 namespace kalvo {
 
-enum class DuplicateMode {
-    FileNames, ///< "Datei-Namen": the name with its extension, anywhere in a path
-    TagTitles  ///< "Titel des ID3Tag": the whole title, without case
-};
-
-struct DuplicateReport {
-    enum class Outcome {
-        Found,      ///< searched to the end; groups may be empty
-        StalePaths, ///< nothing was searched: titles without a file are to be deleted first
-        NoTitles,   ///< "Suche nicht möglich"
-        Cancelled,
-        Failed ///< the archive could not be read
-    };
-    Outcome outcome = Outcome::Failed;
-    QList<QList<TitleRecord>> groups; ///< a title stands in one group only, the first that holds it
-    QList<TitleRecord> stale;         ///< titles whose files are missing
-
-    /** Titles in all groups. */
-    int Titles() const;
-};
-
 /**
  * Finds titles that are in the archive more than once. The groups are those that one record source per title would give
- * (ArchiveStatements::FileNameDuplicates, TitleDuplicates), in that order, but found together in near-linear time.
- *
- * Runs on a thread of its own over a connection of its own; signals come on the UI thread by queued calls. A thread
- * that hangs in a dead file system is left behind and ends with it: neither Cancel() nor the destructor wait.
+ * (ArchiveStatements::FileNameDuplicates, TitleDuplicates), in the order of DuplicateCandidates, but found together in
+ * near-linear time. Nothing is searched while files are missing.
  */
-class DuplicateFinder : public QObject {
+class DuplicateFinder : public ArchiveTask {
     Q_OBJECT
 
 public:
-    /** The archive outlives the finder. */
-    explicit DuplicateFinder(Archive& archive, QObject* parent = nullptr);
-    /** A search that runs is cancelled without a signal. */
-    ~DuplicateFinder() override;
+    explicit DuplicateFinder(Archive& archive, QObject* parent = nullptr) : ArchiveTask(archive, parent) {}
 
-    /** Returns at once. Ignored while one runs. Waits for the archive's index. */
+    /** Returns at once. Ignored while one runs. */
     void Start(DuplicateMode mode);
-    /** Finished() with Cancelled follows within the call. */
-    void Cancel();
-    bool IsRunning() const { return run_ != nullptr; }
 
 Q_SIGNALS:
     /** "Suche wird vorbereitet  12%", "Suche läuft  34%", with its percentage. */
@@ -57,26 +25,10 @@ Q_SIGNALS:
     void Finished(const kalvo::DuplicateReport& report);
 
 private:
-    struct Run;
+    std::function<void(BackgroundRun&)> Prepare() override;
+    void TellAbandoned(bool cancelled) override;
 
-    void Begin();
-
-    Archive& archive_;
     DuplicateMode mode_ = DuplicateMode::FileNames;
-    std::shared_ptr<Run> run_; ///< shared with its thread
 };
-
-/** Texts of the duplicate window. */
-namespace DuplicateTexts {
-
-/** Text of the message box "Hinweis" for this many stale titles. */
-QString StaleMessage(int titles);
-/** Text of `lblHinweis` after a search; for stale paths too. */
-QString Hint(DuplicateMode mode, const DuplicateReport& report);
-/** "12.3 KB"; the size of a file that cannot be found is "0.0 KB". */
-QString Size(qint64 bytes);
-QString SizeOf(const QString& path);
-
-} // namespace DuplicateTexts
 
 } // namespace kalvo

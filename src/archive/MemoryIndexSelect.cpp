@@ -145,6 +145,31 @@ void MemoryIndex::MatchNumber(const LikePattern& pattern, BitSet& rows) const {
     }
 }
 
+std::vector<qint64> MemoryIndex::NumbersHolding(const QString& text) const {
+    const std::string needle = TextFolding::Folded(text);
+    const Column& artists = ColumnOf(ArchiveField::Interpret);
+    BitSet rows(ids_.size());
+    titles_.FindContaining(needle, rows);
+    BitSet codes(artists.dictionary.Values().Size());
+    artists.dictionary.Values().FindContaining(needle, codes);
+    MatchCodes(artists, codes, rows);
+    rows &= alive_;
+    // Only a text with a part of the separator in it can be found across it.
+    const bool crosses = needle.find_first_of(" -") != std::string::npos;
+    std::vector<qint64> numbers;
+    alive_.ForEach([&](std::size_t row) {
+        if (rows.Test(row) || (crosses && HeadingOf(row).find(needle) != std::string::npos))
+            numbers.push_back(ids_[row]);
+    });
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+std::string MemoryIndex::HeadingOf(std::size_t row) const {
+    const Column& artists = ColumnOf(ArchiveField::Interpret);
+    return std::string(artists.dictionary.Values().At(artists.codes[row])).append(" - ").append(titles_.At(row));
+}
+
 std::vector<std::uint32_t> MemoryIndex::InDefaultOrder(const BitSet& rows) const {
     const std::size_t count = rows.Count();
     std::vector<std::uint32_t> found;
