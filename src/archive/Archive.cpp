@@ -1,5 +1,6 @@
 #include "archive/Archive.h"
 
+#include "archive/ArchiveRescue.h"
 #include "archive/ArchiveStatements.h"
 #include "archive/IndexLoader.h"
 #include "archive/RowCache.h"
@@ -65,7 +66,10 @@ void Archive::StartLoading() {
             this, [this, index] { TakeIndex(index); }, Qt::QueuedConnection);
     };
     const auto damaged = [this] {
-        const auto tell = [this] { Q_EMIT Message(u"Das Musikarchiv ist beschädigt: "_s + Path()); };
+        const auto tell = [this] {
+            ArchiveRescue::Note(Path());
+            Q_EMIT Message(u"Das Musikarchiv ist beschädigt und wird beim nächsten Start erneuert: "_s + Path());
+        };
         QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     };
     state_ = State::Loading;

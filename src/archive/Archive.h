@@ -22,10 +22,10 @@ class RowCache;
  * The music archive as the windows use it: the database, the memory index that answers, and the rows of the current
  * record source. UI thread; nothing but writing and the reading of single pages waits for the disk.
  *
- * At Open() a thread of its own starts to read the whole table into the index, over a connection of its own, and hands
- * the finished index over by a queued call. Until then the archive holds no rows: record sources are taken and answered
- * when the index is there; titles written in between are kept and put into it then. Afterwards the same thread checks
- * the file and reports a damage by Message(). The destructor stops and joins it.
+ * At Open() a thread of its own starts to read the table into the index, over a connection of its own, and hands it
+ * over by a queued call. Until then the archive holds no rows: record sources are answered when the index is there, and
+ * titles written in between are put into it then. Afterwards the thread checks the file and reports a damage by
+ * Message(). The destructor stops and joins it.
  */
 class Archive : public QObject {
     Q_OBJECT
@@ -34,13 +34,11 @@ public:
     /** The clock outlives the archive; it names files that are set aside and times the batches of an import. */
     explicit Archive(const Clock& clock, QObject* parent = nullptr);
     ~Archive() override;
-
     /**
      * Reads the layout file, creates what is missing and starts to load the index with the default record source.
      * False when there is no archive to work with; Message() tells the reason. Read-only archives are opened too.
      */
     bool Open(const DataFolder& folder);
-
     bool IsOpen() const { return database_.IsOpen(); }
     bool IsReadOnly() const { return database_.IsReadOnly(); }
     bool IsIndexReady() const { return state_ == State::Ready; }
@@ -48,11 +46,9 @@ public:
     bool IsLoading() const { return state_ == State::Loading; }
     /** Waits until the index is there; false when it could not be loaded. For the command line, not for windows. */
     bool WaitForIndex();
-
     /** Where the databases are; the panel changes widths and row height and saves it. */
     LayoutFile& Layout() { return layout_; }
     const QString& Path() const { return database_.Path(); }
-
     /**
      * Shows what the statement selects; RecordsChanged() follows, later where the index is still loading. A statement
      * that cannot be understood gives false and leaves everything as it is.
@@ -66,7 +62,7 @@ public:
     /** Evaluates the current record source anew, so that titles added since show. */
     void Refresh();
 
-    /** Rows of the current record source; 0 while the index is loading. */
+    /** Rows of the current record source. */
     int RowCount() const { return static_cast<int>(rows_.size()); }
     /** A row of the current record source, counting from 0; an empty record when it is gone or out of range. */
     TitleRecord RowAt(int row) const;
@@ -81,7 +77,6 @@ public:
 
     /** Titles in the whole archive. */
     qint64 Count() const;
-
     /** Adds one title; its `Nr` comes back in `record`. Not shown before the next Refresh(). */
     WriteResult AddTitle(TitleRecord& record);
     /** Replaces the record of the same `Nr`; a shown row follows by RowChanged(). */
@@ -93,11 +88,11 @@ public:
     WriteResult DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files = {});
     /** Leaves an empty archive behind. */
     WriteResult DeleteAll();
-    /** Every deletion since Open(), the latest first to be undone. */
     bool CanUndo() const;
-    /** What would come back, "3 Titel"; empty without a deletion. */
+    /** What Undo() would bring back, "3 Titel"; empty without a deletion. */
     QString UndoText() const;
-    /** Brings the titles of the latest deletion back under their numbers; on failure it can be tried again. */
+    /** Takes the latest deletion since Open() back; titles keep their numbers. After a failure it can be tried again.
+     */
     WriteResult Undo();
 
     /** The first title, by artist and title, that meets the criterion; none without an index. */
@@ -106,7 +101,6 @@ public:
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** The import's rule: without case, an apostrophe stands for any characters. False before the index is ready. */
     bool HoldsPath(const QString& path) const;
-
     /** While one lives, added titles are written in batches; see ArchiveSession.h. */
     class Session;
 

@@ -1,6 +1,7 @@
 #include "archive/ArchiveDatabase.h"
 
 #include "archive/ArchiveField.h"
+#include "archive/ArchiveRescue.h"
 #include "base/SetAside.h"
 
 #include <QDir>
@@ -106,6 +107,8 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
     Close();
     path_ = path;
     message.clear();
+    if (ArchiveRescue::IsNoted(path))
+        ArchiveRescue::Run(path, clock_, message);
     if (!QFileInfo::exists(path) || QFileInfo(path).size() == 0)
         return Create() || (message = u"Das Musikarchiv kann nicht angelegt werden: "_s + path, false);
 

@@ -36,7 +36,8 @@ public:
 
     /**
      * Opens the archive at `path`, creating it where nothing is. A file that is no archive is set aside together with
-     * its log and created anew; one that another program holds, or that may not be written, is opened for reading.
+     * its log and created anew; one that another program holds, or that may not be written, is opened for reading. One
+     * that was noted as damaged is rescued first; see ArchiveRescue.
      * message: what the user has to know, empty when all is well. False when there is nothing to work with.
      */
     bool Open(const QString& path, QString& message);

@@ -204,6 +204,7 @@ void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
     }
     alive_ = BitSet(rows.size(), true);
     dead_ = 0;
+    packed_ = rows.size();
     order_.resize(rows.size());
     std::iota(order_.begin(), order_.end(), 0U);
     position_ = order_;

@@ -98,7 +98,10 @@ private:
     bool HoldsName(std::string_view folder, std::string_view name);
     bool HoldsPathFrom(std::string_view start, const LikePattern& pattern);
     std::vector<std::uint32_t> InDefaultOrder(const BitSet& rows) const;
-    void SortRows(QList<RecordOrder> order, std::vector<std::uint32_t>& rows) const;
+    std::vector<qint64> Sorted(const QList<RecordOrder>& order, std::vector<std::uint32_t> rows) const;
+    std::vector<qint64> AllRanked(const SortRanks& ranks, bool descending) const;
+    /** Whether the rows stand in the default order and none is dead. */
+    bool IsPacked() const { return dead_ == 0 && packed_ == ids_.size(); }
     RankedKey KeyOf(ArchiveField field, std::vector<std::uint32_t>& numberRanks) const;
     std::vector<std::uint32_t> NumberRanks() const;
 
@@ -106,6 +109,7 @@ private:
     qint64 highest_ = 0;      ///< of ids_
     BitSet alive_;
     std::size_t dead_ = 0;
+    std::size_t packed_ = 0;                  ///< rows at the last Pack()
     FoldedTexts titles_;                      ///< by row
     FoldedTexts names_;                       ///< file names, by row
     std::array<Column, kFieldCount> columns_; ///< that of Pfad holds the folders; Nr and Titel have none
