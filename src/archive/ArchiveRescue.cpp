@@ -106,6 +106,8 @@ bool Run(const QString& path, const Clock& clock, QString& message) {
     Remove(fresh);
     const qint64 titles = CopyTitles(path, fresh);
     const QString kept = titles < 0 ? QString() : SetAside(path, clock, kCompanions);
+    if (kept.isEmpty())
+        Remove(fresh);
     if (kept.isEmpty() || !QFile::rename(fresh, path)) {
         message = u"Das Musikarchiv ist beschädigt und kann nicht erneuert werden: "_s + path;
         return false;

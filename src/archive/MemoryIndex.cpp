@@ -186,11 +186,13 @@ void MemoryIndex::Pack() {
     for (std::uint32_t i = 0; i < rows.size(); ++i)
         moved[rows[i]] = i;
     Reorder(rows);
+    auto table = std::async(std::launch::async, [this] { FillPathTable(); });
     titleRanks_.Assign(Picked(moved, titleOrder), [this](std::uint32_t left, std::uint32_t right) {
         return TextFolding::Compare(titles_.At(left), titles_.At(right)) == 0;
     });
     pathRanks_.Assign(Picked(moved, pathOrder),
                       [this](std::uint32_t left, std::uint32_t right) { return ComparePaths(left, right) == 0; });
+    table.get();
 }
 
 void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
@@ -208,9 +210,6 @@ void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
     order_.resize(rows.size());
     std::iota(order_.begin(), order_.end(), 0U);
     position_ = order_;
-    paths_ = PathTable(rows.size());
-    for (std::uint32_t row = 0; row < rows.size(); ++row)
-        AddPath(row);
 }
 
 std::size_t MemoryIndex::Bytes() const {

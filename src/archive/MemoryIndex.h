@@ -79,6 +79,7 @@ private:
     std::uint32_t CodeFor(Column& column, std::string_view text);
     std::string PathOf(std::size_t row) const;
     void AddPath(std::uint32_t row);
+    void FillPathTable();
     std::optional<std::uint32_t> RowOfPath(std::string_view folded) const;
     void RankPaths();
     /** Artist + " - " + title. */

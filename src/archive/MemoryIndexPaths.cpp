@@ -20,6 +20,12 @@ void MemoryIndex::AddPath(std::uint32_t row) {
     paths_.Add(HashPath(PathOf(row)), row);
 }
 
+void MemoryIndex::FillPathTable() {
+    paths_ = PathTable(ids_.size());
+    for (std::uint32_t row = 0; row < ids_.size(); ++row)
+        AddPath(row);
+}
+
 std::optional<std::uint32_t> MemoryIndex::RowOfPath(std::string_view folded) const {
     std::optional<std::uint32_t> found;
     paths_.Find(HashPath(folded), [&](std::uint32_t row) {
