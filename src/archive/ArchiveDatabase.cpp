@@ -65,6 +65,12 @@ bool LooksLikeDatabase(const QString& path) {
     return !file.open(QIODevice::ReadOnly) || file.read(15) == "SQLite format 3";
 }
 
+/** Whether nothing is in it yet: its creation was broken off. */
+bool IsEmpty(SqliteDatabase& database) {
+    SqliteStatement count = database.Prepare(u"SELECT count(*) FROM sqlite_schema"_s);
+    return count.Step() && count.Number(0) == 0;
+}
+
 /** Reason why the record cannot be stored, empty when it can. */
 QString TooLong(const TitleRecord& record) {
     if (record.Pfad.size() > kMaximumFieldLength)
@@ -120,9 +126,10 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
         return OpenForReading(kInUse, message);
     if (outcome == SqliteDatabase::Outcome::Failed)
         return OpenForReading(kProtected, message);
-    if (outcome == SqliteDatabase::Outcome::NotDatabase || !HasTitleTable(database_, kTable))
+    const bool unfinished = outcome == SqliteDatabase::Outcome::Opened && IsEmpty(database_);
+    if (outcome == SqliteDatabase::Outcome::NotDatabase || (!unfinished && !HasTitleTable(database_, kTable)))
         return Replace(message);
-    if (PrepareForWriting())
+    if (PrepareForWriting() && (!unfinished || database_.Execute(CreateTableStatement(kTable, true))))
         return true;
     return OpenForReading(database_.LastErrorIsLocked() ? kInUse : kProtected, message);
 }
