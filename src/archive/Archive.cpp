@@ -1,5 +1,6 @@
 #include "archive/Archive.h"
 
+#include "archive/ArchiveRescue.h"
 #include "archive/ArchiveStatements.h"
 #include "archive/IndexLoader.h"
 #include "archive/RowCache.h"
@@ -7,6 +8,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <limits>
 
 namespace kalvo {
 
@@ -31,6 +33,7 @@ Archive::~Archive() = default;
 bool Archive::Open(const DataFolder& folder) {
     loader_.reset();
     index_.reset();
+    binned_.clear();
     ShowRows({});
     SettleLayout(folder);
     QString message;
@@ -41,6 +44,7 @@ bool Archive::Open(const DataFolder& folder) {
     if (opened)
         StartLoading();
     Q_EMIT CountChanged();
+    Q_EMIT UndoChanged();
     return opened;
 }
 
@@ -62,7 +66,10 @@ void Archive::StartLoading() {
             this, [this, index] { TakeIndex(index); }, Qt::QueuedConnection);
     };
     const auto damaged = [this] {
-        const auto tell = [this] { Q_EMIT Message(u"Das Musikarchiv ist beschädigt: "_s + Path()); };
+        const auto tell = [this] {
+            ArchiveRescue::Note(Path());
+            Q_EMIT Message(u"Das Musikarchiv ist beschädigt und wird beim nächsten Start erneuert: "_s + Path());
+        };
         QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     };
     state_ = State::Loading;
@@ -128,6 +135,35 @@ int Archive::RowOf(qint64 nr) const {
     return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
 }
 
+QList<TitleRecord> Archive::RowsAt(const QList<int>& rows) const {
+    QList<qint64> numbers;
+    numbers.reserve(rows.size());
+    for (const int row : rows)
+        if (const qint64 nr = IdAt(row); nr != 0)
+            numbers.append(nr);
+    return Read(numbers);
+}
+
+QList<TitleRecord> Archive::Read(const QList<qint64>& numbers) const {
+    QList<TitleRecord> records = database_.Read(numbers);
+    records.removeIf([](const TitleRecord& record) { return record.Nr == 0; });
+    return records;
+}
+
+std::vector<qint64> Archive::Select(const QString& statement) const {
+    const auto query = ParseRecordSource(statement);
+    return query && index_ ? index_->Select(*query) : std::vector<qint64>();
+}
+
+QList<int> Archive::RowsHolding(const QString& text) const {
+    const std::vector<qint64> numbers = index_ ? index_->NumbersHolding(text) : std::vector<qint64>();
+    QList<int> rows;
+    for (int row = 0; row < RowCount() && !numbers.empty(); ++row)
+        if (std::binary_search(numbers.begin(), numbers.end(), IdAt(row)))
+            rows.append(row);
+    return rows;
+}
+
 qint64 Archive::Count() const {
     if (index_)
         return index_->Count();
@@ -172,10 +208,25 @@ void Archive::ReloadAfterLoss() {
     if (!database_.TakeBatchLost())
         return;
     Q_EMIT Message(u"Das Musikarchiv konnte nicht geschrieben werden."_s);
+    Reload();
+}
+
+/** The rows shown stay until the new index answers. */
+void Archive::Reload() {
     loader_.reset();
     index_.reset();
     writtenWhileLoading_.clear();
     StartLoading();
+}
+
+std::optional<TitleRecord> Archive::FindFirst(const QString& criterion) const {
+    auto source = ParseCriterion(criterion);
+    if (!source || !index_)
+        return std::nullopt;
+    source->order = {{ArchiveField::Interpret}, {ArchiveField::Titel}};
+    const std::vector<qint64> found = index_->Select(*source);
+    const QList<TitleRecord> records = found.empty() ? QList<TitleRecord>() : Read({found.front()});
+    return records.isEmpty() ? std::nullopt : std::optional(records.first());
 }
 
 std::optional<TitleRecord> Archive::FindByPath(const QString& path) const {
@@ -184,8 +235,8 @@ std::optional<TitleRecord> Archive::FindByPath(const QString& path) const {
     const auto nr = index_->FindPath(path);
     if (!nr)
         return std::nullopt;
-    const TitleRecord record = database_.Read({*nr}).value(0);
-    return record.Nr == 0 ? std::nullopt : std::optional(record);
+    const QList<TitleRecord> records = Read({*nr});
+    return records.isEmpty() ? std::nullopt : std::optional(records.first());
 }
 
 bool Archive::HoldsPath(const QString& path) const {

@@ -2,11 +2,13 @@
 
 #include "archive/ArchiveDatabase.h"
 #include "archive/RecordSource.h"
+#include "archive/Trash.h"
 #include "base/Clock.h"
 #include "base/DataFolder.h"
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -18,12 +20,12 @@ class RowCache;
 
 /**
  * The music archive as the windows use it: the database, the memory index that answers, and the rows of the current
- * record source. Everything here belongs to the UI thread; nothing waits for the disk but the reading of single pages.
+ * record source. UI thread; nothing but writing and the reading of single pages waits for the disk.
  *
- * At Open() a thread of its own starts to read the whole table into the index, over a connection of its own, and hands
- * the finished index over by a queued call. Until then the archive holds no rows: record sources are taken and answered
- * when the index is there; titles written in between are kept and put into it then. Afterwards the same thread checks
- * the file and reports a damage by Message(). The destructor stops and joins it.
+ * At Open() a thread of its own starts to read the table into the index, over a connection of its own, and hands it
+ * over by a queued call. Until then the archive holds no rows: record sources are answered when the index is there, and
+ * titles written in between are put into it then. Afterwards the thread checks the file and reports a damage by
+ * Message(). The destructor stops and joins it.
  */
 class Archive : public QObject {
     Q_OBJECT
@@ -32,13 +34,11 @@ public:
     /** The clock outlives the archive; it names files that are set aside and times the batches of an import. */
     explicit Archive(const Clock& clock, QObject* parent = nullptr);
     ~Archive() override;
-
     /**
      * Reads the layout file, creates what is missing and starts to load the index with the default record source.
      * False when there is no archive to work with; Message() tells the reason. Read-only archives are opened too.
      */
     bool Open(const DataFolder& folder);
-
     bool IsOpen() const { return database_.IsOpen(); }
     bool IsReadOnly() const { return database_.IsReadOnly(); }
     bool IsIndexReady() const { return state_ == State::Ready; }
@@ -46,21 +46,23 @@ public:
     bool IsLoading() const { return state_ == State::Loading; }
     /** Waits until the index is there; false when it could not be loaded. For the command line, not for windows. */
     bool WaitForIndex();
-
     /** Where the databases are; the panel changes widths and row height and saves it. */
     LayoutFile& Layout() { return layout_; }
     const QString& Path() const { return database_.Path(); }
-
     /**
      * Shows what the statement selects; RecordsChanged() follows, later where the index is still loading. A statement
      * that cannot be understood gives false and leaves everything as it is.
      */
     bool SetRecordSource(const QString& statement);
     const QString& CurrentRecordSource() const { return source_; }
+    /** Numbers of the titles that a statement selects, in its order; shows nothing. Empty before the index is there. */
+    std::vector<qint64> Select(const QString& statement) const;
+    /** The titles of these numbers in one go; those that are gone are left out. */
+    QList<TitleRecord> Read(const QList<qint64>& numbers) const;
     /** Evaluates the current record source anew, so that titles added since show. */
     void Refresh();
 
-    /** Rows of the current record source; 0 while the index is loading. */
+    /** Rows of the current record source. */
     int RowCount() const { return static_cast<int>(rows_.size()); }
     /** A row of the current record source, counting from 0; an empty record when it is gone or out of range. */
     TitleRecord RowAt(int row) const;
@@ -68,33 +70,39 @@ public:
     qint64 IdAt(int row) const;
     /** Row of a record number, -1 when the current record source does not hold it. */
     int RowOf(qint64 nr) const;
+    /** Many rows in one go, as Read() gives them. */
+    QList<TitleRecord> RowsAt(const QList<int>& rows) const;
+    /** Rows whose artist + " - " + title holds the text, compared without case, ascending; all for an empty text. */
+    QList<int> RowsHolding(const QString& text) const;
 
     /** Titles in the whole archive. */
     qint64 Count() const;
-
     /** Adds one title; its `Nr` comes back in `record`. Not shown before the next Refresh(). */
     WriteResult AddTitle(TitleRecord& record);
     /** Replaces the record of the same `Nr`; a shown row follows by RowChanged(). */
     WriteResult UpdateRecord(const TitleRecord& record);
+    /**
+     * Deletes titles, all or none; not shown before the next Refresh(). Numbers that are gone are passed over. files:
+     * of the titles, moved to the bin already; an undo brings them back with the titles.
+     */
+    WriteResult DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files = {});
+    /** Leaves an empty archive behind. */
+    WriteResult DeleteAll();
+    bool CanUndo() const;
+    /** What Undo() would bring back, "3 Titel"; empty without a deletion. */
+    QString UndoText() const;
+    /** Takes the latest deletion since Open() back; titles keep their numbers. After a failure it can be tried again.
+     */
+    WriteResult Undo();
+
+    /** The first title, by artist and title, that meets the criterion; none without an index. */
+    std::optional<TitleRecord> FindFirst(const QString& criterion) const;
     /** The titles of a path, compared without case; needs the index, else asks the database. */
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** The import's rule: without case, an apostrophe stands for any characters. False before the index is ready. */
     bool HoldsPath(const QString& path) const;
-
-    /** While one lives, added titles are committed in batches (500 titles or 100 ms); its end commits the rest. */
-    class Session {
-    public:
-        explicit Session(Archive& archive) : archive_(archive) { archive_.database_.BeginBatch(); }
-        ~Session() { archive_.EndSession(); }
-        Session(const Session&) = delete;
-        Session& operator=(const Session&) = delete;
-
-        /** For pauses between titles: commits when the time is up. */
-        void CommitIfDue() { archive_.database_.CommitIfDue(); }
-
-    private:
-        Archive& archive_;
-    };
+    /** While one lives, added titles are written in batches; see ArchiveSession.h. */
+    class Session;
 
 Q_SIGNALS:
     /** The rows of the current record source are other ones. */
@@ -103,6 +111,8 @@ Q_SIGNALS:
     void RowChanged(int row);
     /** Count() has changed. */
     void CountChanged();
+    /** CanUndo() or UndoText() is another one. */
+    void UndoChanged();
     void IndexReady();
     /** The archive could not be read. */
     void IndexFailed();
@@ -117,6 +127,9 @@ private:
     void TakeIndex(const std::shared_ptr<MemoryIndex>& index);
     void ShowRows(std::vector<qint64> rows);
     void PutIntoIndex(const TitleRecord& record);
+    void TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex);
+    void TakeRestored(const QList<qint64>& numbers);
+    void Reload();
     void EndSession();
     void ReloadAfterLoss();
 
@@ -129,6 +142,7 @@ private:
     QString source_;
     RecordSource query_;
     std::vector<qint64> rows_;
+    QList<QList<Trash::Item>> binned_;    ///< files of each deletion that can be undone
     std::unique_ptr<IndexLoader> loader_; ///< last: its thread ends before the rest goes
 };
 

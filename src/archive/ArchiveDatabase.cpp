@@ -1,6 +1,7 @@
 #include "archive/ArchiveDatabase.h"
 
 #include "archive/ArchiveField.h"
+#include "archive/ArchiveRescue.h"
 #include "base/SetAside.h"
 
 #include <QDir>
@@ -43,10 +44,31 @@ TitleRecord RecordOf(const SqliteStatement& statement) {
     return record;
 }
 
+SqliteStatement PrepareSelect(SqliteDatabase& database) {
+    return database.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
+}
+
+QList<TitleRecord> ReadAll(SqliteDatabase& database, SqliteStatement& select, const QList<qint64>& numbers) {
+    const SqliteDatabase::ReadPass pass(database);
+    QList<TitleRecord> records;
+    records.reserve(numbers.size());
+    for (const qint64 number : numbers) {
+        records.append(select.Bind(1, number).Step() ? RecordOf(select) : TitleRecord());
+        select.Reset();
+    }
+    return records;
+}
+
 /** Looked at before the engine does, which would throw a foreign file's log away. */
 bool LooksLikeDatabase(const QString& path) {
     QFile file(path);
     return !file.open(QIODevice::ReadOnly) || file.read(15) == "SQLite format 3";
+}
+
+/** Whether nothing is in it yet: its creation was broken off. */
+bool IsEmpty(SqliteDatabase& database) {
+    SqliteStatement count = database.Prepare(u"SELECT count(*) FROM sqlite_schema"_s);
+    return count.Step() && count.Number(0) == 0;
 }
 
 /** Reason why the record cannot be stored, empty when it can. */
@@ -91,6 +113,8 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
     Close();
     path_ = path;
     message.clear();
+    if (ArchiveRescue::IsNoted(path))
+        ArchiveRescue::Run(path, clock_, message);
     if (!QFileInfo::exists(path) || QFileInfo(path).size() == 0)
         return Create() || (message = u"Das Musikarchiv kann nicht angelegt werden: "_s + path, false);
 
@@ -102,9 +126,10 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
         return OpenForReading(kInUse, message);
     if (outcome == SqliteDatabase::Outcome::Failed)
         return OpenForReading(kProtected, message);
-    if (outcome == SqliteDatabase::Outcome::NotDatabase || !HasTitleTable(database_, kTable))
+    const bool unfinished = outcome == SqliteDatabase::Outcome::Opened && IsEmpty(database_);
+    if (outcome == SqliteDatabase::Outcome::NotDatabase || (!unfinished && !HasTitleTable(database_, kTable)))
         return Replace(message);
-    if (PrepareForWriting())
+    if (PrepareForWriting() && (!unfinished || database_.Execute(CreateTableStatement(kTable, true))))
         return true;
     return OpenForReading(database_.LastErrorIsLocked() ? kInUse : kProtected, message);
 }
@@ -143,6 +168,7 @@ void ArchiveDatabase::Close() {
     EndBatch();
     insert_.reset();
     select_.reset();
+    deletions_.clear();
     database_.Close();
     readOnly_ = false;
 }
@@ -221,14 +247,13 @@ void ArchiveDatabase::Commit() {
 
 QList<TitleRecord> ArchiveDatabase::Read(const QList<qint64>& numbers) const {
     if (!select_)
-        select_ = database_.Prepare(u"SELECT Nr, %1 FROM \"Daten\" WHERE Nr = ?"_s.arg(FieldNames(u", "_s)));
-    QList<TitleRecord> records;
-    records.reserve(numbers.size());
-    for (const qint64 number : numbers) {
-        records.append(select_->Bind(1, number).Step() ? RecordOf(*select_) : TitleRecord());
-        select_->Reset();
-    }
-    return records;
+        select_ = PrepareSelect(database_);
+    return ReadAll(database_, *select_, numbers);
+}
+
+QList<TitleRecord> ArchiveDatabase::Read(SqliteDatabase& database, const QList<qint64>& numbers) {
+    SqliteStatement select = PrepareSelect(database);
+    return ReadAll(database, select, numbers);
 }
 
 std::optional<TitleRecord> ArchiveDatabase::FindByPath(const QString& path) const {

@@ -7,6 +7,7 @@
 
 #include <QList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -35,7 +36,8 @@ public:
 
     /**
      * Opens the archive at `path`, creating it where nothing is. A file that is no archive is set aside together with
-     * its log and created anew; one that another program holds, or that may not be written, is opened for reading.
+     * its log and created anew; one that another program holds, or that may not be written, is opened for reading. One
+     * that was noted as damaged is rescued first; see ArchiveRescue.
      * message: what the user has to know, empty when all is well. False when there is nothing to work with.
      */
     bool Open(const QString& path, QString& message);
@@ -49,6 +51,17 @@ public:
     WriteResult AddTitle(TitleRecord& record);
     /** Replaces the text fields of the record with this `Nr`. */
     WriteResult UpdateRecord(const TitleRecord& record);
+    /**
+     * Deletes all of these or none; missing ones are passed over. What was deleted is kept in a temporary table of this
+     * connection, which the engine removes with it, after a crash too.
+     */
+    WriteResult Delete(const QList<qint64>& numbers);
+    /** Deletes every record; numbers are never given again. */
+    WriteResult DeleteAll();
+    /** Takes the latest deletion back, under the old numbers, which come back too. */
+    WriteResult UndoDelete(QList<qint64>& numbers);
+    /** How many records each deletion took away, the latest last. */
+    const QList<qint64>& Deletions() const { return deletions_; }
     /** Between these added titles are committed after 500 titles or 100 ms. */
     void BeginBatch();
     void EndBatch();
@@ -59,6 +72,8 @@ public:
 
     /** The records of these numbers in their order; a missing one comes as an empty record. */
     QList<TitleRecord> Read(const QList<qint64>& numbers) const;
+    /** The same over a connection of the caller's. */
+    static QList<TitleRecord> Read(SqliteDatabase& database, const QList<qint64>& numbers);
     /** The first record with exactly this path. */
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** -1 on failure. */
@@ -75,6 +90,7 @@ private:
     bool Replace(QString& message);
     bool OpenForReading(const QString& why, QString& message);
     WriteResult Failure();
+    WriteResult KeepAndDelete(const std::function<bool(const QString& kept)>& move);
     bool EnsureTransaction();
     void Commit();
 
@@ -88,6 +104,7 @@ private:
     bool batchLost_ = false;
     int batchTitles_ = 0;
     qint64 batchStart_ = 0;
+    QList<qint64> deletions_;
     std::unique_ptr<SqliteDatabase::Transaction> batch_;
 };
 

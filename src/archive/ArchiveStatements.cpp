@@ -66,4 +66,37 @@ QString DuplicateCheck(const QString& path) {
     return u"SELECT * FROM Daten  WHERE Pfad Like '"_s + WithoutApostrophes(path) + u"'"_s;
 }
 
+QString SearchField(const QString& text, ArchiveField field) {
+    if (text.isEmpty())
+        return {};
+    const QString name = field == ArchiveField::Extra1 ? u"extra1"_s : FieldName(field);
+    return u"SELECT * FROM Daten  WHERE "_s + name + u" Like '*"_s + WithoutApostrophes(text) +
+           u"*'Order By Interpret, Titel"_s;
+}
+
+QString Categories() {
+    return u"SELECT * FROM Daten ORDER BY Interpret"_s;
+}
+
+QString DuplicateCandidates() {
+    return u"SELECT * FROM Daten ORDER BY Titel"_s;
+}
+
+QString FileNameDuplicates(const QString& key) {
+    return u"SELECT * FROM Daten WHERE Pfad LIKE '*"_s + WithoutApostrophes(key) + u"*' ORDER BY Pfad"_s;
+}
+
+QString TitleDuplicates(const QString& key) {
+    return u"SELECT * FROM Daten WHERE Titel LIKE '"_s + WithoutApostrophes(key) + u"' ORDER BY Titel"_s;
+}
+
+QString DrawnTitles(ArchiveField field, const QString& value) {
+    return u"SELECT * FROM Daten WHERE "_s + FieldName(field) + u" Like '*"_s + WithoutApostrophes(value) +
+           u"*'Order By Interpret, Titel"_s;
+}
+
+QString PathCriterion(const QString& path) {
+    return u"Pfad Like '"_s + WithoutApostrophes(path) + u"'"_s;
+}
+
 } // namespace kalvo::ArchiveStatements

@@ -32,4 +32,25 @@ QString ColumnValue(ArchiveField field, const QString& value);
 /** The import's test whether a path is in the archive already. */
 QString DuplicateCheck(const QString& path);
 
+/** Fields of the search dialog in the order in which their boxes are tested. */
+constexpr std::array<ArchiveField, 6> kSearchFields = {ArchiveField::Interpret, ArchiveField::Titel,
+                                                       ArchiveField::Album,     ArchiveField::Bewertung,
+                                                       ArchiveField::Stil,      ArchiveField::Extra1};
+/** The search dialog's; empty for an empty text, which searches nothing. field: one of kSearchFields. */
+QString SearchField(const QString& text, ArchiveField field);
+
+/** What the category lists are built from. */
+QString Categories();
+
+/** What the duplicate finder walks, and its groups of one key. */
+QString DuplicateCandidates();
+QString FileNameDuplicates(const QString& key);
+QString TitleDuplicates(const QString& key);
+
+/** The automatic DJ's draw for a value. */
+QString DrawnTitles(ArchiveField field, const QString& value);
+
+/** The criterion by which a played title is found: "Pfad Like '...'", no record source of its own. */
+QString PathCriterion(const QString& path);
+
 } // namespace kalvo::ArchiveStatements

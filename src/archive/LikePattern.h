@@ -16,6 +16,8 @@ public:
 
     /** Every matching text holds this piece; empty when the pattern has none. */
     std::string_view LongestPiece() const;
+    /** What a matching text holds, in this order; none is empty. */
+    const std::vector<std::string>& Pieces() const { return pieces_; }
     /** Whether holding LongestPiece() is enough to match: "*piece*", "*". */
     bool IsContains() const { return openStart_ && openEnd_ && pieces_.size() <= 1; }
     /** Whether the pattern has no "*": then it matches one text only. */

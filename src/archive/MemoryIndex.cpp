@@ -22,10 +22,6 @@ SplitPath Split(std::string_view path) {
     return {path.substr(0, length), path.substr(length)};
 }
 
-std::uint32_t HashPath(std::string_view folded) {
-    return static_cast<std::uint32_t>(HashText(folded) >> 32);
-}
-
 constexpr std::size_t PlaceIn(ArchiveField field) {
     return static_cast<std::size_t>(field) - 1;
 }
@@ -86,7 +82,17 @@ void MemoryIndex::Put(const TitleRecord& record) {
     }
     Append(record.Nr, texts);
     const auto row = static_cast<std::uint32_t>(ids_.size() - 1);
-    paths_.Add(HashPath(PathOf(row)), row);
+    AddPath(row);
+}
+
+void MemoryIndex::Remove(std::vector<qint64> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    alive_.ForEach([&](std::size_t row) {
+        if (!std::binary_search(numbers.begin(), numbers.end(), ids_[row]))
+            return;
+        alive_.Clear(row);
+        ++dead_;
+    });
 }
 
 std::optional<std::size_t> MemoryIndex::RowOf(qint64 nr) const {
@@ -155,11 +161,15 @@ void MemoryIndex::Settle() {
     titleRanks_.Extend(ids_.size(), [this](std::uint32_t left, std::uint32_t right) {
         return TextFolding::Compare(titles_.At(left), titles_.At(right));
     });
-    pathRanks_.Extend(ids_.size(), [this](auto left, auto right) { return ComparePaths(left, right); });
+    RankPaths();
     order_ = DefaultOrder(titleRanks_.Order());
     position_.resize(order_.size());
     for (std::uint32_t i = 0; i < order_.size(); ++i)
         position_[order_[i]] = i;
+}
+
+void MemoryIndex::RankPaths() {
+    pathRanks_.Extend(ids_.size(), [this](auto left, auto right) { return ComparePaths(left, right); });
 }
 
 void MemoryIndex::Pack() {
@@ -176,11 +186,13 @@ void MemoryIndex::Pack() {
     for (std::uint32_t i = 0; i < rows.size(); ++i)
         moved[rows[i]] = i;
     Reorder(rows);
+    auto table = std::async(std::launch::async, [this] { FillPathTable(); });
     titleRanks_.Assign(Picked(moved, titleOrder), [this](std::uint32_t left, std::uint32_t right) {
         return TextFolding::Compare(titles_.At(left), titles_.At(right)) == 0;
     });
     pathRanks_.Assign(Picked(moved, pathOrder),
                       [this](std::uint32_t left, std::uint32_t right) { return ComparePaths(left, right) == 0; });
+    table.get();
 }
 
 void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
@@ -194,32 +206,10 @@ void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
     }
     alive_ = BitSet(rows.size(), true);
     dead_ = 0;
+    packed_ = rows.size();
     order_.resize(rows.size());
     std::iota(order_.begin(), order_.end(), 0U);
     position_ = order_;
-    paths_ = PathTable(rows.size());
-    for (std::uint32_t row = 0; row < rows.size(); ++row)
-        paths_.Add(HashPath(PathOf(row)), row);
-}
-
-std::optional<qint64> MemoryIndex::FindPath(const QString& path) const {
-    const std::string folded = TextFolding::Folded(path);
-    std::optional<qint64> found;
-    paths_.Find(HashPath(folded), [&](std::uint32_t row) {
-        if (!alive_.Test(row) || PathOf(row) != folded)
-            return false;
-        found = ids_[row];
-        return true;
-    });
-    return found;
-}
-
-bool MemoryIndex::HoldsPathLike(const QString& path) const {
-    QString pattern = path;
-    pattern.replace(u'\'', u'*');
-    if (!pattern.contains(u'*'))
-        return FindPath(path).has_value();
-    return !Matching({{ArchiveField::Pfad, true, pattern}}).None();
 }
 
 std::size_t MemoryIndex::Bytes() const {

@@ -31,6 +31,8 @@ public:
     void Append(qint64 nr, const Texts& texts);
     /** Adds a title or replaces the one of the same number. */
     void Put(const TitleRecord& record);
+    /** Unknown numbers are passed over. */
+    void Remove(std::vector<qint64> numbers);
     /** Ranks what has been written since; called by Select() too. */
     void Settle();
     /** Drops dead rows, sorts the rows by Interpret and Titel and gives spare memory back. */
@@ -45,7 +47,9 @@ public:
     /** A title with this path, compared without case. */
     std::optional<qint64> FindPath(const QString& path) const;
     /** The same where an apostrophe or "*" in the path stands for any characters. */
-    bool HoldsPathLike(const QString& path) const;
+    bool HoldsPathLike(const QString& path);
+    /** Numbers, ascending, of the titles whose artist + " - " + title holds the text. */
+    std::vector<qint64> NumbersHolding(const QString& text) const;
 
     /** Memory in bytes. */
     std::size_t Bytes() const;
@@ -56,6 +60,12 @@ private:
         std::vector<std::uint32_t> codes; ///< by row
         std::string lastText;             ///< as it came, with its code: neighbours mostly share their values
         std::uint32_t lastCode = 0;
+    };
+    /** The folders that fit the pattern asked for last: an import asks for all files of a folder in turn. */
+    struct FolderMatches {
+        std::string pattern;
+        std::vector<std::uint32_t> codes;
+        std::size_t searched = 0; ///< folders looked at
     };
     struct RankedKey {
         std::span<const std::uint32_t> codes; ///< empty: ranks are by row
@@ -68,6 +78,12 @@ private:
     const Column& ColumnOf(ArchiveField field) const { return columns_[static_cast<std::size_t>(field)]; }
     std::uint32_t CodeFor(Column& column, std::string_view text);
     std::string PathOf(std::size_t row) const;
+    void AddPath(std::uint32_t row);
+    void FillPathTable();
+    std::optional<std::uint32_t> RowOfPath(std::string_view folded) const;
+    void RankPaths();
+    /** Artist + " - " + title. */
+    std::string HeadingOf(std::size_t row) const;
     int ComparePaths(std::uint32_t left, std::uint32_t right) const;
     std::optional<std::size_t> RowOf(qint64 nr) const;
     bool UpdateInPlace(std::size_t row, const Texts& texts);
@@ -80,8 +96,13 @@ private:
     void MatchPath(const LikePattern& pattern, BitSet& rows) const;
     void PathContains(std::string_view piece, BitSet& rows) const;
     void MatchNumber(const LikePattern& pattern, BitSet& rows) const;
+    bool HoldsName(std::string_view folder, std::string_view name);
+    bool HoldsPathFrom(std::string_view start, const LikePattern& pattern);
     std::vector<std::uint32_t> InDefaultOrder(const BitSet& rows) const;
-    void SortRows(QList<RecordOrder> order, std::vector<std::uint32_t>& rows) const;
+    std::vector<qint64> Sorted(const QList<RecordOrder>& order, std::vector<std::uint32_t> rows) const;
+    std::vector<qint64> AllRanked(const SortRanks& ranks, bool descending) const;
+    /** Whether the rows stand in the default order and none is dead. */
+    bool IsPacked() const { return dead_ == 0 && packed_ == ids_.size(); }
     RankedKey KeyOf(ArchiveField field, std::vector<std::uint32_t>& numberRanks) const;
     std::vector<std::uint32_t> NumberRanks() const;
 
@@ -89,10 +110,12 @@ private:
     qint64 highest_ = 0;      ///< of ids_
     BitSet alive_;
     std::size_t dead_ = 0;
+    std::size_t packed_ = 0;                  ///< rows at the last Pack()
     FoldedTexts titles_;                      ///< by row
     FoldedTexts names_;                       ///< file names, by row
     std::array<Column, kFieldCount> columns_; ///< that of Pfad holds the folders; Nr and Titel have none
     PathTable paths_;
+    FolderMatches folderMatches_;
     SortRanks titleRanks_;
     SortRanks pathRanks_;
     std::vector<std::uint32_t> order_;    ///< all rows by Interpret, Titel

@@ -30,16 +30,17 @@ void DropDefaultTail(QList<RecordOrder>& order) {
         order.removeLast();
 }
 
-/** Stable. ranks: of the rows, in their order. */
-std::vector<std::uint32_t> CountingSorted(const std::vector<std::uint32_t>& rows,
-                                          const std::vector<std::uint32_t>& ranks, std::size_t distinct) {
+/** Stable. ranks: of the rows, in their order; valueOf(row): what is put into its place. */
+template<typename Value, typename ValueOf>
+std::vector<Value> CountingSorted(const std::vector<std::uint32_t>& rows, const std::vector<std::uint32_t>& ranks,
+                                  std::size_t distinct, ValueOf valueOf) {
     std::vector<std::uint32_t> next(distinct + 1, 0);
     for (const std::uint32_t rank : ranks)
         ++next[rank + 1];
     std::partial_sum(next.begin(), next.end(), next.begin());
-    std::vector<std::uint32_t> sorted(rows.size());
+    std::vector<Value> sorted(rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i)
-        sorted[next[ranks[i]]++] = rows[i];
+        sorted[next[ranks[i]]++] = valueOf(rows[i]);
     return sorted;
 }
 
@@ -47,10 +48,37 @@ std::vector<std::uint32_t> CountingSorted(const std::vector<std::uint32_t>& rows
 
 std::vector<qint64> MemoryIndex::Select(const RecordSource& source) {
     Settle();
-    std::vector<std::uint32_t> rows = InDefaultOrder(Matching(source.conditions));
-    SortRows(source.order, rows);
-    std::vector<qint64> numbers(rows.size());
-    std::transform(rows.begin(), rows.end(), numbers.begin(), [this](std::uint32_t row) { return ids_[row]; });
+    QList<RecordOrder> order = WithoutRepeats(source.order);
+    DropDefaultTail(order);
+    const bool wholeTexts =
+        order.size() == 1 && (order.first().field == ArchiveField::Titel || order.first().field == ArchiveField::Pfad);
+    if (source.conditions.isEmpty() && wholeTexts && IsPacked())
+        return AllRanked(order.first().field == ArchiveField::Titel ? titleRanks_ : pathRanks_,
+                         order.first().descending);
+    return Sorted(order, InDefaultOrder(Matching(source.conditions)));
+}
+
+/** Every row by its own rank, whose order is there already; equal ones stay in the default order. */
+std::vector<qint64> MemoryIndex::AllRanked(const SortRanks& ranks, bool descending) const {
+    const auto order = ranks.Order();
+    std::vector<qint64> numbers;
+    numbers.reserve(order.size());
+    const auto take = [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            numbers.push_back(ids_[order[i]]);
+    };
+    if (!descending) {
+        take(0, order.size());
+        return numbers;
+    }
+    const auto rankAt = [&](std::size_t place) { return ranks.Ranks()[order[place]]; };
+    for (std::size_t end = order.size(); end > 0;) {
+        std::size_t begin = end - 1;
+        for (const std::uint32_t rank = rankAt(begin); begin > 0 && rankAt(begin - 1) == rank;)
+            --begin;
+        take(begin, end);
+        end = begin;
+    }
     return numbers;
 }
 
@@ -145,8 +173,35 @@ void MemoryIndex::MatchNumber(const LikePattern& pattern, BitSet& rows) const {
     }
 }
 
+std::vector<qint64> MemoryIndex::NumbersHolding(const QString& text) const {
+    const std::string needle = TextFolding::Folded(text);
+    const Column& artists = ColumnOf(ArchiveField::Interpret);
+    BitSet rows(ids_.size());
+    titles_.FindContaining(needle, rows);
+    BitSet codes(artists.dictionary.Values().Size());
+    artists.dictionary.Values().FindContaining(needle, codes);
+    MatchCodes(artists, codes, rows);
+    rows &= alive_;
+    // Only a text with a part of the separator in it can be found across it.
+    const bool crosses = needle.find_first_of(" -") != std::string::npos;
+    std::vector<qint64> numbers;
+    alive_.ForEach([&](std::size_t row) {
+        if (rows.Test(row) || (crosses && HeadingOf(row).find(needle) != std::string::npos))
+            numbers.push_back(ids_[row]);
+    });
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+std::string MemoryIndex::HeadingOf(std::size_t row) const {
+    const Column& artists = ColumnOf(ArchiveField::Interpret);
+    return std::string(artists.dictionary.Values().At(artists.codes[row])).append(" - ").append(titles_.At(row));
+}
+
 std::vector<std::uint32_t> MemoryIndex::InDefaultOrder(const BitSet& rows) const {
     const std::size_t count = rows.Count();
+    if (count == ids_.size())
+        return order_;
     std::vector<std::uint32_t> found;
     found.reserve(count);
     if (count < ids_.size() / 16) {
@@ -188,9 +243,9 @@ MemoryIndex::RankedKey MemoryIndex::KeyOf(ArchiveField field, std::vector<std::u
     return {column.codes, column.dictionary.Ranks().Ranks(), column.dictionary.Ranks().Distinct()};
 }
 
-void MemoryIndex::SortRows(QList<RecordOrder> order, std::vector<std::uint32_t>& rows) const {
-    order = WithoutRepeats(order);
-    DropDefaultTail(order);
+/** The numbers of the rows, which come in the default order. */
+std::vector<qint64> MemoryIndex::Sorted(const QList<RecordOrder>& order, std::vector<std::uint32_t> rows) const {
+    const auto numberOf = [this](std::uint32_t row) { return ids_[row]; };
     for (auto key = order.crbegin(); key != order.crend(); ++key) {
         std::vector<std::uint32_t> numberRanks;
         const RankedKey ranked = KeyOf(key->field, numberRanks);
@@ -207,8 +262,13 @@ void MemoryIndex::SortRows(QList<RecordOrder> order, std::vector<std::uint32_t>&
             const std::uint32_t rank = ranked.RankOf(row);
             return key->descending ? last - rank : rank;
         });
-        rows = CountingSorted(rows, ranks, ranked.distinct);
+        if (std::next(key) == order.crend())
+            return CountingSorted<qint64>(rows, ranks, ranked.distinct, numberOf);
+        rows = CountingSorted<std::uint32_t>(rows, ranks, ranked.distinct, [](std::uint32_t row) { return row; });
     }
+    std::vector<qint64> numbers(rows.size());
+    std::transform(rows.begin(), rows.end(), numbers.begin(), numberOf);
+    return numbers;
 }
 
 } // namespace kalvo

@@ -113,4 +113,12 @@ std::optional<RecordSource> ParseRecordSource(QStringView statement) {
     return source;
 }
 
+std::optional<RecordSource> ParseCriterion(QStringView criterion) {
+    Scanner scanner(criterion);
+    RecordSource source;
+    if (!TakeConditions(scanner, source.conditions) || !scanner.AtEnd())
+        return std::nullopt;
+    return source;
+}
+
 } // namespace kalvo

@@ -38,4 +38,7 @@ struct RecordSource {
  */
 std::optional<RecordSource> ParseRecordSource(QStringView statement);
 
+/** Understands a criterion, the conditions alone: "condition {or condition}". No order. */
+std::optional<RecordSource> ParseCriterion(QStringView criterion);
+
 } // namespace kalvo

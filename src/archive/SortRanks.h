@@ -11,12 +11,13 @@ namespace kalvo {
 /** A sorted order of numbered things and the rank of each; equal things share a rank. Grows without sorting anew. */
 class SortRanks {
 public:
-    /** Takes a finished order; equal(a, b) tells whether neighbours share a rank. */
+    /** Takes a finished order; equal(a, b) tells whether neighbours share a rank. Those that do come to ascend. */
     template<typename Equal>
     void Assign(std::vector<std::uint32_t> order, Equal equal) {
         order_ = std::move(order);
         rank_.assign(order_.size(), 0);
         Rank(equal);
+        SortTies();
     }
 
     /** Puts the things from Size() to `size` into their places. compare(a, b): below 0, 0, above 0. */
@@ -67,6 +68,15 @@ private:
             if (i > 0 && !equal(order_[i - 1], order_[i]))
                 ++rank;
             rank_[order_[i]] = rank;
+        }
+    }
+
+    void SortTies() {
+        for (std::size_t end = 0, begin = 0; begin < order_.size(); begin = end) {
+            for (end = begin + 1; end < order_.size() && rank_[order_[end]] == rank_[order_[begin]];)
+                ++end;
+            std::sort(order_.begin() + static_cast<std::ptrdiff_t>(begin),
+                      order_.begin() + static_cast<std::ptrdiff_t>(end));
         }
     }
 

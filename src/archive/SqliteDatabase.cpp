@@ -174,6 +174,16 @@ bool SqliteDatabase::LastErrorIsReadOnly() const {
     return handle_ && PrimaryCode(handle_.get()) == SQLITE_READONLY;
 }
 
+SqliteDatabase::ReadPass::ReadPass(SqliteDatabase& database)
+    : database_(database),
+      open_(database.handle_ && sqlite3_get_autocommit(database.handle_.get()) != 0 &&
+            database.Execute(QStringLiteral("BEGIN"))) {}
+
+SqliteDatabase::ReadPass::~ReadPass() {
+    if (open_)
+        database_.Execute(QStringLiteral("COMMIT"));
+}
+
 SqliteDatabase::Transaction::Transaction(SqliteDatabase& database)
     : database_(database), open_(database.Execute(QStringLiteral("BEGIN IMMEDIATE"))) {}
 

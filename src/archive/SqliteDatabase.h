@@ -99,6 +99,20 @@ public:
         bool open_;
     };
 
+    /** Everything read while it lives is of one moment; begun and ended once instead of with every statement. */
+    class ReadPass {
+    public:
+        /** Within a transaction it does nothing: that is such a pass already. */
+        explicit ReadPass(SqliteDatabase& database);
+        ~ReadPass();
+        ReadPass(const ReadPass&) = delete;
+        ReadPass& operator=(const ReadPass&) = delete;
+
+    private:
+        SqliteDatabase& database_;
+        bool open_;
+    };
+
 private:
     struct CloseHandle {
         void operator()(sqlite3* handle) const;

@@ -9,10 +9,10 @@ namespace kalvo {
 
 namespace {
 
-/** The first eight bytes as a number that sorts as they do. */
-std::uint64_t Prefix(std::string_view key) {
+/** Eight bytes from `start` on as a number that sorts as they do. */
+std::uint64_t Prefix(std::string_view key, std::size_t start) {
     std::uint64_t prefix = 0;
-    for (std::size_t i = 0; i < 8; ++i)
+    for (std::size_t i = start; i < start + 8; ++i)
         prefix = prefix << 8 | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
     return prefix;
 }
@@ -35,6 +35,7 @@ std::uint64_t HashText(std::string_view text, std::uint64_t seed) {
 std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts) {
     struct Item {
         std::uint64_t prefix;
+        std::uint64_t second;
         std::uint32_t index;
     };
     std::vector<Item> items(texts.Size());
@@ -44,11 +45,13 @@ std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts) {
         keys[i] = texts.At(i);
         if (!TextFolding::IsAscii(keys[i]))
             keys[i] = made.emplace_back(TextFolding::SortKey(keys[i]));
-        items[i] = {Prefix(keys[i]), i};
+        items[i] = {Prefix(keys[i], 0), Prefix(keys[i], 8), i};
     }
     std::sort(items.begin(), items.end(), [&](const Item& left, const Item& right) {
         if (left.prefix != right.prefix)
             return left.prefix < right.prefix;
+        if (left.second != right.second)
+            return left.second < right.second;
         const int order = keys[left.index].compare(keys[right.index]);
         return order != 0 ? order < 0 : left.index < right.index;
     });

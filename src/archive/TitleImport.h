@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/Archive.h"
+#include "archive/ArchiveSession.h"
 #include "archive/FolderScan.h"
 
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "archive/Archive.h"
+#include "archive/ArchiveSession.h"
 
 #include "archive/ArchiveStatements.h"
 #include "archive/TestClock.h"

@@ -72,9 +72,32 @@ TEST(RecordSourceTest, StatementsAreTheGivenOnesLetterForLetter) {
          u"SELECT * FROM Daten  WHERE Album Like 'Best'Order By Interpret, Titel"_s},
         {ArchiveStatements::DuplicateCheck(u"/m/Guns N' Roses/a.mp3"_s),
          u"SELECT * FROM Daten  WHERE Pfad Like '/m/Guns N* Roses/a.mp3'"_s},
+        {ArchiveStatements::SearchField(u"abba"_s, Interpret),
+         u"SELECT * FROM Daten  WHERE Interpret Like '*abba*'Order By Interpret, Titel"_s},
+        {ArchiveStatements::SearchField(u"d'or"_s, Extra1),
+         u"SELECT * FROM Daten  WHERE extra1 Like '*d*or*'Order By Interpret, Titel"_s},
+        {ArchiveStatements::Categories(), u"SELECT * FROM Daten ORDER BY Interpret"_s},
+        {ArchiveStatements::DuplicateCandidates(), u"SELECT * FROM Daten ORDER BY Titel"_s},
+        {ArchiveStatements::FileNameDuplicates(u"Don't.mp3"_s),
+         u"SELECT * FROM Daten WHERE Pfad LIKE '*Don*t.mp3*' ORDER BY Pfad"_s},
+        {ArchiveStatements::TitleDuplicates(u"Don't"_s),
+         u"SELECT * FROM Daten WHERE Titel LIKE 'Don*t' ORDER BY Titel"_s},
+        {ArchiveStatements::DrawnTitles(Interpret, u"O'Neil"_s),
+         u"SELECT * FROM Daten WHERE Interpret Like '*O*Neil*'Order By Interpret, Titel"_s},
     };
-    for (const auto& [built, expected] : cases)
+    for (const auto& [built, expected] : cases) {
         EXPECT_EQ(built, expected);
+        EXPECT_TRUE(built.isEmpty() || ParseRecordSource(built)) << built.toStdString();
+    }
+    EXPECT_EQ(ArchiveStatements::SearchField(QString(), Titel), QString());
+}
+
+TEST(RecordSourceTest, ACriterionIsConditionsAlone) {
+    const QString criterion = ArchiveStatements::PathCriterion(u"/m/Guns N' Roses/a.mp3"_s);
+    EXPECT_EQ(criterion, u"Pfad Like '/m/Guns N* Roses/a.mp3'"_s);
+    EXPECT_EQ(ParseCriterion(criterion), (RecordSource{{{Pfad, true, u"/m/Guns N* Roses/a.mp3"_s}}, {}}));
+    EXPECT_EQ(ParseCriterion(u"Pfad Like 'a' Order By Titel"), std::nullopt);
+    EXPECT_EQ(ParseCriterion(u""), std::nullopt);
 }
 
 TEST(RecordSourceTest, NoTextChangesAStatementsShape) {

@@ -1,0 +1,166 @@
+#include "archive/ArchiveSession.h"
+#include "archive/ArchiveStatements.h"
+#include "archive/TestClock.h"
+#include "archive/Trash.h"
+#include "support/TestFolder.h"
+#include "support/WaitUntil.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace kalvo::test {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class ArchiveDeleteTest : public ::testing::Test {
+protected:
+    ArchiveDeleteTest() {
+        EXPECT_TRUE(data.CreateAll());
+        EXPECT_TRUE(archive.Open(data));
+        EXPECT_TRUE(archive.WaitForIndex());
+        Add(10);
+        archive.Refresh();
+    }
+
+    void Add(int count) {
+        const Archive::Session session(archive);
+        for (int i = 0; i < count; ++i) {
+            TitleRecord record;
+            record.Titel = u"t%1"_s.arg(archive.Count(), 6, 10, QChar(u'0'));
+            record.Pfad = u"/m/%1.mp3"_s.arg(record.Titel);
+            record.Extra2 = u"07.03.2026"_s;
+            ASSERT_TRUE(archive.AddTitle(record));
+        }
+    }
+
+    /** Numbers shown after a refresh; the first letter of every title proves that its row can be read. */
+    std::vector<qint64> Shown() {
+        archive.Refresh();
+        std::vector<qint64> numbers;
+        for (int row = 0; row < archive.RowCount(); ++row) {
+            EXPECT_TRUE(archive.RowAt(row).Titel.startsWith(u't')) << row;
+            numbers.push_back(archive.IdAt(row));
+        }
+        return numbers;
+    }
+
+    qint64 RowsInFile() const {
+        SqliteDatabase other;
+        other.Open(archive.Path(), SqliteDatabase::Mode::ReadOnly);
+        SqliteStatement count = other.Prepare(u"SELECT count(*) FROM Daten"_s);
+        return count.Step() ? count.Number(0) : -1;
+    }
+
+    TestFolder folder;
+    DataFolder data{folder.Path(u"Kalvo"_s)};
+    TestClock clock;
+    Archive archive{clock};
+};
+
+} // namespace
+
+TEST_F(ArchiveDeleteTest, DeletionsComeBackOneByOneTheLatestFirst) {
+    const std::vector<qint64> all = Shown();
+    const TitleRecord before = archive.RowAt(2);
+    ASSERT_TRUE(archive.DeleteTitles({all[2], all[3], all[9]}));
+    ASSERT_TRUE(archive.DeleteTitles({all[0]}));
+    EXPECT_EQ(archive.Count(), 6);
+    EXPECT_EQ(Shown(), (std::vector<qint64>{all[1], all[4], all[5], all[6], all[7], all[8]}));
+    EXPECT_FALSE(archive.HoldsPath(before.Pfad));
+    EXPECT_EQ(archive.UndoText(), u"1 Titel"_s);
+    ASSERT_TRUE(archive.Undo());
+    EXPECT_EQ(archive.UndoText(), u"3 Titel"_s);
+    ASSERT_TRUE(archive.Undo());
+    EXPECT_FALSE(archive.CanUndo());
+    EXPECT_EQ(Shown(), all);
+    EXPECT_EQ(archive.RowAt(2).Extra2, before.Extra2);
+    EXPECT_TRUE(archive.HoldsPath(before.Pfad));
+    EXPECT_FALSE(archive.Undo());
+}
+
+TEST_F(ArchiveDeleteTest, DeletingEverythingComesBackBesideWhatWasAddedSince) {
+    const std::vector<qint64> all = Shown();
+    int changes = 0;
+    QObject::connect(&archive, &Archive::UndoChanged, [&] { ++changes; });
+    ASSERT_TRUE(archive.DeleteAll());
+    EXPECT_EQ(Shown().size(), 0U);
+    EXPECT_EQ(RowsInFile(), 0);
+    Add(2);
+    ASSERT_TRUE(archive.Undo());
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(Shown().size(), 12U);
+    EXPECT_EQ(RowsInFile(), 12);
+    for (const qint64 nr : all)
+        EXPECT_GE(archive.RowOf(nr), 0) << nr;
+}
+
+TEST_F(ArchiveDeleteTest, DeletingNothingLeavesNothingToUndo) {
+    EXPECT_TRUE(archive.DeleteTitles({}));
+    EXPECT_TRUE(archive.DeleteTitles({4711}));
+    EXPECT_FALSE(archive.CanUndo());
+    EXPECT_EQ(archive.UndoText(), QString());
+    ASSERT_TRUE(archive.DeleteAll());
+    EXPECT_TRUE(archive.DeleteAll());
+    ASSERT_TRUE(archive.Undo());
+    EXPECT_EQ(Shown().size(), 10U);
+}
+
+TEST_F(ArchiveDeleteTest, ManyTitlesComeBackThroughANewIndex) {
+    Add(12000);
+    const std::vector<qint64> all = Shown();
+    ASSERT_TRUE(archive.DeleteTitles({all.begin() + 5, all.end()}));
+    EXPECT_EQ(Shown().size(), 5U);
+    ASSERT_TRUE(archive.Undo());
+    EXPECT_EQ(archive.Count(), 12010);
+    ASSERT_TRUE(archive.WaitForIndex());
+    EXPECT_EQ(Shown(), all);
+}
+
+TEST_F(ArchiveDeleteTest, ADeletionDuringAnImportKeepsWhatWasImported) {
+    const std::vector<qint64> all = Shown();
+    {
+        const Archive::Session session(archive);
+        TitleRecord record;
+        record.Titel = u"tneu"_s;
+        ASSERT_TRUE(archive.AddTitle(record));
+        ASSERT_TRUE(archive.DeleteTitles({all[0], record.Nr}));
+        ASSERT_TRUE(archive.Undo());
+    }
+    EXPECT_EQ(Shown().size(), 11U);
+    EXPECT_EQ(RowsInFile(), 11);
+}
+
+TEST_F(ArchiveDeleteTest, ALockedArchiveLosesNothing) {
+    const std::vector<qint64> all = Shown();
+    SqliteDatabase other;
+    ASSERT_EQ(other.Open(archive.Path(), SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened);
+    {
+        const SqliteDatabase::Transaction writing(other);
+        ASSERT_TRUE(writing.IsOpen());
+        EXPECT_EQ(archive.DeleteTitles({all[0]}).reason, u"Das Musikarchiv wird von einem anderen Programm benutzt."_s);
+    }
+    EXPECT_FALSE(archive.CanUndo());
+    EXPECT_EQ(Shown(), all);
+    EXPECT_TRUE(archive.DeleteTitles({all[0]}));
+}
+
+TEST_F(ArchiveDeleteTest, AFileOfADeletedTitleComesBackFromTheBin) {
+    qputenv("XDG_DATA_HOME", folder.Path(u"share"_s).toUtf8());
+    const QString path = folder.Write(u"song.mp3"_s, "sound");
+    const auto item = Trash::Move(path);
+    if (!item)
+        GTEST_SKIP() << "there is no bin here";
+    EXPECT_FALSE(QFile::exists(path));
+    const qint64 nr = Shown().front();
+    ASSERT_TRUE(archive.DeleteTitles({nr}, {*item}));
+    const WriteResult undone = archive.Undo();
+    EXPECT_TRUE(undone);
+    EXPECT_EQ(undone.reason, QString());
+    EXPECT_EQ(folder.Read(u"song.mp3"_s), "sound");
+    EXPECT_FALSE(Trash::Restore(*item));
+    EXPECT_FALSE(Trash::Move(path + u".missing"_s));
+}
+
+} // namespace kalvo::test
