@@ -1,6 +1,6 @@
 #include "playback/HandOver.h"
 
-#include "playback/FaderLaw.h"
+#include "base/FaderLaw.h"
 
 namespace kalvo {
 

@@ -1,7 +1,7 @@
 #include "playback/Mixer.h"
 
+#include "base/FaderLaw.h"
 #include "playback/DeckTitles.h"
-#include "playback/FaderLaw.h"
 #include "playlists/CueText.h"
 #include "playlists/NextTitle.h"
 

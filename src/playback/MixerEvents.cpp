@@ -1,7 +1,7 @@
 // What timers and the audio library's events bring to the mixer.
 
+#include "base/FaderLaw.h"
 #include "playback/DeckTitles.h"
-#include "playback/FaderLaw.h"
 #include "playback/Mixer.h"
 #include "playlists/NextTitle.h"
 

@@ -1,7 +1,7 @@
 #include "playback/Mixer.h"
 
 #include "FakeAudio.h"
-#include "playback/FaderLaw.h"
+#include "base/FaderLaw.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>

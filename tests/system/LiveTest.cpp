@@ -1,4 +1,4 @@
-#include "playback/FaderLaw.h"
+#include "base/FaderLaw.h"
 #include "support/PulseServer.h"
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
