@@ -48,10 +48,18 @@ public:
      * is gone in any case. Returns the new handle, 0 when the file cannot be played.
      */
     audio::Handle LoadStream(int player, const QString& path);
+    /** The same without waiting for the file: AwaitLoading tells when the stream can be used. */
+    audio::Handle BeginLoading(int player, const QString& path);
+    /** Waits for the player's file, 0 just looks. After Failed the player is empty. */
+    audio::OpenState AwaitLoading(int player, int milliseconds);
     /** Stops and frees the player's stream. */
     void FreeStream(int player);
-    /** Opens a file ahead, so that LoadStream of the same file is immediate. An empty path drops what was opened. */
+    /**
+     * Opens a file ahead, so that loading it is immediate; returns at once. An empty path drops what was opened.
+     * Prepared() tells how far it is.
+     */
     void Prepare(int player, const QString& path);
+    audio::OpenState Prepared(int player);
 
     /** volume 0..100. */
     void SetPlayerVolume(int player, int volume);

@@ -1,7 +1,6 @@
 // What timers and the audio library's events bring to the mixer.
 
 #include "base/FaderLaw.h"
-#include "playback/DeckTitles.h"
 #include "playback/Mixer.h"
 #include "playlists/NextTitle.h"
 
@@ -35,7 +34,8 @@ MixState Mixer::StateNow(bool withNext) const {
         deck.paused = activity == audio::Activity::Paused;
         deck.position = WholeSeconds(layer_.PositionSeconds(data.number));
         deck.length = WholeSeconds(layer_.LengthSeconds(data.number));
-        deck.hasNext = withNext && PeekNextTitle(*data.list, FileExists, options_.removePlayed) >= 0;
+        deck.hasNext = withNext && PeekNextTitle(*data.list, exists_, options_.removePlayed) >= 0;
+        deck.opening = IsOpening(data.number);
     }
     return state;
 }
@@ -106,6 +106,8 @@ void Mixer::TitleEnded(int player) {
 
 void Mixer::Dispatch() {
     layer_.Audio().DispatchEvents();
+    WatchOpening(1);
+    WatchOpening(2);
     TellNewDevice();
 }
 
@@ -143,6 +145,9 @@ void Mixer::TellNewDevice() {
 QString Mixer::StatusText(int player) const {
     if (Deck(player).muted) {
         return QStringLiteral("mute");
+    }
+    if (IsOpening(player)) {
+        return QStringLiteral("lädt");
     }
     switch (layer_.Activity(player)) {
     case audio::Activity::Playing:
