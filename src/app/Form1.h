@@ -19,6 +19,7 @@ struct Desk;
 class ArchivePanel;
 class ConsolePanel;
 class ListBand;
+class NoticeBar;
 class StatusLine;
 class frmTitelEinlesen;
 
@@ -79,6 +80,7 @@ private:
     DeskQuestions questions_;
     PlaylistActions listActions_;
     QSplitter* bands_ = nullptr;
+    NoticeBar* notice_ = nullptr;
     ConsolePanel* console_ = nullptr;
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;

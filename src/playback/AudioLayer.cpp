@@ -37,7 +37,13 @@ bool AudioLayer::InitAudio(int outputDevice, int bufferFrames) {
     }
     audio::OutputInfo info;
     directSound8_ = library_->GetInfo(audio::Output::Main, info) && info.directSoundVersion >= 8 ? 1 : 0;
+    watch_.Begin(info);
     return true;
+}
+
+std::optional<OutputNews> AudioLayer::LookAtOutput() {
+    audio::OutputInfo info;
+    return library_->GetInfo(audio::Output::Main, info) ? watch_.Look(info) : std::nullopt;
 }
 
 void AudioLayer::StopAudio() {

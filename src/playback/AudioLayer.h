@@ -2,6 +2,7 @@
 
 #include "audio/AudioLibrary.h"
 #include "playback/EqualiserSettings.h"
+#include "playback/OutputWatch.h"
 #include "playback/PlayerRecord.h"
 
 #include <QString>
@@ -9,6 +10,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 namespace kalvo {
 
@@ -34,6 +36,8 @@ public:
     int OutputDevice() const { return outputDevice_; }
     /** 1 when the output offers effects, else 0. */
     int DirectSound8() const { return directSound8_; }
+    /** Called every 50 ms: what has become of the main output's device since. */
+    std::optional<OutputNews> LookAtOutput();
     /** Stops and frees every stream, then the outputs. */
     void StopAudio();
 
@@ -82,6 +86,7 @@ private:
     std::unique_ptr<audio::AudioLibrary> library_;
     std::array<PlayerRecord, 2> records_;
     EqualiserSettings equaliser_;
+    OutputWatch watch_;
     int outputDevice_ = audio::kDefaultDevice;
     int directSound8_ = 0;
 };

@@ -103,6 +103,8 @@ Q_SIGNALS:
     void FileMissing(const QString& path);
     /** One line for the status bar. */
     void Message(const QString& text);
+    /** The output's device has gone, been replaced or come back; Message has said it, too. */
+    void OutputChanged(const OutputNews& news);
     /** Continuous play has come to the end of both lists. */
     void Finished();
 
@@ -149,8 +151,7 @@ private:
     void PrepareNext(int player);
     void ShowPrepared(int player);
     void TitleEnded(int player);
-    void DeviceLost();
-    void TellNewDevice();
+    void LookAtOutput();
     static void OnEnd(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
     static void OnDeviceLost(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
 
@@ -163,7 +164,6 @@ private:
     int patience_ = 40; ///< ms
     bool useCuePoints_ = true;
     bool faderHeld_ = false;
-    bool deviceLost_ = false; ///< and no other one has taken over yet
     bool handOverRunning_ = false;
     bool heldByUser_ = true;
     int lastOnAir_ = 0;

@@ -108,7 +108,7 @@ void Mixer::Dispatch() {
     layer_.Audio().DispatchEvents();
     WatchOpening(1);
     WatchOpening(2);
-    TellNewDevice();
+    LookAtOutput();
 }
 
 void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* user) {
@@ -118,28 +118,15 @@ void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* use
     }
 }
 
-/** Every stream tells it; the one on air is enough. */
 void Mixer::OnDeviceLost(audio::Handle, audio::Handle, std::uint32_t, void* user) {
-    const auto* deck = static_cast<DeckData*>(user);
-    if (deck->owner->OnAirPlayer() == deck->number) {
-        deck->owner->DeviceLost();
-    }
+    static_cast<DeckData*>(user)->owner->LookAtOutput();
 }
 
-void Mixer::DeviceLost() {
-    deviceLost_ = true;
-    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da."));
-}
-
-/** The next device opens a moment after the loss. */
-void Mixer::TellNewDevice() {
-    audio::OutputInfo info;
-    if (!deviceLost_ || !layer_.Audio().GetInfo(audio::Output::Main, info) || info.device == audio::kNoSound) {
-        return;
+void Mixer::LookAtOutput() {
+    if (const std::optional<OutputNews> news = layer_.LookAtOutput()) {
+        Q_EMIT Message(news->text);
+        Q_EMIT OutputChanged(*news);
     }
-    deviceLost_ = false;
-    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") +
-                   QString::fromStdString(info.deviceName));
 }
 
 QString Mixer::StatusText(int player) const {
