@@ -62,6 +62,7 @@ bool Form1::Load() {
         status_->Tell(QStringLiteral("Der Datenordner kann nicht angelegt werden: ") + desk_.folder.Root());
     }
     status_->Tell(QStringLiteral("Soundkarten suchen..."));
+    status_->Tell(QStringLiteral("Skin setzen..."));
     if (!InitOutput()) {
         QMessageBox::critical(nullptr, QStringLiteral("Digital output"),
                               QStringLiteral("Error: Couldn't Initialize Digital Output"));
@@ -139,6 +140,10 @@ void Form1::Save() {
         desk_.settings.PutNumber(kEqualizer, QStringLiteral("Lautstärke"),
                                  desk_.layer.Audio().GetVolume(audio::Output::Main));
         desk_.settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
+        KeepSetting(kEqualizer, QStringLiteral("Pegelabsenkung"), QStringLiteral("50"));
+        KeepSetting(kEqualizer, QStringLiteral("Mikrofonpegel"), QStringLiteral("80"));
+        KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Style"), QStringLiteral("Analyzer"));
+        KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Farbe"), {});
         desk_.settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
         desk_.settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
     }
@@ -149,6 +154,14 @@ void Form1::Save() {
 }
 
 // ---- output
+/** Writes a setting as it stands; one that has neither a value nor a default stays absent. */
+void Form1::KeepSetting(const QString& section, const QString& key, const QString& fallback) {
+    const QString value = desk_.settings.GetSetting(section, key, fallback);
+    if (!value.isEmpty()) {
+        desk_.settings.PutSetting(section, key, value);
+    }
+}
+
 
 bool Form1::InitOutput() {
     const QStringList names = desk_.layer.DeviceNames();

@@ -70,6 +70,7 @@ private:
     void AskForFiles();
     void AddSelectedTitles(int player);
     void Save();
+    void KeepSetting(const QString& section, const QString& key, const QString& fallback);
     void FocusSearch();
     void ShowAbout();
 
