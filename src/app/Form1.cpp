@@ -47,6 +47,7 @@ Form1::Form1(Desk& desk, const CommandLine& commandLine, QWidget* parent)
       seconds_(new QTimer(this)) {
     setObjectName(QStringLiteral("Form1"));
     setWindowTitle(QStringLiteral("Kalvo"));
+    setMinimumSize(kSmallest); // not that of the layout of the moment, which folds when the window becomes smaller
 }
 
 Form1::~Form1() = default;
@@ -61,8 +62,8 @@ bool Form1::Load() {
     if (!desk_.foldersCreated) {
         status_->Tell(QStringLiteral("Der Datenordner kann nicht angelegt werden: ") + desk_.folder.Root());
     }
-    status_->Tell(QStringLiteral("Soundkarten suchen..."));
     status_->Tell(QStringLiteral("Skin setzen..."));
+    status_->Tell(QStringLiteral("Soundkarten suchen..."));
     if (!InitOutput()) {
         QMessageBox::critical(nullptr, QStringLiteral("Digital output"),
                               QStringLiteral("Error: Couldn't Initialize Digital Output"));
@@ -139,11 +140,11 @@ void Form1::Save() {
         const MixerOptions& options = desk_.mixer.Options();
         desk_.settings.PutNumber(kEqualizer, QStringLiteral("Lautstärke"),
                                  desk_.layer.Audio().GetVolume(audio::Output::Main));
-        desk_.settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
         KeepSetting(kEqualizer, QStringLiteral("Pegelabsenkung"), QStringLiteral("50"));
         KeepSetting(kEqualizer, QStringLiteral("Mikrofonpegel"), QStringLiteral("80"));
         KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Style"), QStringLiteral("Analyzer"));
         KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Farbe"), {});
+        desk_.settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
         desk_.settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
         desk_.settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
     }
@@ -153,7 +154,6 @@ void Form1::Save() {
     }
 }
 
-// ---- output
 /** Writes a setting as it stands; one that has neither a value nor a default stays absent. */
 void Form1::KeepSetting(const QString& section, const QString& key, const QString& fallback) {
     const QString value = desk_.settings.GetSetting(section, key, fallback);
@@ -162,6 +162,7 @@ void Form1::KeepSetting(const QString& section, const QString& key, const QStrin
     }
 }
 
+// ---- output
 
 bool Form1::InitOutput() {
     const QStringList names = desk_.layer.DeviceNames();
@@ -229,7 +230,7 @@ void Form1::ApplyStyle() {
     check(*actions_.fontSizes, fontSize);
     check(*actions_.buttonSizes, buttonSize);
     if (bands_ != nullptr) {
-        FoldLayout(width());
+        FoldLayout(size());
     }
 }
 
@@ -242,7 +243,7 @@ void Form1::PlaceWindow() {
         onScreen = onScreen || screen->availableGeometry().intersects(values_.geometry);
     }
     const QRect wanted = onScreen ? values_.geometry : place;
-    FoldLayout(wanted.width()); // first, or the wider layout's parts would keep the window wide
+    FoldLayout(wanted.size()); // first, or the larger layout's parts would keep the window large
     QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     layout()->activate();
     setGeometry(wanted);
@@ -254,25 +255,30 @@ void Form1::PlaceWindow() {
 
 void Form1::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    if (bands_ != nullptr && LayoutModeFor(width(), SkinStyle::Units().F()) != mode_) {
-        FoldLayout(width());
+    if (bands_ != nullptr && LayoutModeFor(width(), SkinStyle::Units().F(), height()) != mode_) {
+        FoldLayout(size());
     }
 }
 
-void Form1::FoldLayout(int width) {
+void Form1::FoldLayout(const QSize& size) {
     const FontUnits& units = SkinStyle::Units();
-    mode_ = LayoutModeFor(width, units.F());
-    const int margin = units.Gap(2);
+    mode_ = LayoutModeFor(size.width(), units.F(), size.height());
+    const LayoutMode below = IsNarrow(mode_) ? LayoutMode::Narrow : mode_;
+    const int margin = units.Gap(mode_ == LayoutMode::Low ? 1 : 2);
     centralWidget()->setContentsMargins(margin, 0, margin, 0);
     bands_->setHandleWidth(margin);
     console_->SetLayoutMode(mode_);
-    lists_->SetLayoutMode(mode_);
-    archive_->SetLayoutMode(mode_);
+    lists_->SetLayoutMode(below);
+    archive_->SetLayoutMode(below);
     status_->SetLayoutMode(mode_);
-    const int console =
-        values_.consoleHeight == WindowValues().consoleHeight ? units.ConsoleHeight(mode_) : values_.consoleHeight;
+    // Two rows of each can always be seen.
+    lists_->setMinimumHeight(units.ListHead() + 2 * units.TableRow() + units.G());
+    archive_->setMinimumHeight(units.PanelHead() + units.ColumnHead() + 2 * units.TableRow() + units.G());
+    const bool asGiven = mode_ == LayoutMode::Low || values_.consoleHeight == WindowValues().consoleHeight;
+    const int console = asGiven ? units.ConsoleHeight(mode_) : values_.consoleHeight;
     const int rest = std::max(1, bands_->height() - console - 2 * margin);
-    bands_->setSizes({console, rest * 2 / 5, rest * 3 / 5});
+    const int lists = mode_ == LayoutMode::Low ? rest / 2 : rest * 2 / 5;
+    bands_->setSizes({console, lists, rest - lists});
 }
 
 void Form1::ShowOptions() {

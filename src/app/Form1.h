@@ -58,8 +58,8 @@ private:
     void ReadMixer();
     void ApplyStyle();
     void PlaceWindow();
-    /** width: of the window, in logical pixels. */
-    void FoldLayout(int width);
+    /** size: of the window, in logical pixels. */
+    void FoldLayout(const QSize& size);
     void ShowOptions();
     void ShowOutput();
     void FillDeviceMenu();
@@ -80,8 +80,8 @@ private:
     DeskActions actions_;
     DeskQuestions questions_;
     PlaylistActions listActions_;
-    QSplitter* bands_ = nullptr;
     NoticeBar* notice_ = nullptr;
+    QSplitter* bands_ = nullptr;
     ConsolePanel* console_ = nullptr;
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;
