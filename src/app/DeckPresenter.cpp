@@ -1,7 +1,7 @@
 #include "app/DeckPresenter.h"
 
+#include "base/FaderLaw.h"
 #include "base/PlayTime.h"
-#include "playback/FaderLaw.h"
 #include "playback/Mixer.h"
 
 #include <algorithm>

@@ -46,6 +46,7 @@ Form1::Form1(Desk& desk, const CommandLine& commandLine, QWidget* parent)
       seconds_(new QTimer(this)) {
     setObjectName(QStringLiteral("Form1"));
     setWindowTitle(QStringLiteral("Kalvo"));
+    setMinimumSize(kSmallest); // not that of the layout of the moment, which folds when the window becomes smaller
 }
 
 Form1::~Form1() = default;
@@ -60,6 +61,7 @@ bool Form1::Load() {
     if (!desk_.foldersCreated) {
         status_->Tell(QStringLiteral("Der Datenordner kann nicht angelegt werden: ") + desk_.folder.Root());
     }
+    status_->Tell(QStringLiteral("Skin setzen..."));
     status_->Tell(QStringLiteral("Soundkarten suchen..."));
     if (!InitOutput()) {
         QMessageBox::critical(nullptr, QStringLiteral("Digital output"),
@@ -137,6 +139,10 @@ void Form1::Save() {
         const MixerOptions& options = desk_.mixer.Options();
         desk_.settings.PutNumber(kEqualizer, QStringLiteral("Lautstärke"),
                                  desk_.layer.Audio().GetVolume(audio::Output::Main));
+        KeepSetting(kEqualizer, QStringLiteral("Pegelabsenkung"), QStringLiteral("50"));
+        KeepSetting(kEqualizer, QStringLiteral("Mikrofonpegel"), QStringLiteral("80"));
+        KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Style"), QStringLiteral("Analyzer"));
+        KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Farbe"), {});
         desk_.settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
         desk_.settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
         desk_.settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
@@ -144,6 +150,14 @@ void Form1::Save() {
     if (!desk_.keeper.SaveNow()) {
         QMessageBox::warning(this, QStringLiteral("Kalvo"),
                              QStringLiteral("Die Wiedergabelisten konnten nicht gespeichert werden."));
+    }
+}
+
+/** Writes a setting as it stands; one that has neither a value nor a default stays absent. */
+void Form1::KeepSetting(const QString& section, const QString& key, const QString& fallback) {
+    const QString value = desk_.settings.GetSetting(section, key, fallback);
+    if (!value.isEmpty()) {
+        desk_.settings.PutSetting(section, key, value);
     }
 }
 
@@ -217,7 +231,7 @@ void Form1::ShowStyle(const QString& skin, const QString& fontSize, const QStrin
     check(*actions_.fontSizes, fontSize);
     check(*actions_.buttonSizes, buttonSize);
     if (bands_ != nullptr) {
-        FoldLayout(width());
+        FoldLayout(size());
     }
 }
 
@@ -230,7 +244,7 @@ void Form1::PlaceWindow() {
         onScreen = onScreen || screen->availableGeometry().intersects(values_.geometry);
     }
     const QRect wanted = onScreen ? values_.geometry : place;
-    FoldLayout(wanted.width()); // first, or the wider layout's parts would keep the window wide
+    FoldLayout(wanted.size()); // first, or the larger layout's parts would keep the window large
     QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     layout()->activate();
     setGeometry(wanted);
@@ -242,25 +256,30 @@ void Form1::PlaceWindow() {
 
 void Form1::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    if (bands_ != nullptr && LayoutModeFor(width(), SkinStyle::Units().F()) != mode_) {
-        FoldLayout(width());
+    if (bands_ != nullptr && LayoutModeFor(width(), SkinStyle::Units().F(), height()) != mode_) {
+        FoldLayout(size());
     }
 }
 
-void Form1::FoldLayout(int width) {
+void Form1::FoldLayout(const QSize& size) {
     const FontUnits& units = SkinStyle::Units();
-    mode_ = LayoutModeFor(width, units.F());
-    const int margin = units.Gap(2);
+    mode_ = LayoutModeFor(size.width(), units.F(), size.height());
+    const LayoutMode below = IsNarrow(mode_) ? LayoutMode::Narrow : mode_;
+    const int margin = units.Gap(mode_ == LayoutMode::Low ? 1 : 2);
     centralWidget()->setContentsMargins(margin, 0, margin, 0);
     bands_->setHandleWidth(margin);
     console_->SetLayoutMode(mode_);
-    lists_->SetLayoutMode(mode_);
-    archive_->SetLayoutMode(mode_);
+    lists_->SetLayoutMode(below);
+    archive_->SetLayoutMode(below);
     status_->SetLayoutMode(mode_);
-    const int console =
-        values_.consoleHeight == WindowValues().consoleHeight ? units.ConsoleHeight(mode_) : values_.consoleHeight;
+    // Two rows of each can always be seen.
+    lists_->setMinimumHeight(units.ListHead() + 2 * units.TableRow() + units.G());
+    archive_->setMinimumHeight(units.PanelHead() + units.ColumnHead() + 2 * units.TableRow() + units.G());
+    const bool asGiven = mode_ == LayoutMode::Low || values_.consoleHeight == WindowValues().consoleHeight;
+    const int console = asGiven ? units.ConsoleHeight(mode_) : values_.consoleHeight;
     const int rest = std::max(1, bands_->height() - console - 2 * margin);
-    bands_->setSizes({console, rest * 2 / 5, rest * 3 / 5});
+    const int lists = mode_ == LayoutMode::Low ? rest / 2 : rest * 2 / 5;
+    bands_->setSizes({console, lists, rest - lists});
 }
 
 void Form1::ShowOptions() {

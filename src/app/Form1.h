@@ -20,6 +20,7 @@ class ArchivePanel;
 class ConsolePanel;
 class ListBand;
 class OptionCommands;
+class NoticeBar;
 class StatusLine;
 class frmTitelEinlesen;
 
@@ -59,8 +60,8 @@ private:
     void ApplyStyle();
     void ShowStyle(const QString& skin, const QString& fontSize, const QString& buttonSize);
     void PlaceWindow();
-    /** width: of the window, in logical pixels. */
-    void FoldLayout(int width);
+    /** size: of the window, in logical pixels. */
+    void FoldLayout(const QSize& size);
     void ShowOptions();
     void ShowOutput();
     void FillDeviceMenu();
@@ -71,6 +72,7 @@ private:
     void AskForFiles();
     void AddSelectedTitles(int player);
     void Save();
+    void KeepSetting(const QString& section, const QString& key, const QString& fallback);
     void FocusSearch();
     void ShowAbout();
 
@@ -80,6 +82,7 @@ private:
     DeskActions actions_;
     DeskQuestions questions_;
     PlaylistActions listActions_;
+    NoticeBar* notice_ = nullptr;
     QSplitter* bands_ = nullptr;
     ConsolePanel* console_ = nullptr;
     ListBand* lists_ = nullptr;

@@ -5,6 +5,7 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/ListBand.h"
+#include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
 #include "app/StatusLine.h"
 #include "archive/ui/ArchivePanel.h"
@@ -28,6 +29,8 @@ void Form1::Build() {
     auto* central = new QWidget(this);
     auto* column = new QVBoxLayout(central);
     column->setContentsMargins({});
+    notice_ = new NoticeBar(central);
+    column->addWidget(notice_);
     bands_ = new QSplitter(Qt::Vertical, central);
     bands_->setObjectName(QStringLiteral("Teiler"));
     bands_->setChildrenCollapsible(false);
@@ -41,7 +44,7 @@ void Form1::Build() {
     bands_->setStretchFactor(1, 2);
     bands_->setStretchFactor(2, 3);
     connect(bands_, &QSplitter::splitterMoved, this, [this] { values_.consoleHeight = bands_->sizes().constFirst(); });
-    column->addWidget(bands_);
+    column->addWidget(bands_, 1);
     setCentralWidget(central);
     status_ = new StatusLine(this);
     setStatusBar(status_);
@@ -63,6 +66,8 @@ void Form1::ConnectMixer() {
     Mixer* mixer = &desk_.mixer;
     connect(mixer, &Mixer::OptionsChanged, this, &Form1::ShowOptions);
     connect(mixer, &Mixer::Message, status_, &StatusLine::Tell);
+    connect(mixer, &Mixer::OutputChanged, notice_,
+            [this](const OutputNews& news) { news.IsTrouble() ? notice_->Show(news.text) : notice_->hide(); });
     connect(mixer, &Mixer::FileMissing, this, [this](const QString& path) {
         questions_.Tell(QStringLiteral("Datei:\n%1\nist nicht mehr vorhanden!").arg(path));
     });

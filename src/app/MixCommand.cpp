@@ -1,11 +1,11 @@
 #include "app/MixCommand.h"
 
 #include "app/WavFile.h"
+#include "base/FaderLaw.h"
 #include "base/FileName.h"
 #include "base/PlayTime.h"
 #include "base/RandomSource.h"
 #include "playback/DeckTitles.h"
-#include "playback/FaderLaw.h"
 #include "playback/OfflineMix.h"
 
 namespace kalvo {

@@ -48,12 +48,12 @@ void StatusLine::SetLayoutMode(LayoutMode mode) {
     const FontUnits& units = SkinStyle::Units();
     row_->layout()->setSpacing(units.Of(1.4));
     row_->layout()->setContentsMargins(units.Of(0.8), 0, units.Of(0.8), 0);
-    setMinimumHeight(units.Of(2));
+    setMinimumHeight(units.Of(mode == LayoutMode::Low ? 1.6 : 2));
     ShowParts();
 }
 
 void StatusLine::ShowParts() {
-    const bool isNarrow = mode_ == LayoutMode::Narrow;
+    const bool isNarrow = IsNarrow(mode_);
     const bool isAlone = isNarrow && telling_.isActive();
     for (ElidedLabel* part : parts_) {
         part->setVisible(!isAlone);

@@ -34,6 +34,8 @@ constexpr int kDefaultDevice = 1;
 /** Not a device: nothing plays by itself, the caller takes the sound with Render(). */
 constexpr int kOffline = -1;
 
+enum class OpenState : std::uint8_t { Opening, Ready, Failed };
+
 /** Values of ChannelSetAttributes that leave a setting unchanged. */
 constexpr int kKeepFrequency = -1;
 constexpr int kKeepVolume = -1;
@@ -135,12 +137,17 @@ public:
     /**
      * Opens an MP3, OGG (Vorbis, Opus) or WAV file for an output, chosen by its first bytes, not by its name.
      * path: UTF-8 or the file system's raw bytes. The stream is stopped, at its start, with its data being read ahead.
+     * Waits for the file, three seconds at most.
      */
     virtual Handle StreamCreateFile(Output output, const std::string& path) = 0;
+    /** The same without waiting: until StreamAwaitOpen() has found it Ready, StreamFree() alone is possible. */
+    virtual Handle StreamOpenFile(Output output, const std::string& path) { return StreamCreateFile(output, path); }
+    /** Waits for the opening, 0 just looks. After Failed the handle is invalid, the reason is in ErrorGetCode(). */
+    virtual OpenState StreamAwaitOpen(Handle /*stream*/, int /*milliseconds*/) { return OpenState::Ready; }
     virtual bool StreamPlay(Handle stream, bool fromStart) = 0;
     /** Fades out within 256 frames and frees; the handle is invalid at once. */
     virtual bool StreamFree(Handle stream) = 0;
-    /** Bytes; 0 on failure. */
+    /** Bytes; 0 on failure. Of a long file it may change once, shortly after opening, from an estimate to exact. */
     virtual std::uint64_t StreamGetLength(Handle stream) = 0;
     virtual double ChannelBytes2Seconds(Handle stream, std::uint64_t bytes) = 0;
     virtual std::uint64_t ChannelSeconds2Bytes(Handle stream, double seconds) = 0;

@@ -3,14 +3,12 @@
 #include "audio/Spectrum.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace kalvo::audio {
 
 namespace {
 
-constexpr std::uint64_t kBytesPerFrame = 4;
 constexpr const char* kSilentName = "Kein Ton";
 constexpr const char* kDefaultName = "Standardausgabe";
 constexpr int kFirstNamed = 2;
@@ -124,6 +122,7 @@ void AudioLibraryImpl::Close(Output output) {
     if (!slot.port)
         return;
     slot.port->Silence();
+    std::erase_if(openings_, [output](const auto& opening) { return opening.second.output == output; });
     for (auto channel = channels_.begin(); channel != channels_.end();) {
         if (channel->second->TheOutput() == output) {
             const Handle stream = channel->first;
@@ -212,199 +211,6 @@ Levels AudioLibraryImpl::GetOutputLevels(Output output) {
 std::size_t AudioLibraryImpl::GetOutputData(Output output, DataKind kind, float* values, std::size_t count) {
     const OutputPort* port = Find(output);
     return port != nullptr ? ReadTap(port->TheBus().Tap(), kind, values, count) : 0;
-}
-
-// ---- streams
-
-bool AudioLibraryImpl::RoomFor(Output output) {
-    std::size_t living = 0;
-    for (const auto& [handle, channel] : channels_)
-        living += std::size_t(channel->TheOutput() == output);
-    OutputPort& port = *Slot(output).port;
-    port.DropRetired();
-    return living < Bus::kMostVoices && living + port.Leaving() < 2 * Bus::kMostVoices;
-}
-
-Handle AudioLibraryImpl::StreamCreateFile(Output output, const std::string& path) {
-    OutputPort* port = Find(output);
-    if (port == nullptr)
-        return 0;
-    if (!RoomFor(output))
-        return Refuse(ErrorCode::Argument);
-    ErrorCode error = ErrorCode::File;
-    auto source = opener_(path, error);
-    if (!source)
-        return Refuse(error);
-    const int rate = source->Format().sampleRate;
-    if (rate < SourceReader::kLowestFrequency || rate > SourceReader::kMostSpeed * port->TheBus().SampleRate())
-        return Refuse(ErrorCode::Format);
-    auto channel = std::make_unique<Channel>(output, *port, std::move(source));
-    if (!Report(channel->Join()))
-        return 0;
-    channels_.emplace(++lastHandle_, std::move(channel));
-    return lastHandle_;
-}
-
-bool AudioLibraryImpl::StreamPlay(Handle stream, bool fromStart) {
-    return Do(stream, &Channel::Play, fromStart);
-}
-
-bool AudioLibraryImpl::StreamFree(Handle stream) {
-    std::erase_if(effects_, [stream](const auto& effect) { return effect.second == stream; });
-    return Report(channels_.erase(stream) > 0 ? ErrorCode::None : ErrorCode::InvalidHandle);
-}
-
-std::uint64_t AudioLibraryImpl::StreamGetLength(Handle stream) {
-    const Channel* channel = Find(stream);
-    return channel != nullptr ? std::uint64_t(channel->Format().frames) * kBytesPerFrame : 0;
-}
-
-double AudioLibraryImpl::ChannelBytes2Seconds(Handle stream, std::uint64_t bytes) {
-    const Channel* channel = Find(stream);
-    return channel != nullptr ? double(bytes) / double(kBytesPerFrame) / channel->Format().sampleRate : 0;
-}
-
-std::uint64_t AudioLibraryImpl::ChannelSeconds2Bytes(Handle stream, double seconds) {
-    const Channel* channel = Find(stream);
-    if (channel == nullptr || !(seconds > 0))
-        return 0;
-    return std::uint64_t(std::llround(seconds * channel->Format().sampleRate)) * kBytesPerFrame;
-}
-
-std::uint64_t AudioLibraryImpl::ChannelGetPosition(Handle stream) {
-    const Channel* channel = Find(stream);
-    return channel != nullptr ? std::uint64_t(channel->Position()) * kBytesPerFrame : 0;
-}
-
-bool AudioLibraryImpl::ChannelSetPosition(Handle stream, std::uint64_t bytes) {
-    return Do(stream, &Channel::Seek, bytes / kBytesPerFrame);
-}
-
-Activity AudioLibraryImpl::ChannelIsActive(Handle stream) {
-    const Channel* channel = Find(stream);
-    return channel != nullptr ? channel->Active() : Activity::Stopped;
-}
-
-bool AudioLibraryImpl::ChannelPause(Handle stream) {
-    return Do(stream, &Channel::Pause);
-}
-
-bool AudioLibraryImpl::ChannelResume(Handle stream) {
-    return Do(stream, &Channel::Resume);
-}
-
-bool AudioLibraryImpl::ChannelStop(Handle stream) {
-    return Do(stream, &Channel::Stop);
-}
-
-bool AudioLibraryImpl::ChannelGetInfo(Handle stream, ChannelInfo& info) {
-    const Channel* channel = Find(stream);
-    if (channel == nullptr)
-        return false;
-    const SourceFormat& format = channel->Format();
-    info = {format.sampleRate, format.channels, format.variableRate, format.bitrate,
-            Slot(channel->TheOutput()).port->TheBus().SampleRate()};
-    return true;
-}
-
-bool AudioLibraryImpl::ChannelSetAttributes(Handle stream, int frequency, int volume, int pan) {
-    return Do(stream, &Channel::SetAttributes, frequency, volume, pan);
-}
-
-bool AudioLibraryImpl::ChannelGetAttributes(Handle stream, Attributes& attributes) {
-    const Channel* channel = Find(stream);
-    if (channel == nullptr)
-        return false;
-    attributes = channel->GetAttributes();
-    return true;
-}
-
-bool AudioLibraryImpl::ChannelSlideAttributes(Handle stream, int frequency, int volume, int pan, int milliseconds) {
-    return Do(stream, &Channel::SlideAttributes, frequency, volume, pan, milliseconds);
-}
-
-Levels AudioLibraryImpl::ChannelGetLevel(Handle stream) {
-    Channel* channel = Find(stream);
-    return channel != nullptr ? channel->TheVoice().Meter().Take() : Levels();
-}
-
-std::size_t AudioLibraryImpl::ChannelGetData(Handle stream, DataKind kind, float* values, std::size_t count) {
-    Channel* channel = Find(stream);
-    if (channel == nullptr || channel->Active() != Activity::Playing)
-        return 0;
-    return ReadTap(channel->TheVoice().Tap(), kind, values, count);
-}
-
-// ---- syncs
-
-Handle AudioLibraryImpl::ChannelSetSync(Handle stream, std::uint32_t type, std::uint64_t /*parameter*/,
-                                        SyncProcedure procedure, void* user) {
-    Channel* channel = Find(stream);
-    if (channel == nullptr || !Report(channel->AddSync(lastHandle_ + 1, type, procedure, user)))
-        return 0;
-    return ++lastHandle_;
-}
-
-bool AudioLibraryImpl::ChannelRemoveSync(Handle stream, Handle sync) {
-    Channel* channel = Find(stream);
-    return channel != nullptr && Report(channel->RemoveSync(sync) ? ErrorCode::None : ErrorCode::InvalidHandle);
-}
-
-void AudioLibraryImpl::DispatchEvents() {
-    std::array<bool, 2> lost{};
-    for (std::size_t i = 0; i < outputs_.size(); ++i) {
-        if (outputs_[i].port) {
-            outputs_[i].port->DropRetired();
-            lost[i] = outputs_[i].port->Watch();
-        }
-    }
-    std::vector<std::pair<Handle, bool>> streams;
-    for (const auto& [handle, channel] : channels_)
-        streams.emplace_back(handle, lost[std::size_t(channel->TheOutput())]);
-    for (const auto& [stream, deviceLost] : streams)
-        Dispatch(stream, deviceLost);
-}
-
-// A procedure may free its stream, others too, or make new ones.
-void AudioLibraryImpl::Dispatch(Handle stream, bool deviceLost) {
-    const auto found = channels_.find(stream);
-    if (found == channels_.end())
-        return;
-    for (const DueSync& due : found->second->TakeDueSyncs(deviceLost)) {
-        due.procedure(due.sync, stream, 0, due.user);
-        if (channels_.count(stream) == 0)
-            return;
-    }
-}
-
-// ---- effects
-
-Handle AudioLibraryImpl::ChannelSetFX(Handle stream, EffectType type) {
-    Channel* channel = Find(stream);
-    if (channel == nullptr || !Report(channel->AddEffect(lastHandle_ + 1, type)))
-        return 0;
-    effects_.emplace(++lastHandle_, stream);
-    return lastHandle_;
-}
-
-bool AudioLibraryImpl::ChannelRemoveFX(Handle stream, Handle effect) {
-    Channel* channel = Find(stream);
-    if (channel == nullptr || !Report(channel->RemoveEffect(effect)))
-        return false;
-    effects_.erase(effect);
-    return true;
-}
-
-bool AudioLibraryImpl::FXSetParameters(Handle effect, const EffectParameters& parameters) {
-    const auto found = effects_.find(effect);
-    Channel* channel = Find(found != effects_.end() ? found->second : 0);
-    return channel != nullptr && Report(channel->SetParameters(effect, parameters));
-}
-
-bool AudioLibraryImpl::FXGetParameters(Handle effect, EffectParameters& parameters) {
-    const auto found = effects_.find(effect);
-    Channel* channel = Find(found != effects_.end() ? found->second : 0);
-    return channel != nullptr && channel->GetParameters(effect, parameters);
 }
 
 } // namespace kalvo::audio

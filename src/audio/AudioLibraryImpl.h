@@ -35,6 +35,8 @@ public:
     std::size_t GetOutputData(Output output, DataKind kind, float* values, std::size_t count) override;
 
     Handle StreamCreateFile(Output output, const std::string& path) override;
+    Handle StreamOpenFile(Output output, const std::string& path) override;
+    OpenState StreamAwaitOpen(Handle stream, int milliseconds) override;
     bool StreamPlay(Handle stream, bool fromStart) override;
     bool StreamFree(Handle stream) override;
     std::uint64_t StreamGetLength(Handle stream) override;
@@ -77,6 +79,11 @@ private:
         std::vector<SoundSink*> sinks; // of the whole output; stay while it is opened anew
     };
 
+    struct Opening {
+        Output output;
+        std::unique_ptr<FrameSource> source;
+    };
+
     OutputSlot& Slot(Output output) { return outputs_[std::size_t(output)]; }
     const OutputSlot& Slot(Output output) const { return outputs_[std::size_t(output)]; }
     /** Null, with the error noted, when the output or the stream does not exist. */
@@ -100,6 +107,7 @@ private:
     bool SendVolume(OutputSlot& slot);
     void TakeSinksAlong(OutputSlot& slot);
     bool RoomFor(Output output);
+    ErrorCode MakeChannel(Handle stream, Opening opening);
     void Dispatch(Handle stream, bool deviceLost);
 
     SourceOpener opener_;
@@ -108,6 +116,7 @@ private:
     SdlAudio audio_;
     std::optional<DeviceNames> names_; // as the numbers were given out last
     std::array<OutputSlot, 2> outputs_;
+    std::map<Handle, Opening> openings_;                  // streams on their way
     std::map<Handle, std::unique_ptr<Channel>> channels_; // goes before the outputs
     std::map<Handle, Handle> effects_;                    // effect → stream
 };

@@ -1,6 +1,7 @@
 #include "audio/Biquad.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -12,6 +13,23 @@ struct State {
     StereoPair first;
     StereoPair second;
 };
+
+/** A section whose coefficients stand still, each of them there for both sides. */
+struct SteadySection {
+    StereoPair b0, b1, b2, a1, a2;
+    State state;
+
+    StereoPair Filter(StereoPair x) {
+        const StereoPair y = b0 * x + state.first;
+        state.first = b1 * x - a1 * y + state.second;
+        state.second = b2 * x - a2 * y;
+        return y;
+    }
+};
+
+StereoPair Both(double value) {
+    return StereoPair{value, value};
+}
 
 inline StereoPair Filter(const BiquadCoefficients& c, State& state, StereoPair x) {
     const StereoPair y = c.b0 * x + state.first;
@@ -61,10 +79,10 @@ void Biquad::Process(StereoPair* frames, std::size_t count) {
     const std::size_t gliding = std::min(count, glideLeft_);
     if (gliding > 0)
         ProcessGliding(frames, gliding);
-    if (count > gliding)
-        ProcessSteady(frames + gliding, count - gliding);
-    if (flat_ && glideLeft_ == 0 && Quiet(state1_) && Quiet(state2_))
-        Set(target_, true);
+    if (count > gliding) {
+        Biquad* const self = this;
+        ProcessInSeries(&self, 1, frames + gliding, count - gliding);
+    }
 }
 
 void Biquad::ProcessGliding(StereoPair* frames, std::size_t count) {
@@ -84,13 +102,47 @@ void Biquad::ProcessGliding(StereoPair* frames, std::size_t count) {
     state2_ = state.second;
 }
 
-void Biquad::ProcessSteady(StereoPair* frames, std::size_t count) {
-    State state{state1_, state2_};
-    const BiquadCoefficients c = now_;
-    for (std::size_t i = 0; i < count; ++i)
-        frames[i] = Filter(c, state, frames[i]);
-    state1_ = state.first;
-    state2_ = state.second;
+void Biquad::ProcessInSeries(Biquad* const* sections, std::size_t sectionCount, StereoPair* frames, std::size_t count) {
+    switch (sectionCount) {
+    case 1:
+        return Cascade(sections, frames, count, std::make_index_sequence<1>());
+    case 2:
+        return Cascade(sections, frames, count, std::make_index_sequence<2>());
+    case 3:
+        return Cascade(sections, frames, count, std::make_index_sequence<3>());
+    case 4:
+        return Cascade(sections, frames, count, std::make_index_sequence<4>());
+    case kMostInSeries:
+        return Cascade(sections, frames, count, std::make_index_sequence<kMostInSeries>());
+    default:
+        return;
+    }
+}
+
+template<std::size_t... Section>
+void Biquad::Cascade(Biquad* const* sections, StereoPair* frames, std::size_t count,
+                     std::index_sequence<Section...> /*indices*/) {
+    const auto take = [](const Biquad& b) {
+        return SteadySection{Both(b.now_.b0), Both(b.now_.b1), Both(b.now_.b2),
+                             Both(b.now_.a1), Both(b.now_.a2), {b.state1_, b.state2_}};
+    };
+    std::array<SteadySection, sizeof...(Section)> series{take(*sections[Section])...};
+    for (std::size_t i = 0; i < count; ++i) {
+        StereoPair x = frames[i];
+        ((x = series[Section].Filter(x)), ...);
+        frames[i] = x;
+    }
+    const auto give = [](Biquad& b, const State& state) {
+        b.state1_ = state.first;
+        b.state2_ = state.second;
+        b.RestWhenQuiet();
+    };
+    (give(*sections[Section], series[Section].state), ...);
+}
+
+void Biquad::RestWhenQuiet() {
+    if (flat_ && Quiet(state1_) && Quiet(state2_))
+        Set(target_, true);
 }
 
 } // namespace kalvo::audio

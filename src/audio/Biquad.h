@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 
 namespace kalvo::audio {
 
@@ -33,13 +34,26 @@ public:
     /** At once, with an empty memory. */
     void Set(const BiquadCoefficients& target, bool flat);
     bool Idle() const { return idle_; }
+    /** Filters, and its coefficients stand still. */
+    bool Steady() const { return !idle_ && glideLeft_ == 0; }
 
     /** In place. */
     void Process(StereoPair* frames, std::size_t count);
 
+    static constexpr std::size_t kMostInSeries = 5;
+    /**
+     * The same for up to kMostInSeries steady sections in series, much faster than one after the other: each waits for
+     * its own last frame, and while one waits the others work.
+     */
+    static void ProcessInSeries(Biquad* const* sections, std::size_t sectionCount, StereoPair* frames,
+                                std::size_t count);
+
 private:
     void ProcessGliding(StereoPair* frames, std::size_t count);
-    void ProcessSteady(StereoPair* frames, std::size_t count);
+    template<std::size_t... Section>
+    static void Cascade(Biquad* const* sections, StereoPair* frames, std::size_t count,
+                        std::index_sequence<Section...> /*indices*/);
+    void RestWhenQuiet();
 
     BiquadCoefficients now_;
     BiquadCoefficients target_;

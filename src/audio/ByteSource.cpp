@@ -46,6 +46,8 @@ public:
         return static_cast<std::int64_t>(done);
     }
 
+    std::unique_ptr<ByteSource> Another() const override { return std::make_unique<FileSource>(path_); }
+
 private:
     std::string path_;
     int descriptor_ = -1;

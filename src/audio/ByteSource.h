@@ -22,6 +22,8 @@ public:
     virtual std::int64_t Size() const = 0;
     /** `bytes` bytes from `position`, fewer only at the file's present end, 0 beyond it; -1 on failure. */
     virtual std::int64_t ReadAt(std::int64_t position, void* buffer, std::size_t bytes) = 0;
+    /** A further access to the same bytes, not open yet, for another thread; null where there is none. Any thread. */
+    virtual std::unique_ptr<ByteSource> Another() const { return nullptr; }
 };
 
 /** A file on disk. path: the file system's raw bytes. */

@@ -89,7 +89,7 @@ Activity Channel::Active() const {
 }
 
 ErrorCode Channel::Seek(std::uint64_t frame) {
-    if (frame > std::uint64_t(Format().frames))
+    if (frame > std::uint64_t(Frames()))
         return ErrorCode::Argument;
     voice_->Reader().Seek(std::int64_t(frame));
     return ErrorCode::None;

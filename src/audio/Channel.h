@@ -30,6 +30,9 @@ public:
 
     Output TheOutput() const { return output_; }
     const SourceFormat& Format() const { return format_; }
+    /** Length and rate as known by now. */
+    std::int64_t Frames() const { return voice_->Reader().Source().Frames(); }
+    int Bitrate() const { return voice_->Reader().Source().Bitrate(); }
     Voice& TheVoice() { return *voice_; }
 
     ErrorCode Join();

@@ -14,7 +14,11 @@ struct SourceFormat {
     std::int64_t frames = 0; ///< exact length in frames
     int bitrate = 0;         ///< kbit/s, the average; 0 = unknown
     bool variableRate = false;
+    bool estimated = false; ///< length and rate are still a guess
 };
+
+/** Whether a length is worth reading a long file to its end before anything else. */
+enum class LengthNeed : std::uint8_t { Exact, Soon };
 
 enum class ReadResult : std::uint8_t { Data, End, Broken };
 

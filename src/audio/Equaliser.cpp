@@ -1,6 +1,7 @@
 #include "audio/Equaliser.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kalvo::audio {
 
@@ -19,8 +20,17 @@ void Equaliser::Process(float* stereo, std::size_t frames) {
         return;
     for (std::size_t i = 0; i < frames; ++i)
         work_[i] = StereoPair{stereo[2 * i], stereo[2 * i + 1]};
-    for (Biquad& band : bands_)
-        band.Process(work_.data(), frames);
+    std::array<Biquad*, Biquad::kMostInSeries> steady{};
+    std::size_t held = 0;
+    for (Biquad& band : bands_) {
+        if (band.Steady())
+            steady[held++] = &band;
+        if (held == steady.size() || (!band.Steady() && !band.Idle()))
+            Biquad::ProcessInSeries(steady.data(), std::exchange(held, 0), work_.data(), frames);
+        if (!band.Steady())
+            band.Process(work_.data(), frames);
+    }
+    Biquad::ProcessInSeries(steady.data(), held, work_.data(), frames);
     for (std::size_t i = 0; i < frames; ++i) {
         stereo[2 * i] = float(work_[i][0]);
         stereo[2 * i + 1] = float(work_[i][1]);

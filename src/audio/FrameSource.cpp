@@ -10,7 +10,10 @@ class FileSource final : public FrameSource {
 public:
     explicit FileSource(std::unique_ptr<StreamSource> stream) : stream_(std::move(stream)) {}
 
+    ErrorCode AwaitOpen(std::chrono::milliseconds timeout) override { return stream_->AwaitOpen(timeout); }
     const SourceFormat& Format() const override { return stream_->Format(); }
+    std::int64_t Frames() const override { return stream_->Frames(); }
+    int Bitrate() const override { return stream_->Bitrate(); }
     void Seek(std::int64_t frame) override { stream_->Seek(frame); }
     std::size_t Read(float* stereo, std::size_t frames) override { return stream_->Read(stereo, frames); }
     std::size_t Available() const override { return stream_->Available(); }
@@ -26,7 +29,8 @@ private:
 } // namespace
 
 std::unique_ptr<FrameSource> OpenFileSource(const std::string& path, ErrorCode& error) {
-    auto stream = StreamSource::Open(path, std::chrono::seconds(3), error);
+    auto stream = StreamSource::Begin(MakeFileSource(path));
+    error = stream ? ErrorCode::None : ErrorCode::File;
     return stream ? std::make_unique<FileSource>(std::move(stream)) : nullptr;
 }
 

@@ -14,7 +14,11 @@ public:
     FrameSource& operator=(const FrameSource&) = delete;
     virtual ~FrameSource() = default;
 
+    /** A source that is open already answers None at once. */
+    virtual ErrorCode AwaitOpen(std::chrono::milliseconds /*timeout*/) { return ErrorCode::None; }
     virtual const SourceFormat& Format() const = 0;
+    virtual std::int64_t Frames() const { return Format().frames; }
+    virtual int Bitrate() const { return Format().bitrate; }
     virtual void Seek(std::int64_t frame) = 0;
     virtual std::size_t Read(float* stereo, std::size_t frames) = 0;
     virtual std::size_t Available() const = 0;
@@ -22,10 +26,10 @@ public:
     virtual bool WaitFor(std::size_t frames, std::chrono::milliseconds timeout) = 0;
 };
 
-/** Opens what StreamCreateFile() names; null with the reason in `error`. */
+/** Starts opening a stream's file; null with the reason in `error`. AwaitOpen() tells when it can be used. */
 using SourceOpener = std::function<std::unique_ptr<FrameSource>(const std::string& path, ErrorCode& error)>;
 
-/** Opens sound files; waits three seconds for one at most. */
+/** Opens sound files; returns at once. */
 std::unique_ptr<FrameSource> OpenFileSource(const std::string& path, ErrorCode& error);
 
 } // namespace kalvo::audio

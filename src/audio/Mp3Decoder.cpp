@@ -18,6 +18,8 @@ constexpr long kResyncLimit = 65536;
 constexpr int kFruitlessReads = 64;
 /** With so many frames in a row, a sync by chance is ruled out. */
 constexpr std::int64_t kCertainFrames = 20;
+/** Up to here a scan takes some milliseconds from a disk. */
+constexpr std::int64_t kLongFile = 16 << 20;
 
 struct HandleDeleter {
     void operator()(mpg123_handle* handle) const { mpg123_delete(handle); }
@@ -49,7 +51,7 @@ struct Mp3Decoder::Stream {
 Mp3Decoder::Mp3Decoder() : stream_(std::make_unique<Stream>()) {}
 Mp3Decoder::~Mp3Decoder() = default;
 
-std::unique_ptr<Mp3Decoder> Mp3Decoder::Open(ReadAheadFile& file, std::int64_t start) {
+std::unique_ptr<Mp3Decoder> Mp3Decoder::Open(ReadAheadFile& file, std::int64_t start, LengthNeed need) {
     if (!InitialiseLibrary() || !file.Seek(start))
         return nullptr;
     std::unique_ptr<Mp3Decoder> decoder(new Mp3Decoder);
@@ -57,11 +59,11 @@ std::unique_ptr<Mp3Decoder> Mp3Decoder::Open(ReadAheadFile& file, std::int64_t s
     stream.file = &file;
     stream.start = start;
     stream.handle.reset(mpg123_new(nullptr, nullptr));
-    const bool usable = stream.handle != nullptr && decoder->Prepare(file.Size() - start) && !file.Failed();
+    const bool usable = stream.handle != nullptr && decoder->Prepare(file.Size() - start, need) && !file.Failed();
     return usable ? std::move(decoder) : nullptr;
 }
 
-bool Mp3Decoder::Prepare(std::int64_t size) {
+bool Mp3Decoder::Prepare(std::int64_t size, LengthNeed need) {
     mpg123_handle* const handle = stream_->handle.get();
     const long flags = MPG123_QUIET | MPG123_FORCE_FLOAT | MPG123_FORCE_STEREO | MPG123_SKIP_ID3V2 | MPG123_GAPLESS;
     if (mpg123_param(handle, MPG123_ADD_FLAGS, flags, 0) != MPG123_OK ||
@@ -69,7 +71,14 @@ bool Mp3Decoder::Prepare(std::int64_t size) {
         mpg123_replace_reader_handle(handle, &Stream::ReadBytes, &Stream::SeekBytes, nullptr) != MPG123_OK ||
         mpg123_open_handle(handle, stream_.get()) != MPG123_OK)
         return false;
-    if (!FixOutputFormat() || mpg123_scan(handle) != MPG123_OK || !FindBitrate())
+    if (!FixOutputFormat())
+        return false;
+    return need == LengthNeed::Soon && size >= kLongFile ? Estimate(size) : Scan(size);
+}
+
+bool Mp3Decoder::Scan(std::int64_t size) {
+    mpg123_handle* const handle = stream_->handle.get();
+    if (mpg123_scan(handle) != MPG123_OK || !FindBitrate())
         return false;
     format_.frames = mpg123_length(handle);
     const std::int64_t pieces = mpg123_framelength(handle);
@@ -78,6 +87,20 @@ bool Mp3Decoder::Prepare(std::int64_t size) {
     const bool believable =
         pieces >= kCertainFrames || seconds * format_.bitrate * 125 * 4 >= static_cast<double>(size);
     return format_.frames > 0 && believable;
+}
+
+bool Mp3Decoder::Estimate(std::int64_t size) {
+    mpg123_handle* const handle = stream_->handle.get();
+    for (std::int64_t piece = 0; piece < kCertainFrames; ++piece) {
+        if (mpg123_framebyframe_next(handle) != MPG123_OK)
+            return false;
+    }
+    format_.frames = mpg123_length(handle);
+    format_.estimated = true;
+    const double seconds = static_cast<double>(format_.frames) / format_.sampleRate;
+    if (format_.variableRate && seconds > 0)
+        format_.bitrate = static_cast<int>(std::lround(static_cast<double>(size) / 125 / seconds));
+    return format_.frames > 0 && Seek(0);
 }
 
 /** Keeps the first frame's rate for the whole file; pieces of another rate are brought to it. */

@@ -72,7 +72,7 @@ std::int64_t FindStart(ReadAheadFile& file) {
 
 } // namespace
 
-std::unique_ptr<Decoder> OpenDecoder(ReadAheadFile& file) {
+std::unique_ptr<Decoder> OpenDecoder(ReadAheadFile& file, LengthNeed need) {
     const std::int64_t start = FindStart(file);
     const Head head = ReadHead(file, start);
     const std::string_view text = Text(head);
@@ -87,7 +87,7 @@ std::unique_ptr<Decoder> OpenDecoder(ReadAheadFile& file) {
     if (text.substr(0, 4) == "RIFF" || text.substr(0, 4) == "RF64")
         decoder = SoundFileDecoder::Open(file);
     if (!decoder) // also a WAV around MPEG audio
-        decoder = Mp3Decoder::Open(file, start);
+        decoder = Mp3Decoder::Open(file, start, need);
     return decoder;
 }
 

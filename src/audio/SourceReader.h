@@ -34,6 +34,7 @@ public:
     SourceReader(std::unique_ptr<FrameSource> source, int busRate);
 
     FrameSource& Source() { return *source_; }
+    const FrameSource& Source() const { return *source_; }
     void Seek(std::int64_t frame);
     /** Frames taken from the start on; the target while a seek is under way. */
     std::int64_t Position() const;

@@ -26,7 +26,9 @@ constexpr std::chrono::milliseconds kRest{50};
 } // namespace
 
 /**
- * Owns the file (whose reader thread reads bytes ahead), its decoder, the ring and the decoder thread.
+ * Owns the file (whose reader thread reads bytes ahead), its decoder, the ring and the decoder thread. A long file
+ * plays before its length is known for certain; then a measuring thread reads it once more, by a file of its own, to
+ * its end.
  *
  * One cycle of the decoder thread: after a seek it empties the ring, positions the decoder and makes the seek's
  * generation the current one; otherwise it decodes a piece into the ring and tells those who wait. With a full ring it
@@ -39,13 +41,17 @@ constexpr std::chrono::milliseconds kRest{50};
  *   control thread    construction, Seek, WaitFor, destruction
  *   rendering thread  Read, Available, AtEnd: atomics and the ring only
  *   decoder thread    Run and all that it calls
+ *   measuring thread  Measure
  */
 struct StreamSource::Shared {
-    explicit Shared(std::unique_ptr<ByteSource> bytes) : file(std::move(bytes)), thread([this] { Run(); }) {}
+    explicit Shared(std::unique_ptr<ByteSource> bytes)
+        : another(bytes->Another()), file(std::move(bytes)), thread([this] { Run(); }) {}
     ~Shared();
 
     void Run();
     ErrorCode OpenFile();
+    void StartMeasuring();
+    void Measure();
     void Decode();
     bool AwaitWork(std::uint64_t generation);
     std::uint64_t FollowSeek();
@@ -55,10 +61,13 @@ struct StreamSource::Shared {
 
     std::size_t Available() const { return current.load() == wanted.load() ? ring.Available() : 0; }
 
-    ReadAheadFile file;               // used by the decoder thread; cancelled by the control thread
-    std::unique_ptr<Decoder> decoder; // the decoder thread's alone
+    std::unique_ptr<ByteSource> another; // for measuring; the decoder thread's
+    ReadAheadFile file;                  // used by the decoder thread; cancelled by the control thread
+    std::unique_ptr<Decoder> decoder;    // the decoder thread's alone
     FrameRing ring{kRingFrames};
-    SourceFormat format; // written by the decoder thread before `opened`, constant afterwards
+    SourceFormat format;                 // written by the decoder thread before `opened`, constant afterwards
+    std::atomic<std::int64_t> frames{0}; // the length as known so far; decoder thread, then measuring thread
+    std::atomic<int> bitrate{0};         // the same
 
     std::atomic<std::uint64_t> wanted{1};  // written by the control thread, under the mutex
     std::atomic<std::uint64_t> current{1}; // written by the decoder thread
@@ -73,7 +82,9 @@ struct StreamSource::Shared {
     bool hungry = false;     // somebody waits for frames: no rest
     bool stop = false;
 
-    std::thread thread; // last: starts when all the rest is there
+    std::unique_ptr<ReadAheadFile> measured; // made by the decoder thread, used by the measuring thread
+    std::thread measuring;                   // started by the decoder thread
+    std::thread thread;                      // last: starts when all the rest is there
 };
 
 StreamSource::Shared::~Shared() {
@@ -84,6 +95,10 @@ StreamSource::Shared::~Shared() {
     }
     file.Cancel();
     thread.join();
+    if (measured)
+        measured->Cancel();
+    if (measuring.joinable())
+        measuring.join();
 }
 
 void StreamSource::Shared::Run() {
@@ -111,11 +126,34 @@ void StreamSource::Shared::Run() {
 ErrorCode StreamSource::Shared::OpenFile() {
     if (!file.WaitUntilOpen())
         return ErrorCode::File;
-    decoder = OpenDecoder(file);
+    decoder = OpenDecoder(file, another ? LengthNeed::Soon : LengthNeed::Exact);
     if (!decoder)
         return file.Failed() ? ErrorCode::File : ErrorCode::Format;
     format = decoder->Format();
+    frames = format.frames;
+    bitrate = format.bitrate;
+    if (format.estimated)
+        StartMeasuring();
     return ErrorCode::None;
+}
+
+/** What fails here, and in Measure(), leaves the estimate; playing finds the end by itself. */
+void StreamSource::Shared::StartMeasuring() try {
+    measured = std::make_unique<ReadAheadFile>(std::move(another));
+    measuring = std::thread([this] { Measure(); });
+} catch (const std::exception&) { // no further thread
+    return;
+}
+
+void StreamSource::Shared::Measure() try {
+    if (!measured->WaitUntilOpen())
+        return;
+    if (const auto exact = OpenDecoder(*measured, LengthNeed::Exact)) {
+        frames = exact->Format().frames;
+        bitrate = exact->Format().bitrate;
+    }
+} catch (const std::exception&) { // no memory
+    return;
 }
 
 void StreamSource::Shared::Decode() {
@@ -143,7 +181,7 @@ bool StreamSource::Shared::AwaitWork(std::uint64_t generation) {
 std::uint64_t StreamSource::Shared::FollowSeek() {
     std::unique_lock lock(mutex);
     const std::uint64_t generation = wanted.load();
-    const std::int64_t frame = std::clamp<std::int64_t>(target, 0, format.frames);
+    const std::int64_t frame = std::clamp<std::int64_t>(target, 0, frames);
     lock.unlock();
     ring.Clear();
     const bool placed = decoder->Seek(frame);
@@ -187,23 +225,38 @@ std::unique_ptr<StreamSource> StreamSource::Open(const std::string& path, std::c
 
 std::unique_ptr<StreamSource> StreamSource::Open(std::unique_ptr<ByteSource> bytes, std::chrono::milliseconds timeout,
                                                  ErrorCode& error) {
+    std::unique_ptr<StreamSource> source = Begin(std::move(bytes));
+    error = source ? source->AwaitOpen(timeout) : ErrorCode::File;
+    return error == ErrorCode::None ? std::move(source) : nullptr;
+}
+
+std::unique_ptr<StreamSource> StreamSource::Begin(std::unique_ptr<ByteSource> bytes) {
     std::unique_ptr<StreamSource> source(new StreamSource);
     try {
         source->shared_ = std::make_unique<Shared>(std::move(bytes));
     } catch (const std::exception&) { // no memory or no further thread
-        error = ErrorCode::File;
         return nullptr;
     }
-    Shared& shared = *source->shared_;
+    return source;
+}
+
+ErrorCode StreamSource::AwaitOpen(std::chrono::milliseconds timeout) {
+    Shared& shared = *shared_;
     std::unique_lock lock(shared.mutex);
     const bool inTime = TimedWait(shared.news, lock, timeout, [&] { return shared.opened; });
-    error = inTime ? shared.error : ErrorCode::Timeout;
-    lock.unlock();
-    return error == ErrorCode::None ? std::move(source) : nullptr;
+    return inTime ? shared.error : ErrorCode::Timeout;
 }
 
 const SourceFormat& StreamSource::Format() const {
     return shared_->format;
+}
+
+std::int64_t StreamSource::Frames() const {
+    return shared_->frames;
+}
+
+int StreamSource::Bitrate() const {
+    return shared_->bitrate;
 }
 
 void StreamSource::Seek(std::int64_t frame) {

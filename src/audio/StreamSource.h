@@ -18,6 +18,11 @@ namespace kalvo::audio {
  */
 class StreamSource {
 public:
+    /** Starts opening and reading ahead, returns at once. Null when there can be no further thread. */
+    static std::unique_ptr<StreamSource> Begin(std::unique_ptr<ByteSource> bytes);
+    /** Waits for the opening: None when the file plays, Timeout while it is still to come, else why it does not. */
+    ErrorCode AwaitOpen(std::chrono::milliseconds timeout);
+
     /**
      * Opens and starts reading ahead. Waits at most `timeout` for the file; a file that comes later is closed unused.
      * Null on failure with the reason in `error`.
@@ -30,7 +35,13 @@ public:
     /** Joins its threads unless the file system hangs; then they end by themselves. */
     ~StreamSource();
 
+    // What follows needs an open file.
+
+    /** As found when the file was opened. */
     const SourceFormat& Format() const;
+    /** Length in frames and average rate in kbit/s: of a long file an estimate until it has been measured. */
+    std::int64_t Frames() const;
+    int Bitrate() const;
 
     /** Drops what is decoded and goes on at this frame; returns at once. */
     void Seek(std::int64_t frame);

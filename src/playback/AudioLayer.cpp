@@ -12,6 +12,7 @@ namespace kalvo {
 namespace {
 
 constexpr int kOutputRate = 44100;
+constexpr int kLoadPatience = 3000;    // ms
 constexpr double kPitchSteps = 1000.0; // a pitch of 1000 would be the title's own rate once more
 
 } // namespace
@@ -36,7 +37,13 @@ bool AudioLayer::InitAudio(int outputDevice, int bufferFrames) {
     }
     audio::OutputInfo info;
     directSound8_ = library_->GetInfo(audio::Output::Main, info) && info.directSoundVersion >= 8 ? 1 : 0;
+    watch_.Begin(info);
     return true;
+}
+
+std::optional<OutputNews> AudioLayer::LookAtOutput() {
+    audio::OutputInfo info;
+    return library_->GetInfo(audio::Output::Main, info) ? watch_.Look(info) : std::nullopt;
 }
 
 void AudioLayer::StopAudio() {
@@ -60,6 +67,13 @@ QStringList AudioLayer::DeviceNames() {
 }
 
 audio::Handle AudioLayer::LoadStream(int player, const QString& path) {
+    if (BeginLoading(player, path) != 0 && AwaitLoading(player, kLoadPatience) == audio::OpenState::Opening) {
+        FreeStream(player);
+    }
+    return Record(player).stream;
+}
+
+audio::Handle AudioLayer::BeginLoading(int player, const QString& path) {
     PlayerRecord& record = Record(player);
     FreeStream(player);
     if (record.prepared != 0 && record.preparedPath == path) {
@@ -67,14 +81,29 @@ audio::Handle AudioLayer::LoadStream(int player, const QString& path) {
         record.prepared = 0;
         record.preparedPath.clear();
     } else {
-        record.stream = library_->StreamCreateFile(audio::Output::Main, QFile::encodeName(path).toStdString());
+        record.stream = library_->StreamOpenFile(audio::Output::Main, QFile::encodeName(path).toStdString());
     }
-    if (record.stream == 0) {
-        return 0;
+    record.opening = record.stream != 0;
+    return record.stream;
+}
+
+audio::OpenState AudioLayer::AwaitLoading(int player, int milliseconds) {
+    PlayerRecord& record = Record(player);
+    if (!record.opening) {
+        return record.stream == 0 ? audio::OpenState::Failed : audio::OpenState::Ready;
+    }
+    const audio::OpenState state = library_->StreamAwaitOpen(record.stream, milliseconds);
+    if (state == audio::OpenState::Opening) {
+        return state;
+    }
+    record.opening = false;
+    if (state == audio::OpenState::Failed) {
+        record.stream = 0;
+        return state;
     }
     ApplyPitch(player);
     AddEffects(record);
-    return record.stream;
+    return state;
 }
 
 void AudioLayer::FreeStream(int player) {
@@ -84,6 +113,7 @@ void AudioLayer::FreeStream(int player) {
         library_->StreamFree(record.stream);
     }
     record.stream = 0;
+    record.opening = false;
     record.state = PlayState::Empty;
     record.pitchFreq = 0;
     record.eqFx.fill(0);
@@ -99,7 +129,19 @@ void AudioLayer::Prepare(int player, const QString& path) {
     }
     record.preparedPath = path;
     record.prepared =
-        path.isEmpty() ? 0 : library_->StreamCreateFile(audio::Output::Main, QFile::encodeName(path).toStdString());
+        path.isEmpty() ? 0 : library_->StreamOpenFile(audio::Output::Main, QFile::encodeName(path).toStdString());
+}
+
+audio::OpenState AudioLayer::Prepared(int player) {
+    PlayerRecord& record = Record(player);
+    if (record.prepared == 0) {
+        return audio::OpenState::Failed;
+    }
+    const audio::OpenState state = library_->StreamAwaitOpen(record.prepared, 0);
+    if (state == audio::OpenState::Failed) {
+        record.prepared = 0;
+    }
+    return state;
 }
 
 void AudioLayer::SetPlayerVolume(int player, int volume) {

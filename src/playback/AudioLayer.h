@@ -2,6 +2,7 @@
 
 #include "audio/AudioLibrary.h"
 #include "playback/EqualiserSettings.h"
+#include "playback/OutputWatch.h"
 #include "playback/PlayerRecord.h"
 
 #include <QString>
@@ -9,6 +10,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 namespace kalvo {
 
@@ -34,6 +36,8 @@ public:
     int OutputDevice() const { return outputDevice_; }
     /** 1 when the output offers effects, else 0. */
     int DirectSound8() const { return directSound8_; }
+    /** Called every 50 ms: what has become of the main output's device since. */
+    std::optional<OutputNews> LookAtOutput();
     /** Stops and frees every stream, then the outputs. */
     void StopAudio();
 
@@ -48,10 +52,18 @@ public:
      * is gone in any case. Returns the new handle, 0 when the file cannot be played.
      */
     audio::Handle LoadStream(int player, const QString& path);
+    /** The same without waiting for the file: AwaitLoading tells when the stream can be used. */
+    audio::Handle BeginLoading(int player, const QString& path);
+    /** Waits for the player's file, 0 just looks. After Failed the player is empty. */
+    audio::OpenState AwaitLoading(int player, int milliseconds);
     /** Stops and frees the player's stream. */
     void FreeStream(int player);
-    /** Opens a file ahead, so that LoadStream of the same file is immediate. An empty path drops what was opened. */
+    /**
+     * Opens a file ahead, so that loading it is immediate; returns at once. An empty path drops what was opened.
+     * Prepared() tells how far it is.
+     */
     void Prepare(int player, const QString& path);
+    audio::OpenState Prepared(int player);
 
     /** volume 0..100. */
     void SetPlayerVolume(int player, int volume);
@@ -74,6 +86,7 @@ private:
     std::unique_ptr<audio::AudioLibrary> library_;
     std::array<PlayerRecord, 2> records_;
     EqualiserSettings equaliser_;
+    OutputWatch watch_;
     int outputDevice_ = audio::kDefaultDevice;
     int directSound8_ = 0;
 };

@@ -1,6 +1,6 @@
 #include "playback/CrossFader.h"
 
-#include "playback/FaderLaw.h"
+#include "base/FaderLaw.h"
 
 #include <algorithm>
 #include <cstdlib>

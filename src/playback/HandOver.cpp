@@ -1,13 +1,13 @@
 #include "playback/HandOver.h"
 
-#include "playback/FaderLaw.h"
+#include "base/FaderLaw.h"
 
 namespace kalvo {
 
 namespace {
 
 bool CanStart(const DeckState& deck) {
-    return deck.playing || deck.paused || deck.hasNext;
+    return deck.playing || deck.paused || deck.opening || deck.hasNext;
 }
 
 /** The player that a running fade moves to; 0 = no fade. */
@@ -91,7 +91,8 @@ StartAction EndDecision(const MixState& state, int ended) {
 }
 
 StartAction SilenceDecision(const MixState& state) {
-    if (!state.continuous || state.heldByUser || OnAir(state) != 0) {
+    const bool isStarting = state.decks[0].opening || state.decks[1].opening;
+    if (!state.continuous || state.heldByUser || isStarting || OnAir(state) != 0) {
         return {};
     }
     const int last = state.lastOnAir == 2 ? 2 : 1;

@@ -14,6 +14,7 @@ struct DeckState {
     int position = 0;     ///< whole seconds, rounded to the nearest
     int length = 0;       ///< whole seconds, rounded to the nearest
     bool hasNext = false; ///< its list has a next title; looked up only where it is asked for
+    bool opening = false; ///< has been started and waits for its file
 };
 
 struct MixState {

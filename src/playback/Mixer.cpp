@@ -1,9 +1,6 @@
 #include "playback/Mixer.h"
 
-#include "playback/DeckTitles.h"
-#include "playback/FaderLaw.h"
-#include "playlists/CueText.h"
-#include "playlists/NextTitle.h"
+#include "base/FaderLaw.h"
 
 #include <algorithm>
 
@@ -42,6 +39,8 @@ void Mixer::Play(int player, int selectedRow) {
     const int current = deck.list->CurrentRow();
     if (activity == audio::Activity::Paused) {
         EnsurePlaying(player);
+    } else if (IsOpening(player) && (selectedRow < 0 || selectedRow == current)) {
+        return; // under way
     } else if (activity == audio::Activity::Playing && current >= 0) {
         StartRow(player, current, true);
     } else if (selectedRow >= 0 && selectedRow < deck.list->Count()) {
@@ -117,135 +116,14 @@ void Mixer::SetMasterVolume(int volume) {
     layer_.Audio().SetVolume(audio::Output::Main, volume);
 }
 
-// ---- starting and stopping
-
-bool Mixer::LoadRow(int player, int row) {
-    Playlist& list = List(player);
-    list.SetCurrent(row);
-    const PlaylistEntry entry = list.At(row);
-    DeckData& deck = Deck(player);
-    deck.title = {entry.title, entry.artist, {}, entry.path, 0, CueText::Read(entry.info).value_or(-1), false};
-    const audio::Handle stream = layer_.LoadStream(player, entry.path);
-    if (stream == 0) {
-        deck.title = {};
-        return false;
-    }
-    audio::ChannelInfo info;
-    if (layer_.Audio().ChannelGetInfo(stream, info)) {
-        deck.title.format = FormatText(entry.path, info);
-    }
-    deck.title.length = layer_.LengthSeconds(player);
-    const auto sync = [&](std::uint32_t type, audio::SyncProcedure procedure) {
-        layer_.Audio().ChannelSetSync(stream, type, 0, procedure, &deck);
-    };
-    sync(static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime, &Mixer::OnEnd);
-    sync(static_cast<std::uint32_t>(audio::SyncType::DeviceLost), &Mixer::OnDeviceLost);
-    return true;
-}
-
-bool Mixer::StartRow(int player, int row, bool asked) {
-    if (row < 0 || row >= List(player).Count()) {
-        return false;
-    }
-    const QString path = List(player).At(row).path;
-    if (!FileExists(path)) {
-        if (asked) {
-            Q_EMIT FileMissing(path);
-        }
-        return false;
-    }
-    if (!LoadRow(player, row)) {
-        Q_EMIT Message(QStringLiteral("Die Datei kann nicht abgespielt werden: ") + path);
-        Q_EMIT PlayerChanged(player);
-        return false;
-    }
-    StartStream(player);
-    Q_EMIT TitleStarted(player, row);
-    return true;
-}
-
-bool Mixer::StartNext(int player) {
-    Playlist& list = List(player);
-    if (list.IsEmpty()) {
-        return false;
-    }
-    for (;;) {
-        const int row = TakeNextTitle(list, options_.removePlayed, FileExists);
-        if (row < 0) {
-            return false;
-        }
-        if (StartRow(player, row, false)) {
-            return true;
-        }
-        list.PassOver(row);
-    }
-}
-
-bool Mixer::EnsurePlaying(int player) {
-    switch (layer_.Activity(player)) {
-    case audio::Activity::Playing:
-        return true;
-    case audio::Activity::Paused:
-        ApplyVolumes();
-        layer_.Audio().ChannelResume(layer_.Record(player).stream);
-        NoteStarted(player);
-        return true;
-    case audio::Activity::Stopped:
-        break;
-    }
-    return StartNext(player);
-}
-
-void Mixer::StartStream(int player) {
-    ApplyVolumes();
-    const double cue = Deck(player).title.cue;
-    if (useCuePoints_ && cue > 0 && cue < Deck(player).title.length) {
-        layer_.SetPositionSeconds(player, cue);
-    }
-    layer_.Audio().StreamPlay(layer_.Record(player).stream, false);
-    layer_.Record(player).state = PlayState::Counted;
-    NoteStarted(player);
-}
-
-void Mixer::NoteStarted(int player) {
-    heldByUser_ = false;
-    Deck(player).stoppedByUser = false;
-    Q_EMIT PlayerChanged(player);
+void Mixer::SetPatience(std::chrono::milliseconds patience) {
+    patience_ = static_cast<int>(patience.count());
+    files_.SetPatience(patience);
 }
 
 void Mixer::StopPlayer(int player) {
     layer_.FreeStream(player);
     Deck(player).prepareDue = true;
-    Q_EMIT PlayerChanged(player);
-}
-
-void Mixer::PrepareNext(int player) {
-    DeckData& deck = Deck(player);
-    if (!deck.prepareDue || layer_.Activity(player) != audio::Activity::Stopped) {
-        return;
-    }
-    deck.prepareDue = false;
-    if (!options_.preload) {
-        layer_.Prepare(player, {});
-        return;
-    }
-    const int row = PeekNextTitle(*deck.list, FileExists, options_.removePlayed);
-    layer_.Prepare(player, row < 0 ? QString() : deck.list->At(row).path);
-    if (deck.stoppedByUser) {
-        return;
-    }
-    const PlayerRecord& record = layer_.Record(player);
-    deck.title = {};
-    if (row >= 0 && record.prepared != 0) {
-        const PlaylistEntry& entry = deck.list->At(row);
-        audio::ChannelInfo info;
-        layer_.Audio().ChannelGetInfo(record.prepared, info);
-        const double length =
-            layer_.Audio().ChannelBytes2Seconds(record.prepared, layer_.Audio().StreamGetLength(record.prepared));
-        deck.title = {entry.title, entry.artist, FormatText(entry.path, info),
-                      entry.path,  length,       CueText::Read(entry.info).value_or(-1),
-                      true};
-    }
     Q_EMIT PlayerChanged(player);
 }
 
@@ -272,10 +150,10 @@ void Mixer::FadeTo(int player, int selectedRow) {
 }
 
 void Mixer::StepFade() {
-    if (fader_.Step() == 0 || faderHeld_) {
+    const int target = FadeTarget();
+    if (target == 0 || faderHeld_ || IsOpening(target)) {
         return;
     }
-    const int target = fader_.Step() < 0 ? 1 : 2;
     const int before = fader_.Position();
     const bool arrived = fader_.Tick();
     if (fader_.Position() != before) {

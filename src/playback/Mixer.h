@@ -2,6 +2,8 @@
 
 #include "playback/AudioLayer.h"
 #include "playback/CrossFader.h"
+#include "playback/DeckTitles.h"
+#include "playback/FileProbe.h"
 #include "playback/HandOver.h"
 #include "playback/MixerOptions.h"
 #include "playlists/Playlist.h"
@@ -9,25 +11,19 @@
 #include <QObject>
 
 #include <array>
+#include <chrono>
+#include <functional>
 
 namespace kalvo {
-
-/** What a player shows of its title. */
-struct DeckTitle {
-    QString title;
-    QString artist;
-    QString format; ///< "MP3 320 kbit/s", empty while unknown
-    QString path;
-    double length = 0;     ///< seconds, 0 = unknown
-    double cue = -1;       ///< seconds, negative = none
-    bool prepared = false; ///< opened ahead and silent: what a hand-over would take
-};
 
 /**
  * The two players, their lists and the cross-fader between them: transport, fades, the automatic hand-over and the rule
  * that the music never stops by itself. UI thread. Has no timers of its own: the owner calls CheckHandOver every 100
  * ms, StepFade in the interval of the fade speed, Dispatch every 50 ms; an offline renderer calls them in its own time.
  * Players count 1 and 2; others are a bounds error. Layer and lists outlive it.
+ *
+ * A file that does not open at once starts as soon as it does: meanwhile the player counts as opening, a fade towards
+ * it waits, and after three seconds what was started by itself goes on with the next title.
  */
 class Mixer : public QObject {
     Q_OBJECT
@@ -40,6 +36,8 @@ public:
     void SetOptions(const MixerOptions& options);
     /** Whether players start at an entry's cue point. */
     void SetUseCuePoints(bool use) { useCuePoints_ = use; }
+    /** How long a start may hold up the caller for its file; 40 ms unless set. */
+    void SetPatience(std::chrono::milliseconds patience);
 
     // ---- transport
 
@@ -85,9 +83,11 @@ public:
     /** Tenths of a percent. */
     int Pitch(int player) const { return layer_.Record(player).pitch; }
     const DeckTitle& Title(int player) const { return Deck(player).title; }
-    /** "play", "pause", "stop" or "mute". */
+    /** "play", "pause", "stop" or "mute"; "lädt" while it waits for its file. */
     QString StatusText(int player) const;
     audio::Activity Activity(int player) const { return layer_.Activity(player); }
+    /** Started, and its file is not open yet. */
+    bool IsOpening(int player) const { return layer_.Record(player).opening; }
     double PositionSeconds(int player) const { return layer_.PositionSeconds(player); }
     AudioLayer& Layer() { return layer_; }
 
@@ -103,6 +103,8 @@ Q_SIGNALS:
     void FileMissing(const QString& path);
     /** One line for the status bar. */
     void Message(const QString& text);
+    /** The output's device has gone, been replaced or come back; Message has said it, too. */
+    void OutputChanged(const OutputNews& news);
     /** Continuous play has come to the end of both lists. */
     void Finished();
 
@@ -114,7 +116,11 @@ private:
         DeckTitle title;
         bool muted = false;
         bool stoppedByUser = false;
+        bool asked = false;     ///< the title on it was started by the user, not by the rule
+        int openingRounds = 0;  ///< since its file has been opening
         bool prepareDue = true; ///< the list has changed since the next title was looked up
+        bool preparing = false; ///< the next title's file has not been seen open yet
+        int preparedRow = -1;
     };
 
     DeckData& Deck(int player) { return decks_.at(static_cast<std::size_t>(player - 1)); }
@@ -126,7 +132,11 @@ private:
     bool StartNext(int player);
     bool EnsurePlaying(int player);
     bool StartRow(int player, int row, bool asked);
-    bool LoadRow(int player, int row);
+    void StartLoaded(int player);
+    void ReadLength(int player);
+    void DropUnplayable(int player, const QString& why);
+    void WatchOpening(int player);
+    void GiveUpOpening(int player, const QString& why);
     void StartStream(int player);
     void StopPlayer(int player);
     void EndHandOver();
@@ -135,11 +145,13 @@ private:
     bool IsAudible(int player) const;
     void TellEnd(int player);
     void MoveFader(int position);
+    /** The player that a running fade moves to, 0 for none. */
+    int FadeTarget() const { return fader_.Step() == 0 ? 0 : fader_.Step() < 0 ? 1 : 2; }
     void NoteStarted(int player);
     void PrepareNext(int player);
+    void ShowPrepared(int player);
     void TitleEnded(int player);
-    void DeviceLost();
-    void TellNewDevice();
+    void LookAtOutput();
     static void OnEnd(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
     static void OnDeviceLost(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
 
@@ -147,9 +159,11 @@ private:
     std::array<DeckData, 2> decks_;
     MixerOptions options_;
     CrossFader fader_;
+    FileProbe files_;
+    std::function<bool(const QString& path)> exists_ = [this](const QString& path) { return files_.Exists(path); };
+    int patience_ = 40; ///< ms
     bool useCuePoints_ = true;
     bool faderHeld_ = false;
-    bool deviceLost_ = false; ///< and no other one has taken over yet
     bool handOverRunning_ = false;
     bool heldByUser_ = true;
     int lastOnAir_ = 0;

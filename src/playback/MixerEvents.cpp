@@ -1,7 +1,6 @@
 // What timers and the audio library's events bring to the mixer.
 
-#include "playback/DeckTitles.h"
-#include "playback/FaderLaw.h"
+#include "base/FaderLaw.h"
 #include "playback/Mixer.h"
 #include "playlists/NextTitle.h"
 
@@ -35,7 +34,8 @@ MixState Mixer::StateNow(bool withNext) const {
         deck.paused = activity == audio::Activity::Paused;
         deck.position = WholeSeconds(layer_.PositionSeconds(data.number));
         deck.length = WholeSeconds(layer_.LengthSeconds(data.number));
-        deck.hasNext = withNext && PeekNextTitle(*data.list, FileExists, options_.removePlayed) >= 0;
+        deck.hasNext = withNext && PeekNextTitle(*data.list, exists_, options_.removePlayed) >= 0;
+        deck.opening = IsOpening(data.number);
     }
     return state;
 }
@@ -106,7 +106,9 @@ void Mixer::TitleEnded(int player) {
 
 void Mixer::Dispatch() {
     layer_.Audio().DispatchEvents();
-    TellNewDevice();
+    WatchOpening(1);
+    WatchOpening(2);
+    LookAtOutput();
 }
 
 void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* user) {
@@ -116,33 +118,23 @@ void Mixer::OnEnd(audio::Handle, audio::Handle channel, std::uint32_t, void* use
     }
 }
 
-/** Every stream tells it; the one on air is enough. */
 void Mixer::OnDeviceLost(audio::Handle, audio::Handle, std::uint32_t, void* user) {
-    const auto* deck = static_cast<DeckData*>(user);
-    if (deck->owner->OnAirPlayer() == deck->number) {
-        deck->owner->DeviceLost();
-    }
+    static_cast<DeckData*>(user)->owner->LookAtOutput();
 }
 
-void Mixer::DeviceLost() {
-    deviceLost_ = true;
-    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da."));
-}
-
-/** The next device opens a moment after the loss. */
-void Mixer::TellNewDevice() {
-    audio::OutputInfo info;
-    if (!deviceLost_ || !layer_.Audio().GetInfo(audio::Output::Main, info) || info.device == audio::kNoSound) {
-        return;
+void Mixer::LookAtOutput() {
+    if (const std::optional<OutputNews> news = layer_.LookAtOutput()) {
+        Q_EMIT Message(news->text);
+        Q_EMIT OutputChanged(*news);
     }
-    deviceLost_ = false;
-    Q_EMIT Message(QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") +
-                   QString::fromStdString(info.deviceName));
 }
 
 QString Mixer::StatusText(int player) const {
     if (Deck(player).muted) {
         return QStringLiteral("mute");
+    }
+    if (IsOpening(player)) {
+        return QStringLiteral("lädt");
     }
     switch (layer_.Activity(player)) {
     case audio::Activity::Playing:

@@ -1,5 +1,6 @@
 #include "playback/OfflineMix.h"
 
+#include <chrono>
 #include <vector>
 
 namespace kalvo {
@@ -11,6 +12,10 @@ constexpr qint64 kStepMilliseconds = 5; // the fastest fade's interval
 constexpr qint64 kHandOverInterval = 100;
 
 } // namespace
+
+OfflineMix::OfflineMix(Mixer& mixer) : mixer_(mixer) {
+    mixer_.SetPatience(std::chrono::seconds(10)); // its time stands still meanwhile
+}
 
 double OfflineMix::Seconds() const {
     return static_cast<double>(frames_) / static_cast<double>(kRate);

@@ -13,7 +13,7 @@ namespace kalvo {
  */
 class OfflineMix {
 public:
-    explicit OfflineMix(Mixer& mixer) : mixer_(mixer) {}
+    explicit OfflineMix(Mixer& mixer);
 
     /** Takes interleaved stereo at 44100 Hz; false ends the run. */
     using Sink = std::function<bool(const float* stereo, std::size_t frames)>;

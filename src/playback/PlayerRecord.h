@@ -22,6 +22,7 @@ enum class PlayState : unsigned char {
 /** What one player owns in the audio library. UI thread. */
 struct PlayerRecord {
     audio::Handle stream = 0;
+    bool opening = false; ///< the stream's file is not open yet
     PlayState state = PlayState::Empty;
     int pitch = 0;     ///< tenths of a percent off the title's own rate, -120..120
     int pitchFreq = 0; ///< playback sample rate in Hz that follows from it; 0 = nothing loaded

@@ -288,6 +288,10 @@ QVariant Playlist::data(const QModelIndex& index, int role) const {
     }
 }
 
+Qt::ItemFlags Playlist::flags(const QModelIndex& index) const {
+    return index.isValid() ? QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled : Qt::NoItemFlags;
+}
+
 QVariant Playlist::headerData(int section, Qt::Orientation orientation, int role) const {
     if (role == Qt::TextAlignmentRole && orientation == Qt::Horizontal) {
         return QVariant::fromValue(Alignment(section));

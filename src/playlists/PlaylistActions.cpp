@@ -172,7 +172,10 @@ int PlaylistActions::DropFiles(int target, int row, const QStringList& paths) {
         if (refine_)
             refine_(entries.back());
     }
-    List(target).Insert(row, entries);
+    if (row < 0)
+        List(target).Append(entries);
+    else
+        List(target).Insert(row, entries);
     return static_cast<int>(entries.size());
 }
 

@@ -63,7 +63,8 @@ public:
      * that have left it meanwhile are not dropped either.
      */
     void DropEntries(int target, int row, const QList<DraggedEntry>& dragged, int source);
-    /** Files and folders, these with all below them; only ".mp3" and ".ogg" are taken. Gives how many. */
+    /** Files and folders, these with all below them; only ".mp3" and ".ogg" are taken; row -1 appends. Gives how many.
+     */
     int DropFiles(int target, int row, const QStringList& paths);
 
 private:

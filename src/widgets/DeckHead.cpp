@@ -79,7 +79,7 @@ void DeckHead::SetSignal(DeckSignal deckSignal) {
 
 void DeckHead::SetLayoutMode(LayoutMode mode) {
     mode_ = mode;
-    status_->setVisible(mode != LayoutMode::Narrow);
+    status_->setVisible(!IsNarrow(mode));
     PlaceStatus();
     updateGeometry();
     update();
@@ -102,7 +102,7 @@ int DeckHead::NameWidth() const {
 }
 
 QFont DeckHead::WordFont() const {
-    const double filled = mode_ == LayoutMode::Narrow ? 1.5 : mode_ == LayoutMode::Wide ? 2.2 : 1.75;
+    const double filled = IsNarrow(mode_) ? 1.5 : mode_ == LayoutMode::Wide ? 2.2 : 1.75;
     QFont font = SkinStyle::Units().Font(IsFilled(signal_) ? filled : 1.15, true);
     font.setLetterSpacing(QFont::PercentageSpacing, 108);
     return font;

@@ -1,5 +1,6 @@
 #include "widgets/FaderSlider.h"
 
+#include "base/FaderLaw.h"
 #include "widgets/ButtonPainting.h"
 #include "widgets/SkinStyle.h"
 
@@ -8,10 +9,6 @@
 #include <QWheelEvent>
 
 namespace kalvo {
-
-FaderPercent PercentOf(int faderPosition) {
-    return faderPosition <= 0 ? FaderPercent{100, 100 + faderPosition} : FaderPercent{100 - faderPosition, 100};
-}
 
 /** Places in pixels: the groove from `left` to `right`, the handle's middle from `first` to `last`. */
 struct FaderSlider::Measures {
@@ -88,12 +85,11 @@ void FaderSlider::PaintTexts(QPainter& painter, const Measures& m) const {
     painter.setPen(skin.p2);
     painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("2"));
 
-    const FaderPercent percent = PercentOf(value());
     painter.setFont(units.Font());
     painter.setPen(skin.dim);
     const int baseline = m.middle + m.handleHeight / 2 + units.Of(1.1);
-    const QString right = QStringLiteral("%1 %").arg(percent.player2);
-    painter.drawText(inset, baseline, QStringLiteral("%1 %").arg(percent.player1));
+    const QString right = QStringLiteral("%1 %").arg(FaderVolume(2, value()));
+    painter.drawText(inset, baseline, QStringLiteral("%1 %").arg(FaderVolume(1, value())));
     painter.drawText(width() - inset - painter.fontMetrics().horizontalAdvance(right), baseline, right);
 }
 

@@ -4,14 +4,6 @@
 
 namespace kalvo {
 
-/** The players' volumes in percent for a fader position of -100 (Player 1) to 100 (Player 2). */
-struct FaderPercent {
-    int player1 = 100;
-    int player2 = 100;
-};
-
-FaderPercent PercentOf(int faderPosition);
-
 /**
  * The cross-fader, -100 to 100, with both players' volumes beneath. Arrow keys and wheel move it by 5, page keys by
  * 25, a press beside the handle by 10, a double click sets it to the centre; the handle is taken over the whole height.

@@ -26,6 +26,8 @@ FontUnits::FontUnits(const QString& schriftgrad, const QString& buttongroesse, d
 
 int FontUnits::ConsoleHeight(LayoutMode mode) const {
     switch (mode) {
+    case LayoutMode::Low:
+        return Of(14.5);
     case LayoutMode::Narrow:
         return Of(19);
     case LayoutMode::Wide:

@@ -29,9 +29,13 @@ public:
     int Button() const { return Of(bigButtons_ ? 2.4 : 2.1); }
     /** Transport and fade buttons: what the hand finds in the dark, never below 44 pixels. */
     int BigButton() const { return qMax(44, Of(bigButtons_ ? 4.0 : 3.4)); }
+    /** The same in a low console. */
+    int LowBigButton() const { return qMax(44, Of(2.5)); }
     int Icon() const { return Of(1.25); }
     int BigIcon() const { return Of(1.85); }
-    int PanelHead(LayoutMode mode = LayoutMode::Normal) const { return Of(mode == LayoutMode::Wide ? 3.2 : 2.75); }
+    int PanelHead(LayoutMode mode = LayoutMode::Normal) const {
+        return Of(mode == LayoutMode::Wide ? 3.2 : mode == LayoutMode::Low ? 2.2 : 2.75);
+    }
     int ListHead() const { return Of(2.15); }
     int ColumnHead() const { return Of(1.9); }
     int Corner() const { return Of(0.23); }

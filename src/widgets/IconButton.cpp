@@ -34,6 +34,11 @@ void IconButton::SetFill(Fill fill) {
     update();
 }
 
+void IconButton::SetLow(bool low) {
+    low_ = low;
+    updateGeometry();
+}
+
 void IconButton::SetOn(bool on) {
     if (on == on_)
         return;
@@ -50,7 +55,7 @@ int IconButton::IconSize() const {
 
 QSize IconButton::sizeHint() const {
     const FontUnits& units = SkinStyle::Units();
-    const int height = size_ == Size::Big ? units.BigButton() : units.Button();
+    const int height = size_ == Size::Normal ? units.Button() : low_ ? units.LowBigButton() : units.BigButton();
     int width = IconSize() + units.Gap(1);
     if (!text().isEmpty())
         width += fontMetrics().horizontalAdvance(text()) + units.Of(0.5) + units.Gap(2);

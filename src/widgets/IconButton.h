@@ -18,6 +18,8 @@ public:
     void SetIconName(const QString& icon);
     void SetIconSide(IconSide side);
     void SetFill(Fill fill);
+    /** A big button of a low console. */
+    void SetLow(bool low);
     /** The look of a switched-on button; independent of being pressed. */
     void SetOn(bool on);
     bool IsOn() const { return on_; }
@@ -36,6 +38,7 @@ private:
     IconSide side_ = IconSide::Left;
     Fill fill_ = Fill::Highlight;
     bool on_ = false;
+    bool low_ = false;
 };
 
 } // namespace kalvo

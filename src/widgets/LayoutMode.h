@@ -1,16 +1,29 @@
 #pragma once
 
+#include <limits>
+
 namespace kalvo {
 
-/** How much of the console and the lists is shown; counted in font units, so that a big font folds like a small screen.
+/**
+ * How much of the console and the lists is shown; counted in font units, so that a big font folds like a small screen.
+ * Low is the narrow layout with a console as low as it gets; lists and archive know the others only.
  */
-enum class LayoutMode { Narrow, Normal, Wide };
+enum class LayoutMode { Low, Narrow, Normal, Wide };
 
-/** width: of the main window in logical pixels; fontHeight: FontUnits::F. Narrow below 76 F, wide from 120 F. */
-constexpr LayoutMode LayoutModeFor(int width, int fontHeight) {
+/**
+ * width, height: of the main window in logical pixels; fontHeight: FontUnits::F. Low below 46 F of height, narrow below
+ * 76 F of width, wide from 120 F.
+ */
+constexpr LayoutMode LayoutModeFor(int width, int fontHeight, int height = std::numeric_limits<int>::max()) {
+    if (height < 46 * fontHeight)
+        return LayoutMode::Low;
     if (width < 76 * fontHeight)
         return LayoutMode::Narrow;
     return width < 120 * fontHeight ? LayoutMode::Normal : LayoutMode::Wide;
+}
+
+constexpr bool IsNarrow(LayoutMode mode) {
+    return mode == LayoutMode::Narrow || mode == LayoutMode::Low;
 }
 
 } // namespace kalvo

@@ -50,12 +50,17 @@ void PositionSlider::SetPosition(double fraction) {
         Show(fraction);
 }
 
+void PositionSlider::SetLow(bool low) {
+    low_ = low;
+    updateGeometry();
+}
+
 QSize PositionSlider::sizeHint() const {
     return {SkinStyle::Units().Of(14), SkinStyle::Units().Of(5)};
 }
 
 QSize PositionSlider::minimumSizeHint() const {
-    return {SkinStyle::Units().Of(8), SkinStyle::Units().Of(2.4)};
+    return {SkinStyle::Units().Of(8), SkinStyle::Units().Of(low_ ? 1.5 : 2.4)};
 }
 
 int PositionSlider::X(double seconds) const {

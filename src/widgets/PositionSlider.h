@@ -21,6 +21,9 @@ public:
     /** 0 to 1; below 0: no line. Without effect while the user drags. */
     void SetPosition(double fraction);
 
+    /** Half as high at least, for a low console. */
+    void SetLow(bool low);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -59,6 +62,7 @@ private:
     double switchOverSeconds_ = 0;
     double cueSeconds_ = -1;
     bool line_ = false;
+    bool low_ = false;
     int wheel_ = 0;
 };
 

@@ -6,177 +6,67 @@ namespace kalvo {
 
 namespace {
 
-std::array<Skin, 5> AllSkins() {
-    return {{
-        {.name = QStringLiteral("Dark Blue"),
-         .window = QColor(0x0e1a2b),
-         .panel = QColor(0x15263d),
-         .base = QColor(0x0a1320),
-         .alt = QColor(0x101d30),
-         .text = QColor(0xeaf0f7),
-         .dim = QColor(0xa3b5ca),
-         .button = QColor(0x22364f),
-         .edge = QColor(0x7590b0),
-         .line = QColor(0x2c425d),
-         .grid = QColor(0x1c2d44),
-         .highlight = QColor(0x2565ae),
-         .highlightText = QColor(0xffffff),
-         .mark = QColor(0x122a48),
-         .onAir = QColor(0xdc1029),
-         .onAirInk = QColor(0xffffff),
-         .cued = QColor(0x4bd68a),
-         .cuedInk = QColor(0x0a1018),
-         .warning = QColor(0xffb52e),
-         .warningFill = QColor(0xffb52e),
-         .warningFillInk = QColor(0x0a1018),
-         .p1 = QColor(0x4cc9f0),
-         .p1Ink = QColor(0x0a1018),
-         .p2 = QColor(0xb9a0ff),
-         .p2Ink = QColor(0x0a1018),
-         .waveBack = QColor(0x0a1320),
-         .wavePlayed = QColor(0x4a617e),
-         .meterLow = QColor(0x3fca7c),
-         .meterMid = QColor(0xffd23f),
-         .meterHigh = QColor(0xff5a4f)},
-        {.name = QStringLiteral("Light Blue"),
-         .window = QColor(0xd5e3f1),
-         .panel = QColor(0xe8f0f8),
-         .base = QColor(0xffffff),
-         .alt = QColor(0xf1f6fb),
-         .text = QColor(0x0f1f30),
-         .dim = QColor(0x41566c),
-         .button = QColor(0xfafcfe),
-         .edge = QColor(0x6f88a3),
-         .line = QColor(0xb3c5d8),
-         .grid = QColor(0xdde7f1),
-         .highlight = QColor(0x1f5fa8),
-         .highlightText = QColor(0xffffff),
-         .mark = QColor(0xc0d2e7),
-         .onAir = QColor(0xc8001c),
-         .onAirInk = QColor(0xffffff),
-         .cued = QColor(0x0a6e38),
-         .cuedInk = QColor(0xffffff),
-         .warning = QColor(0x9e4300),
-         .warningFill = QColor(0xffb52e),
-         .warningFillInk = QColor(0x0a1018),
-         .p1 = QColor(0x006583),
-         .p1Ink = QColor(0xffffff),
-         .p2 = QColor(0x6a37c0),
-         .p2Ink = QColor(0xffffff),
-         .waveBack = QColor(0xffffff),
-         .wavePlayed = QColor(0x9db2c6),
-         .meterLow = QColor(0x17934c),
-         .meterMid = QColor(0xc98a00),
-         .meterHigh = QColor(0xd3231a)},
-        {.name = QStringLiteral("Light Green"),
-         .window = QColor(0xd6e5d6),
-         .panel = QColor(0xe8f2e8),
-         .base = QColor(0xfdfffd),
-         .alt = QColor(0xf1f7f1),
-         .text = QColor(0x12231a),
-         .dim = QColor(0x41564a),
-         .button = QColor(0xf9fcf9),
-         .edge = QColor(0x6f8a78),
-         .line = QColor(0xb4c9b8),
-         .grid = QColor(0xdde9de),
-         .highlight = QColor(0x2b5f4a),
-         .highlightText = QColor(0xffffff),
-         .mark = QColor(0xc2d2cb),
-         .onAir = QColor(0xc8001c),
-         .onAirInk = QColor(0xffffff),
-         .cued = QColor(0x0a6b36),
-         .cuedInk = QColor(0xffffff),
-         .warning = QColor(0x9e4300),
-         .warningFill = QColor(0xffb52e),
-         .warningFillInk = QColor(0x0a1018),
-         .p1 = QColor(0x006380),
-         .p1Ink = QColor(0xffffff),
-         .p2 = QColor(0x6a37c0),
-         .p2Ink = QColor(0xffffff),
-         .waveBack = QColor(0xfdfffd),
-         .wavePlayed = QColor(0x9fb5a6),
-         .meterLow = QColor(0x17934c),
-         .meterMid = QColor(0xc98a00),
-         .meterHigh = QColor(0xd3231a)},
-        {.name = QStringLiteral("Grey"),
-         .window = QColor(0x28292c),
-         .panel = QColor(0x35373b),
-         .base = QColor(0x1a1c1e),
-         .alt = QColor(0x212326),
-         .text = QColor(0xf2f3f4),
-         .dim = QColor(0xbcc0c5),
-         .button = QColor(0x42454a),
-         .edge = QColor(0x9a9fa6),
-         .line = QColor(0x515459),
-         .grid = QColor(0x2d3033),
-         .highlight = QColor(0x3a6da3),
-         .highlightText = QColor(0xffffff),
-         .mark = QColor(0x233343),
-         .onAir = QColor(0xe6152d),
-         .onAirInk = QColor(0xffffff),
-         .cued = QColor(0x5fdc97),
-         .cuedInk = QColor(0x0a1018),
-         .warning = QColor(0xffbc42),
-         .warningFill = QColor(0xffb52e),
-         .warningFillInk = QColor(0x0a1018),
-         .p1 = QColor(0x62cdf0),
-         .p1Ink = QColor(0x0a1018),
-         .p2 = QColor(0xc4b0ff),
-         .p2Ink = QColor(0x0a1018),
-         .waveBack = QColor(0x1a1c1e),
-         .wavePlayed = QColor(0x62676d),
-         .meterLow = QColor(0x46cb80),
-         .meterMid = QColor(0xffd23f),
-         .meterHigh = QColor(0xff6258)},
-        {.name = QStringLiteral("Light Grey"),
-         .window = QColor(0xdcdddf),
-         .panel = QColor(0xebeced),
-         .base = QColor(0xffffff),
-         .alt = QColor(0xf4f5f5),
-         .text = QColor(0x1b1d20),
-         .dim = QColor(0x50545a),
-         .button = QColor(0xfafafa),
-         .edge = QColor(0x83878d),
-         .line = QColor(0xbfc2c6),
-         .grid = QColor(0xe2e4e6),
-         .highlight = QColor(0x3b566f),
-         .highlightText = QColor(0xffffff),
-         .mark = QColor(0xc8d0d7),
-         .onAir = QColor(0xc8001c),
-         .onAirInk = QColor(0xffffff),
-         .cued = QColor(0x0a6b36),
-         .cuedInk = QColor(0xffffff),
-         .warning = QColor(0x9e4300),
-         .warningFill = QColor(0xffb52e),
-         .warningFillInk = QColor(0x0a1018),
-         .p1 = QColor(0x006380),
-         .p1Ink = QColor(0xffffff),
-         .p2 = QColor(0x6a37c0),
-         .p2Ink = QColor(0xffffff),
-         .waveBack = QColor(0xffffff),
-         .wavePlayed = QColor(0xa9adb3),
-         .meterLow = QColor(0x17934c),
-         .meterMid = QColor(0xc98a00),
-         .meterHigh = QColor(0xd3231a)},
-    }};
+constexpr std::size_t skinCount = 5;
+constexpr std::array<const char*, skinCount> names{"Dark Blue", "Light Blue", "Light Green", "Grey", "Light Grey"};
+constexpr std::size_t defaultSkin = 2;
+
+struct Token {
+    QColor Skin::*colour;
+    std::array<QRgb, skinCount> ofSkins; ///< in the order of the names
+};
+
+constexpr std::array<Token, 29> tokens{{
+    {&Skin::window, {0x0e1a2b, 0xd5e3f1, 0xd6e5d6, 0x28292c, 0xdcdddf}},
+    {&Skin::panel, {0x15263d, 0xe8f0f8, 0xe8f2e8, 0x35373b, 0xebeced}},
+    {&Skin::base, {0x0a1320, 0xffffff, 0xfdfffd, 0x1a1c1e, 0xffffff}},
+    {&Skin::alt, {0x101d30, 0xf1f6fb, 0xf1f7f1, 0x212326, 0xf4f5f5}},
+    {&Skin::text, {0xeaf0f7, 0x0f1f30, 0x12231a, 0xf2f3f4, 0x1b1d20}},
+    {&Skin::dim, {0xa3b5ca, 0x41566c, 0x41564a, 0xbcc0c5, 0x50545a}},
+    {&Skin::button, {0x22364f, 0xfafcfe, 0xf9fcf9, 0x42454a, 0xfafafa}},
+    {&Skin::edge, {0x7590b0, 0x6f88a3, 0x6f8a78, 0x9a9fa6, 0x83878d}},
+    {&Skin::line, {0x2c425d, 0xb3c5d8, 0xb4c9b8, 0x515459, 0xbfc2c6}},
+    {&Skin::grid, {0x1c2d44, 0xdde7f1, 0xdde9de, 0x2d3033, 0xe2e4e6}},
+    {&Skin::highlight, {0x2565ae, 0x1f5fa8, 0x2b5f4a, 0x3a6da3, 0x3b566f}},
+    {&Skin::highlightText, {0xffffff, 0xffffff, 0xffffff, 0xffffff, 0xffffff}},
+    {&Skin::mark, {0x122a48, 0xc0d2e7, 0xc2d2cb, 0x233343, 0xc8d0d7}},
+    {&Skin::onAir, {0xdc1029, 0xc8001c, 0xc8001c, 0xe6152d, 0xc8001c}},
+    {&Skin::onAirInk, {0xffffff, 0xffffff, 0xffffff, 0xffffff, 0xffffff}},
+    {&Skin::cued, {0x4bd68a, 0x0a6e38, 0x0a6b36, 0x5fdc97, 0x0a6b36}},
+    {&Skin::cuedInk, {0x0a1018, 0xffffff, 0xffffff, 0x0a1018, 0xffffff}},
+    {&Skin::warning, {0xffb52e, 0x9e4300, 0x9e4300, 0xffbc42, 0x9e4300}},
+    {&Skin::warningFill, {0xffb52e, 0xffb52e, 0xffb52e, 0xffb52e, 0xffb52e}},
+    {&Skin::warningFillInk, {0x0a1018, 0x0a1018, 0x0a1018, 0x0a1018, 0x0a1018}},
+    {&Skin::p1, {0x4cc9f0, 0x006583, 0x006380, 0x62cdf0, 0x006380}},
+    {&Skin::p1Ink, {0x0a1018, 0xffffff, 0xffffff, 0x0a1018, 0xffffff}},
+    {&Skin::p2, {0xb9a0ff, 0x6a37c0, 0x6a37c0, 0xc4b0ff, 0x6a37c0}},
+    {&Skin::p2Ink, {0x0a1018, 0xffffff, 0xffffff, 0x0a1018, 0xffffff}},
+    {&Skin::waveBack, {0x0a1320, 0xffffff, 0xfdfffd, 0x1a1c1e, 0xffffff}},
+    {&Skin::wavePlayed, {0x4a617e, 0x9db2c6, 0x9fb5a6, 0x62676d, 0xa9adb3}},
+    {&Skin::meterLow, {0x3fca7c, 0x17934c, 0x17934c, 0x46cb80, 0x17934c}},
+    {&Skin::meterMid, {0xffd23f, 0xc98a00, 0xc98a00, 0xffd23f, 0xc98a00}},
+    {&Skin::meterHigh, {0xff5a4f, 0xd3231a, 0xd3231a, 0xff6258, 0xd3231a}},
+}};
+
+Skin SkinAt(std::size_t index) {
+    Skin skin;
+    skin.name = QLatin1String(names.at(index));
+    for (const Token& token : tokens)
+        skin.*token.colour = QColor(token.ofSkins.at(index));
+    return skin;
 }
 
 } // namespace
 
 QStringList Skins::Names() {
-    QStringList names;
-    for (const Skin& skin : AllSkins())
-        names += skin.name;
-    return names;
+    QStringList list;
+    for (const char* name : names)
+        list += QLatin1String(name);
+    return list;
 }
 
 Skin Skins::Named(const QString& name) {
-    const std::array<Skin, 5> skins = AllSkins();
-    for (const Skin& skin : skins) {
-        if (skin.name == name)
-            return skin;
-    }
-    return Named(QStringLiteral("Light Green"));
+    const auto found = Names().indexOf(name);
+    return SkinAt(found < 0 ? defaultSkin : static_cast<std::size_t>(found));
 }
 
 QColor Mixed(const QColor& under, const QColor& over, double share) {

@@ -54,8 +54,12 @@ void FakeBytes::Control::Pass(std::int64_t end) {
     --hanging_;
 }
 
-FakeBytes::FakeBytes(QByteArray bytes, std::shared_ptr<Control> control)
-    : bytes_(std::move(bytes)), control_(std::move(control)) {}
+FakeBytes::FakeBytes(QByteArray bytes, std::shared_ptr<Control> control, std::shared_ptr<Control> another)
+    : bytes_(std::move(bytes)), control_(std::move(control)), another_(std::move(another)) {}
+
+std::unique_ptr<ByteSource> FakeBytes::Another() const {
+    return another_ ? std::make_unique<FakeBytes>(bytes_, another_) : nullptr;
+}
 
 bool FakeBytes::Open() {
     control_->Pass(1);

@@ -43,15 +43,18 @@ public:
         int hanging_ = 0;
     };
 
-    FakeBytes(QByteArray bytes, std::shared_ptr<Control> control);
+    /** another: of a further access to the same bytes; null: there is none. */
+    FakeBytes(QByteArray bytes, std::shared_ptr<Control> control, std::shared_ptr<Control> another = nullptr);
 
     bool Open() override;
     std::int64_t Size() const override { return bytes_.size(); }
     std::int64_t ReadAt(std::int64_t position, void* buffer, std::size_t bytes) override;
+    std::unique_ptr<ByteSource> Another() const override;
 
 private:
     QByteArray bytes_;
     std::shared_ptr<Control> control_;
+    std::shared_ptr<Control> another_;
 };
 
 /** A file with the decoder that fits it; `decoder` is null when there is none. */

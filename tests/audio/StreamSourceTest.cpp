@@ -117,6 +117,46 @@ TEST(StreamSource, GivesUpOnAFileThatHangsWhenOpened) {
     }
 }
 
+TEST(StreamSource, ALongTitlePlaysBeforeItsLengthIsKnown) {
+    const TestFolder folder;
+    SoundSpec spec; // silence for the first third, then a tone: the rate of the start says little about the rest
+    spec.seconds = 20;
+    spec.frequency = 0;
+    spec.options = QStringList{"-V", "2", "-t"};
+    QByteArray bytes;
+    for (const double frequency : {0.0, 440.0, 440.0}) {
+        spec.frequency = frequency;
+        MakeSound(folder.Path(), QStringLiteral("a.mp3"), spec);
+        bytes += folder.Read(QStringLiteral("a.mp3"));
+    }
+    constexpr int kLong = 17 << 20;
+    bytes = bytes.repeated(1 + kLong / static_cast<int>(bytes.size()));
+
+    auto measuring = std::make_shared<FakeBytes::Control>();
+    measuring->HangFrom(1 << 20);
+    ErrorCode error{};
+    const auto source = StreamSource::Open(
+        std::make_unique<FakeBytes>(bytes, std::make_shared<FakeBytes::Control>(), measuring), kPatience, error);
+    ASSERT_TRUE(source);
+    ASSERT_TRUE(measuring->AwaitHanging());
+    EXPECT_TRUE(source->WaitFor(44100, kPatience)) << "plays meanwhile";
+    const std::int64_t estimate = source->Frames();
+    EXPECT_GT(estimate, 0);
+
+    measuring->Release();
+    const OpenedFile whole(std::make_unique<FakeBytes>(bytes, std::make_shared<FakeBytes::Control>()));
+    ASSERT_TRUE(whole.decoder);
+    const std::int64_t exact = whole.decoder->Format().frames;
+    EXPECT_NE(estimate, exact);
+    const auto end = std::chrono::steady_clock::now() + kPatience;
+    while (source->Frames() != exact && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(milliseconds(5));
+    EXPECT_EQ(source->Frames(), exact);
+    EXPECT_EQ(source->Bitrate(), whole.decoder->Format().bitrate);
+    source->Seek(exact - 1000);
+    EXPECT_EQ(Drain(*source).size(), 2000U);
+}
+
 TEST(StreamSource, ASeekDropsWhatWasDecoded) {
     auto control = std::make_shared<FakeBytes::Control>();
     ErrorCode error{};

@@ -12,7 +12,8 @@ namespace kalvo::test {
 
 /**
  * Stands for the audio library where only time matters: a file's length is told by its name ("…-12.mp3": 12 seconds at
- * 1000 frames each), "broken" in it does not open. Time passes in Advance().
+ * 1000 frames each), "broken" in it does not open, "slow" opens two seconds late, "hanging" never. Time passes in
+ * Advance().
  */
 class FakeAudio final : public audio::AudioLibrary {
 public:
@@ -25,8 +26,10 @@ public:
         audio::SyncProcedure onEnd = nullptr;
         void* user = nullptr;
         bool ended = false;
+        double opensIn = 0;
     };
     static constexpr int kRate = 1000;
+    static constexpr double kSlow = 2;
 
     std::map<audio::Handle, Stream> streams;
     int opened = 0;
@@ -34,6 +37,7 @@ public:
     /** Lets time pass for everything that plays; ends are told in DispatchEvents. */
     void Advance(double seconds) {
         for (auto& [handle, stream] : streams) {
+            stream.opensIn -= seconds;
             if (stream.activity != audio::Activity::Playing) {
                 continue;
             }
@@ -74,6 +78,17 @@ public:
         stream.length = std::atof(path.substr(path.rfind('-') + 1).c_str());
         streams[++opened] = stream;
         return static_cast<audio::Handle>(opened);
+    }
+    audio::Handle StreamOpenFile(audio::Output output, const std::string& path) override {
+        const audio::Handle handle = StreamCreateFile(output, path);
+        if (handle != 0) {
+            const bool never = path.find("hanging") != std::string::npos;
+            At(handle).opensIn = never ? 1e9 : path.find("slow") != std::string::npos ? kSlow : 0;
+        }
+        return handle;
+    }
+    audio::OpenState StreamAwaitOpen(audio::Handle handle, int /*milliseconds*/) override {
+        return At(handle).opensIn > 1e-9 ? audio::OpenState::Opening : audio::OpenState::Ready;
     }
     bool StreamPlay(audio::Handle handle, bool fromStart) override {
         At(handle).activity = audio::Activity::Playing;

@@ -134,6 +134,8 @@ TEST_F(PlaylistActionsTest, DropsFilesAndFolders) {
     EXPECT_EQ(Shown(first), "dabcx");
     EXPECT_EQ(first.At(2).artist, QStringLiteral("B"));
     EXPECT_EQ(first.At(3).artist, QStringLiteral("Tag"));
+    EXPECT_EQ(actions.DropFiles(1, -1, {folder.Path(QStringLiteral("z/deep"))}), 1);
+    EXPECT_EQ(Shown(first), "dabcxc") << "without a row at the end";
 }
 
 } // namespace kalvo

@@ -1,4 +1,4 @@
-#include "playback/FaderLaw.h"
+#include "base/FaderLaw.h"
 #include "support/PulseServer.h"
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
@@ -6,8 +6,10 @@
 #include "support/WaitUntil.h"
 #include "system/LiveDesk.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMessageBox>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -300,6 +302,13 @@ TEST_F(LiveTest, TheMusicGoesOnWhenTheSoundCardIsPulledOut) {
         1)
         << desk.Told().join(u'\n').toStdString();
     EXPECT_TRUE(desk.Text("lblAusgabe").contains(PulseServer::DeviceName(kOther)));
+    EXPECT_EQ(desk.Text("lblHinweis"),
+              QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") + PulseServer::DeviceName(kOther));
+
+    ASSERT_TRUE(server_->AddSink(kMain));
+    const QString returned = QStringLiteral("Soundkarte wieder da: ") + PulseServer::DeviceName(kMain);
+    EXPECT_TRUE(WaitUntil([&] { return !desk.Told().filter(returned).isEmpty(); }));
+    EXPECT_EQ(desk.Told().filter(QStringLiteral("Soundkarte")).size(), 2) << desk.Told().join(u'\n').toStdString();
 }
 
 TEST_F(LiveTest, WithoutASoundServerTheOutputFailsAndOpensOnceThereIsOne) {
@@ -311,6 +320,24 @@ TEST_F(LiveTest, WithoutASoundServerTheOutputFailsAndOpensOnceThereIsOne) {
     EXPECT_TRUE(layer.InitAudio(audio::kNoSound, 1024));
     ASSERT_TRUE(server_->Start());
     EXPECT_TRUE(layer.InitAudio(audio::kDefaultDevice, 1024));
+}
+
+TEST_F(LiveTest, WithoutASoundServerTheStartSaysSoAndEnds) {
+    server_->Kill();
+    AudioModule module(qEnvironmentVariable("KALVO_BIN"));
+    Desk desk(DataFolder(DataFolderPath()), module.Create());
+    Form1 window(desk, CommandLine());
+    QString told;
+    QTimer look;
+    look.callOnTimeout([&told] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            told = box->windowTitle() + QStringLiteral(": ") + box->text();
+            box->close();
+        }
+    });
+    look.start(20);
+    EXPECT_FALSE(window.Load());
+    EXPECT_EQ(told, QStringLiteral("Digital output: Error: Couldn't Initialize Digital Output"));
 }
 
 } // namespace

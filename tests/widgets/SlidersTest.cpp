@@ -25,14 +25,6 @@ void Mouse(QWidget& widget, QEvent::Type type, double x, double y) {
     QApplication::sendEvent(&widget, &event);
 }
 
-TEST(FaderSliderTest, PercentFollowsTheVolumeLaw) {
-    const int cases[][3] = {{-100, 100, 0}, {-30, 100, 70}, {0, 100, 100}, {1, 99, 100}, {100, 0, 100}};
-    for (const auto& [position, player1, player2] : cases) {
-        EXPECT_EQ(PercentOf(position).player1, player1) << position;
-        EXPECT_EQ(PercentOf(position).player2, player2) << position;
-    }
-}
-
 TEST(FaderSliderTest, KeysStepAndStopAtTheEnds) {
     FaderSlider fader;
     Press(fader, Qt::Key_Right);

@@ -167,7 +167,7 @@ void DeckPanel::ShowTitle() {
     parts_->title->SetText(view_.title);
     parts_->artist->SetText(view_.artist);
     parts_->bitrate->SetText(view_.bitrate);
-    parts_->bitrate->setVisible(mode_ != LayoutMode::Narrow && !view_.bitrate.isEmpty());
+    parts_->bitrate->setVisible(!IsNarrow(mode_) && !view_.bitrate.isEmpty());
     parts_->time->SetText(view_.time);
     parts_->remaining->SetText(view_.remaining);
     parts_->remaining->SetTone(view_.warning ? Tone::Warning : IsDim(view_.signal) ? Tone::Dim : Tone::Text);
@@ -192,7 +192,10 @@ void DeckPanel::SetLayoutMode(LayoutMode mode) {
     mode_ = mode;
     tight_ = IsTight(width());
     parts_->head->SetLayoutMode(mode);
-    parts_->level->SetHeight(mode == LayoutMode::Narrow ? 0.85 : 1.45);
+    for (IconButton* button : {parts_->toStart, parts_->play, parts_->pause, parts_->stop, parts_->next, parts_->mute})
+        button->SetLow(mode == LayoutMode::Low);
+    parts_->position->SetLow(mode == LayoutMode::Low);
+    parts_->level->SetHeight(mode == LayoutMode::Low ? 0.6 : IsNarrow(mode) ? 0.85 : 1.45);
     ApplyFonts();
     Arrange();
 }
@@ -205,30 +208,31 @@ bool DeckPanel::IsTight(int width) const {
     const FontUnits& units = SkinStyle::Units();
     // Below 17 F the times do not stand side by side at their full size either.
     const int comfortable = qMax(TransportWidth(units.Gap(3), units.Gap(1.5)), units.Of(17));
-    return mode_ == LayoutMode::Narrow && width < comfortable;
+    return IsNarrow(mode_) && width < comfortable;
 }
 
 QSize DeckPanel::minimumSizeHint() const {
     const QSize content = QFrame::minimumSizeHint();
-    return mode_ == LayoutMode::Narrow ? QSize(TightWidth(), content.height()) : content;
+    return IsNarrow(mode_) ? QSize(TightWidth(), content.height()) : content;
 }
 
 void DeckPanel::ApplyFonts() {
     const FontUnits& units = SkinStyle::Units();
-    const bool narrow = mode_ == LayoutMode::Narrow;
+    const bool narrow = IsNarrow(mode_);
     const bool wide = mode_ == LayoutMode::Wide;
-    parts_->title->setFont(units.Font(narrow ? 1.5 : wide ? 2.2 : 1.75, true));
-    parts_->artist->setFont(units.Font(narrow ? 1.15 : wide ? 1.5 : 1.25));
+    const bool low = mode_ == LayoutMode::Low;
+    parts_->title->setFont(units.Font(low ? 1.25 : narrow ? 1.5 : wide ? 2.2 : 1.75, true));
+    parts_->artist->setFont(units.Font(low ? 1.0 : narrow ? 1.15 : wide ? 1.5 : 1.25));
     parts_->time->setFont(units.Font(narrow ? 1.0 : wide ? 1.5 : 1.15, true));
     parts_->bitrate->setFont(units.Font(wide ? 1.15 : 1.0));
-    parts_->remaining->setFont(units.Font(tight_ ? 1.9 : narrow ? 2.6 : wide ? 5.2 : 3.5, true));
+    parts_->remaining->setFont(units.Font(low ? 1.75 : tight_ ? 1.9 : narrow ? 2.6 : wide ? 5.2 : 3.5, true));
     parts_->pitchCaption->setFont(units.Font());
     parts_->pitchText->setFont(units.Font());
 }
 
 void DeckPanel::Arrange() {
     const FontUnits& units = SkinStyle::Units();
-    const bool narrow = mode_ == LayoutMode::Narrow;
+    const bool narrow = IsNarrow(mode_);
     delete layout();
     parts_->bitrate->setVisible(!narrow && !view_.bitrate.isEmpty());
     for (QWidget* part :
@@ -238,8 +242,9 @@ void DeckPanel::Arrange() {
 
     auto* body = new QVBoxLayout;
     const int side = tight_ ? units.G() : units.Gap(3);
-    body->setContentsMargins(side, units.Gap(2), side, units.Gap(2));
-    body->setSpacing(units.Gap(2));
+    const int gap = units.Gap(mode_ == LayoutMode::Low ? 1 : 2);
+    body->setContentsMargins(side, gap, side, gap);
+    body->setSpacing(gap);
     body->addLayout(narrow ? NarrowTitles() : Titles());
     body->addWidget(parts_->position, 1);
     body->addLayout(Transport());
@@ -314,7 +319,7 @@ QLayout* DeckPanel::NarrowTitles() const {
 
 QLayout* DeckPanel::Transport() const {
     const FontUnits& units = SkinStyle::Units();
-    const bool narrow = mode_ == LayoutMode::Narrow;
+    const bool narrow = IsNarrow(mode_);
     auto* row = new QHBoxLayout;
     row->setSpacing(tight_ ? tightGap : units.Gap(1.5));
     if (!narrow)
@@ -333,7 +338,7 @@ QLayout* DeckPanel::Bottom() const {
     const FontUnits& units = SkinStyle::Units();
     auto* row = new QHBoxLayout;
     row->setSpacing(units.Gap(2));
-    if (mode_ != LayoutMode::Narrow) {
+    if (!IsNarrow(mode_)) {
         parts_->pitch->setMinimumWidth(units.Of(4));
         parts_->pitch->setMaximumWidth(units.Of(13));
         row->addWidget(parts_->pitchCaption);

@@ -184,10 +184,13 @@ void MixerPanel::SetAutomatic(bool on) {
 
 void MixerPanel::SetLayoutMode(LayoutMode mode) {
     mode_ = mode;
-    const bool narrow = mode == LayoutMode::Narrow;
+    const bool narrow = IsNarrow(mode);
     parts_->modes->setVisible(!narrow);
     parts_->tempo->setVisible(!narrow);
     parts_->handOver->SetBrief(narrow);
+    parts_->volumeSign->setVisible(mode != LayoutMode::Low);
+    for (IconButton* button : {parts_->toPlayer1, parts_->toPlayer2})
+        button->SetLow(mode == LayoutMode::Low);
     parts_->toPlayer1->setText(narrow ? QStringLiteral("1") : QStringLiteral("Zu Player 1"));
     parts_->toPlayer2->setText(narrow ? QStringLiteral("2") : QStringLiteral("Zu Player 2"));
     parts_->continuous->setText(narrow ? QStringLiteral("Kont.") : QStringLiteral("Kontinuierlich"));
@@ -198,25 +201,29 @@ void MixerPanel::SetLayoutMode(LayoutMode mode) {
 
 void MixerPanel::ApplySizes() {
     const FontUnits& units = SkinStyle::Units();
-    const double clock = mode_ == LayoutMode::Narrow ? 1.5 : mode_ == LayoutMode::Wide ? 2.2 : 1.75;
+    const double clock = mode_ == LayoutMode::Low      ? 1.15
+                         : mode_ == LayoutMode::Narrow ? 1.5
+                         : mode_ == LayoutMode::Wide   ? 2.2
+                                                       : 1.75;
     parts_->clock->setFont(units.Font(clock, true));
     parts_->volumeText->setFont(units.Font());
     parts_->volume->setMinimumWidth(units.Of(3));
-    parts_->volume->setMaximumWidth(mode_ == LayoutMode::Narrow ? QWIDGETSIZE_MAX : units.Of(11));
+    parts_->volume->setMaximumWidth(IsNarrow(mode_) ? QWIDGETSIZE_MAX : units.Of(11));
     parts_->volumeSign->setPixmap(
         Icons::Pixmap(QStringLiteral("unmute"), SkinStyle::Colours().dim, units.Icon(), devicePixelRatioF()));
     parts_->head->setFixedHeight(units.PanelHead(mode_));
-    const double width = mode_ == LayoutMode::Narrow ? 13.5 : mode_ == LayoutMode::Wide ? 29 : 22;
+    const double width = IsNarrow(mode_) ? 13.5 : mode_ == LayoutMode::Wide ? 29 : 22;
     setFixedWidth(units.Of(width));
 }
 
 void MixerPanel::Arrange() {
     const FontUnits& units = SkinStyle::Units();
-    const bool narrow = mode_ == LayoutMode::Narrow;
+    const bool narrow = IsNarrow(mode_);
+    const bool low = mode_ == LayoutMode::Low;
     delete layout();
     delete parts_->head->layout();
     auto* loudness = new QHBoxLayout;
-    loudness->setSpacing(units.Gap(2));
+    loudness->setSpacing(units.Gap(low ? 1 : 2));
     if (!narrow)
         loudness->addStretch(1);
     loudness->addWidget(parts_->volumeSign);
@@ -224,17 +231,18 @@ void MixerPanel::Arrange() {
     loudness->addWidget(parts_->volumeText);
 
     auto* head = new QHBoxLayout(parts_->head);
-    head->setContentsMargins(units.Gap(3), 0, units.Gap(3), 0);
-    head->setSpacing(units.Of(1.4));
+    const int side = units.Gap(low ? 2 : 3);
+    head->setContentsMargins(side, 0, side, 0);
+    head->setSpacing(units.Of(low ? 0.6 : 1.4));
     head->addWidget(parts_->clock, 0, Qt::AlignCenter);
-    if (!narrow)
+    if (!narrow || low)
         head->addLayout(loudness, 1);
 
     auto* body = new QVBoxLayout;
-    const int gap = narrow ? units.Gap(1.5) : units.Gap(2);
-    body->setContentsMargins(units.Gap(3), gap, units.Gap(3), gap);
+    const int gap = units.Gap(low ? 1 : narrow ? 1.5 : 2);
+    body->setContentsMargins(side, gap, side, gap);
     body->setSpacing(gap);
-    if (narrow)
+    if (narrow && !low)
         body->addLayout(loudness);
     body->addWidget(parts_->handOver);
     body->addLayout(Pair(parts_->toPlayer1, parts_->toPlayer2));

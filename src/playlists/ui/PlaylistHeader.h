@@ -14,14 +14,14 @@ public:
 
     ElidedLabel& Caption() { return *caption_; }
     ElidedLabel& End() { return *end_; }
+    /** Takes the present font size. */
+    void TakeUnits();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
-    void TakeUnits();
-
     int number_;
     ElidedLabel* caption_;
     ElidedLabel* end_;

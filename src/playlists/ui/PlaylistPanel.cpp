@@ -34,6 +34,7 @@ PlaylistPanel::PlaylistPanel(Playlist& list, QWidget* parent)
 void PlaylistPanel::SetLayoutMode(LayoutMode mode) {
     mode_ = mode;
     view_->SetLayoutMode(mode);
+    header_->TakeUnits(); // the styling of a skin may come after the head's own change
     ShowEnd();
 }
 

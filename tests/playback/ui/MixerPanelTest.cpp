@@ -91,7 +91,7 @@ TEST(MixerPanelTest, TheHandOverLineTellsBriefAndInFull) {
 /** Deck, mixer and deck side by side as in the main window. */
 class Console : public QWidget {
 public:
-    explicit Console(int width) {
+    Console(int width, int height) {
         const FontUnits& units = SkinStyle::Units();
         auto* row = new QHBoxLayout(this);
         row->setContentsMargins(units.Gap(2), 0, units.Gap(2), 0);
@@ -99,7 +99,7 @@ public:
         row->addWidget(&deck1, 1);
         row->addWidget(&mixer);
         row->addWidget(&deck2, 1);
-        const LayoutMode mode = LayoutModeFor(width, units.F());
+        const LayoutMode mode = LayoutModeFor(width, units.F(), height);
         deck1.SetLayoutMode(mode);
         mixer.SetLayoutMode(mode);
         deck2.SetLayoutMode(mode);
@@ -118,14 +118,15 @@ public:
     MixerPanel mixer;
 };
 
-class ConsoleFits : public ::testing::TestWithParam<std::tuple<const char*, const char*, int>> {};
+class ConsoleFits : public ::testing::TestWithParam<std::tuple<const char*, const char*, int, int>> {};
 
 TEST_P(ConsoleFits, WithoutCutTextsOrSmallButtons) {
-    const auto& [schriftgrad, buttongroesse, width] = GetParam();
+    const auto& [schriftgrad, buttongroesse, width, height] = GetParam();
     SkinStyle::Apply(*qApp, QStringLiteral("Grey"), QString::fromUtf8(schriftgrad), QString::fromLatin1(buttongroesse));
-    Console console(width);
+    Console console(width, height);
     EXPECT_EQ(console.width(), width) << "needs more room than the window has";
     EXPECT_LE(console.minimumSizeHint().width(), width);
+    EXPECT_LE(console.minimumSizeHint().height(), height / 2) << "lists and archive need the rest";
     for (auto* label : console.findChildren<TimeLabel*>()) {
         if (label->isVisible()) {
             EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text()))
@@ -149,11 +150,13 @@ TEST_P(ConsoleFits, WithoutCutTextsOrSmallButtons) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, ConsoleFits,
-                         ::testing::Values(std::tuple("klein", "klein", 800), std::tuple("mittel", "klein", 800),
-                                           std::tuple("groß", "klein", 800), std::tuple("groß", "gross", 800),
-                                           std::tuple("klein", "klein", 1280), std::tuple("groß", "gross", 1280),
-                                           std::tuple("mittel", "gross", 1920), std::tuple("klein", "gross", 992)));
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, ConsoleFits,
+    ::testing::Values(std::tuple("klein", "klein", 800, 600), std::tuple("mittel", "klein", 800, 600),
+                      std::tuple("groß", "klein", 800, 600), std::tuple("groß", "gross", 800, 600),
+                      std::tuple("groß", "gross", 800, 1000), std::tuple("klein", "klein", 1280, 800),
+                      std::tuple("groß", "gross", 1280, 800), std::tuple("mittel", "gross", 1920, 1080),
+                      std::tuple("klein", "gross", 992, 740), std::tuple("klein", "klein", 1024, 560)));
 
 } // namespace
 } // namespace kalvo

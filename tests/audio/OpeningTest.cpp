@@ -1,0 +1,81 @@
+#include "OfflineDesk.h"
+
+#include <gtest/gtest.h>
+
+using namespace kalvo::audio;
+using namespace kalvo::test;
+
+namespace {
+
+/** A tone whose file answers only when the test lets it. */
+class SlowSource final : public FrameSource {
+public:
+    explicit SlowSource(const ErrorCode& answer)
+        : tone_(Constant(0.5F), std::make_shared<Delivery>()), answer_(answer) {}
+
+    ErrorCode AwaitOpen(std::chrono::milliseconds) override { return answer_; }
+    const SourceFormat& Format() const override { return tone_.Format(); }
+    void Seek(std::int64_t frame) override { tone_.Seek(frame); }
+    std::size_t Read(float* stereo, std::size_t frames) override { return tone_.Read(stereo, frames); }
+    std::size_t Available() const override { return tone_.Available(); }
+    bool AtEnd() const override { return tone_.AtEnd(); }
+    bool WaitFor(std::size_t, std::chrono::milliseconds) override { return true; }
+
+private:
+    ToneSource tone_;
+    const ErrorCode& answer_; // the test's
+};
+
+struct OpeningTest : ::testing::Test {
+    OpeningTest() { library.Init(Output::Main, kOffline, 44100, 1024); }
+
+    ErrorCode answer = ErrorCode::Timeout;
+    AudioLibraryImpl library{[this](const std::string&, ErrorCode&) { return std::make_unique<SlowSource>(answer); }};
+};
+
+TEST_F(OpeningTest, AStreamIsUsedFromTheMomentItsFileIsOpen) {
+    const Handle stream = library.StreamOpenFile(Output::Main, "slow");
+    ASSERT_NE(stream, 0U);
+    EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Opening);
+    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Timeout);
+    EXPECT_FALSE(library.StreamPlay(stream, true));
+    EXPECT_EQ(library.ChannelIsActive(stream), Activity::Stopped);
+    library.DispatchEvents();
+
+    answer = ErrorCode::None;
+    EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Ready);
+    EXPECT_TRUE(library.StreamPlay(stream, true));
+    EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Ready);
+    float sound[2 * 512]{};
+    library.Render(Output::Main, sound, 512);
+    EXPECT_FLOAT_EQ(sound[2 * 511], 0.5F);
+}
+
+TEST_F(OpeningTest, AFileThatFailsInvalidatesItsHandle) {
+    const Handle stream = library.StreamOpenFile(Output::Main, "bad");
+    answer = ErrorCode::Format;
+    EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Failed);
+    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Format);
+    EXPECT_FALSE(library.StreamFree(stream));
+    EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Failed);
+    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::InvalidHandle);
+}
+
+TEST_F(OpeningTest, WaitingInVainIsATimeout) {
+    EXPECT_EQ(library.StreamCreateFile(Output::Main, "slow"), 0U);
+    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Timeout);
+}
+
+TEST_F(OpeningTest, WhatIsStillOpeningCanBeFreedAndCounts) {
+    const Handle first = library.StreamOpenFile(Output::Main, "slow");
+    EXPECT_TRUE(library.StreamFree(first));
+    EXPECT_FALSE(library.StreamFree(first));
+    for (std::size_t i = 0; i < Bus::kMostVoices; ++i)
+        ASSERT_NE(library.StreamOpenFile(Output::Main, "slow"), 0U);
+    EXPECT_EQ(library.StreamOpenFile(Output::Main, "slow"), 0U);
+    EXPECT_TRUE(library.Free(Output::Main));
+    EXPECT_TRUE(library.Init(Output::Main, kOffline, 44100, 1024));
+    EXPECT_NE(library.StreamOpenFile(Output::Main, "slow"), 0U);
+}
+
+} // namespace
