@@ -116,6 +116,7 @@ void Archive::Refresh() {
 }
 
 void Archive::ShowRows(std::vector<qint64> rows) {
+    Q_EMIT RecordsAboutToChange();
     rows_ = std::move(rows);
     rows_.resize(std::min(rows_.size(), kMaximumRows));
     cache_->Clear();

@@ -105,6 +105,8 @@ public:
     class Session;
 
 Q_SIGNALS:
+    /** The rows are about to be replaced; they are still the old ones. RecordsChanged() follows. */
+    void RecordsAboutToChange();
     /** The rows of the current record source are other ones. */
     void RecordsChanged();
     /** One shown row has new content. */

@@ -22,10 +22,8 @@ int AlignmentOf(ArchiveField field) {
 } // namespace
 
 ArchiveModel::ArchiveModel(Archive& archive, QObject* parent) : QAbstractTableModel(parent), archive_(archive) {
-    connect(&archive, &Archive::RecordsChanged, this, [this] {
-        beginResetModel();
-        endResetModel();
-    });
+    connect(&archive, &Archive::RecordsAboutToChange, this, [this] { beginResetModel(); });
+    connect(&archive, &Archive::RecordsChanged, this, [this] { endResetModel(); });
     connect(&archive, &Archive::RowChanged, this,
             [this](int row) { Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1)); });
 }
