@@ -50,7 +50,7 @@ void Form1::Build() {
     setStatusBar(status_);
     console_->SetSelection([this](int player) { return lists_->SelectedRow(player); });
     console_->SetCaption([this](int player) { return lists_->Caption(player); });
-    archive_->SetContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
+    archive_->AddContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
                                  actions_.selectAllTitles, actions_.importTitles});
     options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, console_->Mixing(), *this);
     connect(options_, &OptionCommands::LookChosen, this, &Form1::ShowStyle);

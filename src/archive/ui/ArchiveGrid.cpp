@@ -1,6 +1,7 @@
 #include "archive/ui/ArchiveGrid.h"
 
 #include "archive/TitleRow.h"
+#include "archive/ui/ArchiveHeader.h"
 #include "archive/ui/FoundTextDelegate.h"
 #include "base/Settings.h"
 #include "widgets/DragTypes.h"
@@ -20,6 +21,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace kalvo {
 
@@ -28,11 +30,14 @@ ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
       archive_(archive),
       settings_(settings),
       model_(new ArchiveModel(archive, this)),
+      header_(new ArchiveHeader(this)),
       delegate_(new FoundTextDelegate(this)),
-      columns_(GridColumns::Read(settings, SkinStyle::Units().F())) {
+      columns_(GridColumns::Read(settings, SkinStyle::Units().F())),
+      typeAhead_(archive) {
     setObjectName(QStringLiteral("DataGrid2"));
     setAccessibleName(tr("Titel im Musikarchiv"));
     setFrameShape(NoFrame);
+    setHorizontalHeader(header_);
     setModel(model_);
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
@@ -46,6 +51,10 @@ ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
     SetUpHeader();
     ApplyLook();
     ApplyColumns();
+    ConnectRows();
+}
+
+void ArchiveGrid::ConnectRows() {
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT TitleActivated(archive_.RowAt(index.row())); });
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
@@ -53,7 +62,13 @@ ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
             currentNr_ = archive_.IdAt(current.row());
         Q_EMIT CurrentTitleChanged();
     });
-    connect(model_, &QAbstractItemModel::modelReset, this, &ArchiveGrid::KeepCurrent);
+    // Connected after the view's own answers: the selection is still there before, and empty after a reset.
+    connect(model_, &QAbstractItemModel::modelAboutToBeReset, this,
+            [this] { marked_.Take(selectionModel()->selection(), archive_); });
+    connect(model_, &QAbstractItemModel::modelReset, this, [this] {
+        KeepMarks();
+        KeepCurrent();
+    });
     connect(model_, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
         if (first.row() == currentIndex().row())
             Q_EMIT CurrentTitleChanged();
@@ -63,7 +78,12 @@ ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
 void ArchiveGrid::SetUpHeader() {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    QHeaderView* header = horizontalHeader();
+    ArchiveHeader* header = header_;
+    header->SetListSections({ArchiveModel::ColumnOf(ArchiveField::Interpret),
+                             ArchiveModel::ColumnOf(ArchiveField::Album), ArchiveModel::ColumnOf(ArchiveField::Stil),
+                             ArchiveModel::ColumnOf(ArchiveField::Bewertung),
+                             ArchiveModel::ColumnOf(ArchiveField::Extra1)});
+    connect(header, &ArchiveHeader::ValueListRequested, this, &ArchiveGrid::OpenValueList);
     header->setSectionsClickable(true);
     header->setSectionsMovable(true);
     header->setHighlightSections(false);
@@ -193,28 +213,41 @@ void ArchiveGrid::ShowColumn(ArchiveField field, bool visible) {
     WriteColumns();
 }
 
+void ArchiveGrid::OpenValueList(int section) {
+    const QPoint corner(header_->sectionViewportPosition(section), 0);
+    Q_EMIT ValueListRequested(
+        ArchiveModel::FieldOf(section),
+        QRect(header_->viewport()->mapToGlobal(corner), QSize(header_->sectionSize(section), header_->height())));
+}
+
+QList<qint64> ArchiveGrid::MarkedNumbers() const {
+    const QList<int> rows = SelectedRows(selectionModel()->selection());
+    QList<qint64> numbers;
+    numbers.reserve(rows.size());
+    for (const int row : rows)
+        numbers.append(archive_.IdAt(row));
+    return numbers;
+}
+
 QList<TitleRecord> ArchiveGrid::SelectedRecords() const {
-    QList<int> rows;
-    for (const QItemSelectionRange& range : selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            rows.append(row);
-    }
+    QList<int> rows = SelectedRows(selectionModel()->selection());
     if (rows.isEmpty() && HasCurrent())
         rows.append(currentIndex().row());
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    QList<TitleRecord> records;
-    records.reserve(rows.size());
-    for (const int row : std::as_const(rows))
-        records.append(archive_.RowAt(row));
-    return records;
+    return archive_.RowsAt(rows);
 }
 
 TitleRecord ArchiveGrid::CurrentRecord() const {
     return HasCurrent() ? archive_.RowAt(currentIndex().row()) : TitleRecord();
 }
 
-/** The current title stays the current one while the new rows hold it. */
+void ArchiveGrid::KeepMarks() {
+    const auto source = ParseRecordSource(archive_.CurrentRecordSource());
+    const QList<RecordCondition> conditions = source ? source->conditions : QList<RecordCondition>();
+    if (std::exchange(shown_, conditions) == conditions && !marked_.IsEmpty())
+        selectionModel()->select(marked_.RowsIn(*model_, archive_), QItemSelectionModel::ClearAndSelect);
+}
+
+/** The current title stays the current one while the new rows hold it; without other marks it is the marked one. */
 void ArchiveGrid::KeepCurrent() {
     const int row = currentNr_ == 0 ? -1 : archive_.RowOf(currentNr_);
     if (row < 0) {
@@ -222,7 +255,9 @@ void ArchiveGrid::KeepCurrent() {
         return;
     }
     const QModelIndex place = model_->index(row, ArchiveModel::ColumnOf(VisibleFields().first()));
-    selectionModel()->setCurrentIndex(place, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selectionModel()->setCurrentIndex(place, selectionModel()->hasSelection()
+                                                 ? QItemSelectionModel::NoUpdate
+                                                 : QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     scrollTo(place);
 }
 
@@ -236,16 +271,29 @@ void ArchiveGrid::SortBy(ArchiveField field, GridFilter filter) {
     model_->HeaderClick(field, filter);
 }
 
-void ArchiveGrid::keyboardSearch(const QString&) {
-    // Jumping to a row by its first letters would read row after row; the search box does it better.
+void ArchiveGrid::keyboardSearch(const QString& search) {
+    const int row = typeAhead_.Type(search);
+    if (row < 0)
+        return;
+    const QModelIndex place = model_->index(row, ArchiveModel::ColumnOf(VisibleFields().first()));
+    selectionModel()->setCurrentIndex(place, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(place);
 }
 
 void ArchiveGrid::keyPressEvent(QKeyEvent* event) {
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && HasCurrent()) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && HasCurrent()) {
         Q_EMIT PreListenRequested(CurrentRecord());
-        return;
+    } else if (event->key() == Qt::Key_Space && typeAhead_.IsTyping()) {
+        keyboardSearch(event->text());
+    } else if (event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier && HasCurrent() &&
+               header_->HasList(currentIndex().column())) {
+        OpenValueList(currentIndex().column());
+    } else if (event->key() == Qt::Key_Delete) {
+        event->ignore(); // the view would take it for a letter
+    } else {
+        QTableView::keyPressEvent(event);
     }
-    QTableView::keyPressEvent(event);
 }
 
 void ArchiveGrid::startDrag(Qt::DropActions) {

@@ -2,17 +2,21 @@
 
 #include "archive/GridColumns.h"
 #include "archive/ui/ArchiveModel.h"
+#include "archive/ui/MarkedTitles.h"
+#include "archive/ui/TypeAhead.h"
 
 #include <QTableView>
 
 namespace kalvo {
 
+class ArchiveHeader;
 class FoundTextDelegate;
 class Settings;
 
 /**
  * The grid `DataGrid2` over the archive. Its columns can be resized, moved and hidden; every such change is kept in the
- * settings when the mouse button is released.
+ * settings when the mouse button is released. Marked titles stay marked when the same titles are sorted anew or shown
+ * again; among other titles the current one alone does.
  */
 class ArchiveGrid : public QTableView {
     Q_OBJECT
@@ -27,6 +31,8 @@ public:
 
     /** The marked titles in row order; without any the current one; empty without that. */
     QList<TitleRecord> SelectedRecords() const;
+    /** `Nr` of the marked titles in row order; empty when none is marked. */
+    QList<qint64> MarkedNumbers() const;
     /** An empty record without a current row. */
     TitleRecord CurrentRecord() const;
     bool HasCurrent() const { return currentIndex().isValid(); }
@@ -46,6 +52,8 @@ public:
 
 Q_SIGNALS:
     void HeaderClicked(kalvo::ArchiveField field);
+    /** The values of a column are wanted in a list; head: its head in global coordinates. */
+    void ValueListRequested(kalvo::ArchiveField field, const QRect& head);
     void CurrentTitleChanged();
     void TitleActivated(const kalvo::TitleRecord& record);
     void PreListenRequested(const kalvo::TitleRecord& record);
@@ -69,19 +77,26 @@ private:
     void WriteColumns();
     void ShowColumnMenu(const QPoint& position);
     void ShowColumn(ArchiveField field, bool visible);
+    void OpenValueList(int section);
+    void ConnectRows();
+    void KeepMarks();
     void KeepCurrent();
     QString EmptyHint() const;
 
     Archive& archive_;
     Settings& settings_;
     ArchiveModel* model_;
+    ArchiveHeader* header_;
     FoundTextDelegate* delegate_;
     QList<GridColumn> columns_;
-    qint64 currentNr_ = 0; ///< of the current row, so that it is found again among other rows
+    TypeAhead typeAhead_;
+    MarkedTitles marked_;
+    QList<RecordCondition> shown_; ///< what the rows on show are narrowed to
+    qint64 currentNr_ = 0;         ///< of the current row, so that it is found again among other rows
+    bool applying_ = false;        ///< the program itself is changing the header
+    bool columnsDirty_ = false;    ///< changed while a mouse button is held
     int wheelRows_ = 3;
-    int wheelAngle_ = 0;        ///< eighths of a degree that have not moved a row yet
-    bool applying_ = false;     ///< the program itself is changing the header
-    bool columnsDirty_ = false; ///< changed while a mouse button is held
+    int wheelAngle_ = 0; ///< eighths of a degree that have not moved a row yet
 };
 
 } // namespace kalvo

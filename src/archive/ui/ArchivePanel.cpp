@@ -1,6 +1,9 @@
 #include "archive/ui/ArchivePanel.h"
 
 #include "archive/ArchiveStatements.h"
+#include "archive/ArchiveTexts.h"
+#include "archive/ui/ArchiveCategories.h"
+#include "archive/ui/CategoryTree.h"
 #include "archive/ui/EmptyArchive.h"
 #include "archive/ui/SelectedTitleLine.h"
 #include "widgets/ElidedLabel.h"
@@ -17,8 +20,8 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QShortcut>
+#include <QSplitter>
 #include <QStackedWidget>
-#include <QToolButton>
 
 namespace kalvo {
 
@@ -51,16 +54,20 @@ ArchivePanel::ArchivePanel(Archive& archive, Settings& settings, const DataFolde
       search_(new QLineEdit(this)),
       found_(NamedLabel(QStringLiteral("Label23"), this)),
       count_(NamedLabel(QStringLiteral("lblAnzahl"), this)),
+      tree_(new IconButton(QStringLiteral("tree"), IconButton::Size::Normal, this)),
       head_(new QWidget(this)),
+      sides_(new QSplitter(this)),
       body_(new QStackedWidget(this)),
       grid_(new ArchiveGrid(archive, settings, this)),
       empty_(new EmptyArchive(this)),
-      line_(new SelectedTitleLine(this)) {
+      line_(new SelectedTitleLine(this)),
+      categories_(new ArchiveCategories(archive, folder, *this)) {
     BuildSearchBox();
     head_->setLayout(BuildHead());
     BuildBody();
     ConnectArchive();
     ConnectGrid();
+    ConnectTree();
     auto* find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, search_, [this] {
         search_->setFocus(Qt::ShortcutFocusReason);
@@ -96,9 +103,14 @@ QBoxLayout* ArchivePanel::BuildHead() {
     import->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(import, &QPushButton::clicked, this, &ArchivePanel::ImportRequested);
     import_ = import;
+    tree_->setObjectName(QStringLiteral("cmdKategorien"));
+    tree_->setAccessibleName(tr("Kategorien"));
+    tree_->setToolTip(tree_->accessibleName());
+    tree_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     auto* row = new QHBoxLayout;
     row->addWidget(heading_);
+    row->addWidget(tree_);
     row->addWidget(search_, 4);
     row->addWidget(found_);
     row->addStretch(1);
@@ -110,11 +122,17 @@ QBoxLayout* ArchivePanel::BuildHead() {
 void ArchivePanel::BuildBody() {
     body_->addWidget(grid_);
     body_->addWidget(empty_);
+    sides_->setObjectName(QStringLiteral("TeilerArchiv"));
+    sides_->addWidget(categories_->Tree());
+    sides_->addWidget(body_);
+    sides_->setStretchFactor(1, 1);
+    sides_->setChildrenCollapsible(false);
+    categories_->Tree()->hide();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(1, 1, 1, 1);
     column->setSpacing(0);
     column->addWidget(head_);
-    column->addWidget(body_, 1);
+    column->addWidget(sides_, 1);
     column->addWidget(line_);
     setTabOrder(search_, grid_);
 }
@@ -142,12 +160,94 @@ void ArchivePanel::ConnectGrid() {
         Q_EMIT CurrentTitleChanged();
     });
     connect(grid_, &ArchiveGrid::HeaderClicked, this, [this](ArchiveField field) {
-        grid_->SortBy(field, GridFilter{SearchText(), false, {}, {}});
+        const HourGlass hourGlass;
+        grid_->SortBy(field, Filter());
     });
+    connect(grid_, &ArchiveGrid::ValueListRequested, categories_, &ArchiveCategories::OpenValueList);
     connect(grid_, &ArchiveGrid::ColumnsChanged, this, &ArchivePanel::SaveLayout);
     connect(line_, &SelectedTitleLine::AddToListRequested, this,
             [this](int list) { Q_EMIT AddToListRequested(list, SelectedRecords()); });
     connect(empty_, &EmptyArchive::ImportRequested, this, &ArchivePanel::ImportRequested);
+}
+
+void ArchivePanel::ConnectTree() {
+    connect(tree_, &IconButton::clicked, this, [this] {
+        ShowTree(!IsTreeVisible());
+        Q_EMIT TreeChanged();
+    });
+    connect(categories_, &ArchiveCategories::CloseRequested, this, [this] {
+        ShowTree(false);
+        Q_EMIT TreeChanged();
+    });
+    connect(categories_, &ArchiveCategories::StatementChosen, this,
+            [this](const QString& statement) { ShowSource(statement); });
+    connect(sides_, &QSplitter::splitterMoved, this, [this] {
+        treeWidth_ = sides_->sizes().constFirst();
+        Q_EMIT TreeChanged();
+    });
+}
+
+/** While the tree shows no chosen value, what was typed is what the rows are narrowed to. */
+GridFilter ArchivePanel::Filter() const {
+    const QString value = IsTreeVisible() ? categories_->Tree()->SelectedValue() : QString();
+    const bool typed = SearchText().size() >= 2;
+    return {SearchText(), IsTreeVisible() && (!value.isEmpty() || !typed), value, {}};
+}
+
+void ArchivePanel::ShowTree(bool shown) {
+    if (shown == IsTreeVisible())
+        return;
+    treeShown_ = shown;
+    treeFolded_ = false;
+    ApplyTree();
+    if (shown)
+        categories_->FillArchiveTree();
+    else
+        ShowSource(ArchiveStatements::Default());
+}
+
+void ArchivePanel::ApplyTree() {
+    const bool visible = IsTreeVisible();
+    tree_->SetOn(visible);
+    categories_->Tree()->setVisible(visible);
+    if (visible)
+        SetTreeWidth(treeWidth_);
+}
+
+void ArchivePanel::SetTreeWidth(int width) {
+    treeWidth_ = width;
+    sides_->setSizes({width, qMax(1, sides_->width() - width)});
+}
+
+bool ArchivePanel::ShowSource(const QString& statement, const QString& found) {
+    if (!ShowRows(statement, found))
+        return false;
+    SetSearchText({});
+    return true;
+}
+
+bool ArchivePanel::ShowRows(const QString& statement, const QString& found) {
+    const QString before = found_->text();
+    found_->setText(waiting);
+    found_->repaint();
+    const HourGlass hourGlass;
+    if (!archive_.SetRecordSource(statement)) {
+        found_->setText(before);
+        return false;
+    }
+    grid_->SetSearchText(found);
+    grid_->scrollToTop();
+    return true;
+}
+
+void ArchivePanel::GoToRow(int row) {
+    grid_->selectRow(row);
+    grid_->scrollTo(grid_->currentIndex());
+}
+
+void ArchivePanel::ShowCountText(const QString& text) {
+    countDelay_.stop();
+    count_->setText(text);
 }
 
 void ArchivePanel::Refresh() {
@@ -155,15 +255,20 @@ void ArchivePanel::Refresh() {
 }
 
 void ArchivePanel::SetLayoutMode(LayoutMode mode) {
+    if (mode != mode_)
+        treeFolded_ = mode == LayoutMode::Narrow;
     mode_ = mode;
     ApplyLook();
 }
 
-void ArchivePanel::SetContextActions(const QList<QAction*>& actions) {
-    for (QAction* known : grid_->actions())
-        grid_->removeAction(known);
+void ArchivePanel::AddContextActions(const QList<QAction*>& actions) {
+    if (!grid_->actions().isEmpty()) {
+        auto* separator = new QAction(grid_);
+        separator->setSeparator(true);
+        grid_->addAction(separator);
+    }
     grid_->addActions(actions);
-    grid_->setContextMenuPolicy(actions.isEmpty() ? Qt::DefaultContextMenu : Qt::ActionsContextMenu);
+    grid_->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void ArchivePanel::SetSearchText(const QString& text) {
@@ -179,28 +284,20 @@ void ArchivePanel::QuickSearch(const QString& text) {
     clearSearch_->setVisible(!text.isEmpty());
     if (settingSearch_ || text.size() == 1)
         return;
-    const QString before = found_->text();
-    found_->setText(waiting);
-    found_->repaint();
-    const HourGlass hourGlass;
-    if (!archive_.SetRecordSource(ArchiveStatements::QuickSearch(text, grid_->VisibleFields()))) {
-        found_->setText(before);
-        return;
-    }
-    grid_->SetSearchText(text);
-    grid_->scrollToTop();
+    categories_->Tree()->clearSelection();
+    ShowRows(ArchiveStatements::QuickSearch(text, grid_->VisibleFields()), text);
 }
 
 void ArchivePanel::ShowCount() {
     const qint64 count = archive_.Count();
-    count_->setText(QString::number(qMax<qint64>(count, 0)) + QStringLiteral(" Titel"));
+    count_->setText(ArchiveTexts::Count(count));
     body_->setCurrentWidget(count > 0 ? static_cast<QWidget*>(grid_) : empty_);
 }
 
 /** Only once something was searched for; while the index is loading the answer follows with the rows. */
 void ArchivePanel::ShowFound() {
     if (!found_->text().isEmpty() && archive_.IsIndexReady())
-        found_->setText(QString::number(archive_.RowCount()) + QStringLiteral(" Titel gefunden"));
+        found_->setText(ArchiveTexts::Found(archive_.RowCount()));
 }
 
 void ArchivePanel::ShowCurrentTitle() {
@@ -230,6 +327,23 @@ void ArchivePanel::ApplyLook() {
     search_->setMaximumWidth(units.Of(narrow ? 18 : mode_ == LayoutMode::Wide ? 30 : 23));
     line_->setVisible(!narrow);
     import_->setVisible(!narrow);
+    categories_->Tree()->setMinimumWidth(units.Of(8));
+    ApplyTree();
+}
+
+/** The keys are taken before a shortcut of the window is: they mean what has the focus. */
+bool ArchivePanel::event(QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return QWidget::event(event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool undo = key->matches(QKeySequence::Undo);
+    const bool remove = key->matches(QKeySequence::Delete) && focusWidget() == grid_;
+    if (!undo && !remove)
+        return QWidget::event(event);
+    if (event->type() == QEvent::KeyPress)
+        undo ? Q_EMIT UndoRequested() : Q_EMIT DeleteRequested();
+    event->accept();
+    return true;
 }
 
 void ArchivePanel::paintEvent(QPaintEvent*) {

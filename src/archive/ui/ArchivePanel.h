@@ -11,16 +11,19 @@ class QAction;
 class QBoxLayout;
 class QLabel;
 class QLineEdit;
+class QSplitter;
 class QStackedWidget;
 
 namespace kalvo {
 
+class ArchiveCategories;
 class EmptyArchive;
+class IconButton;
 class SelectedTitleLine;
 
 /**
- * The archive's part of the main window: quick search `Text1`, found count `Label23`, count `lblAnzahl`, the grid
- * `DataGrid2` and the line of the selected title.
+ * The archive's part of the main window: quick search `Text1`, found count `Label23`, count `lblAnzahl`, the category
+ * tree `TreeView1`, the grid `DataGrid2` and the line of the selected title.
  */
 class ArchivePanel : public QWidget {
     Q_OBJECT
@@ -34,15 +37,39 @@ public:
     TitleRecord CurrentRecord() const { return grid_->CurrentRecord(); }
     void MAAlleTitelAuswaehlen() { grid_->MAAlleTitelAuswaehlen(); }
 
+    /** `Nr` of the marked titles in row order; empty when none is marked. */
+    QList<qint64> MarkedNumbers() const { return grid_->MarkedNumbers(); }
+
     void SetWheelRows(int rows) { grid_->SetWheelRows(rows); }
     void ReloadColumns() { grid_->ReloadColumns(); }
 
     /** Shows what has changed in the archive since. */
     void Refresh();
-    /** Narrow leaves out the line of the selected title and the tool buttons. */
+    /**
+     * Shows what a record source selects and how many titles it found; the search box, which did not ask for them, is
+     * emptied. found: text to mark in the cells. False, and nothing changes, when the statement is not understood.
+     */
+    bool ShowSource(const QString& statement, const QString& found = {});
+    /** Makes a row the current and only marked one. */
+    void GoToRow(int row);
+    /** -1 without a current row. */
+    int CurrentRow() const { return grid_->currentIndex().row(); }
+    /** Text of the count label until the archive changes or is shown anew. */
+    void ShowCountText(const QString& text);
+
+    /** Whether the user wants the tree; a narrow window folds it away until its button is pressed. */
+    bool IsTreeShown() const { return treeShown_; }
+    /** Fills the tree when it opens; the default record source is shown when it closes. */
+    void ShowTree(bool shown);
+    /** Width that the tree had last, in logical pixels. */
+    int TreeWidth() const { return treeWidth_; }
+    void SetTreeWidth(int width);
+    ArchiveCategories& Categories() { return *categories_; }
+
+    /** Narrow leaves out the tree, the line of the selected title and the tool buttons. */
     void SetLayoutMode(LayoutMode mode);
-    /** The grid's context menu; the actions stay the caller's. */
-    void SetContextActions(const QList<QAction*>& actions);
+    /** One more group in the grid's context menu; the actions stay the caller's. */
+    void AddContextActions(const QList<QAction*>& actions);
 
     /** Text of the search box, changed without a search. */
     void SetSearchText(const QString& text);
@@ -58,8 +85,15 @@ Q_SIGNALS:
     /** The import dialog is wanted. */
     void ImportRequested();
     void CurrentTitleChanged();
+    /** Del in the grid. */
+    void DeleteRequested();
+    /** Ctrl+Z anywhere in the panel but in the search box, which takes back its own typing. */
+    void UndoRequested();
+    /** The tree was opened, closed or resized by the user. */
+    void TreeChanged();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -70,8 +104,13 @@ private:
     void BuildBody();
     void ConnectArchive();
     void ConnectGrid();
+    void ConnectTree();
+    bool IsTreeVisible() const { return treeShown_ && !treeFolded_; }
+    GridFilter Filter() const;
+    void ApplyTree();
     void ApplyLook();
     void QuickSearch(const QString& text);
+    bool ShowRows(const QString& statement, const QString& found);
     void ShowCount();
     void ShowFound();
     void ShowCurrentTitle();
@@ -82,15 +121,21 @@ private:
     QLabel* heading_;
     QLineEdit* search_; ///< `Text1`
     QAction* clearSearch_;
-    QLabel* found_; ///< `Label23`
-    QLabel* count_; ///< `lblAnzahl`
+    QLabel* found_;    ///< `Label23`
+    QLabel* count_;    ///< `lblAnzahl`
+    IconButton* tree_; ///< opens the tree
     QWidget* import_;
     QWidget* head_;
+    QSplitter* sides_;
     QStackedWidget* body_;
     ArchiveGrid* grid_;
     EmptyArchive* empty_;
     SelectedTitleLine* line_;
+    ArchiveCategories* categories_;
     QTimer countDelay_;
+    int treeWidth_ = 210;
+    bool treeShown_ = false;
+    bool treeFolded_ = false;
     LayoutMode mode_ = LayoutMode::Normal;
     bool settingSearch_ = false; ///< the program itself writes the search box
 };

@@ -1,6 +1,6 @@
 #include "archive/ui/FolderTree.h"
 
-#include "widgets/Icons.h"
+#include "archive/ui/TreeRowDelegate.h"
 #include "widgets/SkinStyle.h"
 
 #include <QEvent>
@@ -8,28 +8,10 @@
 #include <QHeaderView>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 
 namespace kalvo {
 
 namespace {
-
-class TableRowDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        return {QStyledItemDelegate::sizeHint(option, index).width(), SkinStyle::Units().TableRow()};
-    }
-
-protected:
-    /** An open folder would take the icon of a switched-on button. */
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        const Skin& skin = SkinStyle::Colours();
-        const bool selected = option->state & QStyle::State_Selected;
-        option->icon = Icons::Icon(QStringLiteral("folder"), selected ? skin.highlightText : skin.dim);
-    }
-};
 
 /** The program's own icon for every folder: no look-ups in themes or on slow shares. */
 class FolderModel : public QFileSystemModel {
@@ -38,7 +20,9 @@ public:
     int columnCount(const QModelIndex&) const override { return 1; }
     QVariant data(const QModelIndex& index, int role) const override {
         if (role == Qt::DecorationRole)
-            return Icons::Icon(QStringLiteral("folder"));
+            return {};
+        if (role == TreeRowDelegate::iconNameRole)
+            return QStringLiteral("folder");
         return QFileSystemModel::data(index, role);
     }
 };
@@ -50,7 +34,7 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent), folders_(new Folder
     folders_->setOption(QFileSystemModel::DontUseCustomDirectoryIcons);
     folders_->setRootPath(QString());
     setModel(folders_);
-    setItemDelegate(new TableRowDelegate(this));
+    setItemDelegate(new TreeRowDelegate(this));
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);

@@ -1,0 +1,57 @@
+#include "archive/ui/ArchiveCategories.h"
+
+#include "archive/CategoryLists.h"
+#include "archive/ui/CategoryTree.h"
+#include "archive/ui/ValueList.h"
+#include "archive/ui/frmExplorer.h"
+
+#include <utility>
+
+namespace kalvo {
+
+ArchiveCategories::ArchiveCategories(Archive& archive, const DataFolder& folder, QWidget& window)
+    : QObject(&window),
+      archive_(archive),
+      folder_(folder),
+      window_(window),
+      tree_(new CategoryTree(&window)),
+      valueList_(new ValueList(&window)) {
+    connect(tree_, &CategoryTree::CloseRequested, this, &ArchiveCategories::CloseRequested);
+    connect(tree_, &CategoryTree::ValueChosen, this, &ArchiveCategories::StatementChosen);
+    connect(tree_, &CategoryTree::RebuildRequested, this,
+            [this] { BuildCategoryLists([this] { FillArchiveTree(); }); });
+    connect(valueList_, &ValueList::EntryChosen, this,
+            [this](const QString& entry) { Q_EMIT StatementChosen(CategoryLists::Statement(listed_, entry)); });
+}
+
+void ArchiveCategories::FillArchiveTree() {
+    if (const auto nodes = ArchiveTree::Fill(folder_))
+        tree_->SetNodes(*nodes);
+    else
+        BuildCategoryLists([this] { FillArchiveTree(); });
+}
+
+void ArchiveCategories::OpenValueList(ArchiveField field, const QRect& head) {
+    if (!CategoryLists::Read(folder_, field))
+        return BuildCategoryLists([this, field, head] { OpenValueList(field, head); });
+    listed_ = field;
+    valueList_->Open(CategoryLists::Entries(folder_, field), head);
+}
+
+void ArchiveCategories::BuildCategoryLists(std::function<void()> then) {
+    then_ = std::move(then);
+    if (!builder_) {
+        builder_ = new frmExplorer(archive_, folder_, &window_);
+        builder_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(builder_, &frmExplorer::Built, this, [this] {
+            if (const auto next = std::exchange(then_, nullptr))
+                next();
+        });
+        builder_->show();
+        builder_->Start();
+    }
+    builder_->raise();
+    builder_->activateWindow();
+}
+
+} // namespace kalvo
