@@ -5,6 +5,7 @@
 #include "archive/ui/ImportFileModel.h"
 #include "archive/ui/MarkedFileDelegate.h"
 #include "archive/ui/MenuButton.h"
+#include "archive/ui/Named.h"
 #include "archive/ui/PassedOverList.h"
 #include "archive/ui/TagValues.h"
 #include "widgets/ElidedLabel.h"
@@ -28,13 +29,6 @@ QLabel* DimLabel(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setForegroundRole(QPalette::PlaceholderText);
     return label;
-}
-
-template<typename Widget>
-Widget* Named(Widget* widget, const QString& name, const QString& accessibleName) {
-    widget->setObjectName(name);
-    widget->setAccessibleName(accessibleName);
-    return widget;
 }
 
 } // namespace
