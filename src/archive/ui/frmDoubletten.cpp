@@ -1,0 +1,192 @@
+#include "archive/ui/frmDoubletten.h"
+
+#include "archive/ui/DuplicateModel.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/SkinStyle.h"
+#include "widgets/xMessageBox.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDateTime>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStringListModel>
+#include <QTableView>
+
+#include <algorithm>
+
+namespace kalvo {
+
+namespace {
+
+// The leading blanks are part of the captions.
+const QString kStart = QStringLiteral("      Suche starten");
+const QString kCancel = QStringLiteral("     Suche abbrechen");
+
+QString TimeText(const QDateTime& time) {
+    return time.isValid() ? time.toString(QStringLiteral("dd.MM.yyyy hh:mm:ss")) : QStringLiteral("unbekannt");
+}
+
+} // namespace
+
+frmDoubletten::~frmDoubletten() {
+    finder_->disconnect(this); // its last word would find half of the window gone
+}
+
+// ---- the search
+
+void frmDoubletten::StartOrCancel() {
+    if (finder_->IsRunning())
+        return finder_->Cancel();
+    found_->Clear();
+    shownNumbers_->setStringList({});
+    hint_->clear();
+    progress_->setValue(0);
+    progressText_->SetText(tr("Bitte warten ..."));
+    start_->setText(kCancel);
+    mode_->setEnabled(false);
+    finder_->Start(mode_->currentIndex() == 0 ? DuplicateMode::FileNames : DuplicateMode::TagTitles);
+}
+
+void frmDoubletten::ShowIdle(const QString& progress) {
+    start_->setText(kStart);
+    mode_->setEnabled(true);
+    progressText_->SetText(progress);
+}
+
+void frmDoubletten::ShowProgress(const QString& text, int percent) {
+    progressText_->SetText(text);
+    progress_->setValue(percent);
+}
+
+void frmDoubletten::End(const DuplicateReport& report) {
+    switch (report.outcome) {
+    case DuplicateReport::Outcome::Found: {
+        QStringList numbers;
+        for (const QList<TitleRecord>& group : report.groups) {
+            for (const TitleRecord& title : group)
+                numbers.append(QString::number(title.Nr));
+        }
+        shownNumbers_->setStringList(numbers);
+        found_->ShowGroups(report.groups);
+        FitColumns();
+        progress_->setValue(100);
+        hint_->setText(DuplicateTexts::Hint(
+            mode_->currentIndex() == 0 ? DuplicateMode::FileNames : DuplicateMode::TagTitles, report));
+        return ShowIdle(tr("Suche abgeschlossen  100%"));
+    }
+    case DuplicateReport::Outcome::StalePaths:
+        return ShowStale(report);
+    case DuplicateReport::Outcome::NoTitles:
+        return ShowIdle(tr("Suche nicht möglich"));
+    case DuplicateReport::Outcome::Cancelled:
+        found_->Clear();
+        progress_->setValue(0);
+        return ShowIdle(tr("Suche abgebrochen ..."));
+    case DuplicateReport::Outcome::Failed:
+        return ShowIdle(tr("Das Musikarchiv kann nicht gelesen werden."));
+    }
+}
+
+void frmDoubletten::ShowStale(const DuplicateReport& report) {
+    found_->ShowStale(report.stale);
+    FitColumns();
+    progress_->setValue(0);
+    ShowIdle({});
+    hint_->setText(DuplicateTexts::Hint(DuplicateMode::FileNames, report));
+    xMessageBox::Ask(this, tr("Hinweis"), DuplicateTexts::StaleMessage(static_cast<int>(report.stale.size())), {},
+                     xMessageBox::Sign::Warning);
+}
+
+/** A column takes what its texts need, but none the room of the others. */
+void frmDoubletten::FitColumns() {
+    QHeaderView* head = list_->horizontalHeader();
+    list_->resizeColumnsToContents();
+    head->resizeSection(DuplicateModel::Path, std::min(head->sectionSize(DuplicateModel::Path), width() * 3 / 5));
+    for (const int column : {DuplicateModel::Artist, DuplicateModel::Title})
+        head->resizeSection(column, std::min(head->sectionSize(column), SkinStyle::Units().Of(18)));
+}
+
+// ---- what is done with the rows
+
+QList<TitleRecord> frmDoubletten::Selected() const {
+    QList<TitleRecord> titles;
+    for (const QModelIndex& row : list_->selectionModel()->selectedRows()) {
+        if (found_->TitleAt(row.row()).Nr != 0)
+            titles.append(found_->TitleAt(row.row()));
+    }
+    return titles;
+}
+
+void frmDoubletten::ShowSelection() {
+    const bool any = list_->selectionModel()->hasSelection();
+    for (QAction* command : std::as_const(commands_))
+        command->setEnabled(any);
+}
+
+void frmDoubletten::DeleteFromArchive() {
+    Delete(Selected(), {});
+}
+
+void frmDoubletten::MoveToBin() {
+    QList<TitleRecord> moved;
+    QList<Trash::Item> files;
+    QStringList kept;
+    for (const TitleRecord& title : Selected()) {
+        if (const auto file = Trash::Move(title.Pfad)) {
+            moved.append(title);
+            files.append(*file);
+        } else {
+            kept.append(title.Pfad);
+        }
+    }
+    const QPointer<frmDoubletten> alive(this);
+    if (!moved.isEmpty())
+        Delete(moved, files);
+    if (alive && !kept.isEmpty()) {
+        xMessageBox::Ask(this, windowTitle(),
+                         tr("Diese Dateien konnten nicht in den Papierkorb verschoben werden:") + u'\n' +
+                             kept.mid(0, 10).join(u'\n') + (kept.size() > 10 ? QStringLiteral("\n...") : QString()),
+                         {}, xMessageBox::Sign::Warning);
+    }
+}
+
+/** Where the archive refuses, the files come back. */
+void frmDoubletten::Delete(const QList<TitleRecord>& titles, const QList<Trash::Item>& files) {
+    QList<qint64> numbers;
+    for (const TitleRecord& title : titles)
+        numbers.append(title.Nr);
+    const WriteResult deleted = archive_.DeleteTitles(numbers, files);
+    if (!deleted) {
+        for (const Trash::Item& file : files)
+            Trash::Restore(file);
+        xMessageBox::Ask(this, windowTitle(), deleted.reason, {}, xMessageBox::Sign::Warning);
+        return;
+    }
+    const int row = list_->currentIndex().row();
+    const int top = list_->rowAt(0);
+    found_->Remove({numbers.begin(), numbers.end()});
+    list_->scrollTo(found_->index(std::min(top, found_->rowCount() - 1), 0), QAbstractItemView::PositionAtTop);
+    if (row >= 0 && found_->rowCount() > 0)
+        list_->selectRow(std::min(row, found_->rowCount() - 1));
+    Q_EMIT Deleted();
+}
+
+void frmDoubletten::ShowFileInformation() {
+    const QModelIndex current = list_->currentIndex();
+    if (!current.isValid() || found_->TitleAt(current.row()).Nr == 0)
+        return;
+    const QFileInfo file(found_->TitleAt(current.row()).Pfad);
+    const QString text = file.exists()
+                             ? tr("Erstellt: ") + TimeText(file.birthTime()) + tr("\nZuletzt Geändert: ") +
+                                   TimeText(file.lastModified()) + tr("\nLetzter Zugriff: ") +
+                                   TimeText(file.lastRead()) + tr("\nDateigrösse: ") + DuplicateTexts::Size(file.size())
+                             : tr("Datei:\n%1\nist nicht mehr vorhanden!").arg(file.filePath());
+    xMessageBox::Ask(this, tr("Dateiinformation"), text, {});
+}
+
+} // namespace kalvo
