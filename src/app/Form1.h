@@ -16,6 +16,7 @@ class QSplitter;
 namespace kalvo {
 
 struct Desk;
+class ArchiveCommands;
 class ArchivePanel;
 class ConsolePanel;
 class ListBand;
@@ -87,6 +88,7 @@ private:
     ConsolePanel* console_ = nullptr;
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;
+    ArchiveCommands* archiveCommands_ = nullptr;
     StatusLine* status_ = nullptr;
     OptionCommands* options_ = nullptr;
     QPointer<frmTitelEinlesen> import_;

@@ -2,6 +2,7 @@
 
 #include "app/Form1.h"
 
+#include "app/ArchiveCommands.h"
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/ListBand.h"
@@ -55,6 +56,8 @@ void Form1::Build() {
     options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, console_->Mixing(), *this);
     connect(options_, &OptionCommands::LookChosen, this, &Form1::ShowStyle);
     connect(options_, &OptionCommands::OutputChosen, this, &Form1::ChooseDevice);
+    archiveCommands_ = new ArchiveCommands(desk_.archive, *archive_, actions_, values_, {lists_}, *this);
+    connect(archiveCommands_, &ArchiveCommands::Told, status_, &StatusLine::Tell);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

@@ -1,0 +1,209 @@
+#include "app/ArchiveCommands.h"
+
+#include "app/DeskActions.h"
+#include "app/WindowValues.h"
+#include "archive/Archive.h"
+#include "archive/ArchiveTexts.h"
+#include "archive/ui/ArchivePanel.h"
+#include "archive/ui/frmDoubletten.h"
+#include "archive/ui/frmSuchen.h"
+#include "archive/ui/frmTitelLoeschen.h"
+#include "widgets/xMessageBox.h"
+
+#include <QAction>
+#include <QFile>
+#include <QGuiApplication>
+
+namespace kalvo {
+
+namespace {
+
+const QString kYes = QStringLiteral("Ja");
+const QString kNo = QStringLiteral("Nein");
+
+void Present(QWidget& dialog) {
+    dialog.show();
+    dialog.raise();
+    dialog.activateWindow();
+}
+
+} // namespace
+
+ArchiveCommands::ArchiveCommands(Archive& archive, ArchivePanel& panel, DeskActions& actions, WindowValues& values,
+                                 QList<QWidget*> beside, QWidget& window)
+    : QObject(&window), archive_(archive), panel_(panel), beside_(std::move(beside)), window_(window) {
+    BuildMenus(actions);
+    KeepTree(values);
+    connect(&panel_, &ArchivePanel::DeleteRequested, this, &ArchiveCommands::DeleteMarkedTitles);
+    connect(&panel_, &ArchivePanel::UndoRequested, this, &ArchiveCommands::Undo);
+    connect(&archive_, &Archive::UndoChanged, this, &ArchiveCommands::ShowUndo);
+    ShowUndo();
+}
+
+ArchiveCommands::~ArchiveCommands() = default;
+
+template<typename Run>
+QAction* ArchiveCommands::Add(const QString& name, const QString& text, Run run) {
+    auto* action = new QAction(text, this);
+    action->setObjectName(name);
+    action->setAutoRepeat(false);
+    connect(action, &QAction::triggered, this, run);
+    return action;
+}
+
+void ArchiveCommands::BuildMenus(DeskActions& actions) {
+    // Keys that the panel answers itself stand in the text alone: elsewhere they mean something else.
+    undo_ = Add(QStringLiteral("MusikarchivRueckgaengig"), {}, [this] { Undo(); });
+    QAction* search = Add(QStringLiteral("Suchen"), QStringLiteral("&Suchen..."), [this] { ShowSearch(); });
+    search->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
+    QAction* duplicates =
+        Add(QStringLiteral("Doubletten"), QStringLiteral("&Doubletten suchen..."), [this] { ShowDuplicates(); });
+    QAction* marked =
+        Add(QStringLiteral("TitelAusMusikarchivlLoeschen"),
+            QStringLiteral("&Markierte Titel aus dem Musikarchiv löschen...\tEntf"), [this] { DeleteMarkedTitles(); });
+    QAction* one = Add(QStringLiteral("TitelMitDateiLoeschen"), QStringLiteral("Titel mit Da&tei löschen..."),
+                       [this] { DeleteOneTitle(); });
+    QAction* all = Add(QStringLiteral("AlleTitelAusMusikarchivLoeschen"),
+                       QStringLiteral("&Alle Titel aus dem Musikarchiv löschen..."), [this] { DeleteWholeArchive(); });
+    QAction* properties = Add(QStringLiteral("EigenschaftenMusikarchiv"), QStringLiteral("&Eigenschaften..."),
+                              [this] { ShowArchiveProperties(); });
+    QAction* full =
+        Add(QStringLiteral("MAVollansicht"), QStringLiteral("&Vollansicht"), [this](bool on) { ShowFullView(on); });
+    full->setCheckable(true);
+    full->setShortcut(QKeySequence(Qt::Key_F11));
+
+    QMenu& menu = *actions.archiveMenu;
+    menu.addSeparator();
+    menu.addActions({search, duplicates});
+    menu.addSeparator();
+    menu.addActions({marked, one, all});
+    menu.addSeparator();
+    menu.addActions({properties, full});
+    actions.editMenu->addSeparator();
+    actions.editMenu->addAction(undo_);
+    panel_.AddContextActions({marked, one});
+    panel_.AddContextActions({search, full});
+}
+
+/** The tree comes back as it was left, once there is an archive to build missing lists from. */
+void ArchiveCommands::KeepTree(WindowValues& values) {
+    panel_.SetTreeWidth(values.treeWidth);
+    connect(&archive_, &Archive::IndexReady, this, [this, &values] {
+        if (values.treeShown)
+            panel_.ShowTree(true);
+    });
+    connect(&panel_, &ArchivePanel::TreeChanged, this, [this, &values] {
+        values.treeShown = panel_.IsTreeShown();
+        values.treeWidth = panel_.TreeWidth();
+    });
+}
+
+bool ArchiveCommands::Delete(const QList<qint64>& numbers) {
+    const int row = archive_.RowOf(numbers.constFirst());
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const WriteResult deleted = archive_.DeleteTitles(numbers);
+    panel_.Refresh();
+    QGuiApplication::restoreOverrideCursor();
+    if (!deleted.reason.isEmpty())
+        Q_EMIT Told(deleted.reason);
+    if (deleted && row >= 0 && archive_.RowCount() > 0)
+        panel_.GoToRow(qMin(row, archive_.RowCount() - 1));
+    return deleted.done;
+}
+
+void ArchiveCommands::DeleteMarkedTitles() {
+    const QList<qint64> numbers = panel_.MarkedNumbers();
+    if (numbers.isEmpty())
+        return;
+    const QString answer =
+        xMessageBox::Ask(&window_, QStringLiteral("Löschen"),
+                         QStringLiteral("Achtung+++ Die markierten Titel aus dem Musikarchiv löschen? +++Achtung"),
+                         {kYes, kNo}, xMessageBox::Sign::Warning);
+    if (answer == kYes)
+        Delete(numbers);
+}
+
+void ArchiveCommands::DeleteOneTitle() {
+    const TitleRecord record = panel_.CurrentRecord();
+    if (record.Nr == 0)
+        return;
+    delete deletion_;
+    deletion_ = new frmTitelLoeschen(record.Pfad, &window_);
+    deletion_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(deletion_, &frmTitelLoeschen::Confirmed, this,
+            [this, nr = record.Nr, path = record.Pfad](bool withFile) { DeleteTitle(nr, path, withFile); });
+    Present(*deletion_);
+}
+
+void ArchiveCommands::DeleteTitle(qint64 nr, const QString& path, bool withFile) {
+    if (!Delete({nr}) || !withFile)
+        return;
+    QFile file(path);
+    if (!file.remove())
+        Q_EMIT Told(QStringLiteral("Die Datei konnte nicht gelöscht werden: ") + path);
+}
+
+void ArchiveCommands::DeleteWholeArchive() {
+    const auto sure = [this](const QString& question) {
+        return xMessageBox::Ask(&window_, QStringLiteral(" Löschen"), question,
+                                {kYes, kNo, QStringLiteral("Abbrechen")}, xMessageBox::Sign::Warning) == kYes;
+    };
+    if (sure(QStringLiteral("Achtung!!!, Das gesamte Musikarchiv löschen?")) &&
+        sure(QStringLiteral("Achtung+++ Sind Sie sicher? +++Achtung"))) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        const WriteResult deleted = archive_.DeleteAll();
+        panel_.Refresh();
+        QGuiApplication::restoreOverrideCursor();
+        if (!deleted.reason.isEmpty())
+            Q_EMIT Told(deleted.reason);
+    }
+    panel_.ShowCountText(ArchiveTexts::CountAfterDeleteAll());
+}
+
+void ArchiveCommands::Undo() {
+    if (!archive_.CanUndo())
+        return;
+    const QString what = archive_.UndoText();
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const WriteResult undone = archive_.Undo();
+    panel_.Refresh();
+    QGuiApplication::restoreOverrideCursor();
+    Q_EMIT Told(undone.reason.isEmpty() ? QStringLiteral("Wieder im Musikarchiv: ") + what : undone.reason);
+}
+
+void ArchiveCommands::ShowUndo() {
+    undo_->setEnabled(archive_.CanUndo());
+    const QString what = archive_.UndoText();
+    undo_->setText(QStringLiteral("&Rückgängig: Löschen aus dem Musikarchiv") +
+                   (what.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(what)) + QStringLiteral("\tStrg+Z"));
+}
+
+void ArchiveCommands::ShowArchiveProperties() {
+    xMessageBox::Ask(&window_, QStringLiteral(" Kalvo"), ArchiveTexts::Properties(archive_.Count()),
+                     {QStringLiteral("OK")});
+}
+
+void ArchiveCommands::ShowFullView(bool full) {
+    panel_.show(); // another part's full view may have hidden it
+    for (QWidget* part : beside_)
+        part->setVisible(!full);
+}
+
+void ArchiveCommands::ShowSearch() {
+    if (!search_) {
+        search_ = new frmSuchen(archive_, panel_, &window_);
+        search_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    Present(*search_);
+}
+
+void ArchiveCommands::ShowDuplicates() {
+    if (!duplicates_) {
+        duplicates_ = new frmDoubletten(archive_, &window_);
+        duplicates_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(duplicates_, &frmDoubletten::Deleted, &panel_, &ArchivePanel::Refresh);
+    }
+    Present(*duplicates_);
+}
+
+} // namespace kalvo
