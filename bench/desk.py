@@ -1,0 +1,238 @@
+#!/usr/bin/env python3
+"""What the whole program costs, window and all: start, memory and processor share with two decks playing.
+
+    bench/desk.py PROGRAM [--seconds 30]
+
+Prints each figure beside its target. Starts a screen (Xvfb) and a sound server (pulseaudio) of its own and makes its
+titles with lame; works on data folders of its own and leaves nothing behind.
+"""
+import argparse
+import array
+import contextlib
+import ctypes
+import math
+import os
+import pathlib
+import random
+import select
+import sqlite3
+import statistics
+import struct
+import subprocess
+import tempfile
+import time
+import wave
+
+TITLE_SECONDS = 240
+STARTS = 7
+WORDS = "Nacht Tanz Herz Stern Regen Feuer Traum Sommer Mond Wind Licht Stadt Fluss Sonne Farbe Weg".split()
+
+
+class Screen:
+    """An X display of its own; asked and worked through libX11 and libXtst."""
+
+    def __init__(self):
+        read, write = os.pipe()
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x800x24", "-nolisten",
+                                        "tcp", "-noreset"], pass_fds=[write], stderr=subprocess.DEVNULL)
+        os.close(write)
+        with open(read) as pipe:
+            number = pipe.readline().strip() if select.select([pipe], [], [], 20)[0] else ""
+        if not number:
+            raise SystemExit("Xvfb does not start")
+        self.name = ":" + number
+        self.x11 = ctypes.CDLL("libX11.so.6")
+        self.xtst = ctypes.CDLL("libXtst.so.6")
+        self.x11.XOpenDisplay.restype = ctypes.c_void_p
+        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.x11.XStringToKeysym.restype = ctypes.c_ulong
+        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(self.name.encode()))
+
+    def window(self):
+        """The window of at least 640 pixels' width that is on the screen; 0 for none."""
+        root, parent, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.c_uint()
+        children = ctypes.POINTER(ctypes.c_ulong)()
+        self.x11.XQueryTree(self.display, self.x11.XDefaultRootWindow(self.display), ctypes.byref(root),
+                            ctypes.byref(parent), ctypes.byref(children), ctypes.byref(count))
+        attributes = ctypes.create_string_buffer(256)  # XWindowAttributes: x, y, width, height ... map_state
+        found = 0
+        for index in range(count.value):
+            if self.x11.XGetWindowAttributes(self.display, ctypes.c_ulong(children[index]), attributes):
+                width = struct.unpack_from("i", attributes, 8)[0]
+                viewable = struct.unpack_from("i", attributes, 92)[0] == 2
+                found = children[index] if viewable and width >= 640 else found
+        if children:
+            self.x11.XFree(children)
+        return found
+
+    def press(self, key):
+        self.x11.XSetInputFocus(self.display, ctypes.c_ulong(self.window()), 1, ctypes.c_ulong(0))
+        code = self.x11.XKeysymToKeycode(self.display, ctypes.c_ulong(self.x11.XStringToKeysym(key.encode())))
+        for down in (1, 0):
+            self.xtst.XTestFakeKeyEvent(self.display, code, down, 0)
+        self.x11.XFlush(self.display)
+
+    def close(self):
+        self.server.terminate()
+        self.server.wait()
+
+
+class Sound:
+    """A sound server with one sink that nobody hears."""
+
+    def __init__(self, folder):
+        self.socket = folder / "native"
+        self.server = subprocess.Popen(
+            ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disable-shm=yes",
+             f"--load=module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
+             "--load=module-null-sink sink_name=bench rate=44100"],
+            stderr=subprocess.DEVNULL, env={**os.environ, "XDG_RUNTIME_DIR": str(folder), "HOME": str(folder)})
+        deadline = time.monotonic() + 20
+        while not self.socket.exists():
+            if time.monotonic() > deadline:
+                raise SystemExit("pulseaudio does not start")
+            time.sleep(0.02)
+
+    def peak(self):
+        """The loudest sample of the next second, 0..1."""
+        recorder = subprocess.Popen(["parec", f"--server=unix:{self.socket}", "--raw", "--device=bench.monitor",
+                                     "--format=s16le"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        samples = array.array("h", recorder.stdout.read(4 * 44100))
+        recorder.kill()
+        recorder.wait()
+        return max(abs(sample) for sample in samples) / 32768
+
+    def close(self):
+        self.server.terminate()
+        self.server.wait()
+
+
+class Program:
+    """The running program; times in seconds."""
+
+    def __init__(self, binary, data, screen, sound):
+        environment = {**os.environ, "DISPLAY": screen.name, "QT_QPA_PLATFORM": "xcb", "SDL_AUDIODRIVER": "pulseaudio",
+                       "PULSE_SERVER": f"unix:{sound.socket}"}
+        begin = time.monotonic()
+        self.process = subprocess.Popen([binary, "--datenordner", data, "--ohne-startauswahl"], env=environment,
+                                        stderr=subprocess.DEVNULL)
+        while not screen.window():
+            if self.process.poll() is not None or time.monotonic() - begin > 60:
+                raise SystemExit("the window does not come")
+            time.sleep(0.002)
+        self.start = time.monotonic() - begin
+
+    def processor(self):
+        if self.process.poll() is not None:
+            raise SystemExit("the program has ended")
+        fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def resident(self):
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
+        return int(status.split("VmRSS:")[1].split()[0]) / 1024
+
+    def share(self, seconds):
+        """Percent of one core over the next seconds."""
+        processor, begin = self.processor(), time.monotonic()
+        time.sleep(seconds)
+        return 100 * (self.processor() - processor) / (time.monotonic() - begin)
+
+    def close(self):
+        self.process.kill()
+        self.process.wait()
+
+
+def make_title(folder, name, frequency):
+    """A chord with noise, so that meters and decoder have something to do."""
+    source = folder / "a.wav"
+    noise = random.Random(1)
+    second = []
+    for frame in range(44100):
+        tone = 0.2 * math.sin(2 * math.pi * frequency * frame / 44100) + 0.05 * noise.uniform(-1, 1)
+        second.append(struct.pack("<hh", int(32767 * tone), int(24000 * tone)))
+    with wave.open(str(source), "wb") as out:
+        out.setparams((2, 2, 44100, 0, "NONE", ""))
+        out.writeframes(b"".join(second) * TITLE_SECONDS)
+    target = folder / name
+    subprocess.run(["lame", "--quiet", "-b", "192", str(source), str(target)], check=True)
+    source.unlink()
+    return target
+
+
+def fill(binary, data, titles, count):
+    """A data folder with an archive of so many titles and one title in each list."""
+    empty = data.parent / "leer"
+    empty.mkdir(exist_ok=True)
+    subprocess.run([binary, "--datenordner", data, "--einlesen", empty], check=True, stdout=subprocess.DEVNULL)
+    chance = random.Random(2)
+
+    def text(words):
+        return " ".join(chance.choice(WORDS) for _ in range(words))
+
+    with contextlib.closing(sqlite3.connect(data / "Musikarchiv" / "default.mav")) as archive:
+        rows = ((text(3), text(2), text(2), "Pop", "03:45", "1999", f"/musik/{text(1)}/{text(2)}/{number}.mp3",
+                 text(4), "", str(number % 20), "120", "") for number in range(count))
+        archive.executemany("INSERT INTO Daten (Titel, Interpret, Album, Stil, Zeit, Jahr, Pfad, Extra1, Extra2, Extra3,"
+                            " Extra4, Bewertung) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)", rows)
+        archive.commit()
+    (data / "Wiedergabeliste").mkdir(exist_ok=True)
+    fields = "Titel Interpret Album Bewertung Stil Zeit Jahr Pfad Extra1 Extra2 Extra3 Extra4".split()
+    with contextlib.closing(sqlite3.connect(data / "Wiedergabeliste" / "default.mav")) as lists:
+        for number, title in enumerate(titles, 1):
+            lists.execute(f"CREATE TABLE IF NOT EXISTS Player{number} (Nr INTEGER PRIMARY KEY AUTOINCREMENT, "
+                          + ", ".join(f"{field} TEXT" for field in fields) + ")")
+            lists.execute(f"INSERT INTO Player{number} (Titel, Interpret, Zeit, Extra4, Extra1, Pfad)"
+                          " VALUES (?, 'Bench', '04:00', '1', '', ?)", (title.stem, str(title)))
+        lists.commit()
+
+
+def report(what, value, unit, target):
+    verdict = "" if value <= target else "  OVER"
+    print(f"{what:<58}{value:8.2f} {unit:<10} target {target:g} {unit}{verdict}", flush=True)
+
+
+def measure(binary, folder, count, memory, seconds, screen, sound, titles):
+    data = folder / f"Kalvo{count}"
+    fill(binary, data, titles, count)
+    starts = []
+    for _ in range(STARTS):
+        program = Program(binary, data, screen, sound)
+        starts.append(program.start)
+        time.sleep(0.5)
+        program.close()
+    report(f"{count} titles: start to window, median of {STARTS}", statistics.median(starts), "s", 0.3)
+    program = Program(binary, data, screen, sound)
+    try:
+        time.sleep(3)
+        print(f"{count} titles: nothing playing{'':<31}{program.share(10):8.2f} % of a core", flush=True)
+        peaks = []
+        for key in ("F1", "F5"):
+            screen.press(key)
+            time.sleep(2)
+            peaks.append(sound.peak())
+        if not 0 < 1.3 * peaks[0] < peaks[1]:
+            raise SystemExit(f"the decks do not play: {peaks}")
+        report(f"{count} titles: two decks playing, window visible", program.share(seconds), "% of a core", 4)
+        report(f"{count} titles: resident memory, two decks playing", program.resident(), "MB", memory)
+    finally:
+        program.close()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("program", type=lambda name: str(pathlib.Path(name).resolve()))
+    parser.add_argument("--seconds", type=float, default=30, help="of the measurement while playing")
+    arguments = parser.parse_args()
+    with tempfile.TemporaryDirectory() as name, contextlib.ExitStack() as stack:
+        folder = pathlib.Path(name)
+        screen, sound = Screen(), Sound(folder)
+        stack.callback(sound.close)
+        stack.callback(screen.close)
+        titles = [make_title(folder, "eins.mp3", 330), make_title(folder, "zwei.mp3", 440)]
+        for count, memory in ((5000, 90), (100000, 120)):
+            measure(arguments.program, folder, count, memory, arguments.seconds, screen, sound, titles)
+
+
+if __name__ == "__main__":
+    main()
