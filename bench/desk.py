@@ -7,6 +7,7 @@ Prints each figure beside its target. Starts a screen (Xvfb) and a sound server 
 titles with lame; works on data folders of its own and leaves nothing behind.
 """
 import argparse
+import array
 import contextlib
 import ctypes
 import math
@@ -47,24 +48,25 @@ class Screen:
         self.x11.XStringToKeysym.restype = ctypes.c_ulong
         self.display = ctypes.c_void_p(self.x11.XOpenDisplay(self.name.encode()))
 
-    def shows_window(self):
-        """Whether a window of at least 640 pixels' width is on the screen."""
+    def window(self):
+        """The window of at least 640 pixels' width that is on the screen; 0 for none."""
         root, parent, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.c_uint()
         children = ctypes.POINTER(ctypes.c_ulong)()
         self.x11.XQueryTree(self.display, self.x11.XDefaultRootWindow(self.display), ctypes.byref(root),
                             ctypes.byref(parent), ctypes.byref(children), ctypes.byref(count))
         attributes = ctypes.create_string_buffer(256)  # XWindowAttributes: x, y, width, height ... map_state
-        shown = False
+        found = 0
         for index in range(count.value):
             if self.x11.XGetWindowAttributes(self.display, ctypes.c_ulong(children[index]), attributes):
                 width = struct.unpack_from("i", attributes, 8)[0]
                 viewable = struct.unpack_from("i", attributes, 92)[0] == 2
-                shown = shown or (viewable and width >= 640)
+                found = children[index] if viewable and width >= 640 else found
         if children:
             self.x11.XFree(children)
-        return shown
+        return found
 
     def press(self, key):
+        self.x11.XSetInputFocus(self.display, ctypes.c_ulong(self.window()), 1, ctypes.c_ulong(0))
         code = self.x11.XKeysymToKeycode(self.display, ctypes.c_ulong(self.x11.XStringToKeysym(key.encode())))
         for down in (1, 0):
             self.xtst.XTestFakeKeyEvent(self.display, code, down, 0)
@@ -91,6 +93,15 @@ class Sound:
                 raise SystemExit("pulseaudio does not start")
             time.sleep(0.02)
 
+    def peak(self):
+        """The loudest sample of the next second, 0..1."""
+        recorder = subprocess.Popen(["parec", f"--server=unix:{self.socket}", "--raw", "--device=bench.monitor",
+                                     "--format=s16le"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        samples = array.array("h", recorder.stdout.read(4 * 44100))
+        recorder.kill()
+        recorder.wait()
+        return max(abs(sample) for sample in samples) / 32768
+
     def close(self):
         self.server.terminate()
         self.server.wait()
@@ -105,7 +116,7 @@ class Program:
         begin = time.monotonic()
         self.process = subprocess.Popen([binary, "--datenordner", data, "--ohne-startauswahl"], env=environment,
                                         stderr=subprocess.DEVNULL)
-        while not screen.shows_window():
+        while not screen.window():
             if self.process.poll() is not None or time.monotonic() - begin > 60:
                 raise SystemExit("the window does not come")
             time.sleep(0.002)
@@ -195,10 +206,13 @@ def measure(binary, folder, count, memory, seconds, screen, sound, titles):
     try:
         time.sleep(3)
         print(f"{count} titles: nothing playing{'':<31}{program.share(10):8.2f} % of a core", flush=True)
+        peaks = []
         for key in ("F1", "F5"):
             screen.press(key)
-            time.sleep(1)
-        time.sleep(2)
+            time.sleep(2)
+            peaks.append(sound.peak())
+        if not 0 < 1.3 * peaks[0] < peaks[1]:
+            raise SystemExit(f"the decks do not play: {peaks}")
         report(f"{count} titles: two decks playing, window visible", program.share(seconds), "% of a core", 4)
         report(f"{count} titles: resident memory, two decks playing", program.resident(), "MB", memory)
     finally:

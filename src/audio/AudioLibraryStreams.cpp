@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::uint64_t kBytesPerFrame = 4;
 constexpr int kOpenPatience = 3000; // ms
+constexpr std::chrono::minutes kMeasurePatience{1};
 
 } // namespace
 
@@ -73,6 +74,8 @@ ErrorCode AudioLibraryImpl::MakeChannel(Handle stream, Opening opening) {
     const int rate = opening.source->Format().sampleRate;
     if (rate < SourceReader::kLowestFrequency || rate > SourceReader::kMostSpeed * port.TheBus().SampleRate())
         return ErrorCode::Format;
+    if (port.Offline()) // its time is faster than the measuring
+        opening.source->AwaitLength(kMeasurePatience);
     auto channel = std::make_unique<Channel>(opening.output, port, std::move(opening.source));
     const ErrorCode error = channel->Join();
     if (error == ErrorCode::None)

@@ -14,6 +14,7 @@ public:
     const SourceFormat& Format() const override { return stream_->Format(); }
     std::int64_t Frames() const override { return stream_->Frames(); }
     int Bitrate() const override { return stream_->Bitrate(); }
+    void AwaitLength(std::chrono::milliseconds timeout) override { stream_->AwaitLength(timeout); }
     void Seek(std::int64_t frame) override { stream_->Seek(frame); }
     std::size_t Read(float* stereo, std::size_t frames) override { return stream_->Read(stereo, frames); }
     std::size_t Available() const override { return stream_->Available(); }

@@ -19,6 +19,7 @@ public:
     virtual const SourceFormat& Format() const = 0;
     virtual std::int64_t Frames() const { return Format().frames; }
     virtual int Bitrate() const { return Format().bitrate; }
+    virtual void AwaitLength(std::chrono::milliseconds /*timeout*/) {}
     virtual void Seek(std::int64_t frame) = 0;
     virtual std::size_t Read(float* stereo, std::size_t frames) = 0;
     virtual std::size_t Available() const = 0;

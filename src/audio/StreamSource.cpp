@@ -52,6 +52,8 @@ struct StreamSource::Shared {
     ErrorCode OpenFile();
     void StartMeasuring();
     void Measure();
+    void ReadToTheEnd();
+    void SetUnmeasured(bool value);
     void Decode();
     bool AwaitWork(std::uint64_t generation);
     std::uint64_t FollowSeek();
@@ -80,6 +82,7 @@ struct StreamSource::Shared {
     ErrorCode error = ErrorCode::None;
     std::int64_t target = 0; // of the wanted generation
     bool hungry = false;     // somebody waits for frames: no rest
+    bool unmeasured = false; // by the decoder thread, then the measuring thread
     bool stop = false;
 
     std::unique_ptr<ReadAheadFile> measured; // made by the decoder thread, used by the measuring thread
@@ -140,20 +143,34 @@ ErrorCode StreamSource::Shared::OpenFile() {
 /** What fails here, and in Measure(), leaves the estimate; playing finds the end by itself. */
 void StreamSource::Shared::StartMeasuring() try {
     measured = std::make_unique<ReadAheadFile>(std::move(another));
+    SetUnmeasured(true);
     measuring = std::thread([this] { Measure(); });
 } catch (const std::exception&) { // no further thread
-    return;
+    SetUnmeasured(false);
 }
 
-void StreamSource::Shared::Measure() try {
+void StreamSource::Shared::Measure() {
+    try {
+        ReadToTheEnd();
+    } catch (const std::exception&) { // no memory
+        measured->Cancel();
+    }
+    SetUnmeasured(false);
+}
+
+void StreamSource::Shared::SetUnmeasured(bool value) {
+    const std::lock_guard lock(mutex);
+    unmeasured = value;
+    news.notify_all();
+}
+
+void StreamSource::Shared::ReadToTheEnd() {
     if (!measured->WaitUntilOpen())
         return;
     if (const auto exact = OpenDecoder(*measured, LengthNeed::Exact)) {
         frames = exact->Format().frames;
         bitrate = exact->Format().bitrate;
     }
-} catch (const std::exception&) { // no memory
-    return;
 }
 
 void StreamSource::Shared::Decode() {
@@ -257,6 +274,11 @@ std::int64_t StreamSource::Frames() const {
 
 int StreamSource::Bitrate() const {
     return shared_->bitrate;
+}
+
+void StreamSource::AwaitLength(std::chrono::milliseconds timeout) {
+    std::unique_lock lock(shared_->mutex);
+    TimedWait(shared_->news, lock, timeout, [this] { return !shared_->unmeasured; });
 }
 
 void StreamSource::Seek(std::int64_t frame) {

@@ -42,6 +42,8 @@ public:
     /** Length in frames and average rate in kbit/s: of a long file an estimate until it has been measured. */
     std::int64_t Frames() const;
     int Bitrate() const;
+    /** Waits until the file has been measured, where that is under way. */
+    void AwaitLength(std::chrono::milliseconds timeout);
 
     /** Drops what is decoded and goes on at this frame; returns at once. */
     void Seek(std::int64_t frame);

@@ -148,9 +148,7 @@ TEST(StreamSource, ALongTitlePlaysBeforeItsLengthIsKnown) {
     ASSERT_TRUE(whole.decoder);
     const std::int64_t exact = whole.decoder->Format().frames;
     EXPECT_NE(estimate, exact);
-    const auto end = std::chrono::steady_clock::now() + kPatience;
-    while (source->Frames() != exact && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(milliseconds(5));
+    source->AwaitLength(kPatience);
     EXPECT_EQ(source->Frames(), exact);
     EXPECT_EQ(source->Bitrate(), whole.decoder->Format().bitrate);
     source->Seek(exact - 1000);

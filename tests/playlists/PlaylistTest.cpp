@@ -54,6 +54,12 @@ TEST_F(PlaylistTest, MovesRowsTogetherInTheirOrder) {
     }
 }
 
+TEST_F(PlaylistTest, EntriesCanBeTakenByTheMouseAndNothingElse) {
+    list.Append(EntriesOf("ab"));
+    EXPECT_TRUE(list.flags(list.index(1, Playlist::Title)).testFlag(Qt::ItemIsDragEnabled));
+    EXPECT_FALSE(list.flags({}).testFlag(Qt::ItemIsDragEnabled));
+}
+
 TEST_F(PlaylistTest, RemovingTakesTheRedMarkAlong) {
     list.Append(EntriesOf("abcde"));
     list.SetCurrent(3);
