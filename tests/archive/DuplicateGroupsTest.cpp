@@ -106,7 +106,7 @@ TEST(DuplicateGroupsTest, AllAtOnceGivesWhatOneSearchPerTitleGives) {
     };
     std::size_t groups = 0;
     for (const auto& pieces : alphabets)
-        for (unsigned seed = 0; seed < 900; ++seed) {
+        for (unsigned seed = 0; seed < 500; ++seed) {
             SmallArchive archive(seed, pieces);
             for (const DuplicateMode mode : {DuplicateMode::FileNames, DuplicateMode::TagTitles}) {
                 const auto expected = archive.TitleByTitle(mode);
@@ -114,7 +114,7 @@ TEST(DuplicateGroupsTest, AllAtOnceGivesWhatOneSearchPerTitleGives) {
                 groups += expected.size();
             }
         }
-    EXPECT_GT(groups, 5000U);
+    EXPECT_GT(groups, 2000U);
 }
 
 TEST(DuplicateGroupsTest, ManyTitlesOfOneKindStayCheap) {
