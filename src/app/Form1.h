@@ -20,6 +20,8 @@ class ArchivePanel;
 class ConsolePanel;
 class ListBand;
 class StatusLine;
+class TagCommands;
+class WatchCommands;
 class frmTitelEinlesen;
 
 /**
@@ -83,6 +85,8 @@ private:
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;
     StatusLine* status_ = nullptr;
+    TagCommands* tags_ = nullptr;
+    WatchCommands* watch_ = nullptr;
     QPointer<frmTitelEinlesen> import_;
     QTimer* timer1_;  ///< hand-over, 100 ms
     QTimer* timeDj_;  ///< fade, interval = fade speed

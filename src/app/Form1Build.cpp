@@ -6,7 +6,10 @@
 #include "app/Desk.h"
 #include "app/ListBand.h"
 #include "app/StatusLine.h"
+#include "app/TagCommands.h"
+#include "app/WatchCommands.h"
 #include "archive/ui/ArchivePanel.h"
+#include "archive/ui/frmTitelEinlesen.h"
 #include "playback/ui/MixerPanel.h"
 
 #include <QMenuBar>
@@ -48,6 +51,8 @@ void Form1::Build() {
     console_->SetCaption([this](int player) { return lists_->Caption(player); });
     archive_->SetContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
                                  actions_.selectAllTitles, actions_.importTitles});
+    tags_ = new TagCommands(desk_, actions_, listActions_, *archive_, *lists_, *this);
+    watch_ = new WatchCommands(desk_, actions_, this);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
@@ -104,6 +109,11 @@ void Form1::ConnectMixing() {
 }
 
 void Form1::ConnectArchive() {
+    connect(watch_, &WatchCommands::Message, status_, &StatusLine::Tell);
+    connect(watch_, &WatchCommands::ImportRequested, this, [this](const QStringList& files) {
+        ImportTitles();
+        import_->Offer(files);
+    });
     connect(archive_, &ArchivePanel::ImportRequested, this, &Form1::ImportTitles);
     connect(archive_, &ArchivePanel::TitleActivated, this,
             [this](const TitleRecord& title) { listActions_.AddTitles(listActions_.ActiveList(), {title}); });
