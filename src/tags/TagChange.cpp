@@ -12,6 +12,7 @@
 #include <xiphcomment.h>
 
 #include <memory>
+#include <utility>
 
 namespace kalvo {
 
@@ -47,18 +48,6 @@ TagLib::ByteVector LanguageOf(const TagComment& comment) {
     return letters.size() == 3 ? Bytes(letters) : TagLib::ByteVector("XXX", 3);
 }
 
-/** Plain comments may stand in several languages: only the first, which is the one that is shown, is replaced. */
-template<typename Comments, typename DescriptionOf, typename Remove>
-void RemoveReplaced(const Comments& comments, const QString& description, DescriptionOf descriptionOf, Remove remove) {
-    for (const auto& comment : comments) {
-        if (descriptionOf(comment) != description)
-            continue;
-        remove(comment);
-        if (description.isEmpty())
-            return;
-    }
-}
-
 void SetText(TagLib::ID3v2::Tag& tag, const TagChange& change) {
     const QString& text = change.comment.text;
     tag.removeFrames(IdOf(change.frame));
@@ -79,14 +68,17 @@ void AddTold(TagLib::ID3v2::Tag& tag, const TagComment& comment) {
     tag.addFrame(frame.release());
 }
 
+/** Plain comments may stand in several languages: only the first, which is the one that is shown, is replaced. */
 void AddComment(TagLib::ID3v2::Tag& tag, const TagComment& comment) {
-    const auto descriptionOf = [](TagLib::ID3v2::Frame* frame) {
-        const auto* told = dynamic_cast<TagLib::ID3v2::CommentsFrame*>(frame);
-        return told != nullptr ? FromTag(told->description()) : QStringLiteral("?");
-    };
     const TagLib::ID3v2::FrameList old = tag.frameList("COMM"); // a copy: frames are taken out meanwhile
-    RemoveReplaced(old, comment.description, descriptionOf,
-                   [&tag](TagLib::ID3v2::Frame* frame) { tag.removeFrame(frame); });
+    for (TagLib::ID3v2::Frame* frame : old) {
+        const auto* told = dynamic_cast<TagLib::ID3v2::CommentsFrame*>(frame);
+        if (told == nullptr || FromTag(told->description()) != comment.description)
+            continue;
+        tag.removeFrame(frame);
+        if (comment.description.isEmpty())
+            break;
+    }
     if (!comment.text.isEmpty())
         AddTold<TagLib::ID3v2::CommentsFrame>(tag, comment);
 }

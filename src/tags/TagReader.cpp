@@ -18,8 +18,6 @@
 #include <textidentificationframe.h>
 #include <unsynchronizedlyricsframe.h>
 
-#include <cmath>
-
 namespace kalvo {
 
 namespace {
@@ -62,7 +60,6 @@ QString ModeText(TagLib::MPEG::Header::ChannelMode mode) {
     return modes.value(mode);
 }
 
-/** A frame of its own kind; false when it is none of those that are read. */
 void ReadFrame(TagData& data, const TagLib::ID3v2::Frame* frame) {
     using namespace TagLib::ID3v2;
     if (const auto* user = dynamic_cast<const UserTextIdentificationFrame*>(frame)) {

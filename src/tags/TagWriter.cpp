@@ -2,7 +2,6 @@
 
 #include "tags/FileReplacement.h"
 #include "tags/SoundContent.h"
-#include "tags/TagReader.h"
 #include "tags/TagText.h"
 
 #include <QFile>
@@ -13,7 +12,7 @@
 #include <taglib/opusfile.h>
 #include <taglib/vorbisfile.h>
 
-#include <cmath>
+#include <algorithm>
 
 namespace kalvo {
 
