@@ -4,6 +4,7 @@
 #include "app/Desk.h"
 #include "app/ListBand.h"
 #include "app/StatusLine.h"
+#include "app/WatchCommands.h"
 #include "archive/ui/ArchivePanel.h"
 #include "archive/ui/frmTitelEinlesen.h"
 #include "playback/OutputChoice.h"
@@ -312,6 +313,7 @@ void Form1::ImportTitles() {
         import_ =
             new frmTitelEinlesen(desk_.archive, values_.importFolder.isEmpty() ? music : values_.importFolder, this);
         import_->setAttribute(Qt::WA_DeleteOnClose);
+        import_->ShowWatched(watch_->Folders());
         connect(import_, &frmTitelEinlesen::Finished, this, [this] {
             values_.importFolder = import_->Folder();
             archive_->Refresh();

@@ -23,6 +23,8 @@ class ListBand;
 class OptionCommands;
 class NoticeBar;
 class StatusLine;
+class TagCommands;
+class WatchCommands;
 class frmTitelEinlesen;
 
 /**
@@ -91,6 +93,8 @@ private:
     ArchiveCommands* archiveCommands_ = nullptr;
     StatusLine* status_ = nullptr;
     OptionCommands* options_ = nullptr;
+    TagCommands* tags_ = nullptr;
+    WatchCommands* watch_ = nullptr;
     QPointer<frmTitelEinlesen> import_;
     QTimer* timer1_;  ///< hand-over, 100 ms
     QTimer* timeDj_;  ///< fade, interval = fade speed

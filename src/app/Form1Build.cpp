@@ -9,7 +9,10 @@
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
 #include "app/StatusLine.h"
+#include "app/TagCommands.h"
+#include "app/WatchCommands.h"
 #include "archive/ui/ArchivePanel.h"
+#include "archive/ui/frmTitelEinlesen.h"
 #include "playback/ui/MixerPanel.h"
 
 #include <QMenuBar>
@@ -58,6 +61,8 @@ void Form1::Build() {
     connect(options_, &OptionCommands::OutputChosen, this, &Form1::ChooseDevice);
     archiveCommands_ = new ArchiveCommands(desk_.archive, *archive_, actions_, values_, {lists_}, *this);
     connect(archiveCommands_, &ArchiveCommands::Told, status_, &StatusLine::Tell);
+    tags_ = new TagCommands(desk_, actions_, listActions_, *archive_, *lists_, *this);
+    watch_ = new WatchCommands(desk_, actions_, this);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
@@ -116,6 +121,11 @@ void Form1::ConnectMixing() {
 }
 
 void Form1::ConnectArchive() {
+    connect(watch_, &WatchCommands::Message, status_, &StatusLine::Tell);
+    connect(watch_, &WatchCommands::ImportRequested, this, [this](const QStringList& files) {
+        ImportTitles();
+        import_->Offer(files);
+    });
     connect(archive_, &ArchivePanel::ImportRequested, this, &Form1::ImportTitles);
     connect(archive_, &ArchivePanel::TitleActivated, this,
             [this](const TitleRecord& title) { listActions_.AddTitles(listActions_.ActiveList(), {title}); });

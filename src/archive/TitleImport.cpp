@@ -16,8 +16,9 @@ constexpr int kTurnMilliseconds = 8;
 /** Files read ahead. */
 constexpr int kAhead = 512;
 
-/** Texts of tags are cut so that no file is lost to a long one; a path is not. */
-void CutTexts(TitleRecord& record) {
+} // namespace
+
+void CutTagTexts(TitleRecord& record) {
     for (const ArchiveField field : kTextFields) {
         QString& text = FieldPlace(record, field);
         if (field == ArchiveField::Pfad || text.size() <= kMaximumFieldLength)
@@ -26,8 +27,6 @@ void CutTexts(TitleRecord& record) {
         text.truncate(kMaximumFieldLength - (splits ? 1 : 0));
     }
 }
-
-} // namespace
 
 QString ImportReport::Text() const {
     return u"%1 von %2 Songs hinzugefügt, %3 Titel waren bereits vorhanden"_s.arg(added).arg(marked).arg(present);
@@ -122,7 +121,7 @@ void TitleImport::TakeFile(const QString& path, std::optional<ReadTitle> title) 
         report_.passedOver.append({path, title->reason});
     } else {
         record = *std::move(title->record);
-        CutTexts(record);
+        CutTagTexts(record);
         if (const WriteResult written = archive_.AddTitle(record); written)
             ++report_.added;
         else

@@ -12,6 +12,9 @@
 
 namespace kalvo {
 
+/** Texts of tags are cut to what a field holds, so that no file is lost to a long one; a path is not. */
+void CutTagTexts(TitleRecord& record);
+
 struct ImportReport {
     int marked = 0;  ///< files given
     int added = 0;   ///< N

@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cstdio>
+
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
@@ -40,6 +42,22 @@ bool WriteAtomically(const QString& path, const QByteArray& bytes) {
         return false;
     SyncFolder(QFileInfo(QFileInfo(path).canonicalFilePath()).path());
     return true;
+}
+
+bool ReplaceFile(const QString& replacement, const QString& path) {
+#ifdef Q_OS_UNIX
+    const QByteArray from = QFile::encodeName(replacement);
+    const int handle = ::open(from.constData(), O_RDONLY | O_CLOEXEC);
+    const bool synced = handle >= 0 && ::fsync(handle) == 0;
+    if (handle >= 0)
+        ::close(handle);
+    if (!synced || std::rename(from.constData(), QFile::encodeName(path).constData()) != 0)
+        return false;
+    SyncFolder(QFileInfo(path).path());
+    return true;
+#else
+    return QFile::remove(path) && QFile::rename(replacement, path);
+#endif
 }
 
 } // namespace kalvo

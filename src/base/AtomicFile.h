@@ -12,4 +12,10 @@ namespace kalvo {
  */
 bool WriteAtomically(const QString& path, const QByteArray& bytes);
 
+/**
+ * Puts a complete file, which lies in the same folder, in the place of another one: synced, renamed, folder synced.
+ * False with both in place when anything fails. Any thread.
+ */
+bool ReplaceFile(const QString& replacement, const QString& path);
+
 } // namespace kalvo

@@ -173,6 +173,23 @@ void Playlist::SetInfo(int row, const QString& info) {
     Q_EMIT Changed();
 }
 
+void Playlist::SetPath(int row, const QString& path) {
+    if (row < 0 || row >= Count())
+        return;
+    entries_[row].path = path;
+    RowChanged(row);
+    Q_EMIT Changed();
+}
+
+void Playlist::SetTexts(int row, const QString& title, const QString& artist) {
+    if (row < 0 || row >= Count())
+        return;
+    entries_[row].title = title;
+    entries_[row].artist = artist;
+    RowChanged(row);
+    Q_EMIT Changed();
+}
+
 void Playlist::Shuffle() {
     for (PlaylistEntry& entry : entries_)
         entry.shuffleKey = FreshShuffleKey();

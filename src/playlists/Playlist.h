@@ -58,6 +58,10 @@ public:
     /** Only where the mark is set. */
     void UnmarkPlayNext(int row);
     void SetInfo(int row, const QString& info);
+    /** The file is somewhere else now. */
+    void SetPath(int row, const QString& path);
+    /** The file's tags have changed. */
+    void SetTexts(int row, const QString& title, const QString& artist);
 
     /** Fresh keys for all, then sorted by the keys as text; sorting stays on. */
     void Shuffle();

@@ -5,7 +5,6 @@
 #include <QRegularExpression>
 
 #include <id3v1genres.h>
-#include <id3v1tag.h>
 #include <id3v2tag.h>
 
 namespace kalvo::TagText {
@@ -13,17 +12,8 @@ namespace kalvo::TagText {
 namespace {
 
 TagLib::String Decode(const TagLib::ByteVector& data) {
-    const QString text = AnsiText::Decode(QByteArray(data.data(), static_cast<qsizetype>(data.size())));
-    return {text.toUtf8().constData(), TagLib::String::UTF8};
+    return ToTag(AnsiText::Decode(QByteArray(data.data(), static_cast<qsizetype>(data.size()))));
 }
-
-class AnsiId3v1 final : public TagLib::ID3v1::StringHandler {
-public:
-    TagLib::String parse(const TagLib::ByteVector& data) const override {
-        const int end = data.find('\0');
-        return Decode(end < 0 ? data : data.mid(0, static_cast<unsigned>(end))).stripWhiteSpace();
-    }
-};
 
 class AnsiId3v2 final : public TagLib::ID3v2::Latin1StringHandler {
 public:
@@ -40,6 +30,28 @@ QString FromTag(const TagLib::String& text) {
     return result;
 }
 
+TagLib::String ToTag(const QString& text) {
+    return {text.toUtf8().constData(), TagLib::String::UTF8};
+}
+
+int GenreCount() {
+    static const int count = static_cast<int>(TagLib::ID3v1::genreList().size());
+    return count;
+}
+
+QString GenreAt(int index) {
+    return index >= 0 && index < GenreCount() ? FromTag(TagLib::ID3v1::genre(index)) : QString();
+}
+
+int GenreIndex(const QString& name) {
+    constexpr int none = 255;
+    for (int index = 0; index < GenreCount(); ++index) {
+        if (GenreAt(index).compare(name, Qt::CaseInsensitive) == 0)
+            return index;
+    }
+    return none;
+}
+
 QString GenreName(const QString& text) {
     static const QRegularExpression numbered(QStringLiteral("^\\(?([0-9]{1,3})\\)?\\s*(.*)$"));
     const QRegularExpressionMatch match = numbered.match(text);
@@ -49,15 +61,13 @@ QString GenreName(const QString& text) {
     if (!match.captured(2).isEmpty()) {
         return match.captured(2);
     }
-    const QString name = FromTag(TagLib::ID3v1::genre(match.captured(1).toInt()));
+    const QString name = GenreAt(match.captured(1).toInt());
     return name.isEmpty() ? text : name;
 }
 
 void UseAnsiTexts() {
     static const bool done = [] {
-        static const AnsiId3v1 id3v1;
         static const AnsiId3v2 id3v2;
-        TagLib::ID3v1::Tag::setStringHandler(&id3v1);
         TagLib::ID3v2::Tag::setLatin1StringHandler(&id3v2);
         return true;
     }();

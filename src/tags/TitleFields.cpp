@@ -5,22 +5,17 @@
 
 namespace kalvo {
 
-namespace {
-
-const QString kRating = QStringLiteral("MusicMatch_Preference");
-
-QString Rating(const clsAudioGenie& tags) {
+QString RatingOf(const clsAudioGenie& tags) {
     QString rating;
     for (int index = 1; index <= tags.ID3V2GetFrameCountW(FrameId("COMM")); ++index) {
-        if (tags.ID3V2GetCommentDescriptionW(index) == kRating) {
+        if (tags.ID3V2GetCommentDescriptionW(index) == kRatingDescription) {
             rating = tags.ID3V2GetCommentW(index);
         }
     }
     return rating;
 }
 
-/** The first comment meant for people: players keep data of their own in described ones. */
-QString PlainComment(const clsAudioGenie& tags) {
+QString CommentOf(const clsAudioGenie& tags) {
     QString described;
     for (int index = 1; index <= tags.ID3V2GetFrameCountW(FrameId("COMM")); ++index) {
         const QString description = tags.ID3V2GetCommentDescriptionW(index);
@@ -28,12 +23,15 @@ QString PlainComment(const clsAudioGenie& tags) {
         if (description.isEmpty() && !text.isEmpty()) {
             return text;
         }
-        if (description != kRating && !description.startsWith(QStringLiteral("iTun")) && described.isEmpty()) {
+        if (description != kRatingDescription && !description.startsWith(QStringLiteral("iTun")) &&
+            described.isEmpty()) {
             described = text;
         }
     }
     return described;
 }
+
+namespace {
 
 const QString& NotEmpty(const QString& id3v2, const QString& id3v1) {
     return id3v2.isEmpty() ? id3v1 : id3v2;
@@ -56,10 +54,10 @@ std::optional<TitleRecord> ReadTitleFields(clsAudioGenie& tags, const QString& p
     record.Album = ChooseByLength(tags.ID3V1GetAlbumW(), frame(FrameId("TALB")));
     record.Stil = ChooseByLength(tags.ID3V1GetGenreW(), tags.ID3V2GetGenreW());
     record.Jahr = ChooseByLength(tags.ID3V1GetYearW(), frame(FrameId("TYER")));
-    record.Bewertung = Rating(tags);
+    record.Bewertung = RatingOf(tags);
     record.Zeit = PlayTime::Format(tags.AUDIOGetDurationW());
     record.Pfad = path;
-    record.Extra1 = NotEmpty(PlainComment(tags), tags.ID3V1GetCommentW());
+    record.Extra1 = NotEmpty(CommentOf(tags), tags.ID3V1GetCommentW());
     record.Extra3 = NotEmpty(frame(FrameId("TRCK")), tags.ID3V1GetTrackW());
     record.Extra4 = frame(FrameId("TBPM"));
     return record;

@@ -2,6 +2,7 @@
 
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
+#include "tags/TagBytes.h"
 #include "tags/TagText.h"
 #include "tags/clsAudioGenie.h"
 
@@ -11,35 +12,11 @@
 namespace kalvo {
 namespace {
 
+using test::Id3v1;
+using test::Id3v2;
+using test::Latin1;
 using test::MakeSound;
 using test::SoundSpec;
-
-/** An ID3v1 tag as it stands at a file's end. */
-QByteArray Id3v1(const QByteArray& title, const QByteArray& artist, char genre) {
-    const auto field = [](const QByteArray& text, int width) { return text.leftJustified(width, '\0', true); };
-    return "TAG" + field(title, 30) + field(artist, 30) + field("Album eins", 30) + "1987" + field("Hallo", 28) +
-           QByteArray("\0\x07", 2) + genre;
-}
-
-/** An ID3v2.3 tag of Latin-1 text frames. */
-QByteArray Id3v2(const QList<QPair<QByteArray, QByteArray>>& frames) {
-    const auto size = [](qsizetype value, int bits) {
-        QByteArray bytes;
-        for (int shift = 3 * bits; shift >= 0; shift -= bits) {
-            bytes.append(static_cast<char>((value >> shift) & ((1 << bits) - 1)));
-        }
-        return bytes;
-    };
-    QByteArray body;
-    for (const auto& [name, content] : frames) {
-        body += name + size(content.size(), 8) + QByteArray(2, '\0') + content;
-    }
-    return QByteArray("ID3\x03\x00\x00", 6) + size(body.size(), 7) + body;
-}
-
-QByteArray Latin1(const QByteArray& text) {
-    return QByteArray(1, '\0') + text;
-}
 
 struct TitleFieldsTest : ::testing::Test {
     QByteArray Plain() {
@@ -71,14 +48,15 @@ TEST_F(TitleFieldsTest, OnlyId3v1GivesItsTextsInWindows1252) {
 }
 
 TEST_F(TitleFieldsTest, TheLongerTextWinsAndId3v2WhenEquallyLong) {
-    const QByteArray v2 = Id3v2({{"TIT2", Latin1("Kurz")},
-                                 {"TPE1", Latin1("Zweiter ")},
-                                 {"TALB", Latin1("Album zwei, und zwar ganz ausgeschrieben")},
-                                 {"TCON", Latin1("(17)")},
-                                 {"TRCK", Latin1("3/12")},
-                                 {"TBPM", Latin1("128")},
-                                 {"COMM", QByteArray("\0eng", 4) + QByteArray("MusicMatch_Preference\0sehr gut", 30)},
-                                 {"COMM", QByteArray("\0deu\0Tanzbar", 12)}});
+    const QByteArray v2 =
+        Id3v2(3, {{"TIT2", Latin1("Kurz")},
+                  {"TPE1", Latin1("Zweiter ")},
+                  {"TALB", Latin1("Album zwei, und zwar ganz ausgeschrieben")},
+                  {"TCON", Latin1("(17)")},
+                  {"TRCK", Latin1("3/12")},
+                  {"TBPM", Latin1("128")},
+                  {"COMM", QByteArray("\0eng", 4) + QByteArray("MusicMatch_Preference\0sehr gut", 30)},
+                  {"COMM", QByteArray("\0deu\0Tanzbar", 12)}});
     const TitleRecord record =
         Read(folder.Write(QStringLiteral("b.mp3"), v2 + Plain() + Id3v1("Nicht ganz so kurz", "Erster.", 8)));
     EXPECT_EQ(record.Titel, QStringLiteral("Nicht ganz so kurz"));
@@ -92,7 +70,7 @@ TEST_F(TitleFieldsTest, TheLongerTextWinsAndId3v2WhenEquallyLong) {
 }
 
 TEST_F(TitleFieldsTest, OtherSpellingsOfTheRatingAreNone) {
-    const QByteArray v2 = Id3v2({{"COMM", QByteArray("\0eng", 4) + QByteArray("musicmatch_preference\0gut", 25)}});
+    const QByteArray v2 = Id3v2(3, {{"COMM", QByteArray("\0eng", 4) + QByteArray("musicmatch_preference\0gut", 25)}});
     EXPECT_EQ(Read(folder.Write(QStringLiteral("c.mp3"), v2 + Plain())).Bewertung, QString());
 }
 

@@ -1,5 +1,6 @@
 #include "archive/ui/frmTitelEinlesen.h"
 
+#include "archive/WatchedFolders.h"
 #include "archive/ui/FolderTree.h"
 #include "archive/ui/ImportFileModel.h"
 #include "archive/ui/MenuButton.h"
@@ -108,6 +109,22 @@ void frmTitelEinlesen::ShowScanResult(const ScanResult& result) {
     ShowPassedOver(result.passedOver);
     foundCount_->setText(QString::number(result.files.size()));
     scanText_->SetText(QString::number(result.files.size()) + tr(" kompatible Dateien gefunden"));
+}
+
+void frmTitelEinlesen::Offer(const QStringList& files) {
+    if (work_ != Work::None)
+        return;
+    found_->Clear();
+    ScanResult offered;
+    offered.files = files;
+    ShowScanResult(offered);
+    SetWork(Work::None);
+    MarkAll();
+}
+
+void frmTitelEinlesen::WatchChosen(WatchedFolders& watched) {
+    if (!watched.Add(Folder()) && !watched.Folders().contains(Folder()))
+        RefuseFolder();
 }
 
 void frmTitelEinlesen::MarkAll() {

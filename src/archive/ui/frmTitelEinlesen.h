@@ -22,6 +22,7 @@ class ImportFileModel;
 class MenuButton;
 class PassedOverList;
 class TagValues;
+class WatchedFolders;
 
 /**
  * The import dialog: choose a folder, scan it, mark files, import them. Modeless; the scan lets the window process its
@@ -35,6 +36,11 @@ public:
     /** The archive outlives the dialog. startFolder: the folder of the last import. */
     frmTitelEinlesen(Archive& archive, const QString& startFolder, QWidget* parent = nullptr);
     ~frmTitelEinlesen() override;
+
+    /** Shows the watched folders below the folder tree; they outlive the dialog. Once. */
+    void ShowWatched(WatchedFolders& watched);
+    /** Shows these files, all marked, as if they had been found; ignored while something runs. */
+    void Offer(const QStringList& files);
 
     /** The chosen folder, to be kept as the start folder of the next time. */
     QString Folder() const;
@@ -50,6 +56,7 @@ private:
 
     QBoxLayout* BuildFolderRow(const QString& startFolder);
     QBoxLayout* BuildLists();
+    void WatchChosen(WatchedFolders& watched);
     QBoxLayout* BuildMarkRow();
     QBoxLayout* BuildProgressRow();
     QBoxLayout* BuildButtons();
@@ -72,10 +79,11 @@ private:
     void SetWork(Work work);
 
     TitleImport* import_;
-    FolderTree* tree_;  ///< `ExplorerTreeView1`
-    QLineEdit* folder_; ///< `Label5`
-    MenuButton* scan_;  ///< `MyButton1`
-    QListView* files_;  ///< `ListView1`
+    QBoxLayout* folderColumn_ = nullptr; ///< the tree and what is below it
+    FolderTree* tree_;                   ///< `ExplorerTreeView1`
+    QLineEdit* folder_;                  ///< `Label5`
+    MenuButton* scan_;                   ///< `MyButton1`
+    QListView* files_;                   ///< `ListView1`
     ImportFileModel* found_;
     QStringListModel* folders_; ///< of `List1`, the folders of the alternative scan
     ElidedLabel* scanText_;     ///< `Label7`

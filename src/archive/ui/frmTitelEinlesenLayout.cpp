@@ -8,6 +8,7 @@
 #include "archive/ui/Named.h"
 #include "archive/ui/PassedOverList.h"
 #include "archive/ui/TagValues.h"
+#include "archive/ui/WatchedList.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/SkinStyle.h"
@@ -130,9 +131,18 @@ QBoxLayout* frmTitelEinlesen::BuildLists() {
     workList->hide();
     auto* row = new QHBoxLayout;
     row->setSpacing(SkinStyle::Units().Gap(3));
-    row->addWidget(tree_, 2);
+    folderColumn_ = new QVBoxLayout;
+    folderColumn_->addWidget(tree_, 1);
+    row->addLayout(folderColumn_, 2);
     row->addWidget(files_, 3);
     return row;
+}
+
+void frmTitelEinlesen::ShowWatched(WatchedFolders& watched) {
+    auto* list = new WatchedList(watched, this);
+    folderColumn_->setSpacing(SkinStyle::Units().Gap(2));
+    folderColumn_->addWidget(list);
+    connect(list, &WatchedList::AddRequested, this, [this, &watched] { WatchChosen(watched); });
 }
 
 QBoxLayout* frmTitelEinlesen::BuildMarkRow() {

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace kalvo {
+
+struct MovedFile {
+    QString from;
+    QString to;
+};
+
+/**
+ * The sounds of titles by their paths, so that a file that was moved or renamed is found again. A value: copies are
+ * cheap and may go to other threads.
+ */
+class KnownSounds {
+public:
+    /** A line per title; lines that are none are passed over. Empty without a file. */
+    static KnownSounds Read(const QString& path);
+    /** False, with the old file in place, when it cannot be written. */
+    bool Write(const QString& path) const;
+
+    bool Holds(const QString& file) const { return byFile_.contains(file); }
+    qsizetype Count() const { return byFile_.size(); }
+    /** Reads the sounds of files that exist; may take long. */
+    void Learn(const QStringList& files);
+    /**
+     * Which of the files are known sounds whose own file has vanished; these are known under the new path from then
+     * on. May take long.
+     */
+    QList<MovedFile> FindMoved(const QStringList& files);
+
+private:
+    QHash<QString, QByteArray> byFile_;
+};
+
+} // namespace kalvo

@@ -1,0 +1,117 @@
+#include "tags/GuardedStream.h"
+
+#include <id3v2extendedheader.h>
+#include <id3v2frame.h>
+#include <id3v2header.h>
+#include <id3v2synchdata.h>
+
+#include <algorithm>
+
+namespace kalvo {
+
+namespace {
+
+using TagLib::ByteVector;
+
+/** Compressed frames of a tag, in all; they unfold to a thousand times as much. */
+constexpr unsigned kMostCompressed = 32768;
+constexpr unsigned kTagHeader = 10;
+
+/** The library's own reading of frame headers, which is not public. */
+class FrameWalk : public TagLib::ID3v2::Frame {
+public:
+    struct Found {
+        unsigned position; ///< of the header
+        unsigned compressed;
+        bool nested;
+    };
+
+    static std::vector<Found> Walk(const ByteVector& frames, unsigned version) {
+        std::vector<Found> found;
+        const unsigned headerSize = version < 3 ? 6 : 10;
+        unsigned position = 0;
+        while (position + headerSize < frames.size() && frames[position] != 0) {
+            const ByteVector rest = frames.mid(position);
+            const Header header(rest, version);
+            const unsigned size = header.frameSize();
+            if (size == 0 || size > rest.size())
+                break;
+            const ByteVector id = header.frameID();
+            const bool chapter = id == "CHAP" || id == "CTOC";
+            const ByteVector body = rest.mid(headerSize, size);
+            const bool nested = chapter && (body.find("CHAP") >= 0 || body.find("CTOC") >= 0);
+            if (header.compression() || nested)
+                found.push_back({position, header.compression() ? size : 0, nested});
+            position += headerSize + size;
+        }
+        return found;
+    }
+};
+
+/** Takes out the zeros of unsynchronisation; where[i] is the place of byte i in the encoded data. */
+ByteVector Decoded(const ByteVector& encoded, std::vector<unsigned>& where) {
+    std::string bytes;
+    for (unsigned i = 0; i < encoded.size(); ++i) {
+        bytes.push_back(encoded[i]);
+        where.push_back(i);
+        if (encoded[i] == '\xFF' && i + 1 < encoded.size() && encoded[i + 1] == 0)
+            ++i;
+    }
+    return {bytes.data(), static_cast<unsigned>(bytes.size())};
+}
+
+} // namespace
+
+GuardedStream::GuardedStream(const char* path) : FileStream(path, true) {
+    if (isOpen())
+        FindHazards();
+    left_ = kBudget;
+    seek(0);
+}
+
+void GuardedStream::FindHazards() {
+    seek(0);
+    const ByteVector head = readBlock(kTagHeader);
+    if (head.size() < kTagHeader || !head.startsWith("ID3"))
+        return;
+    const TagLib::ID3v2::Header header(head);
+    ByteVector frames = readBlock(header.tagSize());
+    if (header.majorVersion() < 3) // without compression and chapters
+        return;
+    std::vector<unsigned> where;
+    if (header.unsynchronisation() && header.majorVersion() == 3)
+        frames = Decoded(frames, where);
+    unsigned start = 0;
+    if (header.extendedHeader()) {
+        TagLib::ID3v2::ExtendedHeader extended;
+        extended.setData(frames);
+        if (extended.size() <= frames.size())
+            start = extended.size();
+    }
+    unsigned compressed = 0;
+    for (const auto& found : FrameWalk::Walk(frames.mid(start), header.majorVersion())) {
+        compressed += found.compressed;
+        if (!found.nested && compressed <= kMostCompressed)
+            continue;
+        const auto fileAt = [&](unsigned position) {
+            return static_cast<long>(kTagHeader + (where.empty() ? position : where[position]));
+        };
+        const unsigned flags = start + found.position + 9;
+        patches_.push_back({fileAt(start + found.position), 'X'});
+        patches_.push_back({fileAt(flags), 0});
+    }
+}
+
+ByteVector GuardedStream::readBlock(unsigned long length) {
+    const long position = tell();
+    ByteVector block = FileStream::readBlock(std::min(length, left_));
+    left_ -= std::min<unsigned long>(left_, block.size());
+    const long end = position + static_cast<long>(block.size());
+    for (const Patch& patch : patches_) {
+        if (patch.position >= position && patch.position < end)
+            block[static_cast<int>(patch.position - position)] = patch.byte;
+    }
+    return block;
+}
+
+} // namespace kalvo

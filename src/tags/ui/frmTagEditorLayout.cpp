@@ -1,0 +1,164 @@
+// What the tag editor is made of; what it does is in frmTagEditor.cpp.
+#include "tags/ui/frmTagEditor.h"
+
+#include "tags/TagJobs.h"
+#include "tags/clsAudioGenie.h"
+#include "tags/ui/PicturePage.h"
+#include "tags/ui/TagColumn.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/IconButton.h"
+#include "widgets/SkinStyle.h"
+
+#include <QHBoxLayout>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTabWidget>
+
+#include <algorithm>
+
+namespace kalvo {
+
+namespace {
+
+QStringList Genres() {
+    QStringList genres;
+    for (int index = 0; index < clsAudioGenie::ID3V1GetGenresW(); ++index)
+        genres += clsAudioGenie::ID3V1GetGenreItemW(index);
+    std::sort(genres.begin(), genres.end(),
+              [](const QString& one, const QString& other) { return one.compare(other, Qt::CaseInsensitive) < 0; });
+    return genres;
+}
+
+} // namespace
+
+frmTagEditor::frmTagEditor(QWidget* parent)
+    : QDialog(parent),
+      jobs_(new TagJobs(this)),
+      head_(new ElidedLabel(this)),
+      technical_(new ElidedLabel(this)),
+      id3v1_(new TagColumn(tr("ID3v1"), this)),
+      id3v2_(new TagColumn(tr("ID3v2"), this)),
+      between_(new QWidget(this)),
+      pages_(new QTabWidget(this)),
+      pictures_(new PicturePage(this)),
+      lyric_(new QPlainTextEdit(this)),
+      state_(new ElidedLabel(this)),
+      save_(nullptr),
+      close_(new QPushButton(tr("Schließen"), this)) {
+    setObjectName(QStringLiteral("frmTagEditor"));
+    setWindowTitle(tr("Tag-Editor"));
+    const FontUnits& units = SkinStyle::Units();
+    head_->setObjectName(QStringLiteral("lblDatei"));
+    head_->setAccessibleName(tr("Datei"));
+    head_->setFont(units.Font(1, true));
+    technical_->setObjectName(QStringLiteral("lblTechnik"));
+    technical_->setAccessibleName(tr("Technische Daten"));
+    technical_->SetTone(Tone::Dim);
+    BuildColumns();
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(units.Gap(2));
+    columns->addWidget(id3v1_, 1);
+    columns->addWidget(between_);
+    columns->addWidget(id3v2_, 1);
+    pages_->setObjectName(QStringLiteral("tabSeiten"));
+    pages_->addTab(pictures_, tr("&Bilder"));
+    pages_->addTab(BuildLyric(), tr("&Liedtext"));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(units.Gap(4), units.Gap(4), units.Gap(4), units.Gap(4));
+    column->setSpacing(units.Gap(2));
+    column->addWidget(head_);
+    column->addWidget(technical_);
+    column->addLayout(columns);
+    column->addWidget(pages_, 1);
+    column->addLayout(BuildButtons());
+    resize(units.Of(58), units.Of(48));
+
+    connect(pictures_, &PicturePage::Edited, this, &frmTagEditor::Touch);
+    connect(jobs_, &TagJobs::Loaded, this, &frmTagEditor::Show);
+    connect(jobs_, &TagJobs::Saved, this, &frmTagEditor::TakeSaved);
+    connect(jobs_, &TagJobs::Finished, this, &frmTagEditor::EndSave);
+    Show({});
+}
+
+void frmTagEditor::BuildColumns() {
+    constexpr int wide = 30;
+    id3v1_->setObjectName(QStringLiteral("grpID3v1"));
+    id3v1_->AddLine(TagField::V1Title, tr("Titel"), QStringLiteral("txtTitelV1"), wide);
+    id3v1_->AddLine(TagField::V1Artist, tr("Interpret"), QStringLiteral("txtInterpretV1"), wide);
+    id3v1_->AddLine(TagField::V1Album, tr("Album"), QStringLiteral("txtAlbumV1"), wide);
+    id3v1_->AddLine(TagField::V1Year, tr("Jahr"), QStringLiteral("txtJahrV1"), 4);
+    id3v1_->AddChoice(TagField::V1Genre, tr("Stil"), QStringLiteral("cboStilV1"), Genres(), false);
+    id3v1_->AddLine(TagField::V1Track, tr("Titelnummer"), QStringLiteral("txtTrackV1"), 3);
+    id3v1_->AddLine(TagField::V1Comment, tr("Kommentar"), QStringLiteral("txtKommentarV1"), wide);
+
+    id3v2_->setObjectName(QStringLiteral("grpID3v2"));
+    id3v2_->AddLine(TagField::Title, tr("Titel"), QStringLiteral("txtTitelV2"));
+    id3v2_->AddLine(TagField::Artist, tr("Interpret"), QStringLiteral("txtInterpretV2"));
+    id3v2_->AddLine(TagField::Album, tr("Album"), QStringLiteral("txtAlbumV2"));
+    id3v2_->AddLine(TagField::Year, tr("Jahr"), QStringLiteral("txtJahrV2"), 4);
+    id3v2_->AddChoice(TagField::Genre, tr("Stil"), QStringLiteral("cboStilV2"), Genres(), true);
+    id3v2_->AddLine(TagField::Track, tr("Titelnummer"), QStringLiteral("txtTrackV2"), 9);
+    id3v2_->AddLine(TagField::Comment, tr("Kommentar"), QStringLiteral("txtKommentarV2"));
+    id3v2_->AddChoice(TagField::Rating, tr("Bewertung"), QStringLiteral("cboBewertung"),
+                      {tr("Sehr gut"), tr("Gut"), tr("Mittel"), tr("Schlecht")}, true);
+    id3v2_->AddLine(TagField::Bpm, tr("BPM"), QStringLiteral("txtBPM"), 7);
+    id3v2_->AddLine(TagField::Composer, tr("Komponist"), QStringLiteral("txtKomponist"));
+    for (const TagColumn* column : {id3v1_, id3v2_})
+        connect(column, &TagColumn::Edited, this, &frmTagEditor::Touch);
+
+    auto* arrows = new QVBoxLayout(between_);
+    arrows->setContentsMargins({});
+    arrows->addStretch();
+    const auto addArrow = [&](const QString& text, const QString& name, const QString& tip, bool toId3v1) {
+        auto* arrow = new QPushButton(text, between_);
+        arrow->setObjectName(name);
+        arrow->setAccessibleName(tip);
+        arrow->setToolTip(tip);
+        arrow->setAutoDefault(false);
+        arrow->setFixedWidth(SkinStyle::Units().Of(2.6));
+        connect(arrow, &QPushButton::clicked, this, [this, toId3v1] { Copy(toId3v1); });
+        arrows->addWidget(arrow);
+    };
+    addArrow(QStringLiteral("»"), QStringLiteral("cmdNachV2"), tr("ID3v1 in ID3v2 übernehmen"), false);
+    addArrow(QStringLiteral("«"), QStringLiteral("cmdNachV1"), tr("ID3v2 in ID3v1 übernehmen"), true);
+    arrows->addStretch();
+}
+
+QWidget* frmTagEditor::BuildLyric() {
+    lyric_->setObjectName(QStringLiteral("txtLyrics"));
+    lyric_->setAccessibleName(tr("Liedtext"));
+    lyric_->setTabChangesFocus(true);
+    connect(lyric_, &QPlainTextEdit::textChanged, this, [this] {
+        if (showing_)
+            return;
+        lyricEdited_ = true;
+        Touch();
+    });
+    return lyric_;
+}
+
+QLayout* frmTagEditor::BuildButtons() {
+    auto* save = new IconButton(QStringLiteral("tag"), IconButton::Size::Normal, this);
+    save->setText(tr("Speichern"));
+    save->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    save->setDefault(true);
+    save_ = save;
+    save_->setObjectName(QStringLiteral("cmdSpeichern"));
+    save_->setAccessibleName(tr("Geänderte Felder speichern"));
+    close_->setObjectName(QStringLiteral("cmdSchliessen"));
+    close_->setAutoDefault(false);
+    state_->setObjectName(QStringLiteral("lblStand"));
+    state_->setAccessibleName(tr("Stand"));
+    state_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    connect(save_, &QPushButton::clicked, this, &frmTagEditor::Save);
+    connect(close_, &QPushButton::clicked, this, &frmTagEditor::reject);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &frmTagEditor::Save);
+    auto* row = new QHBoxLayout;
+    row->addWidget(state_, 1);
+    row->addWidget(close_);
+    row->addWidget(save_);
+    return row;
+}
+
+} // namespace kalvo

@@ -1,0 +1,83 @@
+#include "base/BackgroundWorker.h"
+
+#include "support/WaitUntil.h"
+
+#include <QStringList>
+#include <QThread>
+
+#include <algorithm>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <semaphore>
+
+namespace kalvo {
+namespace {
+
+TEST(BackgroundWorker, AnswersComeInOrderOnTheOwnersThread) {
+    BackgroundWorker worker;
+    QList<int> answers;
+    const QThread* owner = QThread::currentThread();
+    for (int number = 0; number < 20; ++number) {
+        worker.Do([&answers, number, owner]() -> BackgroundWorker::Answer {
+            EXPECT_NE(QThread::currentThread(), owner);
+            return [&answers, number, owner] {
+                EXPECT_EQ(QThread::currentThread(), owner);
+                answers.append(number);
+            };
+        });
+    }
+    ASSERT_TRUE(test::WaitUntil([&] { return answers.size() == 20; }));
+    EXPECT_TRUE(std::is_sorted(answers.begin(), answers.end()));
+}
+
+TEST(BackgroundWorker, WaitingJobsCanBeDropped) {
+    BackgroundWorker worker;
+    std::binary_semaphore begun{0};
+    std::binary_semaphore goOn{0};
+    QStringList done;
+    const auto job = [&done](const QString& name) {
+        return [&done, name]() -> BackgroundWorker::Answer { return [&done, name] { done += name; }; };
+    };
+    worker.Do([&]() -> BackgroundWorker::Answer {
+        begun.release();
+        goOn.acquire();
+        return [&done] { done += QStringLiteral("erster"); };
+    });
+    begun.acquire();
+    worker.Do(job(QStringLiteral("verworfen")));
+    worker.DropWaiting();
+    worker.Do(job(QStringLiteral("letzter")));
+    goOn.release();
+    ASSERT_TRUE(test::WaitUntil([&] { return done.contains(QStringLiteral("letzter")); }));
+    EXPECT_EQ(done, (QStringList{QStringLiteral("erster"), QStringLiteral("letzter")}));
+}
+
+TEST(BackgroundWorker, TheEndDropsAnswersAndDoesNotWaitForWhatHangs) {
+    struct Shared {
+        std::binary_semaphore begun{0};
+        std::binary_semaphore goOn{0};
+        std::atomic<bool> over{false};
+    };
+    const auto shared = std::make_shared<Shared>();
+    bool answered = false;
+    {
+        BackgroundWorker worker;
+        worker.Do([shared, &answered]() -> BackgroundWorker::Answer {
+            shared->begun.release();
+            shared->goOn.acquire();
+            return [shared, &answered] { answered = true; };
+        });
+        worker.Do([shared]() -> BackgroundWorker::Answer {
+            shared->over = true;
+            return {};
+        });
+        shared->begun.acquire();
+    }
+    shared->goOn.release();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(answered);
+    EXPECT_FALSE(shared->over) << "what was waiting is not done";
+}
+
+} // namespace
+} // namespace kalvo
