@@ -19,7 +19,9 @@ struct Desk;
 class ArchivePanel;
 class ConsolePanel;
 class ListBand;
+class ListCommands;
 class StatusLine;
+class UndoCommands;
 class frmTitelEinlesen;
 
 /**
@@ -83,6 +85,8 @@ private:
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;
     StatusLine* status_ = nullptr;
+    UndoCommands* undo_ = nullptr;
+    ListCommands* listCommands_ = nullptr;
     QPointer<frmTitelEinlesen> import_;
     QTimer* timer1_;  ///< hand-over, 100 ms
     QTimer* timeDj_;  ///< fade, interval = fade speed

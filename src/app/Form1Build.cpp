@@ -2,10 +2,13 @@
 
 #include "app/Form1.h"
 
+#include "app/ChartsCommands.h"
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/ListBand.h"
+#include "app/ListCommands.h"
 #include "app/StatusLine.h"
+#include "app/UndoCommands.h"
 #include "archive/ui/ArchivePanel.h"
 #include "playback/ui/MixerPanel.h"
 
@@ -48,6 +51,9 @@ void Form1::Build() {
     console_->SetCaption([this](int player) { return lists_->Caption(player); });
     archive_->SetContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
                                  actions_.selectAllTitles, actions_.importTitles});
+    undo_ = new UndoCommands(*actions_.editMenu, this);
+    listCommands_ = new ListCommands({desk_, listActions_, actions_, *lists_, *undo_, *archive_, *this});
+    new ChartsCommands({desk_, listActions_, actions_, *archive_, *this});
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
@@ -59,6 +65,7 @@ void Form1::ConnectMixer() {
     Mixer* mixer = &desk_.mixer;
     connect(mixer, &Mixer::OptionsChanged, this, &Form1::ShowOptions);
     connect(mixer, &Mixer::Message, status_, &StatusLine::Tell);
+    connect(&desk_.counter, &PlayCounter::Told, status_, &StatusLine::Tell);
     connect(mixer, &Mixer::FileMissing, this, [this](const QString& path) {
         questions_.Tell(QStringLiteral("Datei:\n%1\nist nicht mehr vorhanden!").arg(path));
     });

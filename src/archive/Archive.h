@@ -76,6 +76,9 @@ public:
     WriteResult AddTitle(TitleRecord& record);
     /** Replaces the record of the same `Nr`; a shown row follows by RowChanged(). */
     WriteResult UpdateRecord(const TitleRecord& record);
+    /** See ArchiveDatabase. */
+    StampCounts CountStamps() const;
+    WriteResult ClearStamps();
     /** The titles of a path, compared without case; needs the index, else asks the database. */
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** The import's rule: without case, an apostrophe stands for any characters. False before the index is ready. */

@@ -160,7 +160,7 @@ bool Mixer::StartRow(int player, int row, bool asked) {
         return false;
     }
     StartStream(player);
-    Q_EMIT TitleStarted(player, row);
+    Q_EMIT TitleStarted(player, row, asked);
     return true;
 }
 

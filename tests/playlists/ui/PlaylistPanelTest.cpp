@@ -106,6 +106,10 @@ TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
     Press(Qt::Key_Up, Qt::ControlModifier);
     EXPECT_EQ(list.At(1).title, QStringLiteral("a"));
     heard.clear();
+    Press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    Press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(heard, "M12>5M34>0") << "to the end and to the top";
+    heard.clear();
     view.setCurrentIndex(list.index(4, 0));
     Press(Qt::Key_Return);
     Press(Qt::Key_Enter, Qt::KeypadModifier);
