@@ -180,16 +180,21 @@ void ListCommands::WLVollansicht(bool on) {
     parts_.archive.setVisible(!on);
 }
 
-/** With `ID3WL` on, what files and playlists bring takes its texts from the tags. */
+/** With `ID3WL` on, what files and playlists bring takes its texts from the tags; else only a missing duration. */
 void ListCommands::ReadTags(PlaylistEntry& entry) {
-    if (!parts_.desk.settings.GetSwitch(QStringLiteral("Mixer"), QStringLiteral("ID3WL"), false))
+    const bool takesTexts = parts_.desk.settings.GetSwitch(QStringLiteral("Mixer"), QStringLiteral("ID3WL"), false);
+    if (!takesTexts && !entry.duration.isEmpty())
         return;
-    const std::optional<TitleRecord> fields = ReadTitleFields(parts_.desk.tags, entry.path);
-    if (!fields || fields->Titel.isEmpty())
+    std::optional<TitleRecord> fields = parts_.desk.archive.FindByPath(entry.path);
+    if (!fields || takesTexts)
+        fields = ReadTitleFields(parts_.desk.tags, entry.path);
+    if (!fields)
         return;
-    entry.title = fields->Titel;
-    entry.artist = fields->Interpret;
     entry.duration = fields->Zeit;
+    if (takesTexts && !fields->Titel.isEmpty()) {
+        entry.title = fields->Titel;
+        entry.artist = fields->Interpret;
+    }
 }
 
 } // namespace kalvo

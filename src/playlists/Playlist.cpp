@@ -316,6 +316,11 @@ QVariant Playlist::data(const QModelIndex& index, int role) const {
     }
 }
 
+Qt::ItemFlags Playlist::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsDragEnabled : flags;
+}
+
 QVariant Playlist::headerData(int section, Qt::Orientation orientation, int role) const {
     if (role == Qt::TextAlignmentRole && orientation == Qt::Horizontal) {
         return QVariant::fromValue(Alignment(section));

@@ -175,6 +175,8 @@ void PlaylistActions::AddEntries(int number, QList<PlaylistEntry> entries, int r
     for (PlaylistEntry& entry : entries) {
         if (refine_)
             refine_(entry);
+        if (entry.duration.isEmpty())
+            entry.duration = QStringLiteral("0");
     }
     const ListUndo::Step step(undo_, QStringLiteral("Titel hinzufügen"));
     InsertOrAppend(List(number), row, entries);
@@ -237,8 +239,10 @@ void PlaylistActions::DropEntries(int target, int row, const QList<DraggedEntry>
 int PlaylistActions::DropFiles(int target, int row, const QStringList& paths) {
     QList<PlaylistEntry> entries;
     const QStringList files = MusicFiles(paths);
-    for (const QString& path : files)
+    for (const QString& path : files) {
         entries.append(EntryFromFile(path));
+        entries.back().duration.clear(); // to be found out
+    }
     AddEntries(target, entries, row);
     return static_cast<int>(entries.size());
 }

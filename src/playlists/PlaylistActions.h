@@ -23,7 +23,7 @@ struct DraggedEntry {
 class PlaylistActions {
 public:
     using Exists = std::function<bool(const QString& path)>;
-    /** Replaces title, artist and duration of a file's entry by better ones, those of its tags. */
+    /** Gives a file's entry better texts, those of its tags; an empty duration is wanted in any case. */
     using Refine = std::function<void(PlaylistEntry& entry)>;
 
     /** Lists and questions outlive this. */

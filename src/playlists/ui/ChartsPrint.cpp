@@ -14,7 +14,7 @@ constexpr double rowPoints = 15;
 constexpr double fontPoints = 9;
 constexpr double gapPoints = 4;
 /** Shares of the columns, in the order of the headers. */
-constexpr std::array<double, 8> shares{0.06, 0.23, 0.27, 0.075, 0.075, 0.065, 0.075, 0.15};
+constexpr std::array<double, 8> shares{0.05, 0.21, 0.25, 0.07, 0.07, 0.06, 0.08, 0.21};
 /** Page header, column headers, and the footer with an empty row above. */
 constexpr int otherRows = 5;
 

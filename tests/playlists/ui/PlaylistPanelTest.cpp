@@ -80,6 +80,8 @@ TEST_F(PlaylistPanelTest, TheCaptionFollowsSelectionCountAndName) {
     EXPECT_EQ(Caption(), QStringLiteral("Player 1       1. von 4 in Party"));
     list.Clear();
     EXPECT_EQ(Caption(), QStringLiteral("Player 1       0. von 0 in Party"));
+    panel.ResetCaption();
+    EXPECT_EQ(Caption(), QStringLiteral("Player 1"));
 }
 
 TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
@@ -117,6 +119,7 @@ TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
 }
 
 TEST_F(PlaylistPanelTest, DropsTellWhatAndWhere) {
+    EXPECT_TRUE(list.flags(list.index(0, Playlist::Title)) & Qt::ItemIsDragEnabled) << "or no drag ever begins";
     std::string dropped;
     QObject::connect(
         &view, &PlaylistView::EntriesDropped, [&](int row, const QList<DraggedEntry>& dragged, int source) {

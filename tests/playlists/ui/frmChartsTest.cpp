@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
 #include <QPrinter>
 #include <QPushButton>
 #include <QTimer>
