@@ -55,6 +55,21 @@ QString Stored(const QString& text, int width) {
     return Trimmed(AnsiText::Decode(AnsiText::EncodeCut(Trimmed(text), width)));
 }
 
+size_t HashOf(const QString& path) {
+    return qHash(path.toUtf8());
+}
+
+/** The same of a path as it stands in its field; most are plain ASCII and need no decoding. */
+size_t HashOfField(QByteArrayView field) {
+    const auto isPadding = [](char byte) { return byte == ' ' || byte == '\0'; };
+    while (!field.isEmpty() && isPadding(field.front()))
+        field = field.sliced(1);
+    while (!field.isEmpty() && isPadding(field.back()))
+        field.chop(1);
+    const bool isPlain = std::all_of(field.begin(), field.end(), [](char byte) { return byte > 0; });
+    return isPlain ? qHash(field) : HashOf(AnsiText::Decode(field.toByteArray().replace('\0', ' ')));
+}
+
 Field FieldOf(PlaySource source) {
     return source == PlaySource::Player1 ? Player1 : source == PlaySource::Player2 ? Player2 : Archive;
 }
@@ -98,11 +113,8 @@ void ChartsFile::Prepare() {
     int number = 0;
     for (QByteArray block = file.read(blockRecords * recordLength); block.size() >= recordLength;
          block = file.read(blockRecords * recordLength)) {
-        for (qsizetype at = 0; at + recordLength <= block.size(); at += recordLength) {
-            QByteArray path = block.mid(at + pathOffset, pathWidth);
-            path.replace('\0', ' ');
-            places_.insert(qHash(Trimmed(AnsiText::Decode(path.trimmed()))), ++number);
-        }
+        for (qsizetype at = 0; at + recordLength <= block.size(); at += recordLength)
+            places_.insert(HashOfField(QByteArrayView(block).sliced(at + pathOffset, pathWidth)), ++number);
     }
 }
 
@@ -116,7 +128,7 @@ bool ChartsFile::Count(PlaySource source, const QString& path, const QString& ti
     if (!(stored ? records_.Write(found, record) : records_.Append(record)))
         return false;
     if (!stored)
-        places_.insert(qHash(Stored(path, pathWidth)), records_.Count());
+        places_.insert(HashOf(Stored(path, pathWidth)), records_.Count());
     known_ = VersionNow();
     return true;
 }
@@ -152,9 +164,9 @@ ChartsFile::Version ChartsFile::VersionNow() const {
 int ChartsFile::Find(const QString& path, const QString& title) const {
     const QString wanted = Stored(path, pathWidth);
     const bool isCut = wanted != Trimmed(path);
+    const size_t hash = HashOf(wanted);
     int first = 0;
-    for (auto place = places_.constFind(qHash(wanted)); place != places_.cend() && place.key() == qHash(wanted);
-         ++place) {
+    for (auto place = places_.constFind(hash); place != places_.cend() && place.key() == hash; ++place) {
         const std::optional<Record> record = records_.Read(place.value());
         const bool isSame = record && TextAt(*record, Path) == wanted &&
                             (!isCut || TextAt(*record, Title) == Stored(title, titleWidth));
