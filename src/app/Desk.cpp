@@ -11,7 +11,10 @@ Desk::Desk(const DataFolder& dataFolder, std::unique_ptr<audio::AudioLibrary> li
       list2(2, random),
       mixer(layer, list1, list2),
       keeper(list1, list2, folder.Path(QStringLiteral("\\Wiedergabeliste\\default.mav")), clock),
-      archive(clock) {}
+      archive(clock),
+      charts(folder.Path(QStringLiteral("\\Charts")), clock),
+      evening(folder.Path(QStringLiteral("\\Verlauf"))),
+      counter(mixer, list1, list2, {charts, evening, archive}, clock) {}
 
 PlaylistEntry EntryOf(const TitleRecord& title) {
     return {title.Titel, title.Interpret, title.Zeit, {}, title.Extra1, title.Pfad};

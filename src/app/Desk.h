@@ -6,6 +6,7 @@
 #include "base/RandomSource.h"
 #include "base/Settings.h"
 #include "playback/Mixer.h"
+#include "playback/PlayCounter.h"
 #include "playlists/Playlist.h"
 #include "playlists/PlaylistKeeper.h"
 #include "tags/clsAudioGenie.h"
@@ -33,6 +34,9 @@ struct Desk {
     PlaylistKeeper keeper;
     Archive archive;
     clsAudioGenie tags;
+    ChartsFile charts;
+    EveningLog evening;
+    PlayCounter counter;
 };
 
 /** A playlist entry of an archive title, without a shuffle key. */

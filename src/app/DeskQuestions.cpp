@@ -14,4 +14,9 @@ QString DeskQuestions::Ask(const QString& caption, const QString& text) {
                             xMessageBox::Sign::Warning);
 }
 
+bool DeskQuestions::Confirm(const QString& caption, const QString& text) {
+    return xMessageBox::Ask(&window_, caption, text, {QStringLiteral("Ja"), QStringLiteral("Nein")},
+                            xMessageBox::Sign::Warning) == QStringLiteral("Ja");
+}
+
 } // namespace kalvo

@@ -14,6 +14,7 @@ public:
 
     void Tell(const QString& text) override;
     QString Ask(const QString& caption, const QString& text) override;
+    bool Confirm(const QString& caption, const QString& text) override;
 
 private:
     QWidget& window_;

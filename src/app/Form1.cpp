@@ -3,6 +3,7 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/ListBand.h"
+#include "app/ListCommands.h"
 #include "app/StatusLine.h"
 #include "app/WatchCommands.h"
 #include "archive/ui/ArchivePanel.h"
@@ -79,7 +80,7 @@ bool Form1::Load() {
     ReadMixer();
     OpenArchive();
     desk_.keeper.Restore();
-    listActions_.DropFiles(listActions_.ActiveList(), -1, commandLine_.files);
+    listCommands_->Take(commandLine_.files);
     StartTimers();
     PlaceWindow();
     return true;

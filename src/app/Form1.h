@@ -20,10 +20,12 @@ class ArchiveCommands;
 class ArchivePanel;
 class ConsolePanel;
 class ListBand;
-class OptionCommands;
+class ListCommands;
 class NoticeBar;
+class OptionCommands;
 class StatusLine;
 class TagCommands;
+class UndoCommands;
 class WatchCommands;
 class frmTitelEinlesen;
 
@@ -95,6 +97,8 @@ private:
     OptionCommands* options_ = nullptr;
     TagCommands* tags_ = nullptr;
     WatchCommands* watch_ = nullptr;
+    UndoCommands* undo_ = nullptr;
+    ListCommands* listCommands_ = nullptr;
     QPointer<frmTitelEinlesen> import_;
     QTimer* timer1_;  ///< hand-over, 100 ms
     QTimer* timeDj_;  ///< fade, interval = fade speed

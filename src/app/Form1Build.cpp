@@ -3,13 +3,16 @@
 #include "app/Form1.h"
 
 #include "app/ArchiveCommands.h"
+#include "app/ChartsCommands.h"
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/ListBand.h"
+#include "app/ListCommands.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
+#include "app/UndoCommands.h"
 #include "app/WatchCommands.h"
 #include "archive/ui/ArchivePanel.h"
 #include "archive/ui/frmTitelEinlesen.h"
@@ -63,6 +66,9 @@ void Form1::Build() {
     connect(archiveCommands_, &ArchiveCommands::Told, status_, &StatusLine::Tell);
     tags_ = new TagCommands(desk_, actions_, listActions_, *archive_, *lists_, *this);
     watch_ = new WatchCommands(desk_, actions_, this);
+    undo_ = new UndoCommands(*actions_.editMenu, this);
+    listCommands_ = new ListCommands({desk_, listActions_, actions_, *lists_, *undo_, *archive_, *this});
+    new ChartsCommands({desk_, listActions_, actions_, *archive_, *this});
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
@@ -76,6 +82,7 @@ void Form1::ConnectMixer() {
     connect(mixer, &Mixer::Message, status_, &StatusLine::Tell);
     connect(mixer, &Mixer::OutputChanged, notice_,
             [this](const OutputNews& news) { news.IsTrouble() ? notice_->Show(news.text) : notice_->hide(); });
+    connect(&desk_.counter, &PlayCounter::Told, status_, &StatusLine::Tell);
     connect(mixer, &Mixer::FileMissing, this, [this](const QString& path) {
         questions_.Tell(QStringLiteral("Datei:\n%1\nist nicht mehr vorhanden!").arg(path));
     });

@@ -46,7 +46,7 @@ int ListBand::SelectedRow(int player) const {
 }
 
 QString ListBand::Caption(int player) const {
-    return ListCaption(player, SelectedRow(player), desk_.List(player).Count(), QStringLiteral("Standard"));
+    return ListCaption(player, SelectedRow(player), desk_.List(player).Count(), listActions_.Undo().Name());
 }
 
 void ListBand::ConnectPanel(int player) {
@@ -55,17 +55,18 @@ void ListBand::ConnectPanel(int player) {
     connect(panel, &PlaylistPanel::Activated, this, [this](int number) { listActions_.SetActiveList(number); });
     connect(view, &PlaylistView::PlayRequested, this, [this, player](int row) { desk_.mixer.PlayRow(player, row); });
     connect(view, &PlaylistView::RemoveRequested, this,
-            [this, player](const QList<int>& rows) { desk_.List(player).Remove(rows); });
+            [this, player](const QList<int>& rows) { listActions_.RemoveRows(player, rows); });
     connect(view, &PlaylistView::MoveRequested, this,
-            [this, player](const QList<int>& rows, int target) { desk_.List(player).Move(rows, target); });
+            [this, player](const QList<int>& rows, int target) { listActions_.MoveRows(player, rows, target); });
     connect(view, &PlaylistView::EntriesDropped, this,
             [this, player](int row, const QList<DraggedEntry>& entries, int source) {
                 listActions_.DropEntries(player, row, entries, source);
             });
     connect(view, &PlaylistView::FilesDropped, this,
-            [this, player](int row, const QStringList& paths) { listActions_.DropFiles(player, row, paths); });
+            [this, player](int row, const QStringList& paths) { Q_EMIT FilesDropped(player, row, paths); });
     connect(view, &PlaylistView::TitlesDropped, this,
             [this, player](int row, const QList<TitleRecord>& titles) { listActions_.AddTitles(player, titles, row); });
+    connect(&listActions_.Undo(), &ListUndo::NameChanged, panel, &PlaylistPanel::SetPlaylistName);
     connect(&desk_.List(player), &Playlist::Changed, this, &ListBand::RefreshTimes);
     connect(&desk_.mixer, &Mixer::TitleStarted, this, [this](int started) { listActions_.SetActiveList(started); });
 }
@@ -80,8 +81,12 @@ void ListBand::ConnectActions(DeskActions& actions) {
     connect(actions.playNextRemoved, &QAction::triggered, this,
             [this, active] { listActions_.UnmarkPlayNext(active()); });
     connect(actions.shuffle, &QAction::triggered, this, [this] { listActions_.Shuffle(); });
-    connect(actions.removeMarked, &QAction::triggered, this, [this, active] { listActions_.RemoveRows(active()); });
-    connect(actions.removeAll, &QAction::triggered, this, [this] { listActions_.RemoveAll(); });
+    connect(actions.removeMarked, &QAction::triggered, this,
+            [this, active] { listActions_.RemoveRows(listActions_.ActiveList(), active()); });
+    connect(actions.removeAll, &QAction::triggered, this, [this] {
+        if (listActions_.RemoveAll())
+            Panel(listActions_.ActiveList()).ResetCaption();
+    });
 }
 
 void ListBand::RefreshTimes() {

@@ -29,6 +29,10 @@ public:
     /** Remaining time and end of both lists; called every second and after changes. */
     void RefreshTimes();
 
+Q_SIGNALS:
+    /** Files and folders dropped before a row of a player's list. */
+    void FilesDropped(int player, int row, const QStringList& paths);
+
 private:
     void ConnectPanel(int player);
     void ConnectActions(DeskActions& actions);

@@ -97,6 +97,9 @@ public:
 
     /** The first title, by artist and title, that meets the criterion; none without an index. */
     std::optional<TitleRecord> FindFirst(const QString& criterion) const;
+    /** See ArchiveDatabase. */
+    StampCounts CountStamps() const;
+    WriteResult ClearStamps();
     /** The titles of a path, compared without case; needs the index, else asks the database. */
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** The import's rule: without case, an apostrophe stands for any characters. False before the index is ready. */

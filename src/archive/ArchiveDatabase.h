@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/LastPlayed.h"
 #include "archive/LayoutFile.h"
 #include "archive/SqliteDatabase.h"
 #include "base/Clock.h"
@@ -62,6 +63,10 @@ public:
     WriteResult UndoDelete(QList<qint64>& numbers);
     /** How many records each deletion took away, the latest last. */
     const QList<qint64>& Deletions() const { return deletions_; }
+    /** The last-played stamps and how many titles carry each; those without a stamp under the empty text. */
+    StampCounts CountStamps() const;
+    /** Takes the stamps of all titles away. numbers: the records that had one. */
+    WriteResult ClearStamps(QList<qint64>& numbers);
     /** Between these added titles are committed after 500 titles or 100 ms. */
     void BeginBatch();
     void EndBatch();

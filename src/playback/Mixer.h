@@ -96,8 +96,8 @@ Q_SIGNALS:
     void PlayerChanged(int player);
     void FaderMoved(int position);
     void HandOverBegan(int target);
-    /** A title has been loaded and started from its list; the entry is current. */
-    void TitleStarted(int player, int row);
+    /** A title has been loaded and started from its list; the entry is current. byHand: not by the next-title rule. */
+    void TitleStarted(int player, int row, bool byHand);
     void OptionsChanged();
     /** Asked for by the user, and the file is not there. */
     void FileMissing(const QString& path);

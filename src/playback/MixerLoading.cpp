@@ -58,7 +58,7 @@ void Mixer::StartLoaded(int player) {
     sync(static_cast<std::uint32_t>(audio::SyncType::DeviceLost), &Mixer::OnDeviceLost);
     StartStream(player);
     if (const int row = deck.list->CurrentRow(); row >= 0) { // it may have been removed while the file opened
-        Q_EMIT TitleStarted(player, row);
+        Q_EMIT TitleStarted(player, row, deck.asked);
     }
 }
 

@@ -12,7 +12,7 @@ namespace {
 qint64 SecondsFrom(const Playlist& list, int row) {
     qint64 seconds = 0;
     for (; row < list.Count(); ++row)
-        seconds += std::max(0, PlayTime::Parse(list.At(row).duration));
+        seconds += DurationSeconds(list.At(row).duration);
     return seconds;
 }
 
@@ -30,6 +30,10 @@ QString PlaylistName(const QString& path) {
     return extension < 0 ? QStringLiteral("Standard") : file.left(extension);
 }
 
+int DurationSeconds(const QString& duration) {
+    return std::max({0, PlayTime::Parse(duration), duration.toInt()});
+}
+
 qint64 TotalSeconds(const Playlist& list) {
     return SecondsFrom(list, 0);
 }
@@ -38,9 +42,13 @@ qint64 RemainingSeconds(const Playlist& list) {
     return SecondsFrom(list, list.CurrentRow() + 1);
 }
 
+QString HoursText(qint64 seconds) {
+    return QStringLiteral("%1:").arg(seconds / 3600, 2, 10, QChar(u'0')) +
+           PlayTime::Format(static_cast<double>(seconds % 3600));
+}
+
 QString RestText(qint64 seconds) {
-    const QString minutes = PlayTime::Format(static_cast<double>(seconds % 3600));
-    return QStringLiteral("Rest ") + QStringLiteral("%1:").arg(seconds / 3600, 2, 10, QChar(u'0')) + minutes;
+    return QStringLiteral("Rest ") + HoursText(seconds);
 }
 
 QString UntilText(qint64 seconds, const QDateTime& now) {

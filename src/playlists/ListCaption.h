@@ -12,11 +12,16 @@ QString ListCaption(int number, int selectedRow, int count, const QString& playl
 /** Base name of a ".wil" path, what stands between the last separator and ".wil"; "Standard" without a ".wil". */
 QString PlaylistName(const QString& path);
 
+/** Seconds of an entry's duration: "mm:ss", or whole seconds as playlist files tell them; 0 when unknown. */
+int DurationSeconds(const QString& duration);
+
 /** Sum of all durations in seconds; unknown ones count nothing. */
 qint64 TotalSeconds(const Playlist& list);
 /** The same over the entries behind the red one, over all when none is red. What its player still plays comes on top.*/
 qint64 RemainingSeconds(const Playlist& list);
 
+/** "00:58:12", hours as many digits as needed. */
+QString HoursText(qint64 seconds);
 /** "Rest 00:58:12". */
 QString RestText(qint64 seconds);
 /** "bis 00:39": when that many seconds from `now` on have passed. */

@@ -1,5 +1,7 @@
 #include "playlists/Playlist.h"
 
+#include "base/PlayTime.h"
+
 #include <algorithm>
 
 namespace kalvo {
@@ -19,6 +21,12 @@ QList<int> Valid(QList<int> rows, int count) {
 Qt::Alignment Alignment(int column) {
     const bool isFigure = column == Playlist::Duration || column == Playlist::Info || column == Playlist::RowNumber;
     return Qt::AlignVCenter | (isFigure ? Qt::AlignRight : Qt::AlignLeft);
+}
+
+/** Seconds, as playlist files tell them, are shown like all others. */
+QString ShownDuration(const QString& duration) {
+    const int seconds = duration.toInt();
+    return seconds > 0 ? PlayTime::Format(seconds) : duration;
 }
 
 /** What a screen reader says for the mark. */
@@ -139,6 +147,25 @@ void Playlist::Replace(const QList<PlaylistEntry>& entries) {
         Q_EMIT CurrentChanged(current_);
 }
 
+PlaylistState Playlist::State() const {
+    return {entries_, current_ < 0 ? 0 : entries_.at(current_).id, passedOver_, sorting_};
+}
+
+void Playlist::Restore(const PlaylistState& state) {
+    const int before = current_;
+    beginResetModel();
+    entries_ = state.entries;
+    const auto red = std::find_if(entries_.cbegin(), entries_.cend(),
+                                  [&state](const PlaylistEntry& entry) { return entry.id == state.current; });
+    current_ = red == entries_.cend() ? -1 : static_cast<int>(red - entries_.cbegin());
+    passedOver_ = current_ >= 0 && state.passedOver;
+    sorting_ = state.sorting;
+    endResetModel();
+    Q_EMIT Changed();
+    if (before != current_)
+        Q_EMIT CurrentChanged(current_);
+}
+
 void Playlist::SetCurrent(int row) {
     if (row >= Count())
         return;
@@ -207,6 +234,7 @@ void Playlist::PlaceEntries(int row, const QList<PlaylistEntry>& entries) {
     for (const PlaylistEntry& entry : entries) {
         PlaylistEntry& placed = entries_[row++];
         placed = entry;
+        placed.id = ++lastId_;
         if (placed.shuffleKey.isEmpty())
             placed.shuffleKey = FreshShuffleKey();
     }
@@ -341,7 +369,7 @@ QString Playlist::Field(int row, int column) const {
     case Artist:
         return entry.artist;
     case Duration:
-        return entry.duration;
+        return ShownDuration(entry.duration);
     case ShuffleKey:
         return entry.shuffleKey;
     case Info:

@@ -8,6 +8,16 @@
 
 namespace kalvo {
 
+/** All that a list holds at a moment; the entries are shared with it until one of both changes. */
+struct PlaylistState {
+    QList<PlaylistEntry> entries;
+    quint64 current = 0; ///< id of the red entry, 0 for none
+    bool passedOver = false;
+    bool sorting = false;
+
+    bool operator==(const PlaylistState&) const = default;
+};
+
 /**
  * One playlist: its entries in play order, at most one of them current (red). UI thread.
  * Rows count from 0 here and from 1 on the screen. As a table model it has one column per place of an entry, and two
@@ -47,8 +57,12 @@ public:
     void Clear();
     /** Moves the rows, in their order, before the entry that is at `target` now; ends a standing sort. */
     void Move(QList<int> rows, int target);
-    /** Replaces all entries at once (restoring, undo). Ends a standing sort. */
+    /** Replaces all entries by fresh ones. Ends a standing sort. */
     void Replace(const QList<PlaylistEntry>& entries);
+
+    PlaylistState State() const;
+    /** Brings an earlier state of this list back, the entries with their ids. */
+    void Restore(const PlaylistState& state);
 
     /** Makes the entry red and gives it the icon Played; -1: none is red. */
     void SetCurrent(int row);
@@ -81,7 +95,7 @@ Q_SIGNALS:
     void CurrentChanged(int row);
 
 private:
-    /** Puts entries into entries_ before `row`, with keys where they have none; tells nobody. */
+    /** Puts entries into entries_ before `row`, with fresh ids, with keys where they have none; tells nobody. */
     void PlaceEntries(int row, const QList<PlaylistEntry>& entries);
     void SortByKeys();
     /** order: for each new place the old row. Views keep their selection. */
@@ -95,6 +109,7 @@ private:
     int number_;
     RandomSource& random_;
     QList<PlaylistEntry> entries_;
+    quint64 lastId_ = 0;
     int current_ = -1;
     bool passedOver_ = false;
     bool sorting_ = false;

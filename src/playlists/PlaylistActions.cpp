@@ -5,8 +5,10 @@
 
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
+#include <array>
 
 namespace kalvo {
 
@@ -25,11 +27,11 @@ PlaylistEntry Moved(PlaylistEntry entry) {
     return entry;
 }
 
-void InsertOrAppend(Playlist& list, int row, const PlaylistEntry& entry) {
+void InsertOrAppend(Playlist& list, int row, const QList<PlaylistEntry>& entries) {
     if (row < 0)
-        list.Append({entry});
+        list.Append(entries);
     else
-        list.Insert(row, {entry});
+        list.Insert(row, entries);
 }
 
 bool IsSameEntry(const PlaylistEntry& left, const PlaylistEntry& right) {
@@ -84,37 +86,75 @@ QStringList MusicFiles(const QStringList& paths) {
 
 } // namespace
 
+/** A list that titles are added to: they are gathered, so that thousands are one change. */
+struct PlaylistActions::Target {
+    Target(Playlist& target, int before) : list(target), row(before) { TakePaths(); }
+
+    void TakePaths() {
+        for (const PlaylistEntry& entry : list.Entries())
+            held.insert(entry.path);
+    }
+    void Add(const TitleRecord& title) {
+        held.insert(title.Pfad);
+        gathered.append(EntryOf(title));
+    }
+    void Flush() {
+        InsertOrAppend(list, row, gathered);
+        row = row < 0 ? row : row + static_cast<int>(gathered.size());
+        gathered.clear();
+    }
+
+    Playlist& list;
+    int row;
+    QSet<QString> held;
+    QList<PlaylistEntry> gathered;
+};
+
 PlaylistActions::PlaylistActions(Playlist& first, Playlist& second, PlaylistQuestions& questions, Exists exists)
-    : first_(first), second_(second), questions_(questions), exists_(std::move(exists)) {}
+    : first_(first), second_(second), questions_(questions), undo_(first, second), exists_(std::move(exists)) {}
 
 void PlaylistActions::AddTitles(int number, const QList<TitleRecord>& titles, int row) {
-    Playlist& list = List(number);
+    const ListUndo::Step step(undo_, QStringLiteral("Titel hinzufügen"));
+    Target target(List(number), row);
     for (const TitleRecord& title : titles) {
-        if (!exists_(title.Pfad)) {
-            questions_.Tell(QStringLiteral("Datei:\n") + title.Pfad + QStringLiteral("\nist nicht mehr vorhanden!"));
-            continue;
+        const bool exists = exists_(title.Pfad);
+        if (!exists || target.held.contains(title.Pfad)) {
+            target.Flush();
+            const ListUndo::Pause pause(undo_);
+            if (!exists)
+                TellMissing(title.Pfad);
+            if (!exists || !WantsDuplicate(target, title))
+                continue;
         }
-        if (!WantsDuplicate(list, title))
-            continue;
-        InsertOrAppend(list, row, EntryOf(title));
-        if (row >= 0)
-            ++row;
+        target.Add(title);
     }
+    target.Flush();
 }
 
 void PlaylistActions::Distribute(const QList<TitleRecord>& titles) {
-    QString toggle = QStringLiteral("2");
+    const ListUndo::Step step(undo_, QStringLiteral("Titel verteilen"));
+    std::array<Target, 2> targets{Target(first_, -1), Target(second_, -1)};
+    std::size_t toggle = 1;
     for (const TitleRecord& title : titles) {
         if (!exists_(title.Pfad))
             continue;
-        toggle = toggle == QLatin1String("2") ? QStringLiteral("1") : QStringLiteral("2");
-        Playlist& list = List(toggle.toInt());
-        if (WantsDuplicate(list, title))
-            list.Append({EntryOf(title)});
+        toggle = 1 - toggle;
+        Target& target = targets.at(toggle);
+        if (target.held.contains(title.Pfad)) {
+            targets[0].Flush();
+            targets[1].Flush();
+            const ListUndo::Pause pause(undo_);
+            if (!WantsDuplicate(target, title))
+                continue;
+        }
+        target.Add(title);
     }
+    targets[0].Flush();
+    targets[1].Flush();
 }
 
 void PlaylistActions::MoveToList(int target, QList<int> rows) {
+    const ListUndo::Step step(undo_, QStringLiteral("Titel verschieben"));
     Playlist& source = List(target == 1 ? 2 : 1);
     std::sort(rows.begin(), rows.end());
     rows.removeIf([&source](int row) { return row < 0 || row >= source.Count(); });
@@ -128,28 +168,60 @@ void PlaylistActions::MoveToList(int target, QList<int> rows) {
 void PlaylistActions::AddFromPlayer(int number, const QString& title, const QString& artist, const QString& duration,
                                     const QString& path) {
     if (!path.isEmpty())
-        List(number).Append({{title, artist, duration, {}, {}, path}});
+        AddEntries(number, {{title, artist, duration, {}, {}, path}});
+}
+
+void PlaylistActions::AddEntries(int number, QList<PlaylistEntry> entries, int row) {
+    for (PlaylistEntry& entry : entries) {
+        if (refine_)
+            refine_(entry);
+        if (entry.duration.isEmpty())
+            entry.duration = QStringLiteral("0");
+    }
+    const ListUndo::Step step(undo_, QStringLiteral("Titel hinzufügen"));
+    InsertOrAppend(List(number), row, entries);
 }
 
 void PlaylistActions::MarkPlayNext(const QList<int>& rows) {
+    const ListUndo::Step step(undo_, QStringLiteral("Als Nächstes"));
     for (const int row : rows)
         List(active_).MarkPlayNext(row);
 }
 
 void PlaylistActions::UnmarkPlayNext(const QList<int>& rows) {
+    const ListUndo::Step step(undo_, QStringLiteral("Nicht als Nächstes"));
     for (const int row : rows)
         List(active_).UnmarkPlayNext(row);
 }
 
-void PlaylistActions::RemoveAll() {
+void PlaylistActions::Shuffle() {
+    const ListUndo::Step step(undo_, QStringLiteral("Shuffle"));
+    List(active_).Shuffle();
+}
+
+void PlaylistActions::RemoveRows(int number, const QList<int>& rows) {
+    const ListUndo::Step step(undo_, QStringLiteral("Titel löschen"));
+    List(number).Remove(rows);
+}
+
+void PlaylistActions::MoveRows(int number, const QList<int>& rows, int target) {
+    const ListUndo::Step step(undo_, QStringLiteral("Titel verschieben"));
+    List(number).Move(rows, target);
+}
+
+bool PlaylistActions::RemoveAll() {
     Playlist& list = List(active_);
     const QString question = QStringLiteral("Wollen Sie wirklich alle Titel der Wiedergabeliste löschen?");
-    if (questions_.Ask(warningCaption, question) == QLatin1String("Ja"))
-        list.Clear();
+    if (questions_.Ask(warningCaption, question) != QLatin1String("Ja"))
+        return false;
+    const ListUndo::Step step(undo_, QStringLiteral("Alle Titel löschen"));
+    list.Clear();
+    return true;
 }
 
 void PlaylistActions::DropEntries(int target, int row, const QList<DraggedEntry>& dragged, int source) {
-    QList<int> rows = source == 0 ? QList<int>() : RowsNow(List(source), dragged);
+    const ListUndo::Step step(undo_, QStringLiteral("Titel verschieben"));
+    const QList<int> rows = source == 0 ? QList<int>() : RowsNow(List(source), dragged);
     if (source == target) {
         List(target).Move(rows, row);
         return;
@@ -169,13 +241,9 @@ int PlaylistActions::DropFiles(int target, int row, const QStringList& paths) {
     const QStringList files = MusicFiles(paths);
     for (const QString& path : files) {
         entries.append(EntryFromFile(path));
-        if (refine_)
-            refine_(entries.back());
+        entries.back().duration.clear(); // to be found out
     }
-    if (row < 0)
-        List(target).Append(entries);
-    else
-        List(target).Insert(row, entries);
+    AddEntries(target, entries, row);
     return static_cast<int>(entries.size());
 }
 
@@ -183,14 +251,19 @@ bool PlaylistActions::FileExists(const QString& path) {
     return QFileInfo(path).isFile();
 }
 
-bool PlaylistActions::WantsDuplicate(const Playlist& list, const TitleRecord& title) {
-    if (list.FindPath(title.Pfad) < 0)
-        return true;
+void PlaylistActions::TellMissing(const QString& path) {
+    questions_.Tell(QStringLiteral("Datei:\n") + path + QStringLiteral("\nist nicht mehr vorhanden!"));
+}
+
+/** A title that is in the list already is asked about; the list goes on meanwhile. */
+bool PlaylistActions::WantsDuplicate(Target& target, const TitleRecord& title) {
     const QString text = QStringLiteral("Titel: ") + title.Interpret + QStringLiteral(" - ") + title.Titel +
-                         QStringLiteral("\nbereits in Wiedergabeliste ") + QString::number(list.Number()) +
+                         QStringLiteral("\nbereits in Wiedergabeliste ") + QString::number(target.list.Number()) +
                          QStringLiteral(" vorhanden.\n") +
                          QStringLiteral("Soll der Titel trotzdem der Wiedergabeliste hinzugefügt werden?");
-    return questions_.Ask(warningCaption, text) != QLatin1String("Nein");
+    const bool isWanted = questions_.Ask(warningCaption, text) != QLatin1String("Nein");
+    target.TakePaths();
+    return isWanted;
 }
 
 } // namespace kalvo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "playlists/Playlist.h"
+#include "playlists/ListUndo.h"
 #include "playlists/PlaylistQuestions.h"
 #include "tags/TitleRecord.h"
 
@@ -17,13 +17,13 @@ struct DraggedEntry {
 };
 
 /**
- * What the commands do with the two lists. Lists are named by their number, 1 or 2; rows count from 0 and may have
- * become invalid, since a list goes on while a question is open. UI thread.
+ * What the commands do with the two lists; each is one step of undo. Lists are named by their number, 1 or 2; rows
+ * count from 0 and may have become invalid, since a list goes on while a question is open. UI thread.
  */
 class PlaylistActions {
 public:
     using Exists = std::function<bool(const QString& path)>;
-    /** Replaces title, artist and duration of a file's entry by better ones, those of its tags. */
+    /** Gives a file's entry better texts, those of its tags; an empty duration is wanted in any case. */
     using Refine = std::function<void(PlaylistEntry& entry)>;
 
     /** Lists and questions outlive this. */
@@ -32,6 +32,8 @@ public:
     /** Absent by default: entries of files keep what their names say. */
     void SetRefine(Refine refine) { refine_ = std::move(refine); }
 
+    ListUndo& Undo() { return undo_; }
+    PlaylistQuestions& Questions() { return questions_; }
     Playlist& List(int number) { return number == 2 ? second_ : first_; }
     /** The list on which shuffle, removing and marking act. */
     int ActiveList() const { return active_; }
@@ -53,10 +55,15 @@ public:
     /** `TitelAlsNaechstes`, on rows of the active list. */
     void MarkPlayNext(const QList<int>& rows);
     void UnmarkPlayNext(const QList<int>& rows);
-    void Shuffle() { List(active_).Shuffle(); }
-    void RemoveRows(const QList<int>& rows) { List(active_).Remove(rows); }
-    /** Asks first; only "Ja" clears. */
-    void RemoveAll();
+    /** Shuffles the active list. */
+    void Shuffle();
+    void RemoveRows(int number, const QList<int>& rows);
+    /** Within one list, before the entry that is at `target` now. */
+    void MoveRows(int number, const QList<int>& rows, int target);
+    /** Asks first; only "Ja" clears the active list. Whether it did. */
+    bool RemoveAll();
+    /** Entries of a playlist file, without a question. row: before which to put them, -1 appends. */
+    void AddEntries(int number, QList<PlaylistEntry> entries, int row = -1);
 
     /**
      * Entries dropped before `row` of list `target`. source: the list they come from and leave, 0 for a copy. Those
@@ -68,12 +75,15 @@ public:
     int DropFiles(int target, int row, const QStringList& paths);
 
 private:
+    struct Target;
     static bool FileExists(const QString& path);
-    bool WantsDuplicate(const Playlist& list, const TitleRecord& title);
+    void TellMissing(const QString& path);
+    bool WantsDuplicate(Target& target, const TitleRecord& title);
 
     Playlist& first_;
     Playlist& second_;
     PlaylistQuestions& questions_;
+    ListUndo undo_;
     Exists exists_;
     Refine refine_;
     int active_ = 1;

@@ -12,6 +12,9 @@ enum class EntryIcon : quint8 {
     PlayNextRemoved = 3 ///< the mark was taken back
 };
 
+/** Who put an entry into its list; told by the history of what was played. */
+enum class EntryOrigin : quint8 { Player, Wish, Automatic };
+
 /** One row of a playlist. */
 struct PlaylistEntry {
     QString title;
@@ -21,6 +24,10 @@ struct PlaylistEntry {
     QString info;       ///< comment of the archive, or a cue point in seconds with exactly one decimal
     QString path;       ///< full path of the file: the entry's identity
     EntryIcon icon = EntryIcon::None;
+    EntryOrigin origin = EntryOrigin::Player; ///< not kept in files
+    quint64 id = 0; ///< given by the list that holds the entry, different from all others it has ever held
+
+    bool operator==(const PlaylistEntry&) const = default;
 };
 
 } // namespace kalvo

@@ -16,6 +16,10 @@ public:
     virtual void Tell(const QString& text) = 0;
     /** "Ja", "Nein" or "Abbrechen": the caption of the pressed button. */
     virtual QString Ask(const QString& caption, const QString& text) = 0;
+    /** A question with the two answers "Ja", which gives true, and "Nein". */
+    virtual bool Confirm(const QString& caption, const QString& text) {
+        return Ask(caption, text) == QLatin1String("Ja");
+    }
 };
 
 } // namespace kalvo

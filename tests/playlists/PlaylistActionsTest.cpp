@@ -1,5 +1,6 @@
 #include "playlists/PlaylistActions.h"
 
+#include "playlists/AnsweredQuestions.h"
 #include "playlists/PlaylistSupport.h"
 #include "support/TestFolder.h"
 
@@ -9,17 +10,6 @@ namespace kalvo {
 
 using test::EntriesOf;
 using test::Shown;
-
-class AnsweredQuestions final : public PlaylistQuestions {
-public:
-    void Tell(const QString& text) override { said.append(text); }
-    QString Ask(const QString& caption, const QString& text) override {
-        said.append(caption + u'|' + text);
-        return answers.isEmpty() ? QStringLiteral("Nein") : answers.takeFirst();
-    }
-    QStringList answers;
-    QStringList said;
-};
 
 class PlaylistActionsTest : public ::testing::Test {
 protected:
@@ -45,7 +35,7 @@ protected:
 
     test::ChosenRandom random;
     Playlist first{1, random}, second{2, random};
-    AnsweredQuestions questions;
+    test::AnsweredQuestions questions;
     PlaylistActions actions{first, second, questions, [](const QString& path) { return !path.back().isUpper(); }};
 };
 
@@ -95,7 +85,7 @@ TEST_F(PlaylistActionsTest, ActsOnTheActiveList) {
     actions.SetActiveList(2);
     actions.MarkPlayNext({0, 2});
     actions.UnmarkPlayNext({1, 2});
-    actions.RemoveRows({1});
+    actions.RemoveRows(2, {1});
     EXPECT_EQ(Shown(second), ">x<z");
     actions.RemoveAll();
     EXPECT_EQ(second.Count(), 2);

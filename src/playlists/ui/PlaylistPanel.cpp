@@ -43,6 +43,10 @@ void PlaylistPanel::SetPlaylistName(const QString& name) {
     ShowCaption();
 }
 
+void PlaylistPanel::ResetCaption() {
+    header_->Caption().SetText(QStringLiteral("Player %1").arg(list_.Number()));
+}
+
 void PlaylistPanel::SetEndTime(const QString& rest, const QString& until) {
     rest_ = rest;
     until_ = until;

@@ -22,6 +22,8 @@ public:
     void SetLayoutMode(LayoutMode mode);
     /** "Standard" at first. */
     void SetPlaylistName(const QString& name);
+    /** "Player 1" alone, until the list or its selection changes. */
+    void ResetCaption();
     /** "Rest 00:58:12" and "bis 00:39"; the narrow layout shows only the second. Empty texts show nothing. */
     void SetEndTime(const QString& rest, const QString& until);
     /** The context menu; the actions stay the caller's. */

@@ -105,6 +105,10 @@ void PlaylistView::keyPressEvent(QKeyEvent* event) {
         MoveSelected(-1);
     else if (withControl && event->key() == Qt::Key_Down)
         MoveSelected(1);
+    else if (event->key() == Qt::Key_Up && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
+        MoveSelectedTo(0);
+    else if (event->key() == Qt::Key_Down && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
+        MoveSelectedTo(list_.Count());
     else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentIndex().isValid())
         Q_EMIT PlayRequested(currentIndex().row());
     else
@@ -221,8 +225,16 @@ void PlaylistView::MoveSelected(int direction) {
     const QList<int> rows = SelectedRows();
     if (rows.isEmpty() || (direction < 0 && rows.first() == 0) || (direction > 0 && rows.last() == list_.Count() - 1))
         return;
-    Q_EMIT MoveRequested(rows, direction < 0 ? rows.first() - 1 : rows.last() + 2);
-    scrollTo(list_.index(direction < 0 ? FirstSelectedRow() : SelectedRows().constLast(), Playlist::Title));
+    MoveSelectedTo(direction < 0 ? rows.first() - 1 : rows.last() + 2);
+}
+
+void PlaylistView::MoveSelectedTo(int target) {
+    const QList<int> rows = SelectedRows();
+    if (rows.isEmpty())
+        return;
+    Q_EMIT MoveRequested(rows, target);
+    scrollTo(list_.index(target <= rows.first() ? FirstSelectedRow() : SelectedRows().value(rows.size() - 1),
+                         Playlist::Title));
 }
 
 int PlaylistView::DropRow(int y) const {

@@ -10,7 +10,7 @@ namespace kalvo {
 
 /**
  * The rows of one playlist. It changes nothing by itself: keys, double clicks and drops come out as signals.
- * Del removes, Ctrl+Up and Ctrl+Down move, Enter and double click play.
+ * Del removes, Ctrl+Up and Ctrl+Down move by one, with Shift to the top or the end, Enter and double click play.
  */
 class PlaylistView : public QTableView {
     Q_OBJECT
@@ -55,6 +55,7 @@ private:
     void TakeUnits();
     void SizeColumns();
     void MoveSelected(int direction);
+    void MoveSelectedTo(int target);
     /** Before which row a drop at this height goes. */
     int DropRow(int y) const;
     void ShowDropRow(int row);

@@ -80,6 +80,8 @@ TEST_F(PlaylistPanelTest, TheCaptionFollowsSelectionCountAndName) {
     EXPECT_EQ(Caption(), QStringLiteral("Player 1       1. von 4 in Party"));
     list.Clear();
     EXPECT_EQ(Caption(), QStringLiteral("Player 1       0. von 0 in Party"));
+    panel.ResetCaption();
+    EXPECT_EQ(Caption(), QStringLiteral("Player 1"));
 }
 
 TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
@@ -106,6 +108,10 @@ TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
     Press(Qt::Key_Up, Qt::ControlModifier);
     EXPECT_EQ(list.At(1).title, QStringLiteral("a"));
     heard.clear();
+    Press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    Press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(heard, "M12>5M34>0") << "to the end and to the top";
+    heard.clear();
     view.setCurrentIndex(list.index(4, 0));
     Press(Qt::Key_Return);
     Press(Qt::Key_Enter, Qt::KeypadModifier);
@@ -113,6 +119,7 @@ TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
 }
 
 TEST_F(PlaylistPanelTest, DropsTellWhatAndWhere) {
+    EXPECT_TRUE(list.flags(list.index(0, Playlist::Title)) & Qt::ItemIsDragEnabled) << "or no drag ever begins";
     std::string dropped;
     QObject::connect(
         &view, &PlaylistView::EntriesDropped, [&](int row, const QList<DraggedEntry>& dragged, int source) {

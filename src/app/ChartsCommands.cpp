@@ -1,0 +1,115 @@
+#include "app/ChartsCommands.h"
+
+#include "app/Desk.h"
+#include "app/DeskActions.h"
+#include "archive/ui/ArchivePanel.h"
+#include "playlists/PlaylistActions.h"
+#include "playlists/ui/frmCharts.h"
+#include "playlists/ui/frmVerlauf.h"
+#include "playlists/ui/frmZuletztCount.h"
+
+#include <QTimer>
+
+namespace kalvo {
+
+namespace {
+
+/** The window, made when it is not there, in front. */
+template<typename Window, typename Make>
+Window* Show(QPointer<Window>& window, Make make) {
+    if (!window) {
+        window = make();
+        window->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    window->show();
+    window->raise();
+    window->activateWindow();
+    return window;
+}
+
+} // namespace
+
+ChartsCommands::ChartsCommands(const Parts& parts) : QObject(&parts.window), parts_(parts) {
+    QMenu& lists = *parts_.actions.listMenu;
+    lists.addSeparator();
+    lists.addAction(Add(QStringLiteral("MeineCharts"), QStringLiteral("&Charts..."), &ChartsCommands::MeineCharts));
+    lists.addAction(Add(QStringLiteral("VerlaufDesAbends"), QStringLiteral("Verlauf des A&bends..."),
+                        &ChartsCommands::VerlaufDesAbends));
+    QMenu& archive = *parts_.actions.archiveMenu;
+    archive.addSeparator();
+    archive.addAction(Add(QStringLiteral("ZuletztGespieltAnzahl"), QStringLiteral("&Zuletzt gespielte Titel..."),
+                          &ChartsCommands::ZuletztGespieltAnzahl));
+    archive.addAction(Add(QStringLiteral("ZuletztGespieltLoeschen"), QStringLiteral("Zuletzt gespielt l&öschen..."),
+                          &ChartsCommands::ZuletztGespieltLoeschen));
+    connect(&parts_.desk.counter, &PlayCounter::Counted, this, &ChartsCommands::Reload);
+    QTimer::singleShot(0, this, [this] { parts_.desk.charts.Prepare(); });
+}
+
+QAction* ChartsCommands::Add(const QString& name, const QString& text, void (ChartsCommands::*act)()) {
+    auto* action = new QAction(text, this);
+    action->setObjectName(name);
+    connect(action, &QAction::triggered, this, act);
+    return action;
+}
+
+void ChartsCommands::MeineCharts() {
+    Show(charts_, [this] {
+        const int limit = ReadChartsLimit(parts_.desk.folder.Path(QStringLiteral("\\optionen.dll")));
+        auto* window =
+            new frmCharts(parts_.desk.charts, limit, parts_.lists.Questions(), parts_.desk.clock, &parts_.window);
+        connect(window, &frmCharts::TitlesWanted, this, &ChartsCommands::Send);
+        return window;
+    });
+}
+
+void ChartsCommands::VerlaufDesAbends() {
+    Show(history_, [this] { return new frmVerlauf(parts_.desk.evening, parts_.lists.Questions(), &parts_.window); });
+}
+
+void ChartsCommands::ZuletztGespieltAnzahl() {
+    Show(counts_, [this] { return new frmZuletztCount(&parts_.window); });
+    ShowCounts();
+}
+
+void ChartsCommands::ZuletztGespieltLoeschen() {
+    const LastPlayedCounts counts = CountLastPlayed(parts_.desk.archive.CountStamps(), parts_.desk.clock.Now().date());
+    const QString question =
+        QStringLiteral("Wollen Sie wirklich bei %1 Titeln des Musikarchivs löschen, wann sie zuletzt gespielt wurden?")
+            .arg(counts.Total() - counts.never);
+    if (!parts_.lists.Questions().Confirm(QStringLiteral(" Achtung!"), question))
+        return;
+    if (const WriteResult cleared = parts_.desk.archive.ClearStamps(); !cleared)
+        parts_.lists.Questions().Tell(cleared.reason);
+    parts_.archive.Refresh();
+    Reload();
+}
+
+void ChartsCommands::Send(int player, const QList<ChartEntry>& titles) {
+    QList<TitleRecord> records;
+    for (const ChartEntry& title : titles) {
+        TitleRecord plain;
+        plain.Titel = title.title;
+        plain.Interpret = title.artist;
+        plain.Pfad = title.path;
+        records.append(parts_.desk.archive.FindByPath(title.path).value_or(plain));
+    }
+    if (player == 0)
+        parts_.lists.Distribute(records);
+    else
+        parts_.lists.AddTitles(player, records);
+}
+
+void ChartsCommands::ShowCounts() {
+    if (counts_)
+        counts_->Show(CountLastPlayed(parts_.desk.archive.CountStamps(), parts_.desk.clock.Now().date()));
+}
+
+void ChartsCommands::Reload() {
+    if (charts_)
+        charts_->Reload();
+    if (history_)
+        history_->Reload();
+    ShowCounts();
+}
+
+} // namespace kalvo

@@ -1,0 +1,30 @@
+#include "app/FileDrop.h"
+
+#include "playlists/ui/PlaylistDrag.h"
+
+#include <QDropEvent>
+#include <QWidget>
+
+namespace kalvo {
+
+FileDrop::FileDrop(QWidget& window) : QObject(&window) {
+    window.setAcceptDrops(true);
+    window.installEventFilter(this);
+}
+
+bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
+    const bool isDrop = event->type() == QEvent::Drop;
+    if (!isDrop && event->type() != QEvent::DragEnter && event->type() != QEvent::DragMove)
+        return QObject::eventFilter(watched, event);
+    auto* drop = static_cast<QDropEvent*>(event);
+    const QStringList paths = PlaylistDrag::TakePaths(drop->mimeData());
+    if (paths.isEmpty())
+        return false;
+    drop->setDropAction(Qt::CopyAction);
+    drop->accept();
+    if (isDrop)
+        Q_EMIT Dropped(paths);
+    return true;
+}
+
+} // namespace kalvo

@@ -1,0 +1,83 @@
+#include "playlists/ui/TextTable.h"
+
+#include "widgets/SkinStyle.h"
+
+#include <QHeaderView>
+
+#include <algorithm>
+
+namespace kalvo {
+
+TextTableModel::TextTableModel(QStringList headers, QList<int> figures, QObject* parent)
+    : QAbstractTableModel(parent), headers_(std::move(headers)), figures_(std::move(figures)) {}
+
+void TextTableModel::SetRows(QList<QStringList> rows) {
+    beginResetModel();
+    rows_ = std::move(rows);
+    endResetModel();
+}
+
+int TextTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int TextTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(headers_.size());
+}
+
+QVariant TextTableModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return rows_.at(index.row()).value(index.column());
+    if (role == Qt::TextAlignmentRole) {
+        const bool isFigure = figures_.contains(index.column());
+        return QVariant::fromValue(Qt::AlignVCenter | (isFigure ? Qt::AlignRight : Qt::AlignLeft));
+    }
+    return {};
+}
+
+QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical)
+        return {};
+    if (role == Qt::TextAlignmentRole) {
+        const bool isFigure = figures_.contains(section);
+        return QVariant::fromValue(Qt::AlignVCenter | (isFigure ? Qt::AlignRight : Qt::AlignLeft));
+    }
+    return role == Qt::DisplayRole ? headers_.value(section) : QVariant();
+}
+
+TextTable::TextTable(TextTableModel& model, const QList<double>& widths, QWidget* parent) : QTableView(parent) {
+    const FontUnits& units = SkinStyle::Units();
+    setModel(&model);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setShowGrid(false);
+    setWordWrap(false);
+    setAlternatingRowColors(true);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(0);
+    verticalHeader()->setDefaultSectionSize(units.TableRow());
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setFixedHeight(units.ColumnHead());
+    for (int column = 0; column < widths.size(); ++column) {
+        const double width = widths.at(column);
+        horizontalHeader()->setSectionResizeMode(column, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
+        if (width > 0)
+            setColumnWidth(column, units.Of(width));
+    }
+}
+
+QList<int> TextTable::SelectedRows() const {
+    QList<int> rows;
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    for (const QModelIndex& index : selected)
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+} // namespace kalvo

@@ -1,0 +1,135 @@
+#include "app/ListCommands.h"
+
+#include "app/Desk.h"
+#include "app/Form1.h"
+#include "archive/ui/ArchivePanel.h"
+#include "playback/FakeAudio.h"
+#include "playlists/PlaylistFile.h"
+#include "playlists/ui/PlaylistPanel.h"
+#include "playlists/ui/frmCharts.h"
+#include "playlists/ui/frmVerlauf.h"
+#include "support/TestFolder.h"
+#include "support/WaitUntil.h"
+#include "widgets/xMessageBox.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTimer>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+
+namespace {
+
+/** The main window with a desk whose sound is made up. */
+struct ListCommandsTest : ::testing::Test {
+    ListCommandsTest() {
+        EXPECT_TRUE(window.Load());
+        window.show();
+        for (const char* name : {"a-60", "b-60", "c-60"})
+            desk.list1.Append({{QString::fromLatin1(name),
+                                {},
+                                QStringLiteral("01:00"),
+                                {},
+                                {},
+                                folder.Write(QString::fromLatin1(name), "x")}});
+    }
+    QAction* Action(const char* name) const {
+        QAction* action = window.findChild<QAction*>(QString::fromLatin1(name));
+        EXPECT_NE(action, nullptr) << name;
+        return action;
+    }
+    QString Caption(const char* label) const { return window.findChild<QLabel*>(QString::fromLatin1(label))->text(); }
+    /** Presses a button of the next question as soon as it is open. */
+    void AnswerNext(const QString& button) {
+        auto* waiting = new QTimer(&window);
+        QObject::connect(waiting, &QTimer::timeout, &window, [waiting, button] {
+            auto* box = qobject_cast<xMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr)
+                return;
+            waiting->deleteLater();
+            for (QPushButton* one : box->findChildren<QPushButton*>()) {
+                if (one->text() == button)
+                    one->click();
+            }
+        });
+        waiting->start(5);
+    }
+    void DropOnWindow(const QStringList& paths) {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const QString& path : paths)
+            urls.append(QUrl::fromLocalFile(path));
+        data.setUrls(urls);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &drop);
+        EXPECT_TRUE(drop.isAccepted());
+    }
+
+    test::TestFolder folder;
+    Desk desk{DataFolder(folder.Path(QStringLiteral("Kalvo"))), std::make_unique<test::FakeAudio>()};
+    Form1 window{desk, CommandLine()};
+};
+
+} // namespace
+
+TEST_F(ListCommandsTest, ClearingResetsTheCaptionAndComesBack) {
+    AnswerNext(QStringLiteral("Ja"));
+    Action("AlleTitelAusWiedergabelisteLoeschen")->trigger();
+    EXPECT_EQ(desk.list1.Count(), 0);
+    EXPECT_EQ(Caption("Label16"), QStringLiteral("Player 1"));
+    EXPECT_EQ(Action("Rueckgaengig")->text(), QStringLiteral("&Rückgängig: Alle Titel löschen"));
+    Action("Rueckgaengig")->trigger();
+    EXPECT_EQ(Caption("Label16"), QStringLiteral("Player 1       0. von 3 in Standard"));
+    Action("Wiederherstellen")->trigger();
+    EXPECT_EQ(desk.list1.Count(), 0);
+}
+
+TEST_F(ListCommandsTest, FilesDroppedOnTheWindowAreTaken) {
+    const QString party = folder.Path(QStringLiteral("Party.wil"));
+    ASSERT_EQ(
+        PlaylistFile(party, desk.clock).Save(PlaylistFile::Lists{QList<PlaylistEntry>(), desk.list1.Entries()}).outcome,
+        PlaylistFile::Outcome::Done);
+    AnswerNext(QStringLiteral("Ja"));
+    DropOnWindow({party, folder.Write(QStringLiteral("d.mp3"), "x")});
+    EXPECT_EQ(desk.list2.Count(), 0) << "questions wait for the drag's end";
+    EXPECT_TRUE(test::WaitUntil([this] { return desk.list1.Count() == 4; }));
+    EXPECT_EQ(desk.list2.Count(), 3);
+    EXPECT_EQ(Caption("Label17"), QStringLiteral("Player 2       0. von 3 in Party"));
+    QMenu* recent = window.findChild<QMenu*>(QStringLiteral("ZuletztGeoeffnet"));
+    Q_EMIT recent->aboutToShow();
+    EXPECT_EQ(recent->actions().front()->text(), QStringLiteral("&1 Party.wil"));
+}
+
+TEST_F(ListCommandsTest, TheFullViewLeavesThePlayers) {
+    const auto* archive = window.findChild<ArchivePanel*>();
+    Action("WLVollansicht")->trigger();
+    EXPECT_FALSE(archive->isVisible());
+    EXPECT_TRUE(window.findChild<QWidget*>(QStringLiteral("cmdPlay1"))->isVisible());
+    Action("WLVollansicht")->trigger();
+    EXPECT_TRUE(archive->isVisible());
+}
+
+TEST_F(ListCommandsTest, WhatIsPlayedShowsInItsWindows) {
+    Action("MeineCharts")->trigger();
+    Action("VerlaufDesAbends")->trigger();
+    desk.mixer.Next(1);
+    EXPECT_EQ(window.findChild<frmCharts*>()->windowTitle(),
+              QStringLiteral("Kalvo - Charts  << Titelanzahl: 1 >>  << Titelbegrenzung: 200 >>"));
+    EXPECT_EQ(window.findChild<frmVerlauf*>()->findChild<QLabel*>(QStringLiteral("Label1"))->text(),
+              QStringLiteral("1 Titel, 00:00:00 gespielt"));
+    window.findChild<frmCharts*>()->AllesMarkieren();
+    AnswerNext(QStringLiteral("Ja"));
+    Action("TitelInPlayer1Wiedergeben")->trigger();
+    EXPECT_EQ(desk.list1.Count(), 4) << "asked, since it is in the list already";
+    Action("TitelVonPlayer1Hinzufuegen")->trigger();
+    EXPECT_EQ(desk.list1.At(4).duration, QStringLiteral("01:00"));
+}
+
+} // namespace kalvo

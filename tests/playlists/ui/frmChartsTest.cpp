@@ -1,0 +1,127 @@
+#include "playlists/ui/frmCharts.h"
+
+#include "base/Clock.h"
+#include "playlists/ui/TextTable.h"
+#include "support/TestFolder.h"
+#include "widgets/xMessageBox.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QPrinter>
+#include <QPushButton>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+
+namespace {
+
+class NoQuestions final : public PlaylistQuestions {
+public:
+    void Tell(const QString& text) override { ADD_FAILURE() << text.toStdString(); }
+    QString Ask(const QString&, const QString&) override { return {}; }
+};
+
+class frmChartsTest : public ::testing::Test {
+protected:
+    void Fill(int titles) {
+        for (int number = 0; number < titles; ++number) {
+            for (int play = 0; play <= number % 3; ++play)
+                charts.Count(PlaySource::Player1, QStringLiteral("/m/%1.mp3").arg(number),
+                             QStringLiteral("T%1").arg(number), QStringLiteral("Wer"),
+                             QDateTime(QDate(2026, 11, 21), QTime(20, 0)));
+        }
+    }
+    /** Presses a button of the question that the action opens; gives its caption and text. */
+    QString Answer(const char* action, const QString& button) {
+        QString asked;
+        QTimer::singleShot(0, [&asked, button] {
+            auto* box = qobject_cast<xMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            asked = box->windowTitle() + u'|' + box->findChild<QLabel*>(QStringLiteral("lblText"))->text();
+            for (QPushButton* one : box->findChildren<QPushButton*>()) {
+                if (one->text() == button)
+                    one->click();
+            }
+        });
+        Action(action)->trigger();
+        return asked;
+    }
+    QAction* Action(const char* name) { return window->findChild<QAction*>(QString::fromLatin1(name)); }
+    void Open(int limit = 200) {
+        window = std::make_unique<frmCharts>(charts, limit, questions, clock);
+        table = window->findChild<TextTable*>();
+    }
+    QString Cell(int row, int column) const { return table->model()->index(row, column).data().toString(); }
+
+    test::TestFolder folder;
+    SystemClock clock;
+    NoQuestions questions;
+    ChartsFile charts{folder.Path(QStringLiteral("Charts")), clock};
+    std::unique_ptr<frmCharts> window;
+    TextTable* table = nullptr;
+};
+
+} // namespace
+
+TEST_F(frmChartsTest, ShowsTheRanking) {
+    Fill(5);
+    Open(4);
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Kalvo - Charts  << Titelanzahl: 5 >>  << Titelbegrenzung: 4 >>"));
+    QStringList headers;
+    for (int column = 0; column < table->model()->columnCount(); ++column)
+        headers.append(table->model()->headerData(column, Qt::Horizontal).toString());
+    EXPECT_EQ(headers.join(u'|'),
+              QStringLiteral("Platz|Interpret|Titel|Player1|Player2|Archiv|Gesamt|Zuletzt Gespielt"));
+    EXPECT_EQ(table->model()->rowCount(), 4);
+    EXPECT_EQ(Cell(0, 2) + Cell(0, 6) + Cell(3, 2), QStringLiteral("T23T0"));
+}
+
+TEST_F(frmChartsTest, DeletesMarkedTitlesOrAll) {
+    Fill(4);
+    Open();
+    table->selectRow(0);
+    Action("MarkierteTitelLoeschen")->trigger();
+    EXPECT_EQ(charts.Size(), 3);
+    EXPECT_EQ(Answer("AlleTitelLoeschen", QStringLiteral("Nein")),
+              QStringLiteral("Löschen|Achtung+++ Die gesamten Charts löschen? +++Achtung"));
+    EXPECT_EQ(charts.Size(), 3);
+    Answer("AlleTitelLoeschen", QStringLiteral("Ja"));
+    EXPECT_EQ(charts.Size(), 0);
+    EXPECT_EQ(table->model()->rowCount(), 0);
+}
+
+TEST_F(frmChartsTest, SendsMarkedTitlesToTheLists) {
+    Fill(3);
+    Open();
+    QStringList sent;
+    QObject::connect(window.get(), &frmCharts::TitlesWanted, [&sent](int player, const QList<ChartEntry>& titles) {
+        sent.append(QString::number(player) + titles.front().title + QString::number(titles.size()));
+    });
+    Action("TitelInPlayer1Wiedergeben")->trigger();
+    table->selectRow(1);
+    Action("TitelInPlayer2Wiedergeben")->trigger();
+    Action("AllesMarkieren")->trigger();
+    Action("TitelInBeidenPlayerWiedergeben")->trigger();
+    EXPECT_EQ(sent.join(u' '), QStringLiteral("2T11 0T23"));
+}
+
+TEST_F(frmChartsTest, AsksBeforeItPrints) {
+    Fill(130);
+    Open(120);
+    EXPECT_EQ(Answer("ChartsDrucken", QStringLiteral("Nein")),
+              QStringLiteral("Charts drucken|Sollen 120 Titel auf 3 Seiten ausgedruckt werden?"));
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder.Path(QStringLiteral("c.pdf")));
+    ASSERT_TRUE(window->PrintOn(printer));
+    const QByteArray pdf = folder.Read(QStringLiteral("c.pdf"));
+    EXPECT_TRUE(pdf.startsWith("%PDF"));
+    EXPECT_TRUE(pdf.contains("/Count 3")) << "pages";
+    ASSERT_TRUE(window->ExportTo(folder.Path(QStringLiteral("c.csv"))));
+    EXPECT_EQ(folder.Read(QStringLiteral("c.csv")).count('\n'), 121);
+}
+
+} // namespace kalvo
