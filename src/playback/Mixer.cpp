@@ -123,16 +123,21 @@ bool Mixer::LoadRow(int player, int row) {
     Playlist& list = List(player);
     list.SetCurrent(row);
     const PlaylistEntry entry = list.At(row);
+    return LoadTitle(player,
+                     {entry.title, entry.artist, {}, entry.path, 0, CueText::Read(entry.info).value_or(-1), false});
+}
+
+bool Mixer::LoadTitle(int player, const DeckTitle& title) {
     DeckData& deck = Deck(player);
-    deck.title = {entry.title, entry.artist, {}, entry.path, 0, CueText::Read(entry.info).value_or(-1), false};
-    const audio::Handle stream = layer_.LoadStream(player, entry.path);
+    deck.title = title;
+    const audio::Handle stream = layer_.LoadStream(player, title.path);
     if (stream == 0) {
         deck.title = {};
         return false;
     }
     audio::ChannelInfo info;
     if (layer_.Audio().ChannelGetInfo(stream, info)) {
-        deck.title.format = FormatText(entry.path, info);
+        deck.title.format = FormatText(title.path, info);
     }
     deck.title.length = layer_.LengthSeconds(player);
     const auto sync = [&](std::uint32_t type, audio::SyncProcedure procedure) {
@@ -161,6 +166,27 @@ bool Mixer::StartRow(int player, int row, bool asked) {
     }
     StartStream(player);
     Q_EMIT TitleStarted(player, row);
+    return true;
+}
+
+bool Mixer::ResumeTitle(int player, const DeckTitle& title, double second, bool paused) {
+    if (!FileExists(title.path) || !LoadTitle(player, title)) {
+        Q_EMIT Message(QStringLiteral("Die Datei kann nicht abgespielt werden: ") + title.path);
+        return false;
+    }
+    ApplyVolumes();
+    if (paused) {
+        layer_.SetPlayerVolume(player, 0); // what gets out before it stands; resuming sets the volume again
+    }
+    layer_.SetPositionSeconds(player, second);
+    layer_.Audio().StreamPlay(layer_.Record(player).stream, false);
+    layer_.Record(player).state = PlayState::Counted;
+    if (paused) {
+        layer_.Audio().ChannelPause(layer_.Record(player).stream);
+        Q_EMIT PlayerChanged(player);
+    } else {
+        NoteStarted(player);
+    }
     return true;
 }
 

@@ -14,7 +14,7 @@ namespace kalvo::test {
  * Stands for the audio library where only time matters: a file's length is told by its name ("…-12.mp3": 12 seconds at
  * 1000 frames each), "broken" in it does not open. Time passes in Advance().
  */
-class FakeAudio final : public audio::AudioLibrary {
+class FakeAudio : public audio::AudioLibrary {
 public:
     struct Stream {
         std::string path;
