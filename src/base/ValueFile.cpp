@@ -97,10 +97,12 @@ bool Write(const QString& path, const QList<Value>& values) {
 
 QStringList Read(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
+    return file.open(QIODevice::ReadOnly) ? Parse(file.readAll()) : QStringList();
+}
+
+QStringList Parse(QByteArray bytes) {
     QStringList values;
-    const QByteArrayList lines = file.readAll().replace('\r', '\n').split('\n');
+    const QByteArrayList lines = bytes.replace('\r', '\n').split('\n');
     for (const QByteArray& line : lines) {
         if (!line.trimmed().isEmpty())
             values.append(LineReader(line).Values());

@@ -25,5 +25,7 @@ bool Write(const QString& path, const QList<Value>& values);
  * can be read: a quote counts as the end of a text only before a comma or a line's end, which ends it in any case.
  */
 QStringList Read(const QString& path);
+/** The same of a file's content. */
+QStringList Parse(QByteArray bytes);
 
 } // namespace kalvo::ValueFile
