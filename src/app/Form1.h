@@ -19,6 +19,8 @@ struct Desk;
 class ArchivePanel;
 class ConsolePanel;
 class ListBand;
+class MetaOutput;
+class SessionMemory;
 class StatusLine;
 class frmTitelEinlesen;
 
@@ -38,6 +40,14 @@ public:
     bool Load();
     /** Imports these titles, fills both lists with them and plays. */
     void Demonstrate(const QStringList& titles);
+    /** Files at the end of the active list. */
+    void AddFiles(const QStringList& files);
+    /** On top of the other windows, if the desktop lets it. */
+    void ComeForward();
+
+Q_SIGNALS:
+    /** What Load() is doing, for the splash. */
+    void LoadProgress(const QString& text);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -52,9 +62,13 @@ private:
     void ConnectSettings();
     void StartTimers();
 
+    void ShowProgress(const QString& text);
+    void SetBasics();
     bool InitOutput();
-    void OpenArchive();
+    void CheckScreen();
     void ReadMixer();
+    void OpenArchive();
+    void RestoreLists();
     void ApplyStyle();
     void PlaceWindow();
     /** width: of the window, in logical pixels. */
@@ -72,6 +86,8 @@ private:
     void FocusSearch();
     void ShowAbout();
 
+    static constexpr int kOutputBufferFrames = 1024;
+
     Desk& desk_;
     CommandLine commandLine_;
     WindowValues values_;
@@ -83,6 +99,8 @@ private:
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;
     StatusLine* status_ = nullptr;
+    MetaOutput* meta_ = nullptr;
+    SessionMemory* session_ = nullptr;
     QPointer<frmTitelEinlesen> import_;
     QTimer* timer1_;  ///< hand-over, 100 ms
     QTimer* timeDj_;  ///< fade, interval = fade speed
