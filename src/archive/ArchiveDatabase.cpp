@@ -49,6 +49,12 @@ bool LooksLikeDatabase(const QString& path) {
     return !file.open(QIODevice::ReadOnly) || file.read(15) == "SQLite format 3";
 }
 
+/** A start that was killed in the middle of creating leaves a database without a table. */
+bool IsEmpty(SqliteDatabase& database) {
+    SqliteStatement tables = database.Prepare(u"SELECT count(*) FROM sqlite_master"_s);
+    return tables.Step() && tables.Number(0) == 0;
+}
+
 /** Reason why the record cannot be stored, empty when it can. */
 QString TooLong(const TitleRecord& record) {
     if (record.Pfad.size() > kMaximumFieldLength)
@@ -102,6 +108,8 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
         return OpenForReading(kInUse, message);
     if (outcome == SqliteDatabase::Outcome::Failed)
         return OpenForReading(kProtected, message);
+    if (outcome == SqliteDatabase::Outcome::Opened && IsEmpty(database_))
+        return Create() || (message = u"Das Musikarchiv kann nicht angelegt werden: "_s + path, false);
     if (outcome == SqliteDatabase::Outcome::NotDatabase || !HasTitleTable(database_, kTable))
         return Replace(message);
     if (PrepareForWriting())
