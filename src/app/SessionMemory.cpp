@@ -28,6 +28,7 @@ SessionMemory::SessionMemory(Desk& desk, PlaylistQuestions& questions, Backgroun
       path_(desk.folder.Path(u"\\sitzung.json"_s)) {
     timer_.setInterval(kInterval);
     connect(&timer_, &QTimer::timeout, this, &SessionMemory::Record);
+    connect(&desk.keeper, &PlaylistKeeper::Saving, this, &SessionMemory::Checkpoint);
 }
 
 void SessionMemory::Begin() {
@@ -90,6 +91,18 @@ void SessionMemory::Record() {
         written_ = bytes;
         writer_.Write(path_, SessionState::Dated(bytes, desk_.clock.Now()));
     }
+}
+
+/** Entries in the journal win over the playlist file at the next start: it must never be the older of the two. */
+void SessionMemory::Checkpoint() {
+    if (left_) {
+        left_->lists[0].unsaved = desk_.list1.Entries();
+        left_->lists[1].unsaved = desk_.list2.Entries();
+        writer_.Write(path_, SessionState::Dated(left_->ToJson(), left_->written));
+    } else if (timer_.isActive()) {
+        Record();
+    }
+    writer_.Flush();
 }
 
 void SessionMemory::End() {

@@ -44,6 +44,7 @@ private:
     void Offer();
     void Start();
     void Record();
+    void Checkpoint();
     QString Question() const;
 
     Desk& desk_;

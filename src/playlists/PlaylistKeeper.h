@@ -35,6 +35,8 @@ public:
     bool IsSaved() const { return !changed_; }
 
 Q_SIGNALS:
+    /** The lists are about to be written. */
+    void Saving();
     /** German, for the status line: a file was set aside, or a load or save failed. The same one is told once only. */
     void Told(const QString& message);
 

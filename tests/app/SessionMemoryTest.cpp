@@ -150,6 +150,15 @@ TEST_F(SessionMemoryTest, AnOrderlyEndLeavesNothingToOffer) {
     EXPECT_FALSE(QFile::exists(Data() + QStringLiteral("/sitzung.json")));
 }
 
+TEST_F(SessionMemoryTest, TheJournalIsNeverOlderThanThePlaylistFile) {
+    Session session(Data());
+    session.desk->list1.Append({Entry("a-100"), Entry("b-100")});
+    ASSERT_TRUE(session.desk->keeper.SaveNow());
+    const auto state = SessionState::FromJson(folder.Read(QStringLiteral("Kalvo/sitzung.json")));
+    ASSERT_TRUE(state && state->lists[0].unsaved);
+    EXPECT_EQ(state->lists[0].unsaved->size(), 2);
+}
+
 TEST_F(SessionMemoryTest, ADamagedJournalIsSetAsideAndTold) {
     for (const QByteArray& bytes : {QByteArray("{\"format\":1,\"player\":[{\"ti"), QByteArray(300, '\0'),
                                     QByteArray("{\"format\":99}"), QByteArray()}) {
