@@ -78,7 +78,7 @@ TEST_F(DamageTest, AFirstStartInAnEmptyHomeLaysEverythingOut) {
     const QDir data(documents + QStringLiteral("/Kalvo"));
     for (const char* name : {"Musikarchiv/default.mav", "Wiedergabeliste/default.mav", "Temp", "CdArchiv", "Musik",
                              "Hintergruende", "Sample", "mp3tabelle.dll", "meta.dat"})
-        EXPECT_TRUE(data.exists(QLatin1String(name))) << name;
+        EXPECT_TRUE(WaitUntil([&] { return data.exists(QLatin1String(name)); })) << name;
     EXPECT_TRUE(CloseOrderly(program).isEmpty());
     EXPECT_TRUE(data.exists(QStringLiteral("kalvo.ini")) && data.exists(QStringLiteral("kalvo.dll")));
 }

@@ -170,7 +170,7 @@ TEST_F(KillTest, LeavesEveryFileOldOrNewAtAnyMoment) {
     Check();
     RunToItsEnd();
     closed_ = folder_.Read(QStringLiteral("Kalvo/kalvo.ini"));
-    ASSERT_TRUE(closed_.endsWith("[Fremd]\r\nEnde=1\r\n")) << closed_.toStdString();
+    ASSERT_TRUE(closed_.contains("[Fremd]\r\nEnde=1\r\n")) << closed_.toStdString();
     const int wanted = qEnvironmentVariableIntValue("KALVO_KILL_ROUNDS");
     QElapsedTimer clock;
     clock.start();
