@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/Archive.h"
+#include "base/BackgroundWriter.h"
 #include "base/Clock.h"
 #include "base/DataFolder.h"
 #include "base/RandomSource.h"
@@ -27,6 +28,7 @@ struct Desk {
     SystemClock clock;
     SystemRandom random;
     Settings settings;
+    BackgroundWriter writer;
     AudioLayer layer;
     Playlist list1;
     Playlist list2;

@@ -14,12 +14,10 @@
 #include "widgets/xMessageBox.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QFileDialog>
 #include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QScreen>
 #include <QSplitter>
 #include <QStandardPaths>
@@ -31,8 +29,6 @@ namespace {
 constexpr QSize kSmallest(800, 600);
 constexpr QSize kDefaultSize(1280, 800);
 const QString kStyle = QStringLiteral("Style");
-const QString kMixer = QStringLiteral("Mixer");
-const QString kEqualizer = QStringLiteral("Equalizer");
 
 } // namespace
 
@@ -53,123 +49,7 @@ Form1::Form1(Desk& desk, const CommandLine& commandLine, QWidget* parent)
 
 Form1::~Form1() = default;
 
-// ---- load and close
-
-bool Form1::Load() {
-    values_ = WindowValues::Read(desk_.folder.Path(QStringLiteral("\\kalvo.dll")));
-    ApplyStyle();
-    Build();
-    status_->Tell(QStringLiteral("Grundparameter setzen..."));
-    if (!desk_.foldersCreated) {
-        status_->Tell(QStringLiteral("Der Datenordner kann nicht angelegt werden: ") + desk_.folder.Root());
-    }
-    status_->Tell(QStringLiteral("Skin setzen..."));
-    status_->Tell(QStringLiteral("Soundkarten suchen..."));
-    if (!InitOutput()) {
-        QMessageBox::critical(nullptr, QStringLiteral("Digital output"),
-                              QStringLiteral("Error: Couldn't Initialize Digital Output"));
-        return false;
-    }
-    if (const QSize screen = QApplication::primaryScreen()->size();
-        screen.width() < kSmallest.width() || screen.height() < kSmallest.height()) {
-        xMessageBox::Ask(this, QStringLiteral(" Kalvo"),
-                         QStringLiteral("Für Kalvo wird eine Bildschirmeinstellung von mindestens 800 x 600 benötigt, "
-                                        "bitte ändern Sie die Eigenschaften Ihrer Grafikkarte"),
-                         {QStringLiteral("OK")});
-    }
-    ReadMixer();
-    OpenArchive();
-    desk_.keeper.Restore();
-    listCommands_->Take(commandLine_.files);
-    StartTimers();
-    PlaceWindow();
-    return true;
-}
-
-void Form1::OpenArchive() {
-    connect(&desk_.archive, &Archive::Message, status_, &StatusLine::Tell);
-    connect(&desk_.keeper, &PlaylistKeeper::Told, status_, &StatusLine::Tell);
-    connect(&desk_.archive, &Archive::IndexReady, this,
-            [this] { status_->Tell(QStringLiteral("%1 Titel gefunden").arg(desk_.archive.Count())); });
-    if (desk_.archive.Open(desk_.folder)) {
-        status_->Tell(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
-    }
-}
-
-void Form1::ReadMixer() {
-    MixerOptions options = MixerOptions::Read(desk_.settings);
-    options.continuous = values_.continuous;
-    options.automatic = values_.automatic;
-    desk_.layer.SetEqualiser(EqualiserSettings::Read(desk_.settings));
-    desk_.mixer.SetOptions(options);
-    const int volume = std::clamp(desk_.settings.GetNumber(kEqualizer, QStringLiteral("Lautstärke"), 35), 0, 100);
-    desk_.mixer.SetMasterVolume(volume);
-    console_->Mixing().SetVolume(volume);
-}
-
-void Form1::closeEvent(QCloseEvent* event) {
-    if (closing_) {
-        event->accept();
-        return;
-    }
-    const QString answer = xMessageBox::Ask(
-        this, QStringLiteral("Achtung!"), QStringLiteral("Wollen Sie Kalvo wirklich beenden?"),
-        {QStringLiteral("Ja"), QStringLiteral("Nein"), QStringLiteral("Abbrechen")}, xMessageBox::Sign::Warning);
-    if (answer == QStringLiteral("Nein")) {
-        event->ignore();
-        return;
-    }
-    closing_ = true;
-    status_->Tell(QStringLiteral("Beendet"));
-    delete import_.data();
-    timer1_->stop();
-    timeDj_->stop();
-    desk_.layer.StopAudio();
-    Save();
-    event->accept();
-    QApplication::quit();
-}
-
-void Form1::Save() {
-    values_.geometry = normalGeometry();
-    values_.maximised = isMaximized();
-    values_.continuous = desk_.mixer.Options().continuous;
-    values_.automatic = desk_.mixer.Options().automatic;
-    values_.Write(desk_.folder.Path(QStringLiteral("\\kalvo.dll")));
-    {
-        const Settings::Pass pass(desk_.settings);
-        const MixerOptions& options = desk_.mixer.Options();
-        desk_.settings.PutNumber(kEqualizer, QStringLiteral("Lautstärke"),
-                                 desk_.layer.Audio().GetVolume(audio::Output::Main));
-        KeepSetting(kEqualizer, QStringLiteral("Pegelabsenkung"), QStringLiteral("50"));
-        KeepSetting(kEqualizer, QStringLiteral("Mikrofonpegel"), QStringLiteral("80"));
-        KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Style"), QStringLiteral("Analyzer"));
-        KeepSetting(QStringLiteral("VU Meter"), QStringLiteral("Farbe"), {});
-        desk_.settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
-        desk_.settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
-        desk_.settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
-    }
-    if (!desk_.keeper.SaveNow()) {
-        QMessageBox::warning(this, QStringLiteral("Kalvo"),
-                             QStringLiteral("Die Wiedergabelisten konnten nicht gespeichert werden."));
-    }
-}
-
-/** Writes a setting as it stands; one that has neither a value nor a default stays absent. */
-void Form1::KeepSetting(const QString& section, const QString& key, const QString& fallback) {
-    const QString value = desk_.settings.GetSetting(section, key, fallback);
-    if (!value.isEmpty()) {
-        desk_.settings.PutSetting(section, key, value);
-    }
-}
-
 // ---- output
-
-bool Form1::InitOutput() {
-    const QStringList names = desk_.layer.DeviceNames();
-    const int wanted = commandLine_.device ? *commandLine_.device : OutputChoice::Read(desk_.settings).Resolve(names);
-    return desk_.layer.InitAudio(wanted, OutputBuffer::Frames(OutputBuffer::Read(desk_.settings)));
-}
 
 void Form1::FillDeviceMenu() {
     QMenu* menu = actions_.DeviceMenu();
@@ -331,7 +211,17 @@ void Form1::AskForFiles() {
         QFileDialog::getOpenFileNames(this, QStringLiteral("Musikdateien hinzufügen"),
                                       QStandardPaths::writableLocation(QStandardPaths::MusicLocation),
                                       QStringLiteral("Musikdateien (*.mp3 *.ogg *.MP3 *.OGG)"));
-    listActions_.DropFiles(listActions_.ActiveList(), -1, files);
+    AddFiles(files);
+}
+
+void Form1::AddFiles(const QStringList& files) {
+    listCommands_->Take(files);
+}
+
+void Form1::ComeForward() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
 }
 
 void Form1::AddSelectedTitles(int player) {

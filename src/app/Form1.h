@@ -23,6 +23,8 @@ class ListBand;
 class ListCommands;
 class NoticeBar;
 class OptionCommands;
+class MetaOutput;
+class SessionMemory;
 class StatusLine;
 class TagCommands;
 class UndoCommands;
@@ -45,6 +47,14 @@ public:
     bool Load();
     /** Imports these titles, fills both lists with them and plays. */
     void Demonstrate(const QStringList& titles);
+    /** Files at the end of the active list. */
+    void AddFiles(const QStringList& files);
+    /** On top of the other windows, if the desktop lets it. */
+    void ComeForward();
+
+Q_SIGNALS:
+    /** What Load() is doing, for the splash. */
+    void LoadProgress(const QString& text);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -59,9 +69,13 @@ private:
     void ConnectSettings();
     void StartTimers();
 
+    void ShowProgress(const QString& text);
+    void SetBasics();
     bool InitOutput();
-    void OpenArchive();
+    void CheckScreen();
     void ReadMixer();
+    void OpenArchive();
+    void RestoreLists();
     void ApplyStyle();
     void ShowStyle(const QString& skin, const QString& fontSize, const QString& buttonSize);
     void PlaceWindow();
@@ -77,7 +91,6 @@ private:
     void AskForFiles();
     void AddSelectedTitles(int player);
     void Save();
-    void KeepSetting(const QString& section, const QString& key, const QString& fallback);
     void FocusSearch();
     void ShowAbout();
 
@@ -99,6 +112,8 @@ private:
     WatchCommands* watch_ = nullptr;
     UndoCommands* undo_ = nullptr;
     ListCommands* listCommands_ = nullptr;
+    MetaOutput* meta_ = nullptr;
+    SessionMemory* session_ = nullptr;
     QPointer<frmTitelEinlesen> import_;
     QTimer* timer1_;  ///< hand-over, 100 ms
     QTimer* timeDj_;  ///< fade, interval = fade speed

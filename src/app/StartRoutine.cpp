@@ -1,29 +1,30 @@
 #include "app/StartRoutine.h"
 
 #include "app/CommandLine.h"
+#include "app/ComponentFiles.h"
 #include "app/DemoTitles.h"
 #include "app/Desk.h"
 #include "app/Form1.h"
-#include "app/ImportCommand.h"
-#include "app/MixCommand.h"
+#include "app/SingleInstance.h"
+#include "app/StartFolder.h"
+#include "app/StartQuestions.h"
+#include "app/WindowlessRun.h"
+#include "app/frmDownload.h"
+#include "app/frmHallo.h"
 #include "playback/AudioModule.h"
 #include "widgets/Icons.h"
+#include "widgets/SkinStyle.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QLockFile>
-#include <QMessageBox>
-#include <QTemporaryDir>
+#include <QFile>
 #include <QTextStream>
-
-#include <optional>
 
 namespace kalvo {
 
 namespace {
 
 constexpr int kFailed = 2;
-const QString kRequiredVersion = QStringLiteral("2.0");
 
 QStringList Arguments(int argc, char** argv) {
     QStringList arguments;
@@ -38,95 +39,67 @@ void NameProgram() {
     QCoreApplication::setApplicationVersion(QStringLiteral(KALVO_VERSION));
 }
 
-/** The folder of the command line, a temporary one for the demonstration, else the personal one. */
-DataFolder FolderOf(const CommandLine& line, const std::optional<QTemporaryDir>& temporary) {
-    if (!line.dataFolder.isEmpty()) {
-        return DataFolder(line.dataFolder);
-    }
-    return temporary ? DataFolder(temporary->filePath(QStringLiteral("Kalvo"))) : DataFolder::Personal();
-}
-
-/** Null with the message that names the fault. */
-std::unique_ptr<audio::AudioLibrary> LoadLibrary(AudioModule& module, QString& message) {
-    if (!module.Exists()) {
-        message = QStringLiteral("bass.dll not exists");
-        return nullptr;
-    }
-    std::unique_ptr<audio::AudioLibrary> library = module.Create();
-    if (library == nullptr || VersionText(library->GetVersion()) != kRequiredVersion) {
-        message = QStringLiteral("Version der bass.dll ist veraltet!");
-        return nullptr;
-    }
-    return library;
-}
-
-int RunWithoutWindow(const CommandLine& line, QTextStream& out) {
-    if (!line.error.isEmpty()) {
-        QTextStream(stderr) << line.error << "\n\n" << CommandLineHelp();
-        return kFailed;
-    }
-    if (line.help || line.version) {
-        out << (line.help ? CommandLineHelp() : QStringLiteral("Kalvo " KALVO_VERSION "\n"));
-        return 0;
-    }
-    std::optional<QTemporaryDir> temporary;
-    if (line.demonstration) {
-        temporary.emplace();
-    }
-    const DataFolder folder = FolderOf(line, temporary);
-    if (!line.importFolder.isEmpty()) {
-        return RunImportCommand(folder, line.importFolder, out);
-    }
-    QStringList titles = line.files;
-    if (line.demonstration) {
-        const QString music = temporary->filePath(QStringLiteral("Musik"));
-        titles = WriteDemoTitles(music);
-        RunImportCommand(folder, music, out);
-    }
-    AudioModule module(QCoreApplication::applicationDirPath());
-    QString message;
-    std::unique_ptr<audio::AudioLibrary> library = LoadLibrary(module, message);
-    if (library == nullptr) {
-        QTextStream(stderr) << message << "\n";
-        return kFailed;
-    }
+/** The chosen look also for what comes before the main window. */
+void ApplyStoredStyle(QApplication& application, const DataFolder& folder) {
     const Settings settings(folder.Path(QStringLiteral("\\kalvo.ini")));
-    return RunMixCommand(std::move(library), MixerOptions::Read(settings), line.mixOutput, titles, out);
+    const auto setting = [&settings](const char* key, const char* fallback) {
+        return settings.GetSetting(QStringLiteral("Style"), QLatin1String(key), QLatin1String(fallback));
+    };
+    SkinStyle::Apply(application, setting("Skin", "Light Green"), setting("Schriftgrad", "klein"),
+                     setting("Buttongroesse", "klein"));
+}
+
+/** Loads the main window behind the splash and runs it to its end. */
+int RunForm1(QApplication& application, const CommandLine& line, const StartFolder& folder, SingleInstance& instance,
+             std::unique_ptr<audio::AudioLibrary> library) {
+    Desk desk(folder.Data(), std::move(library));
+    Form1 window(desk, line);
+    {
+        frmHallo splash(QCoreApplication::applicationVersion());
+        splash.show();
+        QObject::connect(&window, &Form1::LoadProgress, &splash, &frmHallo::SetProgress);
+        if (!window.Load()) {
+            return kFailed;
+        }
+        window.show();
+    }
+    window.AddFiles(instance.TakeFiles());
+    QObject::connect(&instance, &SingleInstance::Received, &window, [&window](const QStringList& files) {
+        window.AddFiles(files);
+        window.ComeForward();
+    });
+    if (line.demonstration) {
+        window.Demonstrate(WriteDemoTitles(folder.DemoMusic()));
+    }
+    return application.exec();
 }
 
 int RunWindow(QApplication& application, const CommandLine& line) {
     QApplication::setWindowIcon(Icons::Icon(QStringLiteral("app")));
     QApplication::setDesktopFileName(QStringLiteral("kalvo"));
-    std::optional<QTemporaryDir> temporary;
-    if (line.demonstration) {
-        temporary.emplace();
-    }
-    const QString programFolder = QCoreApplication::applicationDirPath();
-    QDir::setCurrent(programFolder);
-    AudioModule module(programFolder);
-    QString message;
-    std::unique_ptr<audio::AudioLibrary> library = LoadLibrary(module, message);
-    if (library == nullptr) {
-        QMessageBox::critical(nullptr, QStringLiteral("bass.dll"), message);
-        return kFailed;
-    }
-    const DataFolder folder = FolderOf(line, temporary);
-    folder.CreateAll();
-    QLockFile lock(folder.Path(QStringLiteral("\\kalvo.sperre")));
-    lock.setStaleLockTime(0); // held for days; a crashed program's lock is told by its process
-    if (!lock.tryLock(0) && lock.error() == QLockFile::LockFailedError) {
+    QApplication::setQuitOnLastWindowClosed(false); // the main window itself ends the program
+    const StartFolder folder(line);
+    SingleInstance instance(folder.Data());
+    if (!instance.IsFirst()) {
+        instance.HandOver(line.files);
         return 0;
     }
-    Desk desk(folder, std::move(library));
-    Form1 window(desk, line);
-    if (!window.Load()) {
+    ApplyStoredStyle(application, folder.Data());
+    const QString programFolder = QCoreApplication::applicationDirPath();
+    QDir::setCurrent(programFolder);
+    const ComponentFiles components(programFolder);
+    components.InstallWaitingLibrary();
+    AudioModule module(programFolder);
+    std::unique_ptr<audio::AudioLibrary> library = module.Create();
+    const QString version = library == nullptr ? QString() : VersionText(library->GetVersion());
+    if (const auto fault = FindComponentFault(components.Facts(version))) {
+        TellComponentFault(*fault, &frmDownload::Run);
         return kFailed;
     }
-    window.show();
-    if (line.demonstration) {
-        window.Demonstrate(WriteDemoTitles(temporary->filePath(QStringLiteral("Musik"))));
+    if (!line.skipStartChoice && !line.demonstration && !ChooseProgram(folder.Data())) {
+        return 0;
     }
-    return application.exec();
+    return RunForm1(application, line, folder, instance, std::move(library));
 }
 
 } // namespace

@@ -12,6 +12,7 @@ namespace kalvo {
 namespace {
 
 constexpr int kAloneMilliseconds = 8000;
+constexpr int kWarningMilliseconds = 20000;
 
 } // namespace
 
@@ -31,6 +32,12 @@ StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent), row_(new QWidget(t
     telling_.setSingleShot(true);
     telling_.setInterval(kAloneMilliseconds);
     connect(&telling_, &QTimer::timeout, this, &StatusLine::ShowParts);
+    warning_.setSingleShot(true);
+    warning_.setInterval(kWarningMilliseconds);
+    connect(&warning_, &QTimer::timeout, this, [this] {
+        warnings_.clear();
+        ShowMessages();
+    });
     SetStarvations(0);
     SetLayoutMode(mode_);
 }
@@ -81,6 +88,22 @@ void StatusLine::SetOutput(const QString& name) {
 }
 
 void StatusLine::Tell(const QString& text) {
+    told_ = text;
+    ShowMessages();
+}
+
+void StatusLine::Warn(const QString& text) {
+    if (text.isEmpty() || warnings_.contains(text)) {
+        return;
+    }
+    warnings_.append(text);
+    warning_.start();
+    ShowMessages();
+}
+
+void StatusLine::ShowMessages() {
+    const QStringList texts = (told_.isEmpty() ? QStringList() : QStringList{told_}) + warnings_;
+    const QString text = texts.join(QStringLiteral("  ·  "));
     message_->SetText(QTime::currentTime().toString(QStringLiteral("HH:mm  ")) + text);
     telling_.start();
     ShowParts();

@@ -3,6 +3,7 @@
 #include "widgets/LayoutMode.h"
 
 #include <QStatusBar>
+#include <QStringList>
 #include <QTimer>
 
 #include <array>
@@ -31,6 +32,8 @@ public:
     void SetOutput(const QString& name);
     /** Stays until the next one, with the time it came in front. */
     void Tell(const QString& text);
+    /** What must not be overlooked: for a while it stands behind whatever else is told. */
+    void Warn(const QString& text);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -40,12 +43,16 @@ private:
 
     ElidedLabel* AddLabel(const QString& name, const QString& accessibleName, int stretch);
     void ShowParts();
+    void ShowMessages();
 
     QWidget* row_;
     std::array<ElidedLabel*, PartCount> parts_;
     ElidedLabel* message_;
     ElidedLabel* output_;
     QTimer telling_; ///< runs while a message stands alone
+    QTimer warning_; ///< runs while warnings keep their place
+    QStringList warnings_;
+    QString told_; ///< the last ordinary message
     LayoutMode mode_ = LayoutMode::Normal;
 };
 

@@ -48,6 +48,11 @@ public:
     void Play(int player, int selectedRow);
     /** Loads and starts this entry. */
     void PlayRow(int player, int row);
+    /**
+     * Goes on with a title (its names, path and cue point) at this second, or stands paused there. List and marks stay
+     * as they are. False, after a Message, when the file cannot be played.
+     */
+    bool ResumeTitle(int player, const DeckTitle& title, double second, bool paused);
     void Pause(int player);
     void Stop(int player);
     /** Takes the next title of the player's list; a player whose list is at its end stays stopped. */
@@ -132,6 +137,7 @@ private:
     bool StartNext(int player);
     bool EnsurePlaying(int player);
     bool StartRow(int player, int row, bool asked);
+    void ReadyLoaded(int player);
     void StartLoaded(int player);
     void ReadLength(int player);
     void DropUnplayable(int player, const QString& why);

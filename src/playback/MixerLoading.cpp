@@ -48,18 +48,45 @@ bool Mixer::StartRow(int player, int row, bool asked) {
     return false;
 }
 
-void Mixer::StartLoaded(int player) {
-    DeckData& deck = Deck(player);
+void Mixer::ReadyLoaded(int player) {
     ReadLength(player);
     const auto sync = [&](std::uint32_t type, audio::SyncProcedure procedure) {
-        layer_.Audio().ChannelSetSync(layer_.Record(player).stream, type, 0, procedure, &deck);
+        layer_.Audio().ChannelSetSync(layer_.Record(player).stream, type, 0, procedure, &Deck(player));
     };
     sync(static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime, &Mixer::OnEnd);
     sync(static_cast<std::uint32_t>(audio::SyncType::DeviceLost), &Mixer::OnDeviceLost);
+}
+
+void Mixer::StartLoaded(int player) {
+    DeckData& deck = Deck(player);
+    ReadyLoaded(player);
     StartStream(player);
     if (const int row = deck.list->CurrentRow(); row >= 0) { // it may have been removed while the file opened
         Q_EMIT TitleStarted(player, row, deck.asked);
     }
+}
+
+bool Mixer::ResumeTitle(int player, const DeckTitle& title, double second, bool paused) {
+    Deck(player).title = title;
+    if (!files_.Exists(title.path) || layer_.LoadStream(player, title.path) == 0) {
+        DropUnplayable(player, QStringLiteral("Die Datei kann nicht abgespielt werden: "));
+        return false;
+    }
+    ReadyLoaded(player);
+    ApplyVolumes();
+    if (paused) {
+        layer_.SetPlayerVolume(player, 0); // what gets out before it stands; resuming sets the volume again
+    }
+    layer_.SetPositionSeconds(player, second);
+    layer_.Audio().StreamPlay(layer_.Record(player).stream, false);
+    layer_.Record(player).state = PlayState::Counted;
+    if (paused) {
+        layer_.Audio().ChannelPause(layer_.Record(player).stream);
+        Q_EMIT PlayerChanged(player);
+    } else {
+        NoteStarted(player);
+    }
+    return true;
 }
 
 /** Of a long title both are known for certain only a while after it has been opened. */

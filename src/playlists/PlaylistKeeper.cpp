@@ -25,6 +25,7 @@ bool PlaylistKeeper::SaveNow() {
     timer_.stop();
     if (!changed_)
         return true;
+    Q_EMIT Saving();
     const bool isFree = !unread_ || !file_.Exists() || PutUnreadAside();
     const PlaylistFile::Result saved = isFree ? file_.Save({first_.Entries(), second_.Entries()})
                                               : PlaylistFile::Result{PlaylistFile::Outcome::Failed, {}};

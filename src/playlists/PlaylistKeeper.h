@@ -31,8 +31,12 @@ public:
     void Restore();
     /** Saves when something has changed since the last save. False when that failed. */
     bool SaveNow();
+    /** Whether the file holds what the lists hold. */
+    bool IsSaved() const { return !changed_; }
 
 Q_SIGNALS:
+    /** The lists are about to be written. */
+    void Saving();
     /** German, for the status line: a file was set aside, or a load or save failed. The same one is told once only. */
     void Told(const QString& message);
 

@@ -15,13 +15,14 @@ namespace {
 
 QLabel* SignLabel(xMessageBox::Sign sign, QWidget* parent) {
     auto* label = new QLabel(parent);
-    if (sign == xMessageBox::Sign::Warning) {
-        const int size = SkinStyle::Units().Of(2.6);
-        label->setPixmap(
-            Icons::Pixmap(QStringLiteral("warning"), SkinStyle::Colours().warning, size, parent->devicePixelRatioF()));
-        label->setAccessibleName(QStringLiteral("Warnung"));
+    if (sign != xMessageBox::Sign::None) {
+        const bool isError = sign == xMessageBox::Sign::Error;
+        label->setPixmap(Icons::Pixmap(isError ? QStringLiteral("error") : QStringLiteral("warning"),
+                                       SkinStyle::Colours().warning, SkinStyle::Units().Of(2.6),
+                                       parent->devicePixelRatioF()));
+        label->setAccessibleName(isError ? QStringLiteral("Fehler") : QStringLiteral("Warnung"));
     }
-    label->setVisible(sign == xMessageBox::Sign::Warning);
+    label->setVisible(sign != xMessageBox::Sign::None);
     return label;
 }
 

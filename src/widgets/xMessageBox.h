@@ -15,7 +15,7 @@ class xMessageBox : public QDialog {
     Q_OBJECT
 
 public:
-    enum class Sign { None, Warning };
+    enum class Sign { None, Warning, Error };
 
     /**
      * buttons: one to three captions; empty gives "OK". "Nein", where there is one, has the focus at first and is

@@ -4,6 +4,7 @@
 #include "archive/TestClock.h"
 #include "support/TestFolder.h"
 
+#include <QFileInfo>
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
@@ -149,6 +150,19 @@ TEST_F(ArchiveDatabaseTest, SetsAsideWhatIsNoArchive) {
         database.Close();
         QFile::remove(path);
     }
+}
+
+TEST_F(ArchiveDatabaseTest, FinishesAFileWhoseCreationWasInterrupted) {
+    folder.Write(u"Musikarchiv/default.mav"_s, {});
+    {
+        SqliteDatabase begun;
+        ASSERT_EQ(begun.Open(path, SqliteDatabase::Mode::Create), SqliteDatabase::Outcome::Opened);
+        ASSERT_TRUE(begun.Execute(u"PRAGMA journal_mode=WAL"_s));
+    }
+    ASSERT_GT(QFileInfo(path).size(), 0);
+    ASSERT_TRUE(database.Open(path, message));
+    EXPECT_TRUE(message.isEmpty()) << message.toStdString();
+    EXPECT_EQ(database.Count(), 0);
 }
 
 TEST_F(ArchiveDatabaseTest, ADamagedFilesLogGoesAsideWithIt) {

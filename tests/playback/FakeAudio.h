@@ -15,7 +15,7 @@ namespace kalvo::test {
  * 1000 frames each), "broken" in it does not open, "slow" opens two seconds late, "hanging" never. Time passes in
  * Advance().
  */
-class FakeAudio final : public audio::AudioLibrary {
+class FakeAudio : public audio::AudioLibrary {
 public:
     struct Stream {
         std::string path;

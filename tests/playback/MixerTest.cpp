@@ -325,5 +325,34 @@ TEST_F(MixerTest, RandomActsNeverLeaveUnwantedSilence) {
     }
 }
 
+TEST_F(MixerTest, GoesOnWithATitleWhereAnotherRunStopped) {
+    Fill(list1, {QStringLiteral("a-100"), QStringLiteral("b-100")});
+    const auto titled = [this](const QString& name) {
+        DeckTitle title;
+        title.title = name;
+        title.path = folder.Path(name);
+        title.cue = 5;
+        return title;
+    };
+    EXPECT_TRUE(mixer->ResumeTitle(1, titled(QStringLiteral("a-100")), 42.5, false));
+    EXPECT_TRUE(Plays(1));
+    EXPECT_DOUBLE_EQ(mixer->PositionSeconds(1), 42.5);
+    EXPECT_EQ(mixer->Title(1).title, QStringLiteral("a-100"));
+    EXPECT_EQ(Volume(1), PlayerVolume(1, mixer->Fader(), false));
+    EXPECT_EQ(list1.CurrentRow(), -1);
+    EXPECT_TRUE(started.isEmpty()); // it was counted then
+
+    EXPECT_TRUE(mixer->ResumeTitle(2, titled(QStringLiteral("b-100")), 7, true));
+    EXPECT_EQ(layer->Activity(2), Activity::Paused);
+    EXPECT_EQ(Volume(2), 0);
+    mixer->Play(2, -1);
+    EXPECT_TRUE(Plays(2));
+    EXPECT_DOUBLE_EQ(mixer->PositionSeconds(2), 7);
+    EXPECT_EQ(Volume(2), PlayerVolume(2, mixer->Fader(), false));
+
+    EXPECT_FALSE(mixer->ResumeTitle(1, titled(QStringLiteral("missing-3")), 1, false));
+    EXPECT_TRUE(messages.constLast().contains(QStringLiteral("missing-3")));
+}
+
 } // namespace
 } // namespace kalvo

@@ -13,8 +13,8 @@ XServer::XServer(int width, int height) {
     // The server chooses a free display by itself and tells its number on standard output.
     server_.setStandardErrorFile(QProcess::nullDevice());
     server_.start(QStringLiteral("Xvfb"),
-                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
-                   QStringLiteral("tcp"), QStringLiteral("-screen"), QStringLiteral("0"),
+                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-ac"),
+                   QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-screen"), QStringLiteral("0"),
                    QStringLiteral("%1x%2x24").arg(width).arg(height)});
     QByteArray number;
     while (!number.endsWith('\n') && server_.waitForReadyRead(20'000))

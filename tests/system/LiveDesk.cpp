@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
@@ -16,6 +17,7 @@ LiveDesk::LiveDesk(const QString& dataFolder) : module_(qEnvironmentVariable("KA
         ADD_FAILURE() << "no audio module";
         return;
     }
+    QFile::remove(dataFolder + QStringLiteral("/sitzung.json")); // a scenario that runs once more is no crash
     desk_ = std::make_unique<Desk>(DataFolder(dataFolder), std::move(library));
     window_ = std::make_unique<Form1>(*desk_, CommandLine());
     open_ = window_->Load();

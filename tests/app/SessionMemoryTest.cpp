@@ -1,0 +1,176 @@
+#include "app/SessionMemory.h"
+
+#include "app/Desk.h"
+#include "base/BackgroundWriter.h"
+#include "playback/FakeAudio.h"
+#include "playlists/PlaylistQuestions.h"
+#include "playlists/PlaylistSupport.h"
+#include "support/TestFolder.h"
+#include "support/WaitUntil.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+namespace {
+
+class GivenAnswer final : public PlaylistQuestions {
+public:
+    explicit GivenAnswer(QString answer) : answer_(std::move(answer)) {}
+    void Tell(const QString& text) override { asked.append(text); }
+    QString Ask(const QString& /*caption*/, const QString& text) override {
+        asked.append(text);
+        return answer_;
+    }
+    QStringList asked;
+
+private:
+    QString answer_;
+};
+
+/** One run of the program on a data folder; its end without End() is a crash. */
+struct Session {
+    explicit Session(const QString& path, const QString& answer = QStringLiteral("Ja")) : questions(answer) {
+        auto library = std::make_unique<test::FakeAudio>();
+        fake = library.get();
+        desk = std::make_unique<Desk>(DataFolder(path), std::move(library));
+        desk->layer.InitAudio(1, 1024);
+        desk->keeper.Restore();
+        memory = std::make_unique<SessionMemory>(*desk, questions, desk->writer);
+        QObject::connect(memory.get(), &SessionMemory::Damaged, [this](const QString& text) { damaged.append(text); });
+        QObject::connect(memory.get(), &SessionMemory::Resumed, [this] { resumed = true; });
+        memory->Begin();
+    }
+
+    /** Lets the journal take down what the desk looks like now. */
+    void Journal() {
+        const QString path = desk->folder.Path(QStringLiteral("\\sitzung.json"));
+        EXPECT_TRUE(test::WaitUntil([&] {
+            QFile file(path);
+            const auto state = file.open(QIODevice::ReadOnly) ? SessionState::FromJson(file.readAll()) : std::nullopt;
+            return state && state->ToJson() == SessionState::Of(*desk).ToJson();
+        }));
+    }
+
+    GivenAnswer questions;
+    test::FakeAudio* fake = nullptr;
+    std::unique_ptr<Desk> desk;
+    std::unique_ptr<SessionMemory> memory;
+    QStringList damaged;
+    bool resumed = false;
+};
+
+struct SessionMemoryTest : ::testing::Test {
+    QString Data() const { return folder.Path(QStringLiteral("Kalvo")); }
+
+    PlaylistEntry Entry(const char* name) {
+        PlaylistEntry entry;
+        entry.title = QLatin1String(name);
+        entry.artist = QStringLiteral("Künstler");
+        entry.path = folder.Write(QLatin1String(name), "x");
+        return entry;
+    }
+
+    /** Player 1 at 42.5 s in its second title, Player 2 paused, the fader on the way to it. */
+    void PlayAndCrash() {
+        Session session(Data());
+        Desk& desk = *session.desk;
+        desk.list1.Append({Entry("a-100"), Entry("b-200"), Entry("c-100")});
+        desk.list2.Append({Entry("d-300"), Entry("e-100")});
+        desk.list1.MarkPlayNext(2);
+        MixerOptions options = desk.mixer.Options();
+        options.continuous = false;
+        options.switchOver = 15;
+        desk.mixer.SetOptions(options);
+        desk.mixer.PlayRow(1, 1);
+        desk.mixer.PlayRow(2, 0);
+        session.fake->Advance(42.5);
+        desk.mixer.Pause(2);
+        desk.mixer.SetPitch(1, 25);
+        desk.mixer.SetFader(-30);
+        session.Journal();
+    }
+
+    test::TestFolder folder;
+};
+
+TEST_F(SessionMemoryTest, GoesOnAfterACrashExactlyWhereTheMusicStopped) {
+    PlayAndCrash();
+    Session next(Data());
+    ASSERT_TRUE(test::WaitUntil([&next] { return next.resumed; }));
+    ASSERT_EQ(next.questions.asked.size(), 1);
+    for (const char* part : {"Player 1", "00:42", "Künstler - b-200"})
+        EXPECT_TRUE(next.questions.asked[0].contains(QString::fromUtf8(part))) << next.questions.asked[0].toStdString();
+
+    Mixer& mixer = next.desk->mixer;
+    EXPECT_EQ(mixer.Activity(1), audio::Activity::Playing);
+    EXPECT_EQ(mixer.Title(1).title, QStringLiteral("b-200"));
+    EXPECT_DOUBLE_EQ(mixer.PositionSeconds(1), 42.5);
+    EXPECT_EQ(mixer.Pitch(1), 25);
+    EXPECT_EQ(mixer.Activity(2), audio::Activity::Paused);
+    EXPECT_EQ(mixer.Title(2).title, QStringLiteral("d-300"));
+    EXPECT_EQ(mixer.Fader(), -30);
+    EXPECT_FALSE(mixer.Options().continuous);
+    EXPECT_EQ(mixer.Options().switchOver, 15);
+    EXPECT_EQ(test::Shown(next.desk->list1), "a-100!.b-200>c-100");
+    EXPECT_EQ(test::Shown(next.desk->list2), "!.d-300e-100");
+}
+
+TEST_F(SessionMemoryTest, ARefusalKeepsTheListsAndIsNotAskedAgain) {
+    PlayAndCrash();
+    {
+        Session next(Data(), QStringLiteral("Nein"));
+        ASSERT_TRUE(test::WaitUntil([&next] { return !next.questions.asked.isEmpty(); }));
+        EXPECT_EQ(next.desk->mixer.OnAirPlayer(), 0);
+        EXPECT_EQ(next.desk->list1.Count(), 3); // whether or not the file held them before the crash
+        EXPECT_EQ(next.desk->list2.Count(), 2);
+        next.Journal();
+    }
+    const Session third(Data());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(third.questions.asked.isEmpty());
+}
+
+TEST_F(SessionMemoryTest, KeepsTheJournalUntilTheQuestionIsAnswered) {
+    PlayAndCrash();
+    { const Session killedWhileAsking(Data()); }
+    Session next(Data());
+    EXPECT_TRUE(test::WaitUntil([&next] { return next.resumed; }));
+}
+
+TEST_F(SessionMemoryTest, AnOrderlyEndLeavesNothingToOffer) {
+    {
+        Session session(Data());
+        session.desk->list1.Append({Entry("a-100")});
+        session.desk->mixer.PlayRow(1, 0);
+        session.Journal();
+        session.memory->End();
+    }
+    EXPECT_FALSE(QFile::exists(Data() + QStringLiteral("/sitzung.json")));
+}
+
+TEST_F(SessionMemoryTest, TheJournalIsNeverOlderThanThePlaylistFile) {
+    Session session(Data());
+    session.desk->list1.Append({Entry("a-100"), Entry("b-100")});
+    ASSERT_TRUE(session.desk->keeper.SaveNow());
+    const auto state = SessionState::FromJson(folder.Read(QStringLiteral("Kalvo/sitzung.json")));
+    ASSERT_TRUE(state && state->lists[0].unsaved);
+    EXPECT_EQ(state->lists[0].unsaved->size(), 2);
+}
+
+TEST_F(SessionMemoryTest, ADamagedJournalIsSetAsideAndTold) {
+    for (const QByteArray& bytes : {QByteArray("{\"format\":1,\"player\":[{\"ti"), QByteArray(300, '\0'),
+                                    QByteArray("{\"format\":99}"), QByteArray()}) {
+        test::TestFolder place;
+        place.Write(QStringLiteral("sitzung.json"), bytes);
+        Session session(place.Path());
+        QCoreApplication::processEvents();
+        EXPECT_EQ(session.damaged.size(), 1) << bytes.toStdString();
+        EXPECT_TRUE(session.questions.asked.isEmpty());
+        EXPECT_EQ(QDir(place.Path()).entryList({QStringLiteral("sitzung.json.defekt-*")}).size(), 1);
+    }
+}
+
+} // namespace
+} // namespace kalvo

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "support/TestFolder.h"
+
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QProcess>
+#include <QStringList>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace kalvo::test {
+
+/** A window of a running program, as it stands on the screen. */
+struct SeenWindow {
+    QString name; ///< its objectName; empty: there is no such window
+    QString title;
+    std::map<QString, QString> labels; ///< text by objectName
+    std::map<QString, bool> buttons;   ///< whether it can be pressed, by caption
+
+    QString Label(const char* label) const;
+};
+
+/** A folder with the program and its components, readable to everybody, to take away or damage one. */
+class ProgramFolder {
+public:
+    ProgramFolder();
+
+    QString Path(const char* name = "") const { return folder_.Path(QLatin1String(name)); }
+    void Remove(const char* name) const;
+    void Write(const char* name, const QByteArray& content) const { folder_.Write(QLatin1String(name), content); }
+    /** Puts the library of another version in the place of this file. */
+    void WriteOldLibrary(const char* name) const;
+
+private:
+    TestFolder folder_;
+};
+
+struct DrivenOptions {
+    QString programFolder; ///< empty: where the program was built
+    QMap<QString, QString> environment;
+    std::function<void()> inChild; ///< runs in the new process before the program: limits, another user
+};
+
+/** The real program on an X display, seen and worked through a plugin; killed at the end when it still runs. */
+class DrivenProgram {
+public:
+    DrivenProgram(const QByteArray& display, const QStringList& arguments, const DrivenOptions& options = {});
+    ~DrivenProgram();
+    DrivenProgram(const DrivenProgram&) = delete;
+    DrivenProgram& operator=(const DrivenProgram&) = delete;
+
+    /** Waits for a window of this name; with `but` not one of this text (its label "lblText"). */
+    SeenWindow WaitFor(const char* window, const QString& but = {});
+    /** Waits until a label of a window has a text that the test takes; the text, empty when it does not come. */
+    QString WaitForText(const char* window, const char* label, const std::function<bool(const QString&)>& wanted);
+    /** The window as it was told last. */
+    SeenWindow See(const char* window) const;
+    bool IsOpen(const char* window) const { return !See(window).name.isEmpty(); }
+    void Press(const char* window, const QString& button);
+    void Close(const char* window);
+
+    /** Waits for the end; -1 when it crashed, was killed or does not end. */
+    int WaitForExit();
+    bool IsRunning();
+    /** As `kill -9`. */
+    void Kill();
+
+private:
+    void Send(const QJsonObject& order);
+    void Listen();
+
+    QLocalServer server_;
+    QLocalSocket* socket_ = nullptr;
+    QList<SeenWindow> windows_;
+    QProcess program_;
+};
+
+} // namespace kalvo::test

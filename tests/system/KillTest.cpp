@@ -1,0 +1,225 @@
+// `kill -9` at random moments of start, run, close and import: every file is the old or the new one, never half of one.
+// KALVO_KILL_ROUNDS sets how often; KALVO_KILL_SEED repeats a run.
+
+#include "archive/SqliteDatabase.h"
+#include "base/ValueFile.h"
+#include "support/SoundMaker.h"
+#include "support/TestFolder.h"
+#include "support/WaitUntil.h"
+#include "support/XServer.h"
+#include "system/DrivenProgram.h"
+#include "system/Program.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace kalvo::test {
+namespace {
+
+constexpr qint64 kBudget = 75'000; ///< ms, where no number of rounds is wanted
+constexpr int kFilesAtOnce = 3;
+constexpr int kImportedAtOnce = 40;
+const QByteArray kSettings = "; von Hand\r\n[Equalizer]\r\nEQStatus=0\r\n\r\n[VU Meter]\r\nFarbe=255\r\n\r\n[Mixer]\r\n"
+                             "Nachladen=1\r\n\r\n[Fremd]\r\nEnde=1\r\n";
+
+class KillTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!XServer::IsInstalled())
+            GTEST_SKIP() << "Xvfb is not installed";
+        screen_ = std::make_unique<XServer>();
+        const QString seed = qEnvironmentVariable("KALVO_KILL_SEED");
+        seed_ = seed.isEmpty() ? std::random_device()() : seed.toUInt();
+        random_.seed(seed_);
+        folder_.Write(QStringLiteral("Kalvo/kalvo.ini"), kSettings);
+        sound_ = MakeSound(folder_.Path(), QStringLiteral("ton.mp3"));
+    }
+
+    QString Data(const char* name = "") const { return folder_.Path(QStringLiteral("Kalvo/") + QLatin1String(name)); }
+
+    QStringList Arguments() const {
+        return {QStringLiteral("--datenordner"), Data(), QStringLiteral("--geraet"), QStringLiteral("0"),
+                QStringLiteral("--ohne-startauswahl")};
+    }
+
+    /** A moment within the given milliseconds. */
+    void Pass(int milliseconds) {
+        QElapsedTimer clock;
+        clock.start();
+        const int wanted = std::uniform_int_distribution<int>(0, milliseconds)(random_);
+        WaitUntil([&] { return clock.elapsed() >= wanted; });
+    }
+
+    void KillAtStart() {
+        DrivenProgram program(screen_->Display(), Arguments());
+        Pass(700);
+    }
+
+    /** A later start hands new files over; the list with them is saved two seconds afterwards. */
+    void KillInRun() {
+        DrivenProgram program(screen_->Display(), Arguments());
+        program.WaitFor("Form1");
+        QStringList files;
+        for (int i = 0; i < kFilesAtOnce; ++i)
+            files << folder_.Write(QStringLiteral("titel-%1.mp3").arg(++files_), "x");
+        const auto later = StartProgram(screen_->Display(), Arguments() + files);
+        EXPECT_TRUE(later->waitForFinished());
+        EXPECT_TRUE(WaitUntil([this] { return QFile::exists(Data("sitzung.json")); }));
+        const auto onTheWay = std::uniform_int_distribution<int>(0, 1)(random_) == 0;
+        Pass(onTheWay ? 400 : 2600);
+    }
+
+    void KillAtClose() {
+        DrivenProgram program(screen_->Display(), Arguments());
+        program.WaitFor("Form1");
+        program.Close("Form1");
+        program.WaitFor("xMessageBox");
+        program.Press("xMessageBox", QStringLiteral("Ja"));
+        Pass(120);
+    }
+
+    void KillInImport() {
+        const QString music = folder_.Path(QStringLiteral("musik-%1").arg(++imports_));
+        QDir().mkpath(music);
+        for (int i = 0; i < kImportedAtOnce; ++i)
+            QFile::copy(sound_, QStringLiteral("%1/%2.mp3").arg(music).arg(i));
+        QProcess import;
+        import.setStandardOutputFile(QProcess::nullDevice());
+        import.start(qEnvironmentVariable("KALVO_BIN") + QStringLiteral("/kalvo"),
+                     {QStringLiteral("--datenordner"), Data(), QStringLiteral("--einlesen"), music});
+        EXPECT_TRUE(import.waitForStarted());
+        Pass(250);
+        import.kill();
+        import.waitForFinished();
+    }
+
+    void CheckSettings() {
+        const QByteArray settings = folder_.Read(QStringLiteral("Kalvo/kalvo.ini"));
+        EXPECT_TRUE(settings == kSettings || settings == closed_) << settings.toStdString();
+        for (const auto& [name, count] : {std::pair("kalvo.dll", 11), std::pair("mp3tabelle.dll", 12)}) {
+            if (QFile::exists(Data(name))) {
+                EXPECT_EQ(ValueFile::Read(Data(name)).size(), count) << name;
+            }
+        }
+    }
+
+    /** Rows of a table in a database that has to be sound; `fallback` where the file is not there yet. */
+    int Rows(const char* file, const char* table, int fallback) {
+        if (!QFile::exists(Data(file)) || QFileInfo(Data(file)).size() == 0)
+            return fallback;
+        SqliteDatabase database;
+        EXPECT_EQ(database.Open(Data(file), SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened) << file;
+        SqliteStatement check = database.Prepare(QStringLiteral("PRAGMA quick_check"));
+        EXPECT_TRUE(check.Step() && check.Text(0) == QStringLiteral("ok")) << file;
+        SqliteStatement exists = database.Prepare(
+            QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name = '%1'").arg(QLatin1String(table)));
+        EXPECT_TRUE(exists.Step());
+        if (exists.Number(0) == 0)
+            return fallback; // killed between the file and its table
+        SqliteStatement count = database.Prepare(QStringLiteral("SELECT count(*) FROM ") + QLatin1String(table));
+        EXPECT_TRUE(count.Step());
+        return static_cast<int>(count.Number(0));
+    }
+
+    void Check() {
+        CheckSettings();
+        const int titles = Rows("Musikarchiv/default.mav", "Daten", titles_);
+        EXPECT_GE(titles, titles_) << "titles that had been there are lost";
+        titles_ = titles;
+        const int listed = Rows("Wiedergabeliste/default.mav", "Player1", listed_);
+        EXPECT_GE(listed, listed_) << "entries that had been there are lost";
+        EXPECT_EQ(listed % kFilesAtOnce, 0) << "half a list";
+        EXPECT_LE(listed, files_);
+        listed_ = listed;
+        QDirIterator all(Data(), QDir::Files, QDirIterator::Subdirectories);
+        while (all.hasNext())
+            EXPECT_FALSE(all.next().contains(QStringLiteral(".defekt-"))) << all.filePath().toStdString();
+    }
+
+    /** A whole run; what the status line tells in it. */
+    QString RunToItsEnd() {
+        DrivenProgram program(screen_->Display(), Arguments());
+        const QString told = program.WaitForText(
+            "Form1", "lblMeldung", [](const QString& text) { return text.contains(QStringLiteral("Titel gefunden")); });
+        program.Close("Form1");
+        program.WaitFor("xMessageBox");
+        program.Press("xMessageBox", QStringLiteral("Ja"));
+        EXPECT_EQ(program.WaitForExit(), 0);
+        return told;
+    }
+
+    TestFolder folder_;
+    std::unique_ptr<XServer> screen_;
+    unsigned seed_ = 0;
+    std::mt19937 random_;
+    QString sound_;
+    QByteArray closed_; ///< the settings after an orderly end
+    int files_ = 0;     ///< handed over so far
+    int imports_ = 0;
+    int titles_ = 0; ///< in the archive
+    int listed_ = 0; ///< in the saved list
+};
+
+TEST_F(KillTest, LeavesEveryFileOldOrNewAtAnyMoment) {
+    SCOPED_TRACE(testing::Message() << "KALVO_KILL_SEED=" << seed_);
+    KillAtStart();
+    Check();
+    RunToItsEnd();
+    closed_ = folder_.Read(QStringLiteral("Kalvo/kalvo.ini"));
+    ASSERT_TRUE(closed_.contains("[Fremd]\r\nEnde=1\r\n")) << closed_.toStdString();
+    const int wanted = qEnvironmentVariableIntValue("KALVO_KILL_ROUNDS");
+    QElapsedTimer clock;
+    clock.start();
+    int rounds = 0;
+    for (; !HasFailure() && (wanted > 0 ? rounds < wanted : clock.elapsed() < kBudget); ++rounds) {
+        switch (rounds % 4) {
+        case 0:
+            KillAtStart();
+            break;
+        case 1:
+            KillInRun();
+            break;
+        case 2:
+            KillAtClose();
+            break;
+        default:
+            KillInImport();
+        }
+        Check();
+    }
+    RecordProperty("rounds", rounds);
+    EXPECT_TRUE(RunToItsEnd().contains(QStringLiteral("%1 Titel gefunden").arg(titles_)));
+    Check();
+}
+
+TEST_F(KillTest, TheMusicGoesOnWhereItStopped) {
+    SoundSpec sound;
+    sound.seconds = 120;
+    sound.title = QStringLiteral("Der lange Ton");
+    const QString title = MakeSound(folder_.Path(), QStringLiteral("lang.mp3"), sound);
+    const auto second = [](const QString& time) { return time.section(u'/', 0, 0).section(u':', 1).toInt(); };
+    int stopped = 0;
+    {
+        DrivenProgram program(screen_->Display(), Arguments() + QStringList{title});
+        program.WaitFor("Form1");
+        program.Press("Form1", QStringLiteral("cmdPlay1"));
+        stopped = second(
+            program.WaitForText("Form1", "LTiempo1", [&second](const QString& time) { return second(time) >= 4; }));
+    } // killed
+    DrivenProgram next(screen_->Display(), Arguments());
+    const SeenWindow box = next.WaitFor("xMessageBox");
+    EXPECT_EQ(box.title, QStringLiteral("Weiterspielen"));
+    EXPECT_TRUE(box.Label("lblText").contains(QStringLiteral("Auf Player 1 lief bei 00:0")));
+    next.Press("xMessageBox", QStringLiteral("Ja"));
+    const int goesOn =
+        second(next.WaitForText("Form1", "LTiempo1", [&second](const QString& time) { return second(time) > 0; }));
+    EXPECT_GE(goesOn, stopped - 2);
+    next.WaitForText("Form1", "LTiempo1", [&](const QString& time) { return second(time) > goesOn; });
+}
+
+} // namespace
+} // namespace kalvo::test
