@@ -27,7 +27,7 @@ QByteArray Content(const QString& path) {
 /** A damaged module or one of another version is as good as none. */
 template<typename Module>
 bool IsCurrent(const QString& folder) {
-    const Module module(folder);
+    Module module(folder);
     const auto created = module.Create();
     return created != nullptr && VersionText(created->GetVersion()) == kModuleVersion;
 }

@@ -29,7 +29,5 @@ bool Write(const QString& path, const QList<Value>& values);
 
 /** The file's values; none when it is missing, unreadable or damaged, see PlainText. */
 QStringList Read(const QString& path);
-/** The same of a file's content. */
-QStringList Parse(QByteArray bytes);
 
 } // namespace kalvo::ValueFile
