@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <cstdint>
 #include <oggpageheader.h>
 #include <xingheader.h>
 
@@ -19,6 +20,10 @@ constexpr double kFewestBytes = 250;
 /** Places of a file at which its bit rate is looked at. */
 constexpr int kProbes = 16;
 
+bool IsPlausible(double seconds, std::int64_t bytes) {
+    return seconds > 0 && seconds * kFewestBytes < static_cast<double>(bytes);
+}
+
 double Scanned(const QString& path) {
     audio::ReadAheadFile file(audio::MakeFileSource(QFile::encodeName(path).toStdString()));
     if (!file.WaitUntilOpen())
@@ -26,7 +31,8 @@ double Scanned(const QString& path) {
     const std::unique_ptr<audio::Decoder> decoder = audio::OpenDecoder(file);
     if (decoder == nullptr || decoder->Format().sampleRate <= 0)
         return 0;
-    return static_cast<double>(decoder->Format().frames) / decoder->Format().sampleRate;
+    const double seconds = static_cast<double>(decoder->Format().frames) / decoder->Format().sampleRate;
+    return IsPlausible(seconds, file.Size()) ? seconds : 0;
 }
 
 ByteVector BlockAt(TagLib::File& file, long position, unsigned long length) {
@@ -98,8 +104,7 @@ double OfOgg(TagLib::Ogg::File& file, double seconds, const QString& path) {
     const TagLib::Ogg::PageHeader last(&file, lastPage);
     const bool whole = last.isValid() && lastPage + last.size() + last.dataSize() <= file.length();
     const bool oneStream = first != nullptr && first->streamSerialNumber() == last.streamSerialNumber();
-    const bool plausible = seconds > 0 && seconds * kFewestBytes < static_cast<double>(file.length());
-    return whole && oneStream && plausible && last.absoluteGranularPosition() > 0 ? seconds : Scanned(path);
+    return whole && oneStream && IsPlausible(seconds, file.length()) && last.absoluteGranularPosition() > 0 ? seconds : Scanned(path);
 }
 
 } // namespace kalvo::SoundLength

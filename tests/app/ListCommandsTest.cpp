@@ -67,6 +67,9 @@ struct ListCommandsTest : ::testing::Test {
         for (const QString& path : paths)
             urls.append(QUrl::fromLocalFile(path));
         data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &enter); // makes the window the drag's target
+        EXPECT_TRUE(enter.isAccepted());
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&window, &drop);
         EXPECT_TRUE(drop.isAccepted());

@@ -44,12 +44,13 @@ void ArchiveCategories::BuildCategoryLists(std::function<void()> then) {
         builder_ = new frmExplorer(archive_, folder_, &window_);
         builder_->setAttribute(Qt::WA_DeleteOnClose);
         connect(builder_, &frmExplorer::Built, this, [this] {
+            builder_.clear(); // it closes now; a further build gets a window of its own
             if (const auto next = std::exchange(then_, nullptr))
                 next();
         });
         builder_->show();
-        builder_->Start();
     }
+    builder_->Start();
     builder_->raise();
     builder_->activateWindow();
 }
