@@ -17,11 +17,13 @@ using TagLib::ByteVector;
 
 /** Bytes per second that no sound goes below; a length that says so comes from a damaged header. */
 constexpr double kFewestBytes = 250;
+/** The same of what was scanned: silence can be very short. */
+constexpr double kFewestScanned = 10;
 /** Places of a file at which its bit rate is looked at. */
 constexpr int kProbes = 16;
 
-bool IsPlausible(double seconds, std::int64_t bytes) {
-    return seconds > 0 && seconds * kFewestBytes < static_cast<double>(bytes);
+bool IsPlausible(double seconds, std::int64_t bytes, double fewest = kFewestBytes) {
+    return seconds > 0 && seconds * fewest < static_cast<double>(bytes);
 }
 
 double Scanned(const QString& path) {
@@ -32,7 +34,7 @@ double Scanned(const QString& path) {
     if (decoder == nullptr || decoder->Format().sampleRate <= 0)
         return 0;
     const double seconds = static_cast<double>(decoder->Format().frames) / decoder->Format().sampleRate;
-    return IsPlausible(seconds, file.Size()) ? seconds : 0;
+    return IsPlausible(seconds, file.Size(), kFewestScanned) ? seconds : 0;
 }
 
 ByteVector BlockAt(TagLib::File& file, long position, unsigned long length) {
@@ -61,7 +63,8 @@ double FromHeader(TagLib::MPEG::File& file, const TagLib::MPEG::XingHeader& xing
     if (!frame.isValid() || frame.sampleRate() <= 0 || cut || file.nextFrameOffset(first + told) >= 0)
         return 0;
     const double samples = static_cast<double>(xing.totalFrames()) * frame.samplesPerFrame();
-    return (samples - EncoderSamples(file, first)) / frame.sampleRate();
+    const double seconds = (samples - EncoderSamples(file, first)) / frame.sampleRate();
+    return IsPlausible(seconds, file.length()) ? seconds : 0;
 }
 
 double FromConstantRate(TagLib::MPEG::File& file, long first, long last) {
@@ -104,7 +107,9 @@ double OfOgg(TagLib::Ogg::File& file, double seconds, const QString& path) {
     const TagLib::Ogg::PageHeader last(&file, lastPage);
     const bool whole = last.isValid() && lastPage + last.size() + last.dataSize() <= file.length();
     const bool oneStream = first != nullptr && first->streamSerialNumber() == last.streamSerialNumber();
-    return whole && oneStream && IsPlausible(seconds, file.length()) && last.absoluteGranularPosition() > 0 ? seconds : Scanned(path);
+    return whole && oneStream && IsPlausible(seconds, file.length()) && last.absoluteGranularPosition() > 0
+               ? seconds
+               : Scanned(path);
 }
 
 } // namespace kalvo::SoundLength
