@@ -70,6 +70,7 @@ DrivenProgram::DrivenProgram(const QByteArray& display, const QStringList& argum
     environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"kalvowitness"_s);
     environment.insert(u"QT_PLUGIN_PATH"_s, folder + u"/plugins"_s);
     environment.insert(u"KALVO_WITNESS"_s, server_.fullServerName());
+    environment.insert(u"SDL_AUDIODRIVER"_s, u"dummy"_s);       // what is driven here is not listened to
     environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s); // the X libraries keep what they have
     for (auto variable = options.environment.begin(); variable != options.environment.end(); ++variable)
         environment.insert(variable.key(), variable.value());
@@ -107,7 +108,7 @@ SeenWindow DrivenProgram::See(const char* window) const {
 SeenWindow DrivenProgram::WaitFor(const char* window, const QString& but) {
     EXPECT_TRUE(
         WaitUntil([&] { return IsOpen(window) && (but.isNull() || See(window).Label("lblText") != but); }, kPatience))
-        << window;
+        << window << (program_.state() == QProcess::Running ? " running" : " ended ") << program_.exitCode();
     return See(window);
 }
 
