@@ -4,11 +4,15 @@
 #include <QDataStream>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLocalSocket>
 #include <QMetaMethod>
+#include <QSysInfo>
 #include <QThread>
 
+#include <cerrno>
+#include <csignal>
 #include <utility>
 
 namespace kalvo {
@@ -37,6 +41,23 @@ bool Pause() {
     return true;
 }
 
+/**
+ * Whether a lock that cannot be taken belongs to nobody: one that was broken off before its content was written, which
+ * takes an instant, or one of a program that is gone, in a folder that cannot be written.
+ */
+bool IsLeftOver(const QLockFile& lock) {
+    qint64 process = 0;
+    QString host;
+    QString program;
+    for (int attempt = 0; attempt < 10 && process == 0; ++attempt) {
+        if (!lock.getLockInfo(&process, &host, &program)) {
+            Pause();
+        }
+    }
+    return process == 0 ||
+           (host == QSysInfo::machineHostName() && ::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH);
+}
+
 bool Answers(const QString& name) {
     QLocalSocket socket;
     socket.connectToServer(name);
@@ -51,7 +72,11 @@ SingleInstance::SingleInstance(const DataFolder& folder, QObject* parent) : QObj
     if (lock_.tryLock(0)) {
         first_ = true;
     } else {
-        first_ = lock_.error() != QLockFile::LockFailedError && !Answers(name_);
+        first_ = (lock_.error() != QLockFile::LockFailedError || IsLeftOver(lock_)) && !Answers(name_);
+    }
+    if (first_ && !lock_.isLocked()) { // does nothing where the folder cannot be written
+        QFile::remove(lock_.fileName());
+        lock_.tryLock(0);
     }
     if (first_) {
         Listen();

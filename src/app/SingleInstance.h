@@ -11,7 +11,8 @@ namespace kalvo {
 
 /**
  * One program per data folder. The first holds the lock "\kalvo.sperre" and listens; a later one hands its files over
- * and ends. Where the folder cannot be written the listening alone tells the first. UI thread.
+ * and ends. Where the folder cannot be written the listening alone tells the first. A
+ * lock that a killed program left behind, even half written, keeps nobody out. UI thread.
  */
 class SingleInstance : public QObject {
     Q_OBJECT

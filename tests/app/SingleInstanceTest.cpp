@@ -63,6 +63,10 @@ TEST(SingleInstance, ACrashedProgramKeepsNobodyOut) {
     ASSERT_TRUE(gone.waitForFinished());
     place.Write(QStringLiteral("kalvo.sperre"), number + "\nkalvo\n" + QSysInfo::machineHostName().toUtf8() + '\n');
     EXPECT_TRUE(SingleInstance(folder).IsFirst());
+    place.Write(QStringLiteral("kalvo.sperre"), {}); // broken off between creating and writing it
+    const SingleInstance next(folder);
+    EXPECT_TRUE(next.IsFirst());
+    EXPECT_FALSE(SingleInstance(folder).IsFirst());
 }
 
 TEST(SingleInstance, WithoutALockTheListeningTellsTheFirst) {
