@@ -1,6 +1,7 @@
 #include "app/FileDrop.h"
 
 #include "playlists/ui/PlaylistDrag.h"
+#include "widgets/DragTypes.h"
 
 #include <QDropEvent>
 #include <QWidget>
@@ -18,7 +19,7 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     auto* drop = static_cast<QDropEvent*>(event);
     const QStringList paths = PlaylistDrag::TakePaths(drop->mimeData());
-    if (paths.isEmpty())
+    if (paths.isEmpty() || drop->mimeData()->hasFormat(DragTypes::ArchiveTitles())) // these go to the lists only
         return false;
     drop->setDropAction(Qt::CopyAction);
     drop->accept();

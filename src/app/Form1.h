@@ -90,7 +90,8 @@ private:
     void ImportTitles();
     void AskForFiles();
     void AddSelectedTitles(int player);
-    void Save();
+    /** False: the lists could not be saved. */
+    bool Save();
     void FocusSearch();
     void ShowAbout();
 

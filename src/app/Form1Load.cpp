@@ -152,13 +152,14 @@ void Form1::closeEvent(QCloseEvent* event) {
     timeDj_->stop();
     desk_.layer.StopAudio();
     meta_->Refresh();
-    Save();
-    session_->End();
+    if (Save()) {
+        session_->End(); // else the journal is the only place that holds the lists
+    }
     event->accept();
     QApplication::quit();
 }
 
-void Form1::Save() {
+bool Form1::Save() {
     values_.geometry = normalGeometry();
     values_.maximised = isMaximized();
     values_.continuous = desk_.mixer.Options().continuous;
@@ -178,9 +179,11 @@ void Form1::Save() {
         settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
         settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
     }
-    if (!desk_.keeper.SaveNow()) {
+    const bool saved = desk_.keeper.SaveNow();
+    if (!saved) {
         questions_.Tell(QStringLiteral("Die Wiedergabelisten konnten nicht gespeichert werden."));
     }
+    return saved;
 }
 
 } // namespace kalvo

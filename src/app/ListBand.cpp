@@ -84,8 +84,9 @@ void ListBand::ConnectActions(DeskActions& actions) {
     connect(actions.removeMarked, &QAction::triggered, this,
             [this, active] { listActions_.RemoveRows(listActions_.ActiveList(), active()); });
     connect(actions.removeAll, &QAction::triggered, this, [this] {
+        const int player = listActions_.ActiveList(); // another list may become active while the question is open
         if (listActions_.RemoveAll())
-            Panel(listActions_.ActiveList()).ResetCaption();
+            Panel(player).ResetCaption();
     });
 }
 

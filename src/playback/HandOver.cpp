@@ -87,7 +87,11 @@ StartAction EndDecision(const MixState& state, int ended) {
     if (CanStart(state.Deck(other))) {
         return {StartKind::Jump, other};
     }
-    return state.Deck(ended).hasNext ? StartAction{StartKind::Continue, ended} : StartAction{StartKind::AllEnded, 0};
+    if (!state.Deck(ended).hasNext) {
+        return {StartKind::AllEnded, 0};
+    }
+    // The fader may stand at the far end, after a hand-over whose target was stopped.
+    return {FaderVolume(ended, state.fader) == 0 ? StartKind::Jump : StartKind::Continue, ended};
 }
 
 StartAction SilenceDecision(const MixState& state) {

@@ -154,6 +154,12 @@ void Mixer::StepFade() {
     if (target == 0 || faderHeld_ || IsOpening(target)) {
         return;
     }
+    const int silent = OtherPlayer(target);
+    if (handOverRunning_ && layer_.Activity(target) != audio::Activity::Playing &&
+        layer_.Activity(silent) == audio::Activity::Playing) {
+        fader_.FadeTowards(silent); // the target was stopped, was paused or broke
+        return;
+    }
     const int before = fader_.Position();
     const bool arrived = fader_.Tick();
     if (fader_.Position() != before) {
@@ -166,7 +172,6 @@ void Mixer::StepFade() {
         return;
     }
     handOverRunning_ = false;
-    const int silent = OtherPlayer(target);
     if (layer_.Activity(target) == audio::Activity::Playing && layer_.Activity(silent) == audio::Activity::Playing) {
         StopPlayer(silent);
     }

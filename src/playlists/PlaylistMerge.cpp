@@ -58,6 +58,10 @@ PlaylistState MergedState(const PlaylistState& wanted, const PlaylistState& know
             if (before != nullptr) {
                 entry.icon = Chosen(entry.icon, before->icon, present->icon);
                 entry.info = Chosen(entry.info, before->info, present->info);
+                entry.title = Chosen(entry.title, before->title, present->title);
+                entry.artist = Chosen(entry.artist, before->artist, present->artist);
+                entry.duration = Chosen(entry.duration, before->duration, present->duration);
+                entry.path = Chosen(entry.path, before->path, present->path);
             }
             merged.entries.append(entry);
         }

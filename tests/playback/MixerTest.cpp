@@ -85,6 +85,23 @@ struct MixerTest : ::testing::Test {
     int nextFade = 0;
 };
 
+TEST_F(MixerTest, AHandOverWhoseTargetIsStoppedNeverEndsInSilence) {
+    Fill(list1, {QStringLiteral("a-30"), QStringLiteral("b-30")});
+    Fill(list2, {QStringLiteral("c-30")});
+    mixer->SetFader(-100);
+    mixer->Play(1, -1);
+    Run(23);
+    ASSERT_TRUE(Plays(2));
+    mixer->Stop(2);
+    int unheard = 0;
+    for (int tenth = 0; tenth < 200; ++tenth) {
+        Run(0.1);
+        unheard += Plays(1) && Volume(1) > 0 ? 0 : 1;
+    }
+    EXPECT_LE(unheard, 1) << "a title may end between two looks";
+    EXPECT_EQ(started.last(), QStringLiteral("1:b-30"));
+}
+
 TEST_F(MixerTest, HandsOverAtTheSecondOfTheRuleInEverySpeed) {
     for (const FadeSpeed& speed : kFadeSpeeds) {
         SCOPED_TRACE(speed.interval);

@@ -92,6 +92,15 @@ TEST_F(ListUndoTest, ThePlayerGoesOnInBetween) {
     EXPECT_EQ(Shown(first), ".bc!.fz") << "one red entry only";
 }
 
+TEST_F(ListUndoTest, AMovedFileStaysWhereItIsNow) {
+    first.Append(EntriesOf("abc"));
+    actions.RemoveRows(1, {2});
+    first.SetPath(0, QStringLiteral("/neu"));
+    stack.undo();
+    EXPECT_EQ(first.Count(), 3);
+    EXPECT_EQ(first.At(0).path, QStringLiteral("/neu"));
+}
+
 TEST_F(ListUndoTest, AQuestionInBetweenIsStillOneStep) {
     first.Append(EntriesOf("a"));
     class Interrupted final : public PlaylistQuestions {
