@@ -4,6 +4,7 @@
 #include "widgets/DragTypes.h"
 
 #include <QDropEvent>
+#include <QMimeData>
 #include <QWidget>
 
 namespace kalvo {
