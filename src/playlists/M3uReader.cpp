@@ -69,7 +69,8 @@ std::optional<QString> TitlePath(const QString& line, const QString& folder) {
     if (Contains(line, QLatin1String("http")) || Contains(line, QLatin1String("www.")))
         return std::nullopt;
     QString path = line.startsWith(QLatin1String("file:"), Qt::CaseInsensitive) ? FromAddress(line) : line;
-    if (!FileName::IsMusic(path))
+    const bool isOneLine = std::none_of(path.cbegin(), path.cend(), [](QChar c) { return c < u' '; });
+    if (!isOneLine || !FileName::IsMusic(path)) // an address may hide a line end
         return std::nullopt;
     if (IsAbsolute(path))
         return path;
