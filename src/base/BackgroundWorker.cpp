@@ -33,7 +33,9 @@ BackgroundWorker::~BackgroundWorker() {
     shared_->jobs.clear();
     shared_->owner.reset();
     shared_->changed.notify_all();
-    const bool ended = shared_->changed.wait_for(lock, kPatience, [this] { return shared_->ended; });
+    const bool ended = shared_->changed.wait_until(
+        lock, std::chrono::system_clock::now() + kPatience, // a wait that the thread sanitizer knows
+        [this] { return shared_->ended; });
     lock.unlock();
     ended ? thread_.join() : thread_.detach();
 }

@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QThreadPool>
 
 #include <algorithm>
 #include <array>
@@ -76,14 +75,13 @@ bool EndsInsideLine(QFile& file) {
 }
 
 /** The disk may take its time; the music does not wait for it. */
-void SyncInBackground(const QString& path) {
-    QThreadPool::globalInstance()->start([path] {
-        QFile file(path);
+BackgroundWorker::Answer Sync(const QString& path) {
+    QFile file(path);
 #ifdef Q_OS_UNIX
-        if (file.open(QIODevice::ReadOnly))
-            ::fsync(file.handle());
+    if (file.open(QIODevice::ReadOnly))
+        ::fsync(file.handle());
 #endif
-    });
+    return {};
 }
 
 QStringList ShownFields(const PlayedTitle& title) {
@@ -125,7 +123,7 @@ bool EveningLog::Write(const PlayedTitle& title) {
     bytes += LineOf(title).toUtf8() + "\r\n";
     if (file.write(bytes) != bytes.size())
         return false;
-    SyncInBackground(path);
+    syncer_.Do([path] { return Sync(path); });
     return true;
 }
 

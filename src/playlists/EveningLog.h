@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/BackgroundWorker.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QString>
@@ -54,6 +56,7 @@ private:
     QString PathOf(const QDate& evening) const;
 
     QString folder_;
+    BackgroundWorker syncer_;
 };
 
 } // namespace kalvo
