@@ -1,6 +1,7 @@
 #include "app/DamagedFiles.h"
 
 #include "base/FileName.h"
+#include "base/PlainText.h"
 #include "base/SetAside.h"
 #include "base/ValueFile.h"
 
@@ -25,13 +26,6 @@ struct SmallFile {
     std::function<bool(const QByteArray&)> isSound;
 };
 
-bool IsText(const QByteArray& bytes) {
-    return std::none_of(bytes.begin(), bytes.end(), [](char byte) {
-        const auto code = static_cast<unsigned char>(byte);
-        return code < 0x20 && byte != '\t' && byte != '\r' && byte != '\n' && byte != '\f' && byte != 0x1A;
-    });
-}
-
 std::function<bool(const QByteArray&)> ValueTest(int numbers) {
     return [numbers](const QByteArray& bytes) { return IsSoundValueFile(bytes, numbers); };
 }
@@ -46,7 +40,7 @@ QList<SmallFile> SmallFiles() {
 } // namespace
 
 bool IsSoundSettings(const QByteArray& bytes) {
-    if (!IsText(bytes)) {
+    if (!PlainText::IsText(bytes)) {
         return false;
     }
     // Without any section nothing in it could ever be read.
@@ -60,7 +54,7 @@ bool IsSoundSettings(const QByteArray& bytes) {
 }
 
 bool IsSoundValueFile(const QByteArray& bytes, int numbers) {
-    if (!IsText(bytes)) {
+    if (!PlainText::IsText(bytes)) {
         return false;
     }
     const QStringList values = ValueFile::Parse(bytes);
