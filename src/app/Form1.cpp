@@ -73,10 +73,13 @@ void Form1::ChooseDevice(int device) {
     }
     desk_.mixer.Stop(1);
     desk_.mixer.Stop(2);
+    const int before = desk_.layer.OutputDevice();
+    const int buffer = OutputBuffer::Frames(OutputBuffer::Read(desk_.settings));
     desk_.layer.StopAudio();
-    if (!desk_.layer.InitAudio(device, OutputBuffer::Frames(OutputBuffer::Read(desk_.settings)))) {
+    if (!desk_.layer.InitAudio(device, buffer)) {
         questions_.Tell(QStringLiteral("Error: Couldn't Initialize Digital Output"));
-        return;
+        if (!desk_.layer.InitAudio(before, buffer))
+            return;
     }
     desk_.mixer.SetMasterVolume(console_->Mixing().Volume());
     OutputChoice{desk_.layer.OutputDevice(), desk_.layer.DeviceNames().value(desk_.layer.OutputDevice())}.Write(

@@ -6,6 +6,13 @@
 
 namespace kalvo {
 
+namespace {
+
+/** Longer than a step: one that comes late still finds the volume on its way, so that its line has no kink. */
+constexpr int kSlideSteps = 2;
+
+} // namespace
+
 Mixer::Mixer(AudioLayer& layer, Playlist& list1, Playlist& list2, QObject* parent) : QObject(parent), layer_(layer) {
     const std::array<Playlist*, 2> lists{&list1, &list2};
     for (const int player : {1, 2}) {
@@ -164,7 +171,7 @@ void Mixer::StepFade() {
     const bool arrived = fader_.Tick();
     if (fader_.Position() != before) {
         for (const DeckData& deck : decks_) {
-            layer_.SlidePlayerVolume(deck.number, VolumeOf(deck), options_.fadeInterval);
+            layer_.SlidePlayerVolume(deck.number, VolumeOf(deck), kSlideSteps * options_.fadeInterval);
         }
         Q_EMIT FaderMoved(fader_.Position());
     }

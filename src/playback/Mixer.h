@@ -42,7 +42,7 @@ public:
     // ---- transport
 
     /**
-     * Resumes a paused player. Otherwise starts what it has loaded from its start again, the given selected row of its
+     * Resumes a paused player; a playing one starts its red entry again. Otherwise starts the given selected row of its
      * list (-1: none), the red entry, what is prepared or the next title. A missing file is told by FileMissing.
      */
     void Play(int player, int selectedRow);

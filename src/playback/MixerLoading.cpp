@@ -54,7 +54,7 @@ void Mixer::ReadyLoaded(int player) {
         layer_.Audio().ChannelSetSync(layer_.Record(player).stream, type, 0, procedure, &Deck(player));
     };
     sync(static_cast<std::uint32_t>(audio::SyncType::End) | audio::kOneTime, &Mixer::OnEnd);
-    sync(static_cast<std::uint32_t>(audio::SyncType::DeviceLost), &Mixer::OnDeviceLost);
+    sync(static_cast<std::uint32_t>(audio::SyncType::DeviceLost) | audio::kOneTime, &Mixer::OnDeviceLost);
 }
 
 void Mixer::StartLoaded(int player) {

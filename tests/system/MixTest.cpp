@@ -4,12 +4,15 @@
 #include "system/Program.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <ostream>
+#include <string>
 
 namespace kalvo::test {
 namespace {
@@ -80,7 +83,7 @@ std::unique_ptr<ToneMeter> MixTest::meter;
 double MixTest::second = -1;
 double MixTest::third = -1;
 
-TEST_F(MixTest, HandOversBeginAtTheSecondOfTheRule) {
+TEST_F(MixTest, HandOversAreHeardAtTheSecondOfTheRule) {
     // One tick of the main timer, one step of the fade and the meter's own 20 ms may pass.
     EXPECT_GE(second, kHandOverAt - 0.02);
     EXPECT_LE(second, kHandOverAt + 0.2);
@@ -104,6 +107,67 @@ TEST_F(MixTest, ThereIsNeitherGapNorClick) {
     // The first title fades to the second from the centre, where the second starts at full volume.
     EXPECT_LT(meter->ResidualPeak(kTones, 0.1, second - 0.05), -60);
     EXPECT_LT(meter->ResidualPeak(kTones, second + 0.05, third + kFade + 1), -60);
+}
+
+struct HandOverReport {
+    double second; ///< of the mix
+    int target;
+    int position; ///< whole seconds of the title that is handed over
+    int length;
+
+    bool operator==(const HandOverReport&) const = default;
+};
+
+void PrintTo(const HandOverReport& report, std::ostream* out) {
+    *out << report.second << " s, to Player " << report.target << " at " << report.position << " of " << report.length;
+}
+
+std::vector<HandOverReport> HandOvers(const QString& output) {
+    static const QRegularExpression line(
+        QStringLiteral("([0-9.]+) s  Übergabe an Player ([12]) bei Sekunde (\\d+) von (\\d+)"));
+    std::vector<HandOverReport> found;
+    for (auto match = line.globalMatch(output); match.hasNext();) {
+        const QRegularExpressionMatch one = match.next();
+        found.push_back(
+            {one.captured(1).toDouble(), one.captured(2).toInt(), one.captured(3).toInt(), one.captured(4).toInt()});
+    }
+    return found;
+}
+
+TEST(MixOfEveryLength, BeginsEachHandOverAtTheSecondOfTheRuleAtEverySpeed) {
+    struct Case {
+        int length;
+        std::vector<HandOverReport> expected;
+    };
+    // The rule is asked every 0.1 s: at once for titles no longer than the switch-over time of 9 s, else when the
+    // rounded position reaches 191 s.
+    const std::vector<Case> cases{
+        {1, {{0.1, 2, 0, 1}}}, {9, {{0.1, 2, 0, 9}}}, {200, {{190.5, 2, 191, 200}, {381, 1, 191, 200}}}};
+    const TestFolder folder;
+    for (const Case& row : cases) {
+        QStringList titles;
+        for (const int number : {1, 2, 3}) {
+            SoundSpec sound;
+            sound.seconds = row.length;
+            titles << MakeSound(folder.Path(), QStringLiteral("%1 s, %2.wav").arg(row.length).arg(number), sound);
+        }
+        for (const int interval : {60, 45, 30, 15, 5}) {
+            SCOPED_TRACE(std::to_string(row.length) + " s, a step each " + std::to_string(interval) + " ms");
+            folder.Write(QStringLiteral("Kalvo/kalvo.ini"),
+                         QStringLiteral("[Mixer]\r\nÜberblendgeschwindigkeit=%1\r\n").arg(interval).toUtf8());
+            const ProgramResult result = Mix(folder, titles);
+            EXPECT_EQ(result.exitCode, 0) << result.output.toStdString();
+            EXPECT_EQ(result.output.count(QStringLiteral("  Player ")), titles.size());
+            std::vector<HandOverReport> told = HandOvers(result.output);
+            const double fade = 0.1 * interval; // from the centre to the end: a hundred steps
+            if (row.length <= 9 && fade < row.length) {
+                ASSERT_FALSE(told.empty());
+                EXPECT_NEAR(told.back().second, 0.1 + fade, 0.11) << "the next follows as soon as the fade has ended";
+                told.pop_back();
+            }
+            EXPECT_EQ(told, row.expected);
+        }
+    }
 }
 
 TEST(MixOfBadFiles, TheMusicGoesOnAndTheReportNamesThem) {

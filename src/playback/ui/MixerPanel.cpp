@@ -1,5 +1,6 @@
 #include "playback/ui/MixerPanel.h"
 
+#include "playback/CrossFader.h"
 #include "widgets/CheckButton.h"
 #include "widgets/FaderSlider.h"
 #include "widgets/IconButton.h"
@@ -17,14 +18,6 @@
 namespace kalvo {
 
 namespace {
-
-struct Speed {
-    const char* text;
-    int milliseconds;
-};
-
-constexpr Speed speeds[] = {
-    {"sehr langsam", 60}, {"langsam", 45}, {"mittel", 30}, {"schnell", 15}, {"sehr schnell", 5}};
 
 void ShowChoice(QComboBox& box, int index) {
     if (index < 0)
@@ -84,8 +77,8 @@ MixerPanel::MixerPanel(QWidget* parent) : QFrame(parent), parts_(std::make_uniqu
     parts_->volumeText->SetText(QStringLiteral("0"));
     for (const char* mode : {"No Fading", "Fade-CrossOver"})
         parts_->modes->addItem(QString::fromLatin1(mode));
-    for (const Speed& speed : speeds)
-        parts_->tempo->addItem(QStringLiteral("Tempo: %1").arg(QString::fromLatin1(speed.text)), speed.milliseconds);
+    for (const FadeSpeed& speed : kFadeSpeeds)
+        parts_->tempo->addItem(QStringLiteral("Tempo: %1").arg(QStringView(speed.text)), speed.interval);
     for (QComboBox* box : {parts_->modes, parts_->tempo}) {
         box->setFocusPolicy(Qt::TabFocus);
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
