@@ -1,6 +1,7 @@
 #include "app/Desk.h"
 #include "app/Form1.h"
 #include "playback/AudioModule.h"
+#include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 #include "widgets/IconButton.h"
 
@@ -8,7 +9,11 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QTest>
 #include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
 
 namespace kalvo::test {
 namespace {
@@ -47,7 +52,7 @@ QStringList Clipped(const QWidget& window) {
     return clipped;
 }
 
-TEST_F(WindowTest, IsUsableOnTheSmallestScreenInEveryFontSize) {
+TEST_F(WindowTest, IsUsableFromTheSmallestScreenTo4KInEveryFontSize) {
     ASSERT_TRUE(window->Load());
     window->show();
     const auto* const list = window->findChild<QAbstractScrollArea*>(QStringLiteral("List1"));
@@ -57,7 +62,7 @@ TEST_F(WindowTest, IsUsableOnTheSmallestScreenInEveryFontSize) {
             SCOPED_TRACE(std::string(size) + ", " + buttons);
             Choose(size);
             Choose(buttons);
-            for (const QSize screen : {QSize(1280, 800), QSize(800, 600)}) {
+            for (const QSize screen : {QSize(3840, 2160), QSize(1280, 800), QSize(800, 600)}) {
                 window->resize(screen);
                 QApplication::processEvents();
                 EXPECT_EQ(window->size(), screen);
@@ -66,6 +71,29 @@ TEST_F(WindowTest, IsUsableOnTheSmallestScreenInEveryFontSize) {
                 EXPECT_GE(archive->height(), 3 * QFontMetrics(list->font()).height());
             }
         }
+    }
+}
+
+TEST_F(WindowTest, TheFunctionKeysWorkThePlayersWhereverTheFocusIs) {
+    ASSERT_TRUE(window->Load());
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    for (const int player : {1, 2}) {
+        PlaylistEntry entry;
+        entry.path = MakeSound(folder.Path(), QStringLiteral("Titel %1.wav").arg(player), {60});
+        desk.List(player).Append({entry});
+    }
+    const auto status = [this] { return desk.mixer.StatusText(1) + u' ' + desk.mixer.StatusText(2); };
+    window->findChild<QWidget*>(QStringLiteral("cboTempo"))->setFocus();
+    for (const auto& [key, expected] : std::vector<std::pair<Qt::Key, const char*>>{{Qt::Key_F1, "play stop"},
+                                                                                    {Qt::Key_F3, "pause stop"},
+                                                                                    {Qt::Key_F5, "pause play"},
+                                                                                    {Qt::Key_F1, "play play"},
+                                                                                    {Qt::Key_F7, "play pause"},
+                                                                                    {Qt::Key_F2, "stop pause"},
+                                                                                    {Qt::Key_F6, "stop stop"}}) {
+        QTest::keyClick(window.get(), key);
+        EXPECT_EQ(status().toStdString(), expected) << "after F" << key - Qt::Key_F1 + 1;
     }
 }
 
