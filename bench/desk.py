@@ -25,6 +25,7 @@ import wave
 
 TITLE_SECONDS = 240
 STARTS = 7
+BANDS = (80, 125, 250, 500, 1000, 2000, 4000, 8000, 12000, 16000)
 WORDS = "Nacht Tanz Herz Stern Regen Feuer Traum Sommer Mond Wind Licht Stadt Fluss Sonne Farbe Weg".split()
 
 
@@ -176,6 +177,9 @@ def fill(binary, data, titles, count):
         archive.executemany("INSERT INTO Daten (Titel, Interpret, Album, Stil, Zeit, Jahr, Pfad, Extra1, Extra2, Extra3,"
                             " Extra4, Bewertung) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)", rows)
         archive.commit()
+    # The equaliser of both decks is on, all ten bands away from their middle.
+    bands = "".join(f"{band}={14 if number % 2 else 6}\r\n" for number, band in enumerate(BANDS))
+    (data / "kalvo.ini").write_text("[Equalizer]\r\nEQStatus=1\r\n" + bands, encoding="cp1252")
     (data / "Wiedergabeliste").mkdir(exist_ok=True)
     fields = "Titel Interpret Album Bewertung Stil Zeit Jahr Pfad Extra1 Extra2 Extra3 Extra4".split()
     with contextlib.closing(sqlite3.connect(data / "Wiedergabeliste" / "default.mav")) as lists:
@@ -219,6 +223,16 @@ def measure(binary, folder, count, memory, seconds, screen, sound, titles):
         program.close()
 
 
+def measure_mix(binary, folder, titles):
+    begin = time.monotonic()
+    subprocess.run([binary, "--datenordner", folder / "Mix", "--mix", folder / "mix.wav", *titles], check=True,
+                   stdout=subprocess.DEVNULL)
+    elapsed = time.monotonic() - begin
+    with wave.open(str(folder / "mix.wav")) as mix:
+        length = mix.getnframes() / mix.getframerate()
+    print(f"{'two MP3 titles mixed into a file, decoding included':<58}{length / elapsed:8.0f} times real time", flush=True)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("program", type=lambda name: str(pathlib.Path(name).resolve()))
@@ -230,6 +244,7 @@ def main():
         stack.callback(sound.close)
         stack.callback(screen.close)
         titles = [make_title(folder, "eins.mp3", 330), make_title(folder, "zwei.mp3", 440)]
+        measure_mix(arguments.program, folder, titles)
         for count, memory in ((5000, 90), (100000, 120)):
             measure(arguments.program, folder, count, memory, arguments.seconds, screen, sound, titles)
 
