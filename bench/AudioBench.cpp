@@ -98,6 +98,7 @@ BENCHMARK(OfflineRender)
     ->Args({2, 10, 46305, 0})
     ->Args({2, 10, 46305, 1})
     ->Args({5, 0, kRate, 0})
+    ->Args({5, 10, kRate, 0})
     ->Args({5, 10, 46305, 0});
 
 /** The mean load that the library itself reports while the silent device runs two decks for two seconds. */
