@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
 #include <QCommandLineParser>
+#include <QDir>
 #include <QFileInfo>
 
 namespace kalvo {
@@ -17,7 +18,7 @@ const QString kVersion = QStringLiteral("version");
 const QString kHelp = QStringLiteral("help");
 
 QString Absolute(const QString& path) {
-    return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
+    return path.isEmpty() ? path : QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
 void Describe(QCommandLineParser& parser) {

@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <utility>
+#include <algorithm>
 
 namespace kalvo {
 
@@ -87,9 +87,10 @@ void ComponentFetch::CollectFiles(const QString& component) {
     };
     if (component == u"CDDB")
         return add(QStringLiteral("CdBase.ocx"), QStringLiteral("CdBase.ocx"));
-    add(QStringLiteral("wenzo.dll"), QStringLiteral("Temp/wenzo.dll"));
+    // The encoder first: should the power fail between the two, the next start only asks once more.
     if (!HasEncoder(source_.programFolder))
         add(QStringLiteral("BASSenc.dll"), QStringLiteral("BASSenc.dll"));
+    add(QStringLiteral("wenzo.dll"), QStringLiteral("Temp/wenzo.dll"));
 }
 
 /** The signature first: without one the file need not be fetched. */
@@ -129,14 +130,28 @@ void ComponentFetch::TakeFailure(const QString& reason, bool missing) {
     End(false, reason);
 }
 
-/** On failure current_ is the file that could not be written. */
+/** All files or none: nothing is moved to its place before everything is written. On failure current_ is the file that
+ * could not be written. */
 bool ComponentFetch::Install() {
-    for (current_ = 0; current_ < files_.size(); ++current_) {
-        const File& file = files_[current_];
-        if (!QDir().mkpath(QFileInfo(file.target).path()) || !WriteAtomically(file.target, file.content))
-            return false;
+    auto failed = std::find_if_not(files_.begin(), files_.end(), &WriteBeside);
+    const bool written = failed == files_.end();
+    if (written) {
+        failed = std::find_if_not(files_.begin(), files_.end(),
+                                  [](const File& file) { return ReplaceFile(Beside(file), file.target); });
     }
-    return true;
+    for (const File& file : files_)
+        QFile::remove(Beside(file));
+    current_ = failed - files_.begin();
+    return written && failed == files_.end();
+}
+
+bool ComponentFetch::WriteBeside(const File& file) {
+    const QFileInfo target(file.target);
+    return !target.isDir() && QDir().mkpath(target.path()) && WriteAtomically(Beside(file), file.content);
+}
+
+QString ComponentFetch::Beside(const File& file) {
+    return file.target + QStringLiteral(".neu");
 }
 
 void ComponentFetch::End(bool installed, const QString& message) {

@@ -25,7 +25,7 @@ struct ComponentSource {
 /**
  * Downloads a component and puts it in its place, once its signature is found right: "CDDB" is "CdBase.ocx" of the
  * program folder; "wenzo" is "Temp/wenzo.dll" below it, which the next start installs, and "BASSenc.dll" too when that
- * cannot be used. Nothing is written before everything has arrived and is proven; each file is replaced atomically.
+ * cannot be used. Nothing is written before everything has arrived and is proven, and then all files or none.
  * UI thread.
  */
 class ComponentFetch : public QObject {
@@ -59,6 +59,8 @@ private:
     void Take(const QByteArray& content);
     void TakeFailure(const QString& reason, bool missing);
     bool Install();
+    static bool WriteBeside(const File& file);
+    static QString Beside(const File& file);
     void End(bool installed, const QString& message);
 
     ComponentSource source_;

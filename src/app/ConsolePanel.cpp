@@ -4,6 +4,7 @@
 #include "playback/Mixer.h"
 #include "playback/ui/DeckPanel.h"
 #include "playback/ui/MixerPanel.h"
+#include "widgets/LevelBar.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHBoxLayout>
@@ -45,6 +46,16 @@ void ConsolePanel::SetLayoutMode(LayoutMode mode) {
     decks_[0]->SetLayoutMode(mode);
     decks_[1]->SetLayoutMode(mode);
     mixing_->SetLayoutMode(mode);
+}
+
+void ConsolePanel::SetMeters(bool shown, const QColor& colour) {
+    for (LevelBar* bar : findChildren<LevelBar*>()) {
+        QSizePolicy policy = bar->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        bar->setSizePolicy(policy);
+        bar->setVisible(shown);
+        bar->SetColour(colour);
+    }
 }
 
 void ConsolePanel::ConnectDeck(int player) {

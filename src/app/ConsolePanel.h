@@ -27,6 +27,8 @@ public:
 
     MixerPanel& Mixing() { return *mixing_; }
     void SetLayoutMode(LayoutMode mode);
+    /** The decks' level bars; an invalid colour: the skin's. */
+    void SetMeters(bool shown, const QColor& colour);
     /** Gives the selected row of a player's list, -1 for none. */
     void SetSelection(std::function<int(int player)> selectedRow) { selectedRow_ = std::move(selectedRow); }
     /** Gives the header caption of a player's list, for the deck's tooltip. */

@@ -4,11 +4,13 @@
 #include "base/PlainText.h"
 #include "base/SetAside.h"
 #include "base/ValueFile.h"
+#include "playlists/ChartsFile.h"
 
 #include <QFile>
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace kalvo {
 
@@ -21,20 +23,23 @@ constexpr int kLayoutNumbers = 10;  ///< constant, eight widths, row height; two
 constexpr int kOptionNumbers = 0;   ///< a text
 constexpr auto kLargest = 16 << 20; ///< bytes; none of these files comes near it
 
-struct SmallFile {
-    QString name;
-    std::function<bool(const QByteArray&)> isSound;
-};
+using Test = std::function<bool(const QByteArray&)>;
 
-std::function<bool(const QByteArray&)> ValueTest(int numbers) {
+Test ValueTest(int numbers) {
     return [numbers](const QByteArray& bytes) { return IsSoundValueFile(bytes, numbers); };
 }
 
-QList<SmallFile> SmallFiles() {
-    return {{u"\\kalvo.ini"_s, IsSoundSettings},
-            {u"\\kalvo.dll"_s, ValueTest(kWindowNumbers)},
-            {u"\\optionen.dll"_s, ValueTest(kOptionNumbers)},
-            {u"\\mp3tabelle.dll"_s, ValueTest(kLayoutNumbers)}};
+bool IsDamaged(const QString& path, const Test& isSound) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.size() > 0 && (file.size() > kLargest || !isSound(file.readAll()));
+}
+
+/** What has to be told. */
+QString PutAside(const QString& path, const QString& instead, const Clock& clock) {
+    const QString kept = SetAside(path, clock);
+    return kept.isEmpty()
+               ? u"%1 ist beschädigt und kann nicht beiseitegelegt werden."_s.arg(FileName::Last(path))
+               : u"%1 war beschädigt, %2. Die alte Datei liegt unter %3"_s.arg(FileName::Last(path), instead, kept);
 }
 
 } // namespace
@@ -69,22 +74,18 @@ bool IsSoundValueFile(const QByteArray& bytes, int numbers) {
 }
 
 QStringList SetDamagedFilesAside(const DataFolder& folder, const Clock& clock) {
+    const std::pair<QString, Test> files[] = {{u"\\kalvo.ini"_s, IsSoundSettings},
+                                              {u"\\kalvo.dll"_s, ValueTest(kWindowNumbers)},
+                                              {u"\\optionen.dll"_s, ValueTest(kOptionNumbers)},
+                                              {u"\\mp3tabelle.dll"_s, ValueTest(kLayoutNumbers)}};
     QStringList told;
-    for (const SmallFile& small : SmallFiles()) {
-        const QString path = folder.Path(small.name);
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly) || file.size() == 0) {
-            continue;
+    for (const auto& [name, isSound] : files) {
+        if (const QString path = folder.Path(name); IsDamaged(path, isSound)) {
+            told.append(PutAside(path, u"es gelten die Vorgaben"_s, clock));
         }
-        if (file.size() <= kLargest && small.isSound(file.readAll())) {
-            continue;
-        }
-        file.close();
-        const QString kept = SetAside(path, clock);
-        told.append(kept.isEmpty()
-                        ? u"%1 ist beschädigt und kann nicht beiseitegelegt werden."_s.arg(FileName::Last(path))
-                        : u"%1 war beschädigt, es gelten die Vorgaben. Die alte Datei liegt unter %2"_s.arg(
-                              FileName::Last(path), kept));
+    }
+    if (const QString path = folder.Path(u"\\Charts"_s); ChartsFile(path, clock).IsDamaged()) {
+        told.append(PutAside(path, u"die Charts beginnen von vorn"_s, clock));
     }
     return told;
 }

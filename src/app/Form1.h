@@ -19,6 +19,7 @@ struct Desk;
 class ArchiveCommands;
 class ArchivePanel;
 class ConsolePanel;
+class EqualizerCommand;
 class ListBand;
 class ListCommands;
 class NoticeBar;
@@ -108,6 +109,7 @@ private:
     ArchivePanel* archive_ = nullptr;
     ArchiveCommands* archiveCommands_ = nullptr;
     StatusLine* status_ = nullptr;
+    EqualizerCommand* equalizer_ = nullptr;
     OptionCommands* options_ = nullptr;
     TagCommands* tags_ = nullptr;
     WatchCommands* watch_ = nullptr;

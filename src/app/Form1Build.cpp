@@ -6,8 +6,10 @@
 #include "app/ChartsCommands.h"
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
+#include "app/EqualizerCommand.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
+#include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
 #include "app/StatusLine.h"
@@ -59,9 +61,11 @@ void Form1::Build() {
     console_->SetCaption([this](int player) { return lists_->Caption(player); });
     archive_->AddContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
                                  actions_.selectAllTitles, actions_.importTitles});
-    options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, console_->Mixing(), *this);
+    equalizer_ = new EqualizerCommand(desk_, *actions_.mixerMenu, this);
+    options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, *console_, *this);
     connect(options_, &OptionCommands::LookChosen, this, &Form1::ShowStyle);
     connect(options_, &OptionCommands::OutputChosen, this, &Form1::ChooseDevice);
+    connect(options_, &OptionCommands::Confirmed, this, [this] { meta_->Refresh(); });
     archiveCommands_ = new ArchiveCommands(desk_.archive, *archive_, actions_, values_, {lists_}, *this);
     connect(archiveCommands_, &ArchiveCommands::Told, status_, &StatusLine::Tell);
     tags_ = new TagCommands(desk_, actions_, listActions_, *archive_, *lists_, *this);

@@ -5,6 +5,7 @@
 #include "app/ConsolePanel.h"
 #include "app/DamagedFiles.h"
 #include "app/Desk.h"
+#include "app/EqualizerCommand.h"
 #include "app/MetaOutput.h"
 #include "app/SessionMemory.h"
 #include "app/StatusLine.h"
@@ -59,6 +60,7 @@ bool Form1::Load() {
                          xMessageBox::Sign::Error);
         return false;
     }
+    equalizer_->Load();
     CheckScreen();
     ReadMixer();
     OpenArchive();
@@ -107,7 +109,6 @@ void Form1::ReadMixer() {
     MixerOptions options = MixerOptions::Read(desk_.settings);
     options.continuous = values_.continuous;
     options.automatic = values_.automatic;
-    desk_.layer.SetEqualiser(EqualiserSettings::Read(desk_.settings));
     desk_.mixer.SetOptions(options);
     const int volume = std::clamp(desk_.settings.GetNumber(kEqualizer, QStringLiteral("Lautstärke"), 35), 0, 100);
     desk_.mixer.SetMasterVolume(volume);
@@ -122,13 +123,12 @@ void Form1::OpenArchive() {
     connect(&desk_.keeper, &PlaylistKeeper::Told, status_, &StatusLine::Warn);
     connect(&desk_.archive, &Archive::IndexReady, this,
             [this] { ShowProgress(QStringLiteral("%1 Titel gefunden").arg(desk_.archive.Count())); });
-    if (desk_.archive.Open(desk_.folder)) {
-        ShowProgress(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
-    }
+    desk_.archive.Open(desk_.folder);
 }
 
 void Form1::RestoreLists() {
     desk_.keeper.Restore();
+    ShowProgress(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
     session_->Begin();
     AddFiles(commandLine_.files);
 }
@@ -147,6 +147,7 @@ void Form1::closeEvent(QCloseEvent* event) {
     }
     closing_ = true;
     status_->Tell(QStringLiteral("Beendet"));
+    status_->repaint(); // the end leaves no time for events
     delete import_.data();
     timer1_->stop();
     timeDj_->stop();

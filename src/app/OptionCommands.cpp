@@ -1,23 +1,23 @@
 #include "app/OptionCommands.h"
 
+#include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/frmOptionen.h"
 #include "archive/ui/ArchivePanel.h"
 #include "playback/ui/MixerPanel.h"
 #include "widgets/SkinStyle.h"
-#include "widgets/xMessageBox.h"
 
 #include <QAction>
 #include <QMenu>
 
 namespace kalvo {
 
-OptionCommands::OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& archive, MixerPanel& mixing,
+OptionCommands::OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& archive, ConsolePanel& console,
                                QWidget& window)
     : QObject(&window),
       desk_(desk),
       archive_(archive),
-      mixing_(mixing),
+      console_(console),
       window_(window),
       chartsPath_(desk.folder.Path(QStringLiteral("\\optionen.dll"))),
       tone_(desk.layer) {
@@ -29,7 +29,7 @@ OptionCommands::OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& ar
     settingsMenu.addSeparator();
     settingsMenu.addAction(open);
     const OptionValues values = Current();
-    archive_.SetWheelRows(values.wheelRows);
+    ApplyViews(values);
     desk_.mixer.SetUseCuePoints(values.useCuePoints);
 }
 
@@ -41,7 +41,7 @@ OptionValues OptionCommands::Current() const {
     values.fadeInterval = mixing.fadeInterval;
     values.switchOver = mixing.switchOver;
     values.removePlayed = mixing.removePlayed;
-    values.volume = mixing_.Volume();
+    values.volume = console_.Mixing().Volume();
     return values;
 }
 
@@ -62,13 +62,11 @@ void OptionCommands::Confirm() {
     const OptionValues now = Current();
     OptionValues values = dialog_->Values();
     values.KeepChangesOnly(dialog_->OpenedValues(), now);
-    if (!values.Write(desk_.settings, chartsPath_)) {
-        xMessageBox::Ask(&window_, tr(" Kalvo"), tr("Die Titelbegrenzung der Charts konnte nicht gespeichert werden."),
-                         {tr("OK")}, xMessageBox::Sign::Warning);
-    }
+    values.Write(desk_.settings, chartsPath_);
     Apply(values);
     if (values.columns != now.columns)
         archive_.ReloadColumns();
+    Q_EMIT Confirmed();
     const int device = values.output.Resolve(desk_.layer.DeviceNames());
     if (values.output != now.output && device != desk_.layer.OutputDevice())
         Q_EMIT OutputChosen(device);
@@ -76,8 +74,14 @@ void OptionCommands::Confirm() {
 
 void OptionCommands::Apply(const OptionValues& values) {
     ApplyMixing(values);
-    archive_.SetWheelRows(values.wheelRows);
+    ApplyViews(values);
     Q_EMIT LookChosen(values.skin, values.fontSize, values.buttonSize);
+}
+
+void OptionCommands::ApplyViews(const OptionValues& values) {
+    archive_.SetWheelRows(values.wheelRows);
+    console_.SetMeters(values.meterStyle != OptionValues::MeterStyles().constFirst(),
+                       OptionValues::ColourOf(values.meterColour));
 }
 
 void OptionCommands::ApplyMixing(const OptionValues& values) {
@@ -89,9 +93,9 @@ void OptionCommands::ApplyMixing(const OptionValues& values) {
     mixing.preload = values.preload;
     desk_.mixer.SetOptions(mixing);
     desk_.mixer.SetUseCuePoints(values.useCuePoints);
-    if (values.volume != mixing_.Volume()) {
+    if (values.volume != console_.Mixing().Volume()) {
         desk_.mixer.SetMasterVolume(values.volume);
-        mixing_.SetVolume(values.volume);
+        console_.Mixing().SetVolume(values.volume);
     }
 }
 

@@ -13,7 +13,7 @@ namespace kalvo {
 
 struct Desk;
 class ArchivePanel;
-class MixerPanel;
+class ConsolePanel;
 class frmOptionen;
 
 /** The command `Optionen`: opens the dialog, writes what is confirmed there, and applies it to the running desk. */
@@ -21,8 +21,8 @@ class OptionCommands : public QObject {
     Q_OBJECT
 
 public:
-    /** Everything given outlives this. Applies at once the settings that only this knows: mouse wheel, cue points. */
-    OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& archive, MixerPanel& mixing, QWidget& window);
+    /** Everything given outlives this. Applies at once the settings that only this knows: meters, wheel, cue points. */
+    OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& archive, ConsolePanel& console, QWidget& window);
 
     /** Opens the dialog, or brings the open one to the front. */
     void Open();
@@ -30,6 +30,8 @@ public:
 Q_SIGNALS:
     /** This look is to be shown; it is not necessarily kept. */
     void LookChosen(const QString& skin, const QString& fontSize, const QString& buttonSize);
+    /** The settings have been written and the desk follows them. */
+    void Confirmed();
     /** The players are to sound on another device from now on. */
     void OutputChosen(int device);
 
@@ -37,12 +39,13 @@ private:
     OptionValues Current() const;
     void Confirm();
     void Apply(const OptionValues& values);
+    void ApplyViews(const OptionValues& values);
     void ApplyMixing(const OptionValues& values);
     void PlayTone(int device);
 
     Desk& desk_;
     ArchivePanel& archive_;
-    MixerPanel& mixing_;
+    ConsolePanel& console_;
     QWidget& window_;
     QString chartsPath_; ///< of "\optionen.dll"
     TestTone tone_;

@@ -17,10 +17,6 @@ int NumberOf(const QColor& colour) {
     return colour.red() + (colour.green() << 8) + (colour.blue() << 16);
 }
 
-QColor ColourOf(int number) {
-    return {number & 0xFF, (number >> 8) & 0xFF, (number >> 16) & 0xFF};
-}
-
 } // namespace
 
 OptionMeterPage::OptionMeterPage(QWidget* parent) : OptionPage(tr("Pegel"), parent) {
@@ -49,7 +45,7 @@ LevelRow* OptionMeterPage::AddLevel(const QString& name, const QString& caption)
 
 void OptionMeterPage::AddColour(const QString& name, int colour) {
     QPixmap swatch(swatchSize, swatchSize);
-    swatch.fill(ColourOf(colour));
+    swatch.fill(OptionValues::ColourOf(colour));
     colour_->addItem(swatch, name, colour);
 }
 
@@ -59,7 +55,7 @@ void OptionMeterPage::Show(const OptionValues& values) {
     microphone_->SetValue(values.microphoneLevel);
     style_->setCurrentText(values.meterStyle);
     if (colour_->findData(values.meterColour) < 0)
-        AddColour(tr("Eigene Farbe (%1)").arg(ColourOf(values.meterColour).name()), values.meterColour);
+        AddColour(tr("Eigene Farbe (%1)").arg(OptionValues::ColourOf(values.meterColour).name()), values.meterColour);
     colour_->setCurrentIndex(colour_->findData(values.meterColour));
 }
 

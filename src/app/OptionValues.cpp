@@ -99,6 +99,10 @@ QStringList OptionValues::MeterStyles() {
             QStringLiteral("Kreis 2Kanal"), QStringLiteral("Ellipse 1Kanal"), QStringLiteral("Ellipse 2Kanal")};
 }
 
+QColor OptionValues::ColourOf(int number) {
+    return number == kNoColour ? QColor() : QColor(number & 0xFF, (number >> 8) & 0xFF, (number >> 16) & 0xFF);
+}
+
 OptionValues OptionValues::Read(const Settings& settings, const QString& chartsPath, int fontHeight) {
     OptionValues values;
     values.metaStatus = settings.GetSetting(kMetadata, QStringLiteral("Status"), values.metaStatus);
@@ -118,11 +122,11 @@ OptionValues OptionValues::Read(const Settings& settings, const QString& chartsP
     return values;
 }
 
-bool OptionValues::Write(Settings& settings, const QString& chartsPath) const {
+void OptionValues::Write(Settings& settings, const QString& chartsPath) const {
     const Settings::Pass pass(settings);
     WriteMetadata(*this, settings);
     GridColumns::Write(settings, columns);
-    const bool written = ValueFile::Write(chartsPath, {chartsLimit});
+    ValueFile::Write(chartsPath, {chartsLimit});
     settings.PutSwitch(kMixer, QStringLiteral("Nachladen"), preload);
     settings.PutSwitch(kMixer, QStringLiteral("ID3WL"), tagsIntoLists);
     settings.PutSetting(kStyle, QStringLiteral("Schriftgrad"), fontSize);
@@ -137,7 +141,6 @@ bool OptionValues::Write(Settings& settings, const QString& chartsPath) const {
     settings.PutSetting(kStyle, QStringLiteral("Skin"), skin);
     WriteOutputs(*this, settings);
     settings.PutSwitch(kMixer, QStringLiteral("CuePunkte"), useCuePoints);
-    return written;
 }
 
 void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValues& now) {

@@ -4,6 +4,7 @@
 #include "playback/MixerOptions.h"
 #include "playback/OutputChoice.h"
 
+#include <QColor>
 #include <QList>
 #include <QString>
 
@@ -47,11 +48,13 @@ struct OptionValues {
 
     /** The nine styles of the level meter in the order of the choice. */
     static QStringList MeterStyles();
+    /** Of a number as `Farbe` keeps it; invalid for kNoColour. */
+    static QColor ColourOf(int number);
 
     /** chartsPath: of "\optionen.dll"; fontHeight: see GridColumns. What is absent or out of range has its default. */
     static OptionValues Read(const Settings& settings, const QString& chartsPath, int fontHeight);
-    /** Every key in its given order, in one pass. False when "\optionen.dll" could not be written. */
-    bool Write(Settings& settings, const QString& chartsPath) const;
+    /** Every key in its given order, in one pass. What cannot be written is not reported. */
+    void Write(Settings& settings, const QString& chartsPath) const;
     /** What differs from `before` stays, everything else is taken from `now`. */
     void KeepChangesOnly(const OptionValues& before, const OptionValues& now);
 };

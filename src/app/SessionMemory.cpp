@@ -64,7 +64,10 @@ QString SessionMemory::Question() const {
         left_->written.isValid() ? left_->written.toString(u"' am 'dd.MM.yyyy' um 'HH:mm:ss"_s) : QString();
     const QString name =
         onAir.title.artist.isEmpty() ? onAir.title.title : onAir.title.artist + u" - "_s + onAir.title.title;
-    return u"Kalvo wurde%1 unerwartet beendet.\nAuf Player %2 lief bei %3:\n%4\nSoll die Musik dort weiterspielen?"_s
+    const QString asked = left_->IsPlaying()
+                              ? u"Auf Player %2 lief bei %3:\n%4\nSoll die Musik dort weiterspielen?"_s
+                              : u"Auf Player %2 war bei %3 angehalten:\n%4\nSoll der Titel dort wieder bereitstehen?"_s;
+    return (u"Kalvo wurde%1 unerwartet beendet.\n"_s + asked)
         .arg(when)
         .arg(player)
         .arg(PlayTime::Format(std::floor(onAir.second)), name.isEmpty() ? onAir.title.path : name);

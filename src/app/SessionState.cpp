@@ -101,7 +101,7 @@ int SessionState::OnAirPlayer() const {
     MixState mix;
     mix.fader = fader;
     for (std::size_t index = 0; index < players.size(); ++index) {
-        mix.decks.at(index).playing = players.at(index).playing;
+        mix.decks.at(index).playing = IsPlaying() ? players.at(index).playing : players.at(index).IsLoaded();
     }
     return OnAir(mix);
 }

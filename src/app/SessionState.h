@@ -54,8 +54,10 @@ struct SessionState {
     /** The same with the moment it is written. */
     static QByteArray Dated(QByteArray json, const QDateTime& moment);
 
-    bool HasMusic() const { return players[0].playing || players[1].playing; }
-    /** The player whose title the guests heard; 0 when there is no music. */
+    /** Whether a title was playing or paused. */
+    bool HasMusic() const { return players[0].IsLoaded() || players[1].IsLoaded(); }
+    bool IsPlaying() const { return players[0].playing || players[1].playing; }
+    /** The player whose title the guests heard, or would hear after a pause; 0 when there is no music. */
     int OnAirPlayer() const;
 
     /** Brings entries back that the playlist file does not hold. */

@@ -140,7 +140,10 @@ bool SdlAudio::Platform::AnyAlive() const {
 SdlAudio::SdlAudio() : platform_(std::make_shared<Platform>()) {}
 
 SdlAudio::~SdlAudio() {
-    worker_.Post([platform = platform_] { platform->Stop(); });
+    worker_.Post([platform = platform_] {
+        platform->Stop();
+        SDL_TLSCleanup(); // the last error of a thread that SDL has not made itself
+    });
 }
 
 DeviceNames SdlAudio::Enumerate() {

@@ -186,6 +186,25 @@ void AudioLayer::AddEffects(PlayerRecord& record) {
     library_->FXSetParameters(record.eqFx.back(), equaliser_.Reverb());
 }
 
+void AudioLayer::RemoveEffects(PlayerRecord& record) {
+    for (audio::Handle& effect : record.eqFx) {
+        if (effect != 0) {
+            library_->ChannelRemoveFX(record.stream, effect);
+        }
+        effect = 0;
+    }
+}
+
+void AudioLayer::SetEqualiser(const EqualiserSettings& settings) {
+    equaliser_ = settings;
+    for (PlayerRecord& record : records_) {
+        if (record.stream != 0 && !record.opening) {
+            RemoveEffects(record);
+            AddEffects(record);
+        }
+    }
+}
+
 audio::Activity AudioLayer::Activity(int player) {
     const audio::Handle stream = Record(player).stream;
     return stream == 0 ? audio::Activity::Stopped : library_->ChannelIsActive(stream);

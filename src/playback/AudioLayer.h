@@ -71,7 +71,8 @@ public:
     void SlidePlayerVolume(int player, int volume, int milliseconds);
     /** Tenths of a percent, -120..120; heard at once, kept for the next titles. */
     void SetPitch(int player, int pitch);
-    void SetEqualiser(const EqualiserSettings& settings) { equaliser_ = settings; }
+    /** Heard at once on both players, kept for the next titles. */
+    void SetEqualiser(const EqualiserSettings& settings);
 
     audio::Activity Activity(int player);
     double PositionSeconds(int player);
@@ -82,6 +83,7 @@ public:
 private:
     void ApplyPitch(int player);
     void AddEffects(PlayerRecord& record);
+    void RemoveEffects(PlayerRecord& record);
 
     std::unique_ptr<audio::AudioLibrary> library_;
     std::array<PlayerRecord, 2> records_;

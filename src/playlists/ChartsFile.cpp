@@ -100,6 +100,19 @@ ChartEntry EntryOf(const Record& record, int number) {
 
 ChartsFile::ChartsFile(const QString& path, const Clock& clock) : path_(path), records_(path, Layout(), clock) {}
 
+bool ChartsFile::IsDamaged() const {
+    const auto namesAFile = [](const Record& record) {
+        const QString path = TextAt(record, Path);
+        const auto isControl = [](QChar character) { return character < u' '; };
+        return (path.contains(u'/') || path.contains(u'\\')) && std::none_of(path.begin(), path.end(), isControl);
+    };
+    QFile file(path_);
+    bool damaged = file.open(QIODevice::ReadOnly) && file.size() > 0;
+    for (QByteArray bytes; damaged && (bytes = file.read(recordLength)).size() == recordLength;)
+        damaged = !namesAFile(records_.Unpack(bytes));
+    return damaged;
+}
+
 void ChartsFile::Prepare() {
     const Version version = VersionNow();
     if (version == known_)

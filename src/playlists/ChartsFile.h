@@ -35,6 +35,8 @@ public:
     /** The clock outlives this. Nothing is read yet. */
     ChartsFile(const QString& path, const Clock& clock);
 
+    /** There is something in the file, but not a single record that names a file. */
+    bool IsDamaged() const;
     /** Reads where the paths stand, so that the first play need not. */
     void Prepare();
     /**

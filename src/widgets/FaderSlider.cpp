@@ -14,6 +14,7 @@ namespace kalvo {
 struct FaderSlider::Measures {
     int left, right, first, last, middle;
     int grooveHeight, handleWidth, handleHeight;
+    bool hasReadings; ///< there is room for the percentages below
 
     int X(int value) const { return first + qRound((value + 100) / 200.0 * (last - first)); }
     int Value(int x) const { return qRound((x - first) * 200.0 / qMax(1, last - first)) - 100; }
@@ -45,8 +46,11 @@ FaderSlider::Measures FaderSlider::Measure() const {
     const int handle = units.Of(2.3);
     const int high = units.Of(2.6);
     // Handle and readings together stand in the middle.
-    const int middle = qMax(3, (height() - high - units.Of(1.3)) / 2) + high / 2;
-    return {side, width() - side, side + handle / 2, width() - side - handle / 2, middle, units.Of(0.8), handle, high};
+    const int readings = units.Of(1.3);
+    const bool hasReadings = height() >= high + readings + 6;
+    const int middle = qMax(3, (height() - high - (hasReadings ? readings : 0)) / 2) + high / 2;
+    const int first = side + handle / 2;
+    return {side, width() - side, first, width() - first, middle, units.Of(0.8), handle, high, hasReadings};
 }
 
 void FaderSlider::paintEvent(QPaintEvent*) {
@@ -85,6 +89,8 @@ void FaderSlider::PaintTexts(QPainter& painter, const Measures& m) const {
     painter.setPen(skin.p2);
     painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("2"));
 
+    if (!m.hasReadings)
+        return;
     painter.setFont(units.Font());
     painter.setPen(skin.dim);
     const int baseline = m.middle + m.handleHeight / 2 + units.Of(1.1);

@@ -32,6 +32,11 @@ void LevelBar::SetHeight(double fontHeights) {
     updateGeometry();
 }
 
+void LevelBar::SetColour(const QColor& colour) {
+    colour_ = colour;
+    update();
+}
+
 QSize LevelBar::sizeHint() const {
     return {SkinStyle::Units().Of(12), SkinStyle::Units().Of(fontHeights_)};
 }
@@ -84,7 +89,8 @@ void LevelBar::paintEvent(QPaintEvent* event) {
         for (int i = first; i <= last; ++i) {
             const QRect segment = SegmentRect(channel, i, 1).adjusted(0, 0, segmentWidth - segmentStep, 0);
             const bool bright = i < row.lit || i == row.peak;
-            painter.fillRect(segment, bright ? SegmentColour(skin, double(i) / count) : skin.line);
+            const QColor& lit = colour_.isValid() ? colour_ : SegmentColour(skin, double(i) / count);
+            painter.fillRect(segment, bright ? lit : skin.line);
         }
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QWidget>
 
 #include <array>
@@ -18,6 +19,8 @@ public:
 
     /** 0 to 1: the lit share of the bar; beyond is cut. To be told regularly, silence too, so that peaks go out. */
     void SetLevels(float left, float right, Clock::time_point now = Clock::now());
+    /** Of all lit segments; an invalid one: the skin's, by their height. */
+    void SetColour(const QColor& colour);
     /** Height in font units: 1.45, or 0.85 in a narrow deck. */
     void SetHeight(double fontHeights);
 
@@ -45,6 +48,7 @@ private:
     void Show(int channel, float level, Clock::time_point now);
 
     std::array<Row, 2> rows_;
+    QColor colour_;
     double fontHeights_ = 1.45;
 };
 

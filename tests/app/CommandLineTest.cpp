@@ -6,38 +6,35 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 CommandLine Parse(QStringList arguments) {
-    arguments.prepend(QStringLiteral("kalvo"));
+    arguments.prepend(u"kalvo"_s);
     return ParseCommandLine(arguments);
 }
 
 TEST(CommandLine, TakesEveryOptionAndMakesPathsAbsolute) {
     const CommandLine line =
-        Parse({QStringLiteral("--datenordner"), QStringLiteral("daten"), QStringLiteral("--geraet=0"),
-               QStringLiteral("--mix"), QStringLiteral("aus.wav"), QStringLiteral("a.mp3"), QStringLiteral("/b.ogg")});
+        Parse({u"--datenordner"_s, u"daten/"_s, u"--geraet=0"_s, u"--mix"_s, u"aus.wav"_s, u"a.mp3"_s, u"/b.ogg"_s});
     EXPECT_TRUE(line.error.isEmpty()) << line.error.toStdString();
-    EXPECT_EQ(line.dataFolder, QDir::current().absoluteFilePath(QStringLiteral("daten")));
+    EXPECT_EQ(line.dataFolder, QDir::current().absoluteFilePath(u"daten"_s));
     EXPECT_EQ(line.device, 0);
-    EXPECT_EQ(line.mixOutput, QDir::current().absoluteFilePath(QStringLiteral("aus.wav")));
-    EXPECT_EQ(line.files,
-              QStringList({QDir::current().absoluteFilePath(QStringLiteral("a.mp3")), QStringLiteral("/b.ogg")}));
+    EXPECT_EQ(line.mixOutput, QDir::current().absoluteFilePath(u"aus.wav"_s));
+    EXPECT_EQ(line.files, QStringList({QDir::current().absoluteFilePath(u"a.mp3"_s), u"/b.ogg"_s}));
     EXPECT_TRUE(line.IsWindowless());
 }
 
 TEST(CommandLine, OpensTheWindowUnlessTheJobNeedsNone) {
     EXPECT_FALSE(Parse({}).IsWindowless());
-    EXPECT_FALSE(Parse({QStringLiteral("--vorfuehrung"), QStringLiteral("--ohne-startauswahl")}).IsWindowless());
-    EXPECT_FALSE(Parse({QStringLiteral("titel.mp3")}).IsWindowless());
-    EXPECT_TRUE(Parse({QStringLiteral("--einlesen"), QStringLiteral("/musik")}).IsWindowless());
-    EXPECT_TRUE(
-        Parse({QStringLiteral("--vorfuehrung"), QStringLiteral("--mix"), QStringLiteral("x.wav")}).error.isEmpty());
+    EXPECT_FALSE(Parse({u"--vorfuehrung"_s, u"--ohne-startauswahl"_s}).IsWindowless());
+    EXPECT_FALSE(Parse({u"titel.mp3"_s}).IsWindowless());
+    EXPECT_TRUE(Parse({u"--einlesen"_s, u"/musik"_s}).IsWindowless());
+    EXPECT_TRUE(Parse({u"--vorfuehrung"_s, u"--mix"_s, u"x.wav"_s}).error.isEmpty());
 }
 
 TEST(CommandLine, RefusesWhatItCannotUnderstandInGerman) {
-    const QList<QStringList> wrong{
-        {QStringLiteral("--unsinn")},    {QStringLiteral("--geraet"), QStringLiteral("laut")},
-        {QStringLiteral("--geraet=-3")}, {QStringLiteral("--mix"), QStringLiteral("x.wav")},
-        {QStringLiteral("--einlesen")},  {QStringLiteral("--einlesen"), QString()}};
+    const QList<QStringList> wrong{{u"--unsinn"_s},          {u"--geraet"_s, u"laut"_s}, {u"--geraet=-3"_s},
+                                   {u"--mix"_s, u"x.wav"_s}, {u"--einlesen"_s},          {u"--einlesen"_s, QString()}};
     for (const QStringList& arguments : wrong) {
         EXPECT_FALSE(Parse(arguments).error.isEmpty()) << arguments.join(u' ').toStdString();
     }

@@ -1,5 +1,6 @@
 #include "app/DamagedFiles.h"
 
+#include "playlists/ChartsFile.h"
 #include "support/TestFolder.h"
 
 #include <QDir>
@@ -7,6 +8,8 @@
 
 namespace kalvo {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 TEST(DamagedFiles, KnowSettingsFromWhatIsNone) {
     for (const char* sound :
@@ -32,21 +35,19 @@ TEST(DamagedFiles, AreSetAsideOnceAndTold) {
     const test::TestFolder place;
     const DataFolder folder(place.Path());
     const SystemClock clock;
-    place.Write(QStringLiteral("kalvo.ini"), "[Style]\nSkin=Grey\n");
-    place.Write(QStringLiteral("kalvo.dll"), QByteArray(64, '\0'));
-    place.Write(QStringLiteral("optionen.dll"), "");
-    place.Write(QStringLiteral("mp3tabelle.dll"), "nichts,davon,ist,eine,Zahl");
-    const QStringList told = SetDamagedFilesAside(folder, clock);
-    ASSERT_EQ(told.size(), 2);
-    EXPECT_TRUE(told[0].startsWith(QStringLiteral("kalvo.dll war beschädigt"))) << told[0].toStdString();
-    EXPECT_TRUE(told[1].startsWith(QStringLiteral("mp3tabelle.dll war beschädigt"))) << told[1].toStdString();
-
-    const QDir left(place.Path());
-    EXPECT_TRUE(left.exists(QStringLiteral("kalvo.ini")));
-    EXPECT_FALSE(left.exists(QStringLiteral("kalvo.dll")));
-    EXPECT_EQ(left.entryList({QStringLiteral("kalvo.dll.defekt-*")}).size(), 1);
-    EXPECT_EQ(left.entryList({QStringLiteral("mp3tabelle.dll.defekt-*")}).size(), 1);
-    EXPECT_TRUE(SetDamagedFilesAside(folder, clock).isEmpty());
+    ASSERT_TRUE(ChartsFile(place.Path(u"Charts"_s), clock).Count({}, u"/musik/a.mp3"_s, {}, {}, clock.Now()));
+    place.Write(u"Charts"_s, QByteArray(392, ' ') + place.Read(u"Charts"_s) + "Rest"); // one record is sound
+    place.Write(u"kalvo.ini"_s, "[Style]\nSkin=Grey\n");
+    place.Write(u"kalvo.dll"_s, QByteArray(64, '\0'));
+    place.Write(u"optionen.dll"_s, "");
+    EXPECT_EQ(SetDamagedFilesAside(folder, clock).size(), 1);
+    for (const QByteArray& garbage : {QByteArray("x"), QByteArray("a\n/").repeated(200)}) {
+        place.Write(u"Charts"_s, garbage);
+        const QStringList told = SetDamagedFilesAside(folder, clock);
+        ASSERT_EQ(told.size(), 1);
+        EXPECT_TRUE(told[0].startsWith(u"Charts war beschädigt, die Charts beginnen von vorn. "_s));
+    }
+    EXPECT_EQ(QDir(place.Path()).entryList({u"*.defekt-*"_s}).size(), 3);
 }
 
 } // namespace

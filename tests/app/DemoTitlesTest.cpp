@@ -16,6 +16,8 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(DemoSynth, TheLoudestPeakIsHalfAndTheEndsAreSilent) {
     const DemoTune tune{120, 60, {0, -109, 5, 7}, 2};
     const std::vector<float> stereo = RenderDemoTune(tune);
@@ -43,7 +45,7 @@ class DemoTitlesTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
         folder = std::make_unique<test::TestFolder>();
-        titles = WriteDemoTitles(folder->Path(QStringLiteral("Musik/Vorführung")));
+        titles = WriteDemoTitles(folder->Path(u"Musik/Vorführung"_s));
     }
     static void TearDownTestSuite() { folder.reset(); }
 
@@ -57,7 +59,7 @@ QStringList DemoTitlesTest::titles;
 TEST_F(DemoTitlesTest, ADozenInBothFormatsLastTwentyToThirtySeconds) {
     ASSERT_EQ(titles.size(), 12);
     EXPECT_EQ(QSet<QString>(titles.begin(), titles.end()).size(), 12);
-    EXPECT_EQ(titles.filter(QStringLiteral(".mp3")).size(), 6);
+    EXPECT_EQ(titles.filter(u".mp3"_s).size(), 6);
     for (const QString& title : titles) {
         SF_INFO info{};
         SNDFILE* file = sf_open(QFile::encodeName(title).constData(), SFM_READ, &info);
@@ -74,7 +76,7 @@ TEST_F(DemoTitlesTest, BothFormatsCarryTheirTagsWithUmlauts) {
         SF_INFO info{};
         SNDFILE* file = sf_open(QFile::encodeName(title).constData(), SFM_READ, &info);
         ASSERT_NE(file, nullptr);
-        const QString name = QString::fromUtf8(sf_get_string(file, SF_STR_ARTIST)) + QStringLiteral(" - ") +
+        const QString name = QString::fromUtf8(sf_get_string(file, SF_STR_ARTIST)) + u" - "_s +
                              QString::fromUtf8(sf_get_string(file, SF_STR_TITLE));
         EXPECT_EQ(name, QFileInfo(title).completeBaseName());
         EXPECT_EQ(QString::fromUtf8(sf_get_string(file, SF_STR_DATE)).size(), 4) << title.toStdString();
@@ -85,8 +87,8 @@ TEST_F(DemoTitlesTest, BothFormatsCarryTheirTagsWithUmlauts) {
 }
 
 TEST_F(DemoTitlesTest, AFolderThatCannotBeWrittenGivesNoTitles) {
-    const QString file = folder->Write(QStringLiteral("datei"), "x");
-    EXPECT_TRUE(WriteDemoTitles(file + QStringLiteral("/darin")).isEmpty());
+    const QString file = folder->Write(u"datei"_s, "x");
+    EXPECT_TRUE(WriteDemoTitles(file + u"/darin"_s).isEmpty());
 }
 
 } // namespace

@@ -12,14 +12,16 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct MetaOutputTest : ::testing::Test {
-    MetaOutputTest() : settings(folder.Path(QStringLiteral("kalvo.ini"))) {
+    MetaOutputTest() : settings(folder.Path(u"kalvo.ini"_s)) {
         layer = std::make_unique<AudioLayer>(std::make_unique<test::FakeAudio>());
         layer->InitAudio(1, 1024);
         mixer = std::make_unique<Mixer>(*layer, list1, list2);
-        settings.PutSetting(QStringLiteral("Metadata"), QStringLiteral("Stop"), QStringLiteral("Pause im Programm"));
-        settings.PutSetting(QStringLiteral("Metadata"), QStringLiteral("Alternativ"), QStringLiteral("Kalvo spielt"));
-        output = std::make_unique<MetaOutput>(*mixer, settings, writer, folder.Path(QStringLiteral("meta.dat")));
+        settings.PutSetting(u"Metadata"_s, u"Stop"_s, u"Pause im Programm"_s);
+        settings.PutSetting(u"Metadata"_s, u"Alternativ"_s, u"Kalvo spielt"_s);
+        output = std::make_unique<MetaOutput>(*mixer, settings, writer, folder.Path(u"meta.dat"_s));
     }
 
     void Add(Playlist& list, const char* file, const QString& artist, const QString& title) {
@@ -32,7 +34,7 @@ struct MetaOutputTest : ::testing::Test {
 
     QString Line() {
         writer.Flush();
-        return QString::fromUtf8(folder.Read(QStringLiteral("meta.dat")));
+        return QString::fromUtf8(folder.Read(u"meta.dat"_s));
     }
 
     test::TestFolder folder;
@@ -47,27 +49,27 @@ struct MetaOutputTest : ::testing::Test {
 };
 
 TEST_F(MetaOutputTest, FollowsTheTitleOnAir) {
-    Add(list1, "a-100", QStringLiteral("Jürgen\nund Co"), QStringLiteral("Größe"));
-    Add(list2, "b-100", {}, QStringLiteral("Nur Titel"));
-    EXPECT_EQ(Line(), QStringLiteral("Pause im Programm\n"));
+    Add(list1, "a-100", u"Jürgen\nund Co"_s, u"Größe"_s);
+    Add(list2, "b-100", {}, u"Nur Titel"_s);
+    EXPECT_EQ(Line(), u"Pause im Programm\n"_s);
     mixer->Play(1, -1);
-    EXPECT_EQ(Line(), QStringLiteral("Jürgen und Co - Größe\n"));
+    EXPECT_EQ(Line(), u"Jürgen und Co - Größe\n"_s);
     mixer->Play(2, -1); // in the middle of the fader Player 1 counts
-    EXPECT_EQ(Line(), QStringLiteral("Jürgen und Co - Größe\n"));
+    EXPECT_EQ(Line(), u"Jürgen und Co - Größe\n"_s);
     mixer->SetFader(50);
-    EXPECT_EQ(Line(), QStringLiteral("Nur Titel\n"));
+    EXPECT_EQ(Line(), u"Nur Titel\n"_s);
     mixer->Stop(2);
     mixer->Pause(1);
-    EXPECT_EQ(Line(), QStringLiteral("Pause im Programm\n"));
+    EXPECT_EQ(Line(), u"Pause im Programm\n"_s);
 }
 
 TEST_F(MetaOutputTest, TakesTheAlternativeForATitleWithoutNames) {
-    Add(list1, "a-100", {}, QStringLiteral("  "));
+    Add(list1, "a-100", {}, u"  "_s);
     mixer->Play(1, -1);
-    EXPECT_EQ(Line(), QStringLiteral("Kalvo spielt\n"));
-    settings.PutSetting(QStringLiteral("Metadata"), QStringLiteral("Alternativ"), {});
+    EXPECT_EQ(Line(), u"Kalvo spielt\n"_s);
+    settings.PutSetting(u"Metadata"_s, u"Alternativ"_s, {});
     output->Refresh();
-    EXPECT_EQ(Line(), QStringLiteral("\n"));
+    EXPECT_EQ(Line(), u"\n"_s);
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 
 namespace kalvo::test {
 
+using namespace Qt::StringLiterals;
+
 Answer Answer::File(const QByteArray& content) {
     return {"HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(content.size()) +
             "\r\nConnection: close\r\n\r\n" + content};
@@ -29,7 +31,7 @@ MisbehavingServer::MisbehavingServer() {
 }
 
 QUrl MisbehavingServer::Address(const QString& path) const {
-    return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(serverPort()).arg(path));
+    return QUrl(u"http://127.0.0.1:%1%2"_s.arg(serverPort()).arg(path));
 }
 
 void MisbehavingServer::Receive(QTcpSocket& socket) {

@@ -15,6 +15,8 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class GivenAnswer final : public PlaylistQuestions {
 public:
     explicit GivenAnswer(QString answer) : answer_(std::move(answer)) {}
@@ -31,7 +33,7 @@ private:
 
 /** One run of the program on a data folder; its end without End() is a crash. */
 struct Session {
-    explicit Session(const QString& path, const QString& answer = QStringLiteral("Ja")) : questions(answer) {
+    explicit Session(const QString& path, const QString& answer = u"Ja"_s) : questions(answer) {
         auto library = std::make_unique<test::FakeAudio>();
         fake = library.get();
         desk = std::make_unique<Desk>(DataFolder(path), std::move(library));
@@ -45,7 +47,7 @@ struct Session {
 
     /** Lets the journal take down what the desk looks like now. */
     void Journal() {
-        const QString path = desk->folder.Path(QStringLiteral("\\sitzung.json"));
+        const QString path = desk->folder.Path(u"\\sitzung.json"_s);
         EXPECT_TRUE(test::WaitUntil([&] {
             QFile file(path);
             const auto state = file.open(QIODevice::ReadOnly) ? SessionState::FromJson(file.readAll()) : std::nullopt;
@@ -62,12 +64,12 @@ struct Session {
 };
 
 struct SessionMemoryTest : ::testing::Test {
-    QString Data() const { return folder.Path(QStringLiteral("Kalvo")); }
+    QString Data() const { return folder.Path(u"Kalvo"_s); }
 
     PlaylistEntry Entry(const char* name) {
         PlaylistEntry entry;
         entry.title = QLatin1String(name);
-        entry.artist = QStringLiteral("Künstler");
+        entry.artist = u"Künstler"_s;
         entry.path = folder.Write(QLatin1String(name), "x");
         return entry;
     }
@@ -105,11 +107,11 @@ TEST_F(SessionMemoryTest, GoesOnAfterACrashExactlyWhereTheMusicStopped) {
 
     Mixer& mixer = next.desk->mixer;
     EXPECT_EQ(mixer.Activity(1), audio::Activity::Playing);
-    EXPECT_EQ(mixer.Title(1).title, QStringLiteral("b-200"));
+    EXPECT_EQ(mixer.Title(1).title, u"b-200"_s);
     EXPECT_DOUBLE_EQ(mixer.PositionSeconds(1), 42.5);
     EXPECT_EQ(mixer.Pitch(1), 25);
     EXPECT_EQ(mixer.Activity(2), audio::Activity::Paused);
-    EXPECT_EQ(mixer.Title(2).title, QStringLiteral("d-300"));
+    EXPECT_EQ(mixer.Title(2).title, u"d-300"_s);
     EXPECT_EQ(mixer.Fader(), -30);
     EXPECT_FALSE(mixer.Options().continuous);
     EXPECT_EQ(mixer.Options().switchOver, 15);
@@ -120,7 +122,7 @@ TEST_F(SessionMemoryTest, GoesOnAfterACrashExactlyWhereTheMusicStopped) {
 TEST_F(SessionMemoryTest, ARefusalKeepsTheListsAndIsNotAskedAgain) {
     PlayAndCrash();
     {
-        Session next(Data(), QStringLiteral("Nein"));
+        Session next(Data(), u"Nein"_s);
         ASSERT_TRUE(test::WaitUntil([&next] { return !next.questions.asked.isEmpty(); }));
         EXPECT_EQ(next.desk->mixer.OnAirPlayer(), 0);
         EXPECT_EQ(next.desk->list1.Count(), 3); // whether or not the file held them before the crash
@@ -139,6 +141,21 @@ TEST_F(SessionMemoryTest, KeepsTheJournalUntilTheQuestionIsAnswered) {
     EXPECT_TRUE(test::WaitUntil([&next] { return next.resumed; }));
 }
 
+TEST_F(SessionMemoryTest, APausedTitleIsOfferedToo) {
+    {
+        Session session(Data());
+        session.desk->list2.Append({Entry("a-100")});
+        session.desk->mixer.PlayRow(2, 0);
+        session.fake->Advance(61);
+        session.desk->mixer.Pause(2);
+        session.Journal();
+    }
+    Session next(Data());
+    ASSERT_TRUE(test::WaitUntil([&next] { return next.resumed; }));
+    EXPECT_TRUE(next.questions.asked[0].contains(u"Auf Player 2 war bei 01:01 angehalten:"_s));
+    EXPECT_EQ(next.desk->mixer.Activity(2), audio::Activity::Paused);
+}
+
 TEST_F(SessionMemoryTest, AnOrderlyEndLeavesNothingToOffer) {
     {
         Session session(Data());
@@ -147,14 +164,14 @@ TEST_F(SessionMemoryTest, AnOrderlyEndLeavesNothingToOffer) {
         session.Journal();
         session.memory->End();
     }
-    EXPECT_FALSE(QFile::exists(Data() + QStringLiteral("/sitzung.json")));
+    EXPECT_FALSE(QFile::exists(Data() + u"/sitzung.json"_s));
 }
 
 TEST_F(SessionMemoryTest, TheJournalIsNeverOlderThanThePlaylistFile) {
     Session session(Data());
     session.desk->list1.Append({Entry("a-100"), Entry("b-100")});
     ASSERT_TRUE(session.desk->keeper.SaveNow());
-    const auto state = SessionState::FromJson(folder.Read(QStringLiteral("Kalvo/sitzung.json")));
+    const auto state = SessionState::FromJson(folder.Read(u"Kalvo/sitzung.json"_s));
     ASSERT_TRUE(state && state->lists[0].unsaved);
     EXPECT_EQ(state->lists[0].unsaved->size(), 2);
 }
@@ -163,12 +180,12 @@ TEST_F(SessionMemoryTest, ADamagedJournalIsSetAsideAndTold) {
     for (const QByteArray& bytes : {QByteArray("{\"format\":1,\"player\":[{\"ti"), QByteArray(300, '\0'),
                                     QByteArray("{\"format\":99}"), QByteArray()}) {
         test::TestFolder place;
-        place.Write(QStringLiteral("sitzung.json"), bytes);
+        place.Write(u"sitzung.json"_s, bytes);
         Session session(place.Path());
         QCoreApplication::processEvents();
         EXPECT_EQ(session.damaged.size(), 1) << bytes.toStdString();
         EXPECT_TRUE(session.questions.asked.isEmpty());
-        EXPECT_EQ(QDir(place.Path()).entryList({QStringLiteral("sitzung.json.defekt-*")}).size(), 1);
+        EXPECT_EQ(QDir(place.Path()).entryList({u"sitzung.json.defekt-*"_s}).size(), 1);
     }
 }
 

@@ -12,6 +12,8 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 /** The files of a later start, handed over beside the first one's event loop. */
 bool HandOver(const DataFolder& folder, const QStringList& files) {
     auto later = std::async(std::launch::async, [&] {
@@ -25,29 +27,29 @@ bool HandOver(const DataFolder& folder, const QStringList& files) {
 
 TEST(SingleInstance, HandsFilesToTheFirstOfTheFolder) {
     const test::TestFolder place;
-    const DataFolder folder(place.Path(QStringLiteral("Kalvo")));
+    const DataFolder folder(place.Path(u"Kalvo"_s));
     SingleInstance first(folder);
     ASSERT_TRUE(first.IsFirst());
 
-    const QStringList early{QStringLiteral("/musik/früh.mp3"), QStringLiteral("/musik/b c.ogg")};
+    const QStringList early{u"/musik/früh.mp3"_s, u"/musik/b c.ogg"_s};
     EXPECT_TRUE(HandOver(folder, early));
     EXPECT_EQ(first.TakeFiles(), early);
     EXPECT_TRUE(first.TakeFiles().isEmpty());
 
     QList<QStringList> received;
     QObject::connect(&first, &SingleInstance::Received, [&](const QStringList& files) { received.append(files); });
-    EXPECT_TRUE(HandOver(folder, {QStringLiteral("/musik/später.mp3")}));
+    EXPECT_TRUE(HandOver(folder, {u"/musik/später.mp3"_s}));
     EXPECT_TRUE(HandOver(folder, {}));
-    EXPECT_EQ(received, (QList<QStringList>{{QStringLiteral("/musik/später.mp3")}, {}}));
+    EXPECT_EQ(received, (QList<QStringList>{{u"/musik/später.mp3"_s}, {}}));
     EXPECT_TRUE(first.TakeFiles().isEmpty());
 }
 
 TEST(SingleInstance, OtherFoldersAndTheNextStartAreFirstAgain) {
     const test::TestFolder place;
-    const DataFolder folder(place.Path(QStringLiteral("Kalvo")));
+    const DataFolder folder(place.Path(u"Kalvo"_s));
     {
         const SingleInstance first(folder);
-        const SingleInstance elsewhere(DataFolder(place.Path(QStringLiteral("andere"))));
+        const SingleInstance elsewhere(DataFolder(place.Path(u"andere"_s)));
         EXPECT_TRUE(first.IsFirst() && elsewhere.IsFirst());
     }
     EXPECT_TRUE(SingleInstance(folder).IsFirst());
@@ -57,13 +59,13 @@ TEST(SingleInstance, ACrashedProgramKeepsNobodyOut) {
     const test::TestFolder place;
     const DataFolder folder(place.Path());
     QProcess gone; // its number belongs to nobody afterwards
-    gone.start(QStringLiteral("true"), {});
+    gone.start(u"true"_s, {});
     ASSERT_TRUE(gone.waitForStarted());
     const QByteArray number = QByteArray::number(gone.processId());
     ASSERT_TRUE(gone.waitForFinished());
-    place.Write(QStringLiteral("kalvo.sperre"), number + "\nkalvo\n" + QSysInfo::machineHostName().toUtf8() + '\n');
+    place.Write(u"kalvo.sperre"_s, number + "\nkalvo\n" + QSysInfo::machineHostName().toUtf8() + '\n');
     EXPECT_TRUE(SingleInstance(folder).IsFirst());
-    place.Write(QStringLiteral("kalvo.sperre"), {}); // broken off between creating and writing it
+    place.Write(u"kalvo.sperre"_s, {}); // broken off between creating and writing it
     const SingleInstance next(folder);
     EXPECT_TRUE(next.IsFirst());
     EXPECT_FALSE(SingleInstance(folder).IsFirst());
@@ -71,12 +73,12 @@ TEST(SingleInstance, ACrashedProgramKeepsNobodyOut) {
 
 TEST(SingleInstance, WithoutALockTheListeningTellsTheFirst) {
     const test::TestFolder place;
-    place.Write(QStringLiteral("datei"), "a file where a folder is wanted");
-    const DataFolder folder(place.Path(QStringLiteral("datei/Kalvo")));
+    place.Write(u"datei"_s, "a file where a folder is wanted");
+    const DataFolder folder(place.Path(u"datei/Kalvo"_s));
     SingleInstance first(folder);
     ASSERT_TRUE(first.IsFirst());
-    EXPECT_TRUE(HandOver(folder, {QStringLiteral("/a.mp3")}));
-    EXPECT_EQ(first.TakeFiles(), QStringList{QStringLiteral("/a.mp3")});
+    EXPECT_TRUE(HandOver(folder, {u"/a.mp3"_s}));
+    EXPECT_EQ(first.TakeFiles(), QStringList{u"/a.mp3"_s});
 }
 
 } // namespace

@@ -1,13 +1,11 @@
 #include "app/StartDecisions.h"
 
-#include "app/ComponentFiles.h"
-#include "support/TestFolder.h"
-
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace kalvo {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 TEST(StartDecisions, FindTheFirstFaultInTheOrderOfTheChecks) {
     struct Case {
@@ -15,11 +13,11 @@ TEST(StartDecisions, FindTheFirstFaultInTheOrderOfTheChecks) {
         const char* message;
         const char* component;
     };
-    const QString sound = QStringLiteral("2.0");
+    const QString sound = u"2.0"_s;
     const Case cases[] = {
         {{false, {}, false, false}, "bass.dll not exists", ""},
-        {{true, QStringLiteral("1.9"), true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
-        {{true, QStringLiteral("2.0.1"), true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
+        {{true, u"1.9"_s, true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
+        {{true, u"2.0.1"_s, true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
         {{true, {}, true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
         {{true, sound, false, false}, "Version der bass.dll ist veraltet!", "wenzo"},
         {{true, sound, true, false}, "", "CDDB"},
@@ -35,15 +33,15 @@ TEST(StartDecisions, FindTheFirstFaultInTheOrderOfTheChecks) {
 
 TEST(StartDecisions, FarewellsNameTheAddressEachInItsOwnWay) {
     const QString outdated = FindComponentFault({true, {}, true, true})->farewell;
-    EXPECT_TRUE(outdated.startsWith(QStringLiteral("Kalvo konnte nicht gestartet werden!, Führen Sie Kalvo erneut aus "
-                                                   "und downloaden Sie die aktuelle wenzo.dll aus dem Internet, oder "
-                                                   "Downloaden Sie das komplette Setup unter ")));
-    const QString address = outdated.section(QStringLiteral(" unter "), 1).section(u' ', 0, 0);
+    EXPECT_TRUE(outdated.startsWith(u"Kalvo konnte nicht gestartet werden!, Führen Sie Kalvo erneut aus "
+                                    "und downloaden Sie die aktuelle wenzo.dll aus dem Internet, oder "
+                                    "Downloaden Sie das komplette Setup unter "_s));
+    const QString address = outdated.section(u" unter "_s, 1).section(u' ', 0, 0);
     EXPECT_FALSE(address.isEmpty());
-    EXPECT_TRUE(outdated.endsWith(address + QStringLiteral(" herunter!")));
+    EXPECT_TRUE(outdated.endsWith(address + u" herunter!"_s));
     // The other one has always had no blank in front of the address.
-    EXPECT_TRUE(FindComponentFault({true, QStringLiteral("2.0"), true, false})
-                    ->farewell.endsWith(QStringLiteral("unter") + address + QStringLiteral(" herunter!")));
+    EXPECT_TRUE(
+        FindComponentFault({true, u"2.0"_s, true, false})->farewell.endsWith(u"unter"_s + address + u" herunter!"_s));
 }
 
 TEST(StartDecisions, OfferThePlayerOnlyOnAWideScreenWithAllItNeeds) {
@@ -65,39 +63,6 @@ TEST(StartDecisions, OfferThePlayerOnlyOnAWideScreenWithAllItNeeds) {
         EXPECT_EQ(offer.reason, QString::fromUtf8(c.reason));
         EXPECT_EQ(offer.enabled, *c.reason == '\0');
     }
-}
-
-TEST(ComponentFiles, PutAWaitingLibraryInItsPlace) {
-    const test::TestFolder folder;
-    const ComponentFiles files(folder.Path());
-    const auto library = [&folder] { return folder.Read(QStringLiteral("bass.dll")); };
-    folder.Write(QStringLiteral("bass.dll"), "old");
-    files.InstallWaitingLibrary();
-    EXPECT_EQ(library(), "old");
-
-    folder.Write(QStringLiteral("wenzo.dll"), "beside");
-    files.InstallWaitingLibrary();
-    EXPECT_EQ(library(), "beside");
-    EXPECT_FALSE(QFile::exists(folder.Path(QStringLiteral("wenzo.dll"))));
-
-    folder.Write(QStringLiteral("wenzo.dll"), "beside again");
-    folder.Write(QStringLiteral("Temp/wenzo.dll"), "downloaded");
-    files.InstallWaitingLibrary();
-    EXPECT_EQ(library(), "downloaded");
-    EXPECT_TRUE(QFile::exists(folder.Path(QStringLiteral("Temp/wenzo.dll"))));
-}
-
-TEST(ComponentFiles, ADamagedModuleCountsAsMissing) {
-    const ComponentFacts whole = ComponentFiles(qEnvironmentVariable("KALVO_BIN")).Facts(QStringLiteral("2.0"));
-    EXPECT_FALSE(FindComponentFault(whole));
-    const test::TestFolder folder;
-    const ComponentFiles files(folder.Path());
-    EXPECT_FALSE(files.Facts({}).libraryExists);
-    for (const char* name : {"bass.dll", "BASSenc.dll", "CdBase.ocx"})
-        folder.Write(QLatin1String(name), "x");
-    const ComponentFacts facts = files.Facts(QStringLiteral("2.0"));
-    EXPECT_TRUE(facts.libraryExists);
-    EXPECT_FALSE(facts.encoderExists || facts.discDatabaseExists);
 }
 
 } // namespace

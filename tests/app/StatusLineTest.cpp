@@ -6,25 +6,27 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString Shown(const StatusLine& line) {
-    return line.findChild<QLabel*>(QStringLiteral("lblMeldung"))->text().mid(QStringLiteral("HH:mm  ").size());
+    return line.findChild<QLabel*>(u"lblMeldung"_s)->text().mid(u"HH:mm  "_s.size());
 }
 
 TEST(StatusLine, ShowsTheLastMessage) {
     StatusLine line;
-    line.Tell(QStringLiteral("eins"));
-    line.Tell(QStringLiteral("zwei"));
-    EXPECT_EQ(Shown(line), QStringLiteral("zwei"));
+    line.Tell(u"eins"_s);
+    line.Tell(u"zwei"_s);
+    EXPECT_EQ(Shown(line), u"zwei"_s);
 }
 
 TEST(StatusLine, KeepsWarningsBehindWhatIsTold) {
     StatusLine line;
-    line.Warn(QStringLiteral("Datei war beschädigt"));
-    line.Tell(QStringLiteral("0 Titel gefunden"));
-    line.Warn(QStringLiteral("Archiv ist schreibgeschützt"));
-    line.Warn(QStringLiteral("Datei war beschädigt")); // the same is told once
+    line.Warn(u"Datei war beschädigt"_s);
+    line.Tell(u"0 Titel gefunden"_s);
+    line.Warn(u"Archiv ist schreibgeschützt"_s);
+    line.Warn(u"Datei war beschädigt"_s); // the same is told once
     line.Warn(QString());
-    EXPECT_EQ(Shown(line), QStringLiteral("0 Titel gefunden  ·  Datei war beschädigt  ·  Archiv ist schreibgeschützt"));
+    EXPECT_EQ(Shown(line), u"0 Titel gefunden  ·  Datei war beschädigt  ·  Archiv ist schreibgeschützt"_s);
 }
 
 } // namespace

@@ -19,22 +19,21 @@
 namespace kalvo {
 namespace {
 
-const QStringList devices = {QStringLiteral("Kein Ton"), QStringLiteral("Standardausgabe"), QStringLiteral("Karte A"),
-                             QStringLiteral("Karte B")};
+using namespace Qt::StringLiterals;
+
+const QStringList devices = {u"Kein Ton"_s, u"Standardausgabe"_s, u"Karte A"_s, u"Karte B"_s};
 
 OptionValues SomeValues() {
     OptionValues values;
     values.columns = GridColumns::Defaults(13);
-    values.output = {2, QStringLiteral("Karte A")};
-    values.buffer = QStringLiteral("normal");
+    values.output = {2, u"Karte A"_s};
+    values.buffer = u"normal"_s;
     return values;
 }
 
 class frmOptionenTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        SkinStyle::Apply(*qApp, QStringLiteral("Grey"), QStringLiteral("klein"), QStringLiteral("klein"));
-    }
+    void SetUp() override { SkinStyle::Apply(*qApp, u"Grey"_s, u"klein"_s, u"klein"_s); }
     void Open(const OptionValues& values) {
         dialog = std::make_unique<frmOptionen>(values, devices);
         dialog->show();
@@ -62,7 +61,7 @@ protected:
 
 TEST_F(frmOptionenTest, UntouchedPagesChangeNothing) {
     OptionValues values = SomeValues();
-    values.headphones = {7, QStringLiteral("Ausgesteckt")}; // kept, although it is not there
+    values.headphones = {7, u"Ausgesteckt"_s}; // kept, although it is not there
     values.meterColour = 0x010203;
     values.columns[2].width += 7; // no whole pixels
     values.switchOver = 0;
@@ -80,32 +79,32 @@ TEST_F(frmOptionenTest, UntouchedPagesChangeNothing) {
 
 TEST_F(frmOptionenTest, EveryPageGivesWhatIsEntered) {
     Open(SomeValues());
-    Choose("Überblendmodus", QStringLiteral("No Fading"));
-    Choose("Überblendgeschwindigkeit", QStringLiteral("sehr schnell"));
+    Choose("Überblendmodus", u"No Fading"_s);
+    Choose("Überblendgeschwindigkeit", u"sehr schnell"_s);
     Find<QSpinBox>("Umschaltzeitpunkt").setValue(15);
-    EXPECT_EQ(Find<QSpinBox>("Umschaltzeitpunkt").text(), QStringLiteral("15 sec"));
+    EXPECT_EQ(Find<QSpinBox>("Umschaltzeitpunkt").text(), u"15 sec"_s);
     Find<QCheckBox>("Check8").setChecked(true);
     Find<QSlider>("Mikrofonpegel").setValue(12);
-    Choose("Device", QStringLiteral("Karte B"));
-    Choose("Style", QStringLiteral("Horizontal"));
-    Choose("Farbe", QStringLiteral("Rot"));
-    Choose("Buttongroesse", QStringLiteral("groß"));
-    Find<QLineEdit>("Passwort").setText(QStringLiteral("0"));
-    Find<QLineEdit>("Text2").setText(QStringLiteral("77"));
-    Find<QLineEdit>("txtStop").setText(QStringLiteral("Stille"));
+    Choose("Device", u"Karte B"_s);
+    Choose("Style", u"Horizontal"_s);
+    Choose("Farbe", u"Rot"_s);
+    Choose("Buttongroesse", u"groß"_s);
+    Find<QLineEdit>("Passwort").setText(u"0"_s);
+    Find<QLineEdit>("Text2").setText(u"77"_s);
+    Find<QLineEdit>("txtStop").setText(u"Stille"_s);
     const OptionValues values = dialog->Values();
     EXPECT_EQ(values.fadeMode, FadeMode::NoFading);
     EXPECT_EQ(values.fadeInterval, 5);
     EXPECT_EQ(values.switchOver, 15);
     EXPECT_TRUE(values.tagsIntoLists);
     EXPECT_EQ(values.microphoneLevel, 12);
-    EXPECT_EQ(values.headphones, (OutputChoice{3, QStringLiteral("Karte B")}));
-    EXPECT_EQ(values.meterStyle, QStringLiteral("Horizontal"));
+    EXPECT_EQ(values.headphones, (OutputChoice{3, u"Karte B"_s}));
+    EXPECT_EQ(values.meterStyle, u"Horizontal"_s);
     EXPECT_EQ(values.meterColour, 0xff + 0x5a * 256 + 0x4f * 65536);
-    EXPECT_EQ(values.buttonSize, QStringLiteral("gross"));
+    EXPECT_EQ(values.buttonSize, u"gross"_s);
     EXPECT_TRUE(values.password.isEmpty()) << "0 is none";
-    EXPECT_EQ(values.chartsLimit, QStringLiteral("77"));
-    EXPECT_EQ(values.metaStop, QStringLiteral("Stille"));
+    EXPECT_EQ(values.chartsLimit, u"77"_s);
+    EXPECT_EQ(values.metaStop, u"Stille"_s);
 }
 
 TEST_F(frmOptionenTest, ColumnsAreMovedNamedAndHidden) {
@@ -115,13 +114,13 @@ TEST_F(frmOptionenTest, ColumnsAreMovedNamedAndHidden) {
     EXPECT_FALSE(Find<QPushButton>("cmdHoch").isEnabled());
     Find<QPushButton>("cmdRunter").click();
     EXPECT_EQ(table.currentRow(), 1) << "the column that was moved stays marked";
-    table.item(1, 0)->setText(QStringLiteral("Lied"));
+    table.item(1, 0)->setText(u"Lied"_s);
     table.item(1, 1)->setData(Qt::EditRole, 3);
     table.item(2, 0)->setCheckState(Qt::Unchecked);
     EXPECT_FALSE(table.item(8, 0)->flags() & Qt::ItemIsEditable) << "the extra fields keep their headings";
     QList<GridColumn> columns = dialog->Values().columns;
     EXPECT_EQ(columns[1].field, ArchiveField::Titel);
-    EXPECT_EQ(columns[1].caption, QStringLiteral("Lied"));
+    EXPECT_EQ(columns[1].caption, u"Lied"_s);
     EXPECT_EQ(columns[1].width, GridColumns::narrowestPixels * GridColumns::twipsPerPixel);
     EXPECT_FALSE(columns[2].visible);
     for (int row = 0; row < table.rowCount(); ++row)
@@ -133,19 +132,18 @@ TEST_F(frmOptionenTest, ColumnsAreMovedNamedAndHidden) {
 
 TEST_F(frmOptionenTest, CancelTakesTheLookBackAndConfirmDoesNot) {
     Open(SomeValues());
-    Choose("Skin", QStringLiteral("Dark Blue"));
-    Choose("Schriftgrad", QStringLiteral("groß"));
+    Choose("Skin", u"Dark Blue"_s);
+    Choose("Schriftgrad", u"groß"_s);
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(dialog.get(), &escape);
     EXPECT_FALSE(dialog->isVisible());
-    EXPECT_EQ(looks, (QStringList{QStringLiteral("Dark Blue/klein"), QStringLiteral("Dark Blue/groß"),
-                                  QStringLiteral("Light Green/klein")}));
+    EXPECT_EQ(looks, (QStringList{u"Dark Blue/klein"_s, u"Dark Blue/groß"_s, u"Light Green/klein"_s}));
     looks.clear();
     Open(SomeValues());
-    Choose("Skin", QStringLiteral("Grey"));
+    Choose("Skin", u"Grey"_s);
     Find<QPushButton>("Command5").click();
     EXPECT_EQ(dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(looks, QStringList{QStringLiteral("Grey/klein")});
+    EXPECT_EQ(looks, QStringList{u"Grey/klein"_s});
 }
 
 TEST_F(frmOptionenTest, TonesAreAskedForWhereACardIs) {
@@ -153,14 +151,14 @@ TEST_F(frmOptionenTest, TonesAreAskedForWhereACardIs) {
     QList<int> asked;
     QObject::connect(dialog.get(), &frmOptionen::ToneRequested, [&asked](int device) { asked.append(device); });
     EXPECT_FALSE(Find<QPushButton>("cmdTestton2").isEnabled()) << "no second card is chosen";
-    Choose("Device", QStringLiteral("Karte B"));
+    Choose("Device", u"Karte B"_s);
     Find<QPushButton>("cmdTestton1").click();
     Find<QPushButton>("cmdTestton2").click();
     EXPECT_EQ(asked, (QList<int>{2, 3}));
 }
 
 TEST_F(frmOptionenTest, EveryPageFitsTheSmallestScreenAtTheLargestFont) {
-    SkinStyle::Apply(*qApp, QStringLiteral("Grey"), QStringLiteral("groß"), QStringLiteral("gross"));
+    SkinStyle::Apply(*qApp, u"Grey"_s, u"groß"_s, u"gross"_s);
     Open(SomeValues());
     dialog->resize(790, 560);
     EXPECT_LE(dialog->minimumSizeHint().width(), 790);
@@ -175,7 +173,7 @@ TEST_F(frmOptionenTest, EveryPageFitsTheSmallestScreenAtTheLargestFont) {
             EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
         }
         const QWidget* shown = Find<QStackedWidget>("Seiten").currentWidget();
-        EXPECT_LE(shown->findChild<QWidget*>(QStringLiteral("Seite"))->minimumSizeHint().width(), shown->width())
+        EXPECT_LE(shown->findChild<QWidget*>(u"Seite"_s)->minimumSizeHint().width(), shown->width())
             << pages.item(page)->text().toStdString();
     }
 }

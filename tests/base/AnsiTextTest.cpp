@@ -4,17 +4,19 @@
 
 namespace kalvo {
 
+using namespace Qt::StringLiterals;
+
 TEST(AnsiText, EncodesInTheCodePageWhereItCan) {
-    EXPECT_EQ(AnsiText::Encode(QStringLiteral("Männer")), QByteArray("M\xE4nner"));
-    EXPECT_EQ(AnsiText::Encode(QStringLiteral("5 € – „x“")), QByteArray("5 \x80 \x96 \x84x\x93"));
-    EXPECT_EQ(AnsiText::Encode(QStringLiteral("Čert")), QStringLiteral("Čert").toUtf8());
-    EXPECT_EQ(AnsiText::Encode(QStringLiteral("Ã¤")), QStringLiteral("Ã¤").toUtf8());
+    EXPECT_EQ(AnsiText::Encode(u"Männer"_s), QByteArray("M\xE4nner"));
+    EXPECT_EQ(AnsiText::Encode(u"5 € – „x“"_s), QByteArray("5 \x80 \x96 \x84x\x93"));
+    EXPECT_EQ(AnsiText::Encode(u"Čert"_s), u"Čert"_s.toUtf8());
+    EXPECT_EQ(AnsiText::Encode(u"Ã¤"_s), u"Ã¤"_s.toUtf8());
 }
 
 TEST(AnsiText, ReadsBothForms) {
-    EXPECT_EQ(AnsiText::Decode("M\xE4nner"), QStringLiteral("Männer"));
-    EXPECT_EQ(AnsiText::Decode("M\xC3\xA4nner"), QStringLiteral("Männer"));
-    EXPECT_EQ(AnsiText::Decode("\xC3"), QStringLiteral("Ã"));
+    EXPECT_EQ(AnsiText::Decode("M\xE4nner"), u"Männer"_s);
+    EXPECT_EQ(AnsiText::Decode("M\xC3\xA4nner"), u"Männer"_s);
+    EXPECT_EQ(AnsiText::Decode("\xC3"), u"Ã"_s);
     EXPECT_EQ(AnsiText::Decode("\x80\x81\x9D"), QString::fromUtf16(u"€\u0081\u009D"));
     EXPECT_EQ(AnsiText::Decode({}), QString());
 }
@@ -24,7 +26,7 @@ TEST(AnsiText, EveryCharacterComesBack) {
         if (code >= 0xD800 && code <= 0xDFFF)
             continue;
         const QString one = QString::fromUcs4(&code, 1);
-        const QString among = one + QStringLiteral("¤ä") + one;
+        const QString among = one + u"¤ä"_s + one;
         ASSERT_EQ(AnsiText::Decode(AnsiText::Encode(one)), one) << static_cast<int>(code);
         ASSERT_EQ(AnsiText::Decode(AnsiText::Encode(among)), among) << static_cast<int>(code);
     }

@@ -13,6 +13,8 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(BackgroundWorker, AnswersComeInOrderOnTheOwnersThread) {
     BackgroundWorker worker;
     QList<int> answers;
@@ -41,15 +43,15 @@ TEST(BackgroundWorker, WaitingJobsCanBeDropped) {
     worker.Do([&]() -> BackgroundWorker::Answer {
         begun.release();
         goOn.acquire();
-        return [&done] { done += QStringLiteral("erster"); };
+        return [&done] { done += u"erster"_s; };
     });
     begun.acquire();
-    worker.Do(job(QStringLiteral("verworfen")));
+    worker.Do(job(u"verworfen"_s));
     worker.DropWaiting();
-    worker.Do(job(QStringLiteral("letzter")));
+    worker.Do(job(u"letzter"_s));
     goOn.release();
-    ASSERT_TRUE(test::WaitUntil([&] { return done.contains(QStringLiteral("letzter")); }));
-    EXPECT_EQ(done, (QStringList{QStringLiteral("erster"), QStringLiteral("letzter")}));
+    ASSERT_TRUE(test::WaitUntil([&] { return done.contains(u"letzter"_s); }));
+    EXPECT_EQ(done, (QStringList{u"erster"_s, u"letzter"_s}));
 }
 
 TEST(BackgroundWorker, TheEndDropsAnswersAndDoesNotWaitForWhatHangs) {

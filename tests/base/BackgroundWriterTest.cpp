@@ -9,22 +9,24 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(BackgroundWriter, LeavesTheLastContentOfEachFile) {
     const test::TestFolder folder;
     BackgroundWriter writer;
     for (int number = 0; number <= 50; ++number) {
-        writer.Write(folder.Path(QStringLiteral("a")), QByteArray::number(number));
-        writer.Write(folder.Path(QStringLiteral("b")), QByteArray::number(-number));
+        writer.Write(folder.Path(u"a"_s), QByteArray::number(number));
+        writer.Write(folder.Path(u"b"_s), QByteArray::number(-number));
     }
     writer.Flush();
-    EXPECT_EQ(folder.Read(QStringLiteral("a")), "50");
-    EXPECT_EQ(folder.Read(QStringLiteral("b")), "-50");
+    EXPECT_EQ(folder.Read(u"a"_s), "50");
+    EXPECT_EQ(folder.Read(u"b"_s), "-50");
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files | QDir::Hidden).size(), 2); // no temporaries
 }
 
 TEST(BackgroundWriter, KeepsTheOrderOfWritesAndRemovals) {
     const test::TestFolder folder;
-    const QString path = folder.Path(QStringLiteral("a"));
+    const QString path = folder.Path(u"a"_s);
     BackgroundWriter writer;
     writer.Write(path, "old");
     writer.Remove(path);
@@ -33,17 +35,17 @@ TEST(BackgroundWriter, KeepsTheOrderOfWritesAndRemovals) {
     writer.Remove(path);
     writer.Write(path, "new");
     writer.Flush();
-    EXPECT_EQ(folder.Read(QStringLiteral("a")), "new");
+    EXPECT_EQ(folder.Read(u"a"_s), "new");
 }
 
 TEST(BackgroundWriter, WritesWhatWaitsAtItsEndAndPassesOverWhatCannotBeWritten) {
     const test::TestFolder folder;
     {
         BackgroundWriter writer;
-        writer.Write(folder.Path(QStringLiteral("no such folder/a")), "lost");
-        writer.Write(folder.Path(QStringLiteral("z")), "kept");
+        writer.Write(folder.Path(u"no such folder/a"_s), "lost");
+        writer.Write(folder.Path(u"z"_s), "kept");
     }
-    EXPECT_EQ(folder.Read(QStringLiteral("z")), "kept");
+    EXPECT_EQ(folder.Read(u"z"_s), "kept");
 }
 
 } // namespace

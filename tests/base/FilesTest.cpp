@@ -12,6 +12,8 @@
 
 namespace kalvo {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 class FixedClock final : public Clock {
@@ -24,60 +26,59 @@ public:
 
 TEST(AtomicFile, ReplacesWholeAndLeavesNothingBeside) {
     const test::TestFolder folder;
-    const QString path = folder.Write(QStringLiteral("a"), "old and longer");
-    ASSERT_TRUE(QFile::link(path, folder.Path(QStringLiteral("link"))));
-    EXPECT_TRUE(WriteAtomically(folder.Path(QStringLiteral("link")), "new"));
-    EXPECT_EQ(folder.Read(QStringLiteral("a")), QByteArray("new"));
-    EXPECT_TRUE(QFileInfo(folder.Path(QStringLiteral("link"))).isSymLink());
-    EXPECT_FALSE(WriteAtomically(folder.Path(QStringLiteral("fehlt/a")), "x"));
+    const QString path = folder.Write(u"a"_s, "old and longer");
+    ASSERT_TRUE(QFile::link(path, folder.Path(u"link"_s)));
+    EXPECT_TRUE(WriteAtomically(folder.Path(u"link"_s), "new"));
+    EXPECT_EQ(folder.Read(u"a"_s), QByteArray("new"));
+    EXPECT_TRUE(QFileInfo(folder.Path(u"link"_s)).isSymLink());
+    EXPECT_FALSE(WriteAtomically(folder.Path(u"fehlt/a"_s), "x"));
     EXPECT_FALSE(WriteAtomically(folder.Path(), "x")) << "a folder";
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 2);
 }
 
 TEST(DataFolder, JoinsGivenNames) {
-    const DataFolder data(QStringLiteral("/d/Kalvo"));
-    EXPECT_EQ(data.Path(QStringLiteral("\\Musikarchiv\\default.mav")),
-              QStringLiteral("/d/Kalvo/Musikarchiv/default.mav"));
-    EXPECT_EQ(data.Path(QStringLiteral("\\sample\\x.wav")), QStringLiteral("/d/Kalvo/Sample/x.wav"));
-    EXPECT_EQ(data.Path(QStringLiteral("\\Sample\\")), QStringLiteral("/d/Kalvo/Sample/"));
-    EXPECT_EQ(data.Path(QStringLiteral("\\sample.dll")), QStringLiteral("/d/Kalvo/sample.dll"));
-    EXPECT_EQ(data.Path(QStringLiteral("kalvo.ini")), QStringLiteral("/d/Kalvo/kalvo.ini"));
-    EXPECT_EQ(data.Path({}), QStringLiteral("/d/Kalvo"));
+    const DataFolder data(u"/d/Kalvo"_s);
+    EXPECT_EQ(data.Path(u"\\Musikarchiv\\default.mav"_s), u"/d/Kalvo/Musikarchiv/default.mav"_s);
+    EXPECT_EQ(data.Path(u"\\sample\\x.wav"_s), u"/d/Kalvo/Sample/x.wav"_s);
+    EXPECT_EQ(data.Path(u"\\Sample\\"_s), u"/d/Kalvo/Sample/"_s);
+    EXPECT_EQ(data.Path(u"\\sample.dll"_s), u"/d/Kalvo/sample.dll"_s);
+    EXPECT_EQ(data.Path(u"kalvo.ini"_s), u"/d/Kalvo/kalvo.ini"_s);
+    EXPECT_EQ(data.Path({}), u"/d/Kalvo"_s);
 }
 
 TEST(DataFolder, CreatesItsFoldersAgainAndAgain) {
     const test::TestFolder folder;
-    const DataFolder data(folder.Path(QStringLiteral("neu/Kalvo")));
+    const DataFolder data(folder.Path(u"neu/Kalvo"_s));
     EXPECT_TRUE(data.CreateAll());
     EXPECT_TRUE(data.CreateAll());
     EXPECT_EQ(QDir(data.Root()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 7);
-    folder.Write(QStringLiteral("file"), "x");
-    EXPECT_FALSE(DataFolder(folder.Path(QStringLiteral("file"))).CreateAll());
+    folder.Write(u"file"_s, "x");
+    EXPECT_FALSE(DataFolder(folder.Path(u"file"_s)).CreateAll());
 }
 
 TEST(FileName, SplitsAtEitherSeparator) {
-    EXPECT_EQ(FileName::Last(QStringLiteral("D:\\x/y\\a.mp3")), QStringLiteral("a.mp3"));
-    EXPECT_EQ(FileName::Folder(QStringLiteral("D:\\x/y\\a.mp3")), QStringLiteral("D:\\x/y\\"));
-    EXPECT_EQ(FileName::Last(QStringLiteral("a")), QStringLiteral("a"));
-    EXPECT_TRUE(FileName::Folder(QStringLiteral("a")).isEmpty());
-    EXPECT_TRUE(FileName::IsMusic(QStringLiteral("/x/A.Mp3")));
-    EXPECT_FALSE(FileName::IsMusic(QStringLiteral("/x/a.mp3.txt")));
-    EXPECT_EQ(FileName::WithoutMusicExtension(QStringLiteral("a.b.OGG")), QStringLiteral("a.b"));
-    EXPECT_EQ(FileName::WithoutMusicExtension(QStringLiteral("a.wav")), QStringLiteral("a.wav"));
+    EXPECT_EQ(FileName::Last(u"D:\\x/y\\a.mp3"_s), u"a.mp3"_s);
+    EXPECT_EQ(FileName::Folder(u"D:\\x/y\\a.mp3"_s), u"D:\\x/y\\"_s);
+    EXPECT_EQ(FileName::Last(u"a"_s), u"a"_s);
+    EXPECT_TRUE(FileName::Folder(u"a"_s).isEmpty());
+    EXPECT_TRUE(FileName::IsMusic(u"/x/A.Mp3"_s));
+    EXPECT_FALSE(FileName::IsMusic(u"/x/a.mp3.txt"_s));
+    EXPECT_EQ(FileName::WithoutMusicExtension(u"a.b.OGG"_s), u"a.b"_s);
+    EXPECT_EQ(FileName::WithoutMusicExtension(u"a.wav"_s), u"a.wav"_s);
 }
 
 TEST(SetAside, KeepsEveryDamagedFile) {
     const test::TestFolder folder;
     const FixedClock clock;
-    const QStringList companions = {QStringLiteral("-wal"), QStringLiteral("-shm")};
-    const QString path = folder.Write(QStringLiteral("default.mav"), "1");
-    folder.Write(QStringLiteral("default.mav-wal"), "w");
-    EXPECT_EQ(SetAside(path, clock, companions), path + QStringLiteral(".defekt-20260307-040506"));
-    EXPECT_EQ(folder.Read(QStringLiteral("default.mav.defekt-20260307-040506-wal")), QByteArray("w"));
-    EXPECT_FALSE(QFile::exists(path) || QFile::exists(path + QStringLiteral("-wal")));
-    folder.Write(QStringLiteral("default.mav"), "2");
-    EXPECT_EQ(SetAside(path, clock, companions), path + QStringLiteral(".defekt-20260307-040506-2"));
-    EXPECT_EQ(folder.Read(QStringLiteral("default.mav.defekt-20260307-040506")), QByteArray("1"));
+    const QStringList companions = {u"-wal"_s, u"-shm"_s};
+    const QString path = folder.Write(u"default.mav"_s, "1");
+    folder.Write(u"default.mav-wal"_s, "w");
+    EXPECT_EQ(SetAside(path, clock, companions), path + u".defekt-20260307-040506"_s);
+    EXPECT_EQ(folder.Read(u"default.mav.defekt-20260307-040506-wal"_s), QByteArray("w"));
+    EXPECT_FALSE(QFile::exists(path) || QFile::exists(path + u"-wal"_s));
+    folder.Write(u"default.mav"_s, "2");
+    EXPECT_EQ(SetAside(path, clock, companions), path + u".defekt-20260307-040506-2"_s);
+    EXPECT_EQ(folder.Read(u"default.mav.defekt-20260307-040506"_s), QByteArray("1"));
     EXPECT_TRUE(SetAside(path, clock, companions).isEmpty()) << "nothing there any more";
 }
 

@@ -4,6 +4,8 @@
 
 namespace kalvo {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::optional<QString> ValueIn(const QByteArray& bytes, const char16_t* section, const char16_t* key) {
@@ -15,7 +17,7 @@ std::optional<QString> ValueIn(const QByteArray& bytes, const char16_t* section,
 TEST(IniText, FindsKeysWithoutCase) {
     const QByteArray text = "a=0\r\n[ Mixer ]\r\n \xDC"
                             "berblendmodus = No Fading \r\n;b=1\r\n[MIXER]\r\nb=2\r\n";
-    EXPECT_EQ(ValueIn(text, u"mixer", u"überblendmodus"), QStringLiteral("No Fading"));
+    EXPECT_EQ(ValueIn(text, u"mixer", u"überblendmodus"), u"No Fading"_s);
     EXPECT_FALSE(ValueIn(text, u"Mixer", u"b")) << "a comment, and the first of two sections counts";
     EXPECT_FALSE(ValueIn(text, u"Mixer", u"a"));
     EXPECT_FALSE(ValueIn({}, u"Mixer", u"a"));
@@ -26,20 +28,20 @@ TEST(IniText, ReadsKeyAndValueInTheirOwnEncoding) {
                              "e]\n\xDC"
                              "ber=\xC4\x8C"
                              "ert\nschrift=gro\xDF\n";
-    EXPECT_EQ(ValueIn(mixed, u"GRÖßE", u"über"), QStringLiteral("Čert"));
-    EXPECT_EQ(ValueIn(mixed, u"Größe", u"Schrift"), QStringLiteral("groß"));
-    EXPECT_EQ(ValueIn("\xEF\xBB\xBF[S]\na=1", u"S", u"a"), QStringLiteral("1"));
+    EXPECT_EQ(ValueIn(mixed, u"GRÖßE", u"über"), u"Čert"_s);
+    EXPECT_EQ(ValueIn(mixed, u"Größe", u"Schrift"), u"groß"_s);
+    EXPECT_EQ(ValueIn("\xEF\xBB\xBF[S]\na=1", u"S", u"a"), u"1"_s);
 }
 
 TEST(IniText, ValuesComeBackAsTheyWere) {
     for (const char16_t* value :
          {u"", u"  x ", u"\"x\"", u"'x'", u"\"", u"'", u"a=b;c", u"\"\"x\"\"", u"Čert „ü“", u"[x]"}) {
         IniText text;
-        text.SetValue(QStringLiteral("Metadata"), QStringLiteral("Stop"), QString::fromUtf16(value));
+        text.SetValue(u"Metadata"_s, u"Stop"_s, QString::fromUtf16(value));
         EXPECT_EQ(ValueIn(text.Bytes(), u"Metadata", u"Stop"), QString::fromUtf16(value)) << text.Bytes().constData();
     }
-    EXPECT_EQ(ValueIn("[S]\na='x y '\nb=\"x'\n", u"S", u"a"), QStringLiteral("x y "));
-    EXPECT_EQ(ValueIn("[S]\na='x y '\nb=\"x'\n", u"S", u"b"), QStringLiteral("\"x'"));
+    EXPECT_EQ(ValueIn("[S]\na='x y '\nb=\"x'\n", u"S", u"a"), u"x y "_s);
+    EXPECT_EQ(ValueIn("[S]\na='x y '\nb=\"x'\n", u"S", u"b"), u"\"x'"_s);
 }
 
 TEST(IniText, ChangesOnlyWhatIsAsked) {
@@ -47,10 +49,10 @@ TEST(IniText, ChangesOnlyWhatIsAsked) {
         "; mein Kommentar \xFC\r\n\r\n[Fremd]\nfoo = bar \n\n[Mixer]\r\nkein Gleich\r\nA =1\r\n\r\n\r\n[Z]\nq='1'";
     IniText text(before);
     EXPECT_EQ(text.Bytes(), before);
-    text.SetValue(QStringLiteral("MIXER"), QStringLiteral("a"), QStringLiteral("2"));
-    text.SetValue(QStringLiteral("Mixer"), QStringLiteral("neu"), QStringLiteral("3"));
-    text.SetValue(QStringLiteral("z"), QStringLiteral("r"), QStringLiteral("4"));
-    text.SetValue(QStringLiteral("Y"), QStringLiteral("s"), QStringLiteral("5"));
+    text.SetValue(u"MIXER"_s, u"a"_s, u"2"_s);
+    text.SetValue(u"Mixer"_s, u"neu"_s, u"3"_s);
+    text.SetValue(u"z"_s, u"r"_s, u"4"_s);
+    text.SetValue(u"Y"_s, u"s"_s, u"5"_s);
     EXPECT_EQ(text.Bytes(), QByteArray("; mein Kommentar \xFC\r\n\r\n[Fremd]\nfoo = bar \n\n[Mixer]\r\nkein Gleich\r\n"
                                        "A =2\r\nneu=3\r\n\r\n\r\n[Z]\nq='1'\r\nr=4\r\n[Y]\r\ns=5\r\n"));
 }
@@ -73,11 +75,11 @@ TEST(IniText, WrittenByHandInAnyFormReadsAlikeAndLosesNothing) {
                                 file(false, {"\r\n", "\n", "\r"}, {})};
     for (const QByteArray& before : files) {
         SCOPED_TRACE(before.toPercentEncoding().constData());
-        EXPECT_EQ(ValueIn(before, u"STYLE", u"schriftgrad"), QStringLiteral("groß"));
-        EXPECT_EQ(ValueIn(before, u"ÜBER MICH", u"alternativ"), QStringLiteral("Jürgen & Söhne"));
+        EXPECT_EQ(ValueIn(before, u"STYLE", u"schriftgrad"), u"groß"_s);
+        EXPECT_EQ(ValueIn(before, u"ÜBER MICH", u"alternativ"), u"Jürgen & Söhne"_s);
         EXPECT_FALSE(ValueIn(before, u"Style", u"verirrt"));
         IniText text(before);
-        text.SetValue(QStringLiteral("Style"), QStringLiteral("Schriftgrad"), QStringLiteral("größer"));
+        text.SetValue(u"Style"_s, u"Schriftgrad"_s, u"größer"_s);
         QByteArray expected = before;
         const bool isUtf8 = before.contains("ö");
         const QByteArray old = isUtf8 ? QByteArrayLiteral(" groß ") : QByteArrayLiteral(" gro\xDF ");
@@ -86,17 +88,17 @@ TEST(IniText, WrittenByHandInAnyFormReadsAlikeAndLosesNothing) {
                                 : "gr\xF6\xDF"
                                   "er");
         EXPECT_EQ(text.Bytes(), expected);
-        EXPECT_EQ(ValueIn(text.Bytes(), u"Style", u"Schriftgrad"), QStringLiteral("größer"));
+        EXPECT_EQ(ValueIn(text.Bytes(), u"Style", u"Schriftgrad"), u"größer"_s);
     }
 }
 
 TEST(IniText, LineBreaksCannotBreakTheFile) {
     IniText text;
-    text.SetValue(QStringLiteral("S"), QStringLiteral("a"), QStringLiteral("1\n[T]\r\nb=2"));
+    text.SetValue(u"S"_s, u"a"_s, u"1\n[T]\r\nb=2"_s);
     EXPECT_FALSE(ValueIn(text.Bytes(), u"T", u"b"));
-    EXPECT_EQ(ValueIn(text.Bytes(), u"S", u"a"), QStringLiteral("1 [T]  b=2"));
-    text.SetValue(QStringLiteral("S"), QStringLiteral("a"), QStringLiteral("x\u0001y\u0000z"));
-    EXPECT_EQ(ValueIn(text.Bytes(), u"S", u"a"), QStringLiteral("x y z"));
+    EXPECT_EQ(ValueIn(text.Bytes(), u"S", u"a"), u"1 [T]  b=2"_s);
+    text.SetValue(u"S"_s, u"a"_s, u"x\u0001y\u0000z"_s);
+    EXPECT_EQ(ValueIn(text.Bytes(), u"S", u"a"), u"x y z"_s);
 }
 
 } // namespace kalvo

@@ -10,6 +10,8 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct Nothing {
     virtual ~Nothing() = default;
 };
@@ -20,12 +22,12 @@ std::unique_ptr<Nothing> Load(const test::TestFolder& folder, const QString& nam
 
 TEST(ModuleFileTest, WhatIsNoModuleGivesNothing) {
     // The test program itself has the form of one.
-    QFile self(QStringLiteral("/proc/self/exe"));
+    QFile self(u"/proc/self/exe"_s);
     ASSERT_TRUE(self.open(QIODevice::ReadOnly));
     const QByteArray whole = self.readAll();
     const test::TestFolder folder;
-    folder.Write(QStringLiteral("ganz.dll"), whole);
-    EXPECT_TRUE(IsWholeModule(folder.Path(QStringLiteral("ganz.dll"))));
+    folder.Write(u"ganz.dll"_s, whole);
+    EXPECT_TRUE(IsWholeModule(folder.Path(u"ganz.dll"_s)));
     const QByteArray broken[] = {{},
                                  "MZ keines",
                                  whole.left(64),
@@ -33,18 +35,18 @@ TEST(ModuleFileTest, WhatIsNoModuleGivesNothing) {
                                  whole.chopped(1),
                                  QByteArray(whole.size(), '\0')};
     for (const QByteArray& bytes : broken) {
-        const QString path = folder.Write(QStringLiteral("kaputt.dll"), bytes);
+        const QString path = folder.Write(u"kaputt.dll"_s, bytes);
         EXPECT_FALSE(IsWholeModule(path)) << bytes.size();
-        EXPECT_EQ(Load(folder, QStringLiteral("kaputt.dll")), nullptr);
+        EXPECT_EQ(Load(folder, u"kaputt.dll"_s), nullptr);
     }
-    EXPECT_FALSE(IsWholeModule(folder.Path(QStringLiteral("fehlt.dll"))));
-    EXPECT_EQ(Load(folder, QStringLiteral("fehlt.dll")), nullptr);
+    EXPECT_FALSE(IsWholeModule(folder.Path(u"fehlt.dll"_s)));
+    EXPECT_EQ(Load(folder, u"fehlt.dll"_s), nullptr);
     EXPECT_FALSE(IsWholeModule(folder.Path()));
 }
 
 TEST(ModuleFileTest, TheVersionIsLowWordDotHighWord) {
-    EXPECT_EQ(VersionText(0x00000002), QStringLiteral("2.0"));
-    EXPECT_EQ(VersionText(0x00040002), QStringLiteral("2.4"));
+    EXPECT_EQ(VersionText(0x00000002), u"2.0"_s);
+    EXPECT_EQ(VersionText(0x00040002), u"2.4"_s);
 }
 
 } // namespace

@@ -33,6 +33,7 @@ public:
 
     std::map<audio::Handle, Stream> streams;
     int opened = 0;
+    int effects = 0; ///< that stand in the streams' paths
 
     /** Lets time pass for everything that plays; ends are told in DispatchEvents. */
     void Advance(double seconds) {
@@ -162,8 +163,10 @@ public:
     }
     audio::Levels ChannelGetLevel(audio::Handle) override { return {}; }
     std::size_t ChannelGetData(audio::Handle, audio::DataKind, float*, std::size_t) override { return 0; }
-    audio::Handle ChannelSetFX(audio::Handle, audio::EffectType) override { return 1; }
-    bool ChannelRemoveFX(audio::Handle, audio::Handle) override { return true; }
+    audio::Handle ChannelSetFX(audio::Handle, audio::EffectType) override {
+        return static_cast<audio::Handle>(++effects);
+    }
+    bool ChannelRemoveFX(audio::Handle, audio::Handle) override { return --effects >= 0; }
     bool FXSetParameters(audio::Handle, const audio::EffectParameters&) override { return true; }
     bool FXGetParameters(audio::Handle, audio::EffectParameters&) override { return true; }
 

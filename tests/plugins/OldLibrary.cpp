@@ -1,16 +1,52 @@
-// An audio library of another version, as a module: what a program finds after a broken update.
+// Every component in another version, as one module: what a program finds after a broken update.
 
+#include "audio/EncoderLibrary.h"
 #include "playback/FakeAudio.h"
+#include "tags/DiscDatabase.h"
 
 namespace kalvo::test {
 
+constexpr std::uint32_t kOldVersion = 0x00090001; // 1.9
+
 class OldLibrary final : public FakeAudio {
 public:
-    std::uint32_t GetVersion() const override { return 0x00090001; } // 1.9
+    std::uint32_t GetVersion() const override { return kOldVersion; }
+};
+
+class OldEncoder final : public audio::EncoderLibrary {
+public:
+    std::uint32_t GetVersion() const override { return kOldVersion; }
+    audio::EncodeError ErrorGetCode() const override { return {}; }
+    audio::Handle Encode_Start(audio::AudioLibrary&, audio::Output, const std::string&,
+                               const audio::EncodeSettings&) override {
+        return 0;
+    }
+    audio::Handle Encode_Start(audio::AudioLibrary&, audio::Handle, const std::string&,
+                               const audio::EncodeSettings&) override {
+        return 0;
+    }
+    bool Encode_Stop(audio::Handle) override { return false; }
+    bool Encode_GetState(audio::Handle, audio::EncodeState&) override { return false; }
+};
+
+class OldDiscDatabase final : public DiscDatabase {
+public:
+    quint32 GetVersion() const override { return kOldVersion; }
+    QString DiscId(const DiscToc&) const override { return {}; }
+    std::optional<DiscEntry> Read(const QString&, const DiscToc&) const override { return {}; }
+    bool Write(const QString&, const DiscToc&, const DiscEntry&) const override { return false; }
 };
 
 } // namespace kalvo::test
 
-extern "C" __attribute__((visibility("default"))) kalvo::audio::AudioLibrary* CreateAudioLibrary() {
+#define KALVO_FACTORY extern "C" __attribute__((visibility("default")))
+
+KALVO_FACTORY kalvo::audio::AudioLibrary* CreateAudioLibrary() {
     return new kalvo::test::OldLibrary;
+}
+KALVO_FACTORY kalvo::audio::EncoderLibrary* CreateEncoderLibrary() {
+    return new kalvo::test::OldEncoder;
+}
+KALVO_FACTORY kalvo::DiscDatabase* CreateDiscDatabase() {
+    return new kalvo::test::OldDiscDatabase;
 }

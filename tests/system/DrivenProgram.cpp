@@ -8,7 +8,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace kalvo::test {
 
@@ -48,14 +49,12 @@ ProgramFolder::ProgramFolder() {
         EXPECT_TRUE(QFile::copy(Built(QLatin1String(name)), Path(name))) << name;
 }
 
-void ProgramFolder::Remove(const char* name) const {
-    EXPECT_TRUE(QFile::remove(Path(name))) << name;
-}
-
-void ProgramFolder::WriteOldLibrary(const char* name) const {
+void ProgramFolder::Do(Harm harm, const char* name) const {
     QFile::remove(Path(name));
+    if (harm == Harm::Damaged)
+        folder_.Write(QLatin1String(name), "this is no library");
     EXPECT_TRUE(QDir().mkpath(QFileInfo(Path(name)).path()));
-    EXPECT_TRUE(QFile::copy(Built(u"plugins/veraltet.dll"_s), Path(name)));
+    EXPECT_TRUE(harm != Harm::Old || QFile::copy(Built(u"plugins/veraltet.dll"_s), Path(name)));
 }
 
 DrivenProgram::DrivenProgram(const QByteArray& display, const QStringList& arguments, const DrivenOptions& options) {
@@ -112,11 +111,16 @@ SeenWindow DrivenProgram::WaitFor(const char* window, const QString& but) {
     return See(window);
 }
 
-QString DrivenProgram::WaitForText(const char* window, const char* label,
-                                   const std::function<bool(const QString&)>& wanted) {
-    const bool came = WaitUntil([&] { return wanted(See(window).Label(label)); }, kPatience);
-    EXPECT_TRUE(came) << label << ": " << See(window).Label(label).toStdString();
-    return came ? See(window).Label(label) : QString();
+QString DrivenProgram::WaitForText(const char* label, const std::function<bool(const QString&)>& wanted) {
+    const bool came = WaitUntil([&] { return wanted(See("Form1").Label(label)); }, kPatience);
+    EXPECT_TRUE(came) << label << ": " << See("Form1").Label(label).toStdString();
+    return came ? See("Form1").Label(label) : QString();
+}
+
+QString DrivenProgram::WaitForMessage(const QStringList& parts) {
+    return WaitForText("lblMeldung", [&parts](const QString& text) {
+        return std::all_of(parts.begin(), parts.end(), [&text](const QString& part) { return text.contains(part); });
+    });
 }
 
 void DrivenProgram::Send(const QJsonObject& order) {
@@ -133,6 +137,30 @@ void DrivenProgram::Close(const char* window) {
     Send({{u"window"_s, QLatin1String(window)}, {u"close"_s, true}});
 }
 
+void DrivenProgram::CloseAndAnswer(const QString& answer) {
+    Close("Form1");
+    const SeenWindow question = WaitFor("xMessageBox");
+    EXPECT_EQ(question.title, u"Achtung!"_s);
+    EXPECT_EQ(question.Label("lblText"), u"Wollen Sie Kalvo wirklich beenden?"_s);
+    Press("xMessageBox", answer);
+}
+
+QStringList DrivenProgram::CloseOrderly() {
+    CloseAndAnswer(u"Ja"_s);
+    QString last = u"Wollen Sie Kalvo wirklich beenden?"_s;
+    QStringList told;
+    WaitUntil([&] {
+        const QString text = See("xMessageBox").Label("lblText");
+        if (!text.isEmpty() && text != last) {
+            told.append(last = text);
+            Press("xMessageBox", u"ok"_s);
+        }
+        return !IsRunning();
+    });
+    EXPECT_EQ(WaitForExit(), 0);
+    return told;
+}
+
 int DrivenProgram::WaitForExit() {
     WaitUntil([this] { return !IsRunning(); }, kPatience);
     return program_.state() == QProcess::NotRunning && program_.exitStatus() == QProcess::NormalExit
@@ -147,6 +175,17 @@ bool DrivenProgram::IsRunning() {
 void DrivenProgram::Kill() {
     program_.kill();
     program_.waitForFinished();
+}
+
+void DrivenTest::SetUp() {
+    if (!XServer::IsInstalled())
+        GTEST_SKIP() << "Xvfb is not installed";
+    screen_ = std::make_unique<XServer>();
+}
+
+QStringList DrivenTest::Arguments(const QString& data) const {
+    return {u"--datenordner"_s, data.isEmpty() ? folder_.Path(u"Kalvo"_s) : data, u"--geraet"_s, u"0"_s,
+            u"--ohne-startauswahl"_s};
 }
 
 } // namespace kalvo::test

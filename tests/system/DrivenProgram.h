@@ -1,11 +1,13 @@
 #pragma once
 
 #include "support/TestFolder.h"
+#include "support/XServer.h"
 
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QProcess>
 #include <QStringList>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <map>
@@ -26,13 +28,13 @@ struct SeenWindow {
 /** A folder with the program and its components, readable to everybody, to take away or damage one. */
 class ProgramFolder {
 public:
+    enum class Harm { Missing, Damaged, Old };
+
     ProgramFolder();
 
     QString Path(const char* name = "") const { return folder_.Path(QLatin1String(name)); }
-    void Remove(const char* name) const;
-    void Write(const char* name, const QByteArray& content) const { folder_.Write(QLatin1String(name), content); }
-    /** Puts the library of another version in the place of this file. */
-    void WriteOldLibrary(const char* name) const;
+    /** Does this to a component; Old: puts one of another version in its place. */
+    void Do(Harm harm, const char* name) const;
 
 private:
     TestFolder folder_;
@@ -54,13 +56,19 @@ public:
 
     /** Waits for a window of this name; with `but` not one of this text (its label "lblText"). */
     SeenWindow WaitFor(const char* window, const QString& but = {});
-    /** Waits until a label of a window has a text that the test takes; the text, empty when it does not come. */
-    QString WaitForText(const char* window, const char* label, const std::function<bool(const QString&)>& wanted);
+    /** Waits until a label of the main window has a text that the test takes; the text, empty when it does not come. */
+    QString WaitForText(const char* label, const std::function<bool(const QString&)>& wanted);
+    /** Waits until all of this stands in the status line's message; the whole message. */
+    QString WaitForMessage(const QStringList& parts = {QStringLiteral("Titel gefunden")});
     /** The window as it was told last. */
     SeenWindow See(const char* window) const;
     bool IsOpen(const char* window) const { return !See(window).name.isEmpty(); }
     void Press(const char* window, const QString& button);
     void Close(const char* window);
+    /** Closes the main window and presses this at its question. */
+    void CloseAndAnswer(const QString& answer);
+    /** Closes the program as its user does and waits for its end; the texts of what it tells on the way. */
+    QStringList CloseOrderly();
 
     /** Waits for the end; -1 when it crashed, was killed or does not end. */
     int WaitForExit();
@@ -76,6 +84,19 @@ private:
     QLocalSocket* socket_ = nullptr;
     QList<SeenWindow> windows_;
     QProcess program_;
+};
+
+/** A screen and a data folder for the programs of a test. */
+class DrivenTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+
+    QString Data(const char* name = "") const { return folder_.Path(QStringLiteral("Kalvo/") + QLatin1String(name)); }
+    /** For a program without sound on a data folder, the test's own by default, without the start option dialog. */
+    QStringList Arguments(const QString& data = {}) const;
+
+    TestFolder folder_;
+    std::unique_ptr<XServer> screen_;
 };
 
 } // namespace kalvo::test

@@ -10,6 +10,8 @@
 namespace kalvo::test {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct ImportCase {
     QString name;
     QStringList options;
@@ -21,36 +23,21 @@ struct ImportCase {
 };
 
 QList<ImportCase> Cases() {
-    const QString umlauts = QStringLiteral("Grüße aus Köln");
+    const QString umlauts = u"Grüße aus Köln"_s;
     return {
-        {QStringLiteral("CBR/Mädchen's Lied.mp3"),
-         {QStringLiteral("-b"), QStringLiteral("128")},
-         umlauts,
-         umlauts,
-         7.4,
-         QStringLiteral("00:07")},
-        {QStringLiteral("VBR.mp3"),
-         {QStringLiteral("-V"), QStringLiteral("4")},
-         umlauts,
-         umlauts,
-         61.6,
-         QStringLiteral("01:02")},
-        {QStringLiteral("ohne Xing.MP3"),
-         {QStringLiteral("-V"), QStringLiteral("4"), QStringLiteral("-t")},
-         QStringLiteral("Ohne"),
-         QStringLiteral("Ohne"),
-         12.6,
-         QStringLiteral("00:13")},
-        {QStringLiteral("Bild.mp3"), {}, umlauts, umlauts, 5, QStringLiteral("00:05"), 100'000},
-        {QStringLiteral("nur ID3v1.mp3"),
-         {QStringLiteral("--id3v1-only")},
-         QStringLiteral("Zwei Wochen ohne einen Regentag"),
-         QStringLiteral("Zwei Wochen ohne einen Regenta"),
+        {u"CBR/Mädchen's Lied.mp3"_s, {u"-b"_s, u"128"_s}, umlauts, umlauts, 7.4, u"00:07"_s},
+        {u"VBR.mp3"_s, {u"-V"_s, u"4"_s}, umlauts, umlauts, 61.6, u"01:02"_s},
+        {u"ohne Xing.MP3"_s, {u"-V"_s, u"4"_s, u"-t"_s}, u"Ohne"_s, u"Ohne"_s, 12.6, u"00:13"_s},
+        {u"Bild.mp3"_s, {}, umlauts, umlauts, 5, u"00:05"_s, 100'000},
+        {u"nur ID3v1.mp3"_s,
+         {u"--id3v1-only"_s},
+         u"Zwei Wochen ohne einen Regentag"_s,
+         u"Zwei Wochen ohne einen Regenta"_s,
          5,
-         QStringLiteral("00:05")},
-        {QStringLiteral("tief/tiefer/Vorbis.ogg"), {}, umlauts, umlauts, 9.6, QStringLiteral("00:10")},
-        {QStringLiteral("ohne alles.ogg"), {}, QString(), QString(), 3, QStringLiteral("00:03")},
-        {QStringLiteral("Opus.ogg"), {}, umlauts, umlauts, 4, QStringLiteral("00:04")},
+         u"00:05"_s},
+        {u"tief/tiefer/Vorbis.ogg"_s, {}, umlauts, umlauts, 9.6, u"00:10"_s},
+        {u"ohne alles.ogg"_s, {}, QString(), QString(), 3, u"00:03"_s},
+        {u"Opus.ogg"_s, {}, umlauts, umlauts, 4, u"00:04"_s},
     };
 }
 
@@ -61,9 +48,8 @@ void Make(const QString& folder, const ImportCase& c) {
     sound.title = c.title;
     sound.options = c.options;
     sound.coverBytes = c.coverBytes;
-    const bool isOpus = c.name.startsWith(QStringLiteral("Opus"));
-    const QString made =
-        isOpus ? QStringLiteral("roh.opus") : QString(c.name).replace(QStringLiteral(".MP3"), QStringLiteral(".mp3"));
+    const bool isOpus = c.name.startsWith(u"Opus"_s);
+    const QString made = isOpus ? u"roh.opus"_s : QString(c.name).replace(u".MP3"_s, u".mp3"_s);
     const QString path = MakeSound(folder, made, sound);
     const QString wanted = folder + QLatin1Char('/') + c.name;
     ASSERT_TRUE(path == wanted || QFile::rename(path, wanted));
@@ -93,28 +79,25 @@ QMap<QString, Row> ArchiveRows(const QString& file) {
 
 TEST(Import, TakesEveryKindOfFileOnceWithTitleAndTime) {
     const TestFolder folder;
-    const QString music = folder.Path(QStringLiteral("Müller's Musik"));
+    const QString music = folder.Path(u"Müller's Musik"_s);
     for (const ImportCase& c : Cases())
         Make(music, c);
-    folder.Write(QStringLiteral("Müller's Musik/notizen.mp3.bak"), "kein Titel");
-    MakeSound(music, QStringLiteral("welle.wav"));
+    folder.Write(u"Müller's Musik/notizen.mp3.bak"_s, "kein Titel");
+    MakeSound(music, u"welle.wav"_s);
     const auto count = Cases().size();
-    const QStringList import{QStringLiteral("--datenordner"), folder.Path(QStringLiteral("Kalvo")),
-                             QStringLiteral("--geraet"),      QStringLiteral("0"),
-                             QStringLiteral("--einlesen"),    music};
+    const QStringList import{
+        u"--datenordner"_s, folder.Path(u"Kalvo"_s), u"--geraet"_s, u"0"_s, u"--einlesen"_s, music};
 
     const ProgramResult first = RunProgram(import);
     EXPECT_EQ(first.exitCode, 0) << first.errors.toStdString();
-    EXPECT_TRUE(first.output.contains(
-        QStringLiteral("%1 von %1 Songs hinzugefügt, 0 Titel waren bereits vorhanden").arg(count)))
+    EXPECT_TRUE(first.output.contains(u"%1 von %1 Songs hinzugefügt, 0 Titel waren bereits vorhanden"_s.arg(count)))
         << first.output.toStdString();
     const ProgramResult second = RunProgram(import);
     EXPECT_EQ(second.exitCode, 0) << second.errors.toStdString();
-    EXPECT_TRUE(second.output.contains(
-        QStringLiteral("0 von %1 Songs hinzugefügt, %1 Titel waren bereits vorhanden").arg(count)))
+    EXPECT_TRUE(second.output.contains(u"0 von %1 Songs hinzugefügt, %1 Titel waren bereits vorhanden"_s.arg(count)))
         << second.output.toStdString();
 
-    const QMap<QString, Row> rows = ArchiveRows(folder.Path(QStringLiteral("Kalvo/Musikarchiv/default.mav")));
+    const QMap<QString, Row> rows = ArchiveRows(folder.Path(u"Kalvo/Musikarchiv/default.mav"_s));
     EXPECT_EQ(rows.size(), count);
     for (const ImportCase& c : Cases()) {
         const Row row = rows.value(music + QLatin1Char('/') + c.name);
@@ -125,11 +108,10 @@ TEST(Import, TakesEveryKindOfFileOnceWithTitleAndTime) {
 
 TEST(Import, AFolderThatIsNotThereIsToldAndNothingIsWritten) {
     const TestFolder folder;
-    const ProgramResult result =
-        RunProgram({QStringLiteral("--datenordner"), folder.Path(QStringLiteral("Kalvo")), QStringLiteral("--geraet"),
-                    QStringLiteral("0"), QStringLiteral("--einlesen"), folder.Path(QStringLiteral("fehlt"))});
+    const ProgramResult result = RunProgram(
+        {u"--datenordner"_s, folder.Path(u"Kalvo"_s), u"--geraet"_s, u"0"_s, u"--einlesen"_s, folder.Path(u"fehlt"_s)});
     EXPECT_GT(result.exitCode, 0);
-    EXPECT_TRUE((result.output + result.errors).contains(QStringLiteral("Kein gültiger Ordner!")));
+    EXPECT_TRUE((result.output + result.errors).contains(u"Kein gültiger Ordner!"_s));
 }
 
 } // namespace

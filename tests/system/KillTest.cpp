@@ -4,46 +4,37 @@
 #include "archive/SqliteDatabase.h"
 #include "base/ValueFile.h"
 #include "support/SoundMaker.h"
-#include "support/TestFolder.h"
 #include "support/WaitUntil.h"
-#include "support/XServer.h"
 #include "system/DrivenProgram.h"
-#include "system/Program.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
-#include <gtest/gtest.h>
 
 #include <random>
 
 namespace kalvo::test {
 namespace {
 
-constexpr qint64 kBudget = 75'000; ///< ms, where no number of rounds is wanted
+using namespace Qt::StringLiterals;
+
+constexpr qint64 kBudget = 150'000; ///< ms, where no number of rounds is wanted
 constexpr int kFilesAtOnce = 3;
 constexpr int kImportedAtOnce = 40;
 const QByteArray kSettings = "; von Hand\r\n[Equalizer]\r\nEQStatus=0\r\n\r\n[VU Meter]\r\nFarbe=255\r\n\r\n[Mixer]\r\n"
                              "Nachladen=1\r\n\r\n[Fremd]\r\nEnde=1\r\n";
 
-class KillTest : public ::testing::Test {
+class KillTest : public DrivenTest {
 protected:
     void SetUp() override {
-        if (!XServer::IsInstalled())
-            GTEST_SKIP() << "Xvfb is not installed";
-        screen_ = std::make_unique<XServer>();
+        DrivenTest::SetUp();
+        if (IsSkipped())
+            return;
         const QString seed = qEnvironmentVariable("KALVO_KILL_SEED");
         seed_ = seed.isEmpty() ? std::random_device()() : seed.toUInt();
         random_.seed(seed_);
-        folder_.Write(QStringLiteral("Kalvo/kalvo.ini"), kSettings);
-        sound_ = MakeSound(folder_.Path(), QStringLiteral("ton.mp3"));
-    }
-
-    QString Data(const char* name = "") const { return folder_.Path(QStringLiteral("Kalvo/") + QLatin1String(name)); }
-
-    QStringList Arguments() const {
-        return {QStringLiteral("--datenordner"), Data(), QStringLiteral("--geraet"), QStringLiteral("0"),
-                QStringLiteral("--ohne-startauswahl")};
+        folder_.Write(u"Kalvo/kalvo.ini"_s, kSettings);
+        sound_ = MakeSound(folder_.Path(), u"ton.mp3"_s);
     }
 
     /** A moment within the given milliseconds. */
@@ -65,9 +56,8 @@ protected:
         program.WaitFor("Form1");
         QStringList files;
         for (int i = 0; i < kFilesAtOnce; ++i)
-            files << folder_.Write(QStringLiteral("titel-%1.mp3").arg(++files_), "x");
-        const auto later = StartProgram(screen_->Display(), Arguments() + files);
-        EXPECT_TRUE(later->waitForFinished());
+            files << folder_.Write(u"titel-%1.mp3"_s.arg(++files_), "x");
+        EXPECT_EQ(DrivenProgram(screen_->Display(), Arguments() + files).WaitForExit(), 0);
         EXPECT_TRUE(WaitUntil([this] { return QFile::exists(Data("sitzung.json")); }));
         const auto onTheWay = std::uniform_int_distribution<int>(0, 1)(random_) == 0;
         Pass(onTheWay ? 400 : 2600);
@@ -76,21 +66,19 @@ protected:
     void KillAtClose() {
         DrivenProgram program(screen_->Display(), Arguments());
         program.WaitFor("Form1");
-        program.Close("Form1");
-        program.WaitFor("xMessageBox");
-        program.Press("xMessageBox", QStringLiteral("Ja"));
+        program.CloseAndAnswer(u"Ja"_s);
         Pass(120);
     }
 
     void KillInImport() {
-        const QString music = folder_.Path(QStringLiteral("musik-%1").arg(++imports_));
+        const QString music = folder_.Path(u"musik-%1"_s.arg(++imports_));
         QDir().mkpath(music);
         for (int i = 0; i < kImportedAtOnce; ++i)
-            QFile::copy(sound_, QStringLiteral("%1/%2.mp3").arg(music).arg(i));
+            QFile::copy(sound_, u"%1/%2.mp3"_s.arg(music).arg(i));
         QProcess import;
         import.setStandardOutputFile(QProcess::nullDevice());
-        import.start(qEnvironmentVariable("KALVO_BIN") + QStringLiteral("/kalvo"),
-                     {QStringLiteral("--datenordner"), Data(), QStringLiteral("--einlesen"), music});
+        import.start(qEnvironmentVariable("KALVO_BIN") + u"/kalvo"_s,
+                     {u"--datenordner"_s, Data(), u"--einlesen"_s, music});
         EXPECT_TRUE(import.waitForStarted());
         Pass(250);
         import.kill();
@@ -98,7 +86,7 @@ protected:
     }
 
     void CheckSettings() {
-        const QByteArray settings = folder_.Read(QStringLiteral("Kalvo/kalvo.ini"));
+        const QByteArray settings = folder_.Read(u"Kalvo/kalvo.ini"_s);
         EXPECT_TRUE(settings == kSettings || settings == closed_) << settings.toStdString();
         for (const auto& [name, count] : {std::pair("kalvo.dll", 11), std::pair("mp3tabelle.dll", 12)}) {
             if (QFile::exists(Data(name))) {
@@ -113,14 +101,14 @@ protected:
             return fallback;
         SqliteDatabase database;
         EXPECT_EQ(database.Open(Data(file), SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened) << file;
-        SqliteStatement check = database.Prepare(QStringLiteral("PRAGMA quick_check"));
-        EXPECT_TRUE(check.Step() && check.Text(0) == QStringLiteral("ok")) << file;
-        SqliteStatement exists = database.Prepare(
-            QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name = '%1'").arg(QLatin1String(table)));
+        SqliteStatement check = database.Prepare(u"PRAGMA quick_check"_s);
+        EXPECT_TRUE(check.Step() && check.Text(0) == u"ok"_s) << file;
+        SqliteStatement exists =
+            database.Prepare(u"SELECT count(*) FROM sqlite_master WHERE name = '%1'"_s.arg(QLatin1String(table)));
         EXPECT_TRUE(exists.Step());
         if (exists.Number(0) == 0)
             return fallback; // killed between the file and its table
-        SqliteStatement count = database.Prepare(QStringLiteral("SELECT count(*) FROM ") + QLatin1String(table));
+        SqliteStatement count = database.Prepare(u"SELECT count(*) FROM "_s + QLatin1String(table));
         EXPECT_TRUE(count.Step());
         return static_cast<int>(count.Number(0));
     }
@@ -137,23 +125,17 @@ protected:
         listed_ = listed;
         QDirIterator all(Data(), QDir::Files, QDirIterator::Subdirectories);
         while (all.hasNext())
-            EXPECT_FALSE(all.next().contains(QStringLiteral(".defekt-"))) << all.filePath().toStdString();
+            EXPECT_FALSE(all.next().contains(u".defekt-"_s)) << all.filePath().toStdString();
     }
 
     /** A whole run; what the status line tells in it. */
     QString RunToItsEnd() {
         DrivenProgram program(screen_->Display(), Arguments());
-        const QString told = program.WaitForText(
-            "Form1", "lblMeldung", [](const QString& text) { return text.contains(QStringLiteral("Titel gefunden")); });
-        program.Close("Form1");
-        program.WaitFor("xMessageBox");
-        program.Press("xMessageBox", QStringLiteral("Ja"));
-        EXPECT_EQ(program.WaitForExit(), 0);
+        const QString told = program.WaitForMessage();
+        EXPECT_TRUE(program.CloseOrderly().isEmpty());
         return told;
     }
 
-    TestFolder folder_;
-    std::unique_ptr<XServer> screen_;
     unsigned seed_ = 0;
     std::mt19937 random_;
     QString sound_;
@@ -169,7 +151,7 @@ TEST_F(KillTest, LeavesEveryFileOldOrNewAtAnyMoment) {
     KillAtStart();
     Check();
     RunToItsEnd();
-    closed_ = folder_.Read(QStringLiteral("Kalvo/kalvo.ini"));
+    closed_ = folder_.Read(u"Kalvo/kalvo.ini"_s);
     ASSERT_TRUE(closed_.contains("[Fremd]\r\nEnde=1\r\n")) << closed_.toStdString();
     const int wanted = qEnvironmentVariableIntValue("KALVO_KILL_ROUNDS");
     QElapsedTimer clock;
@@ -192,33 +174,32 @@ TEST_F(KillTest, LeavesEveryFileOldOrNewAtAnyMoment) {
         Check();
     }
     RecordProperty("rounds", rounds);
-    EXPECT_TRUE(RunToItsEnd().contains(QStringLiteral("%1 Titel gefunden").arg(titles_)));
+    EXPECT_TRUE(RunToItsEnd().contains(u"%1 Titel gefunden"_s.arg(titles_)));
     Check();
 }
 
 TEST_F(KillTest, TheMusicGoesOnWhereItStopped) {
     SoundSpec sound;
     sound.seconds = 120;
-    sound.title = QStringLiteral("Der lange Ton");
-    const QString title = MakeSound(folder_.Path(), QStringLiteral("lang.mp3"), sound);
+    sound.title = u"Der lange Ton"_s;
+    const QString title = MakeSound(folder_.Path(), u"lang.mp3"_s, sound);
     const auto second = [](const QString& time) { return time.section(u'/', 0, 0).section(u':', 1).toInt(); };
     int stopped = 0;
     {
         DrivenProgram program(screen_->Display(), Arguments() + QStringList{title});
         program.WaitFor("Form1");
-        program.Press("Form1", QStringLiteral("cmdPlay1"));
-        stopped = second(
-            program.WaitForText("Form1", "LTiempo1", [&second](const QString& time) { return second(time) >= 4; }));
+        program.Press("Form1", u"cmdPlay1"_s);
+        stopped = second(program.WaitForText("LTiempo1", [&second](const QString& time) { return second(time) >= 4; }));
     } // killed
     DrivenProgram next(screen_->Display(), Arguments());
     const SeenWindow box = next.WaitFor("xMessageBox");
-    EXPECT_EQ(box.title, QStringLiteral("Weiterspielen"));
-    EXPECT_TRUE(box.Label("lblText").contains(QStringLiteral("Auf Player 1 lief bei 00:0")));
-    next.Press("xMessageBox", QStringLiteral("Ja"));
+    EXPECT_EQ(box.title, u"Weiterspielen"_s);
+    EXPECT_TRUE(box.Label("lblText").contains(u"Auf Player 1 lief bei 00:0"_s));
+    next.Press("xMessageBox", u"Ja"_s);
     const int goesOn =
-        second(next.WaitForText("Form1", "LTiempo1", [&second](const QString& time) { return second(time) > 0; }));
+        second(next.WaitForText("LTiempo1", [&second](const QString& time) { return second(time) > 0; }));
     EXPECT_GE(goesOn, stopped - 2);
-    next.WaitForText("Form1", "LTiempo1", [&](const QString& time) { return second(time) > goesOn; });
+    next.WaitForText("LTiempo1", [&](const QString& time) { return second(time) > goesOn; });
 }
 
 } // namespace

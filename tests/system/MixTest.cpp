@@ -17,6 +17,8 @@
 namespace kalvo::test {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr double kLength = 20; ///< s, of each title
 /** With the standard switch-over time of 9 s the rounded position must have reached 11 s. */
 constexpr double kHandOverAt = 10.5;
@@ -30,18 +32,17 @@ QString Tone(const TestFolder& folder, std::size_t which) {
     sound.seconds = kLength;
     sound.frequency = kTones[which];
     sound.amplitude = 0.2;
-    return MakeSound(folder.Path(), QStringLiteral("Ton %1.wav").arg(which + 1), sound);
+    return MakeSound(folder.Path(), u"Ton %1.wav"_s.arg(which + 1), sound);
 }
 
 ProgramResult Mix(const TestFolder& folder, const QStringList& titles) {
-    return RunProgram(QStringList{QStringLiteral("--datenordner"), folder.Path(QStringLiteral("Kalvo")),
-                                  QStringLiteral("--mix"), folder.Path(QStringLiteral("mix.wav"))} +
+    return RunProgram(QStringList{u"--datenordner"_s, folder.Path(u"Kalvo"_s), u"--mix"_s, folder.Path(u"mix.wav"_s)} +
                       titles);
 }
 
 ToneMeter Measure(const TestFolder& folder) {
     SF_INFO info{};
-    SNDFILE* file = sf_open(QFile::encodeName(folder.Path(QStringLiteral("mix.wav"))).constData(), SFM_READ, &info);
+    SNDFILE* file = sf_open(QFile::encodeName(folder.Path(u"mix.wav"_s)).constData(), SFM_READ, &info);
     if (!file || info.channels != 2) {
         ADD_FAILURE() << "no stereo mix";
         return {{}, 1};
@@ -172,9 +173,9 @@ TEST(MixOfEveryLength, BeginsEachHandOverAtTheSecondOfTheRuleAtEverySpeed) {
 
 TEST(MixOfBadFiles, TheMusicGoesOnAndTheReportNamesThem) {
     const TestFolder folder;
-    const QString missing = folder.Path(QStringLiteral("fehlt.mp3"));
-    const QString text = folder.Write(QStringLiteral("nur Text.ogg"), "Das ist keine Musik.");
-    const QString empty = folder.Write(QStringLiteral("leer.mp3"), "");
+    const QString missing = folder.Path(u"fehlt.mp3"_s);
+    const QString text = folder.Write(u"nur Text.ogg"_s, "Das ist keine Musik.");
+    const QString empty = folder.Write(u"leer.mp3"_s, "");
     const ProgramResult result = Mix(folder, {missing, Tone(folder, 0), text, empty, Tone(folder, 1)});
     EXPECT_EQ(result.exitCode, 1);
     for (const char* name : {"fehlt", "nur Text", "leer"})
@@ -187,9 +188,9 @@ TEST(MixOfBadFiles, TheMusicGoesOnAndTheReportNamesThem) {
 
 TEST(MixOfBadFiles, WithNothingToPlayThereIsNoMix) {
     const TestFolder folder;
-    const ProgramResult result = Mix(folder, {folder.Write(QStringLiteral("nur Text.ogg"), "Das ist keine Musik.")});
+    const ProgramResult result = Mix(folder, {folder.Write(u"nur Text.ogg"_s, "Das ist keine Musik.")});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_FALSE(QFile::exists(folder.Path(QStringLiteral("mix.wav"))));
+    EXPECT_FALSE(QFile::exists(folder.Path(u"mix.wav"_s)));
 }
 
 } // namespace

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QProcess>
 #include <QString>
 #include <QStringList>
-
-#include <memory>
 
 namespace kalvo::test {
 
@@ -16,8 +13,5 @@ struct ProgramResult {
 
 /** Runs the built program without a window to its end. */
 ProgramResult RunProgram(const QStringList& arguments);
-
-/** Starts the built program on an X display; it is killed with the returned value. Fails the test if it cannot. */
-std::unique_ptr<QProcess> StartProgram(const QByteArray& display, const QStringList& arguments);
 
 } // namespace kalvo::test

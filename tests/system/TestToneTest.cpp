@@ -13,6 +13,8 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using audio::Output;
 using Result = TestTone::Result;
 using test::PulseServer;
@@ -42,7 +44,7 @@ protected:
         spec.seconds = 30;
         spec.frequency = kMusic;
         spec.fadeIn = 0.05;
-        const bool loaded = layer.LoadStream(1, test::MakeSound(folder.Path(), QStringLiteral("m.ogg"), spec)) != 0;
+        const bool loaded = layer.LoadStream(1, test::MakeSound(folder.Path(), u"m.ogg"_s, spec)) != 0;
         return loaded && layer.Audio().StreamPlay(layer.Record(1).stream, true);
     }
     bool WaitForEnd() {
@@ -57,13 +59,13 @@ protected:
 };
 
 TEST_F(TestToneTest, SoundsOnTheChosenCardWithoutDisturbingTheMusic) {
-    ASSERT_TRUE(layer.InitAudio(Device(QStringLiteral("haupt")), 1024));
+    ASSERT_TRUE(layer.InitAudio(Device(u"haupt"_s), 1024));
     ASSERT_TRUE(PlayMusic());
-    test::PulseRecording main(QStringLiteral("haupt"));
-    test::PulseRecording headphones(QStringLiteral("kopfhoerer"));
+    test::PulseRecording main(u"haupt"_s);
+    test::PulseRecording headphones(u"kopfhoerer"_s);
     ASSERT_TRUE(main.WaitFor(0.5) && headphones.WaitFor(0.5));
-    ASSERT_EQ(tone.Play(Device(QStringLiteral("kopfhoerer"))), Result::Playing);
-    EXPECT_EQ(tone.Play(Device(QStringLiteral("kopfhoerer"))), Result::Busy);
+    ASSERT_EQ(tone.Play(Device(u"kopfhoerer"_s)), Result::Playing);
+    EXPECT_EQ(tone.Play(Device(u"kopfhoerer"_s)), Result::Busy);
     ASSERT_TRUE(WaitForEnd());
     audio::OutputInfo info;
     EXPECT_FALSE(layer.Audio().GetInfo(Output::Headphones, info)) << "closed again";
@@ -83,12 +85,12 @@ TEST_F(TestToneTest, SoundsOnTheChosenCardWithoutDisturbingTheMusic) {
 
 TEST_F(TestToneTest, IsNeverHeardInTheMusic) {
     // The standard output is the same sink under another number.
-    ASSERT_TRUE(layer.InitAudio(Device(QStringLiteral("haupt")), 1024));
+    ASSERT_TRUE(layer.InitAudio(Device(u"haupt"_s), 1024));
     ASSERT_TRUE(PlayMusic());
-    EXPECT_EQ(tone.Play(Device(QStringLiteral("haupt"))), Result::MusicRuns);
+    EXPECT_EQ(tone.Play(Device(u"haupt"_s)), Result::MusicRuns);
     EXPECT_EQ(tone.Play(audio::kDefaultDevice), Result::MusicRuns);
     layer.Audio().ChannelStop(layer.Record(1).stream);
-    EXPECT_EQ(tone.Play(Device(QStringLiteral("haupt"))), Result::Playing) << "nothing runs there any more";
+    EXPECT_EQ(tone.Play(Device(u"haupt"_s)), Result::Playing) << "nothing runs there any more";
     EXPECT_TRUE(WaitForEnd());
 }
 
@@ -96,8 +98,8 @@ TEST_F(TestToneTest, LeavesOthersAlone) {
     ASSERT_TRUE(layer.InitAudio(audio::kNoSound, 1024));
     EXPECT_EQ(tone.Play(audio::kNoSound), Result::NoDevice);
     EXPECT_EQ(tone.Play(4711), Result::NoDevice);
-    EXPECT_EQ(TestTone::Text(Result::NoDevice, 4711), QStringLiteral("Soundkarte existiert an Device: 4711 nicht!"));
-    const int headphones = Device(QStringLiteral("kopfhoerer"));
+    EXPECT_EQ(TestTone::Text(Result::NoDevice, 4711), u"Soundkarte existiert an Device: 4711 nicht!"_s);
+    const int headphones = Device(u"kopfhoerer"_s);
     ASSERT_EQ(tone.Play(headphones), Result::Playing);
     ASSERT_TRUE(layer.Audio().Init(Output::Headphones, headphones, 44100, 1024)) << "the headphone window opens";
     ASSERT_TRUE(WaitForEnd());

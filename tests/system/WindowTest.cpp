@@ -18,6 +18,8 @@
 namespace kalvo::test {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 /** The main window on the device without sound. */
 struct WindowTest : ::testing::Test {
     WindowTest() {
@@ -34,7 +36,7 @@ struct WindowTest : ::testing::Test {
 
     TestFolder folder;
     AudioModule module{qEnvironmentVariable("KALVO_BIN")};
-    Desk desk{DataFolder(folder.Path(QStringLiteral("Kalvo"))), module.Create()};
+    Desk desk{DataFolder(folder.Path(u"Kalvo"_s)), module.Create()};
     std::unique_ptr<Form1> window;
 };
 
@@ -55,8 +57,8 @@ QStringList Clipped(const QWidget& window) {
 TEST_F(WindowTest, IsUsableFromTheSmallestScreenTo4KInEveryFontSize) {
     ASSERT_TRUE(window->Load());
     window->show();
-    const auto* const list = window->findChild<QAbstractScrollArea*>(QStringLiteral("List1"));
-    const auto* const archive = window->findChild<QWidget*>(QStringLiteral("DataGrid2"))->parentWidget();
+    const auto* const list = window->findChild<QAbstractScrollArea*>(u"List1"_s);
+    const auto* const archive = window->findChild<QWidget*>(u"DataGrid2"_s)->parentWidget();
     for (const char* size : {"Schriftgrad_klein", "Schriftgrad_mittel", "Schriftgrad_groß"}) {
         for (const char* buttons : {"Buttongroesse_klein", "Buttongroesse_gross"}) {
             SCOPED_TRACE(std::string(size) + ", " + buttons);

@@ -2,9 +2,9 @@
 
 #include <QWidget>
 
-class QLabel;
-
 namespace kalvo {
+
+class ElidedLabel;
 
 /** What stands in the grid's place while the archive holds no title: what to do about it. */
 class EmptyArchive : public QWidget {
@@ -17,13 +17,15 @@ Q_SIGNALS:
     void ImportRequested();
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     void ApplyLook();
 
-    QLabel* heading_;
+    ElidedLabel* heading_;
+    ElidedLabel* advice_;
 };
 
 } // namespace kalvo
