@@ -8,11 +8,11 @@
 #include "archive/ui/frmDoubletten.h"
 #include "archive/ui/frmSuchen.h"
 #include "archive/ui/frmTitelLoeschen.h"
+#include "widgets/HourGlass.h"
 #include "widgets/xMessageBox.h"
 
 #include <QAction>
 #include <QFile>
-#include <QGuiApplication>
 
 namespace kalvo {
 
@@ -31,13 +31,11 @@ void Present(QWidget& dialog) {
 
 ArchiveCommands::ArchiveCommands(Archive& archive, ArchivePanel& panel, DeskActions& actions, WindowValues& values,
                                  QList<QWidget*> beside, QWidget& window)
-    : QObject(&window), archive_(archive), panel_(panel), beside_(std::move(beside)), window_(window) {
+    : QObject(&window), archive_(archive), panel_(panel), beside_(std::move(beside)), window_(window), undo_(archive) {
     BuildMenus(actions);
     KeepTree(values);
     connect(&panel_, &ArchivePanel::DeleteRequested, this, &ArchiveCommands::DeleteMarkedTitles);
-    connect(&panel_, &ArchivePanel::UndoRequested, this, &ArchiveCommands::Undo);
-    connect(&archive_, &Archive::UndoChanged, this, &ArchiveCommands::ShowUndo);
-    ShowUndo();
+    connect(&undo_, &ArchiveUndo::Told, this, &ArchiveCommands::Told);
 }
 
 ArchiveCommands::~ArchiveCommands() = default;
@@ -52,12 +50,11 @@ QAction* ArchiveCommands::Add(const QString& name, const QString& text, Run run)
 }
 
 void ArchiveCommands::BuildMenus(DeskActions& actions) {
-    // Keys that the panel answers itself stand in the text alone: elsewhere they mean something else.
-    undo_ = Add(QStringLiteral("MusikarchivRueckgaengig"), {}, [this] { Undo(); });
     QAction* search = Add(QStringLiteral("Suchen"), QStringLiteral("&Suchen..."), [this] { ShowSearch(); });
     search->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
     QAction* duplicates =
         Add(QStringLiteral("Doubletten"), QStringLiteral("&Doubletten suchen..."), [this] { ShowDuplicates(); });
+    // Del stands in the text alone: the panel answers it, elsewhere it means something else.
     QAction* marked =
         Add(QStringLiteral("TitelAusMusikarchivlLoeschen"),
             QStringLiteral("&Markierte Titel aus dem Musikarchiv löschen...\tEntf"), [this] { DeleteMarkedTitles(); });
@@ -79,8 +76,6 @@ void ArchiveCommands::BuildMenus(DeskActions& actions) {
     menu.addActions({marked, one, all});
     menu.addSeparator();
     menu.addActions({properties, full});
-    actions.editMenu->addSeparator();
-    actions.editMenu->addAction(undo_);
     panel_.AddContextActions({marked, one});
     panel_.AddContextActions({search, full});
 }
@@ -100,10 +95,9 @@ void ArchiveCommands::KeepTree(WindowValues& values) {
 
 bool ArchiveCommands::Delete(const QList<qint64>& numbers) {
     const int row = archive_.RowOf(numbers.constFirst());
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const HourGlass hourGlass;
     const WriteResult deleted = archive_.DeleteTitles(numbers);
     panel_.Refresh();
-    QGuiApplication::restoreOverrideCursor();
     if (!deleted.reason.isEmpty())
         Q_EMIT Told(deleted.reason);
     if (deleted && row >= 0 && archive_.RowCount() > 0)
@@ -150,32 +144,13 @@ void ArchiveCommands::DeleteWholeArchive() {
     };
     if (sure(QStringLiteral("Achtung!!!, Das gesamte Musikarchiv löschen?")) &&
         sure(QStringLiteral("Achtung+++ Sind Sie sicher? +++Achtung"))) {
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        const HourGlass hourGlass;
         const WriteResult deleted = archive_.DeleteAll();
         panel_.Refresh();
-        QGuiApplication::restoreOverrideCursor();
         if (!deleted.reason.isEmpty())
             Q_EMIT Told(deleted.reason);
     }
     panel_.ShowCountText(ArchiveTexts::CountAfterDeleteAll());
-}
-
-void ArchiveCommands::Undo() {
-    if (!archive_.CanUndo())
-        return;
-    const QString what = archive_.UndoText();
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const WriteResult undone = archive_.Undo();
-    panel_.Refresh();
-    QGuiApplication::restoreOverrideCursor();
-    Q_EMIT Told(undone.reason.isEmpty() ? QStringLiteral("Wieder im Musikarchiv: ") + what : undone.reason);
-}
-
-void ArchiveCommands::ShowUndo() {
-    undo_->setEnabled(archive_.CanUndo());
-    const QString what = archive_.UndoText();
-    undo_->setText(QStringLiteral("&Rückgängig: Löschen aus dem Musikarchiv") +
-                   (what.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(what)) + QStringLiteral("\tStrg+Z"));
 }
 
 void ArchiveCommands::ShowArchiveProperties() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/ArchiveUndo.h"
+
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -30,6 +32,9 @@ public:
                     QList<QWidget*> beside, QWidget& window);
     ~ArchiveCommands() override;
 
+    /** Deletions from the archive. */
+    QUndoStack& UndoStack() { return undo_.Stack(); }
+
 Q_SIGNALS:
     /** A text for the status line. */
     void Told(const QString& text);
@@ -45,8 +50,6 @@ private:
     void DeleteTitle(qint64 nr, const QString& path, bool withFile);
     void DeleteWholeArchive();
     bool Delete(const QList<qint64>& numbers);
-    void Undo();
-    void ShowUndo();
     void ShowArchiveProperties();
     void ShowFullView(bool full);
     void ShowSearch();
@@ -56,7 +59,7 @@ private:
     ArchivePanel& panel_;
     QList<QWidget*> beside_;
     QWidget& window_;
-    QAction* undo_;
+    ArchiveUndo undo_;
     QPointer<frmSuchen> search_;
     QPointer<frmDoubletten> duplicates_;
     QPointer<frmTitelLoeschen> deletion_;

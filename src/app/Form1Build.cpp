@@ -71,6 +71,7 @@ void Form1::Build() {
     tags_ = new TagCommands(desk_, actions_, listActions_, *archive_, *lists_, *this);
     watch_ = new WatchCommands(desk_, actions_, this);
     undo_ = new UndoCommands(*actions_.editMenu, this);
+    undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, actions_, *lists_, *undo_, *archive_, *this});
     new ChartsCommands({desk_, listActions_, actions_, *archive_, *this});
     ConnectMixer();

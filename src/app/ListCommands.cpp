@@ -34,7 +34,7 @@ ListCommands::ListCommands(const Parts& parts)
       recentMenu_(new QMenu(QStringLiteral("&Zuletzt geöffnet"), &parts.window)) {
     BuildMenu();
     ConnectLists();
-    parts_.undo.Add(parts_.lists.Undo().Stack(), {&parts_.band});
+    parts_.undo.Add(parts_.lists.Undo().Stack());
     parts_.lists.SetRefine([this](PlaylistEntry& entry) { ReadTags(entry); });
 }
 

@@ -5,34 +5,75 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QUndoStack>
-
-#include <utility>
 
 namespace kalvo {
 
-UndoCommands::UndoCommands(QMenu& editMenu, QObject* parent) : QObject(parent) {
-    QAction* undo = group_.createUndoAction(this, QStringLiteral("&Rückgängig:"));
-    undo->setObjectName(QStringLiteral("Rueckgaengig"));
-    undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
-    QAction* redo = group_.createRedoAction(this, QStringLiteral("&Wiederherstellen:"));
-    redo->setObjectName(QStringLiteral("Wiederherstellen"));
-    redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+UndoCommands::UndoCommands(QMenu& editMenu, QObject* parent)
+    : QObject(parent), undo_(new QAction(this)), redo_(new QAction(this)) {
+    undo_->setObjectName(QStringLiteral("Rueckgaengig"));
+    undo_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    redo_->setObjectName(QStringLiteral("Wiederherstellen"));
+    redo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    connect(undo_, &QAction::triggered, this, &UndoCommands::Undo);
+    connect(redo_, &QAction::triggered, this, &UndoCommands::Redo);
     QAction* first = editMenu.actions().value(0);
-    editMenu.insertActions(first, {undo, redo});
+    editMenu.insertActions(first, {undo_, redo_});
     editMenu.insertSeparator(first);
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](const QWidget*, const QWidget* focused) { FocusChanged(focused); });
+    Show();
     qApp->installEventFilter(this);
 }
 
-void UndoCommands::Add(QUndoStack& stack, const QList<QWidget*>& places) {
-    group_.addStack(&stack);
-    for (QWidget* place : places)
-        topics_.append({place, &stack});
-    connect(&stack, &QUndoStack::indexChanged, this, [&stack] { stack.setActive(); });
-    if (group_.activeStack() == nullptr)
-        stack.setActive();
+void UndoCommands::Add(QUndoStack& stack) {
+    connect(&stack, &QUndoStack::indexChanged, this, [this, &stack] { TakeChange(stack); });
+}
+
+/** Told of each push, and of what Undo() and Redo() do themselves. */
+void UndoCommands::TakeChange(QUndoStack& stack) {
+    if (isActing_)
+        return;
+    if (stack.canUndo() && !stack.canRedo()) {
+        history_.resize(done_);
+        history_.append(&stack);
+        ++done_;
+    }
+    Show();
+}
+
+void UndoCommands::Undo() {
+    if (done_ > 0) {
+        const QScopedValueRollback acting(isActing_, true);
+        history_.at(--done_)->undo();
+    }
+    Show();
+}
+
+/** A command that could not be done again has left its stack. */
+void UndoCommands::Redo() {
+    if (done_ < history_.size()) {
+        const QScopedValueRollback acting(isActing_, true);
+        QUndoStack& stack = *history_.at(done_);
+        const int before = stack.index();
+        stack.redo();
+        stack.index() > before ? void(++done_) : history_.removeAt(done_);
+    }
+    Show();
+}
+
+void UndoCommands::Show() {
+    // A stack that keeps a limited number of commands has forgotten its first ones.
+    while (done_ > 0 && !history_.at(done_ - 1)->canUndo())
+        history_.removeAt(--done_);
+    while (done_ < history_.size() && !history_.at(done_)->canRedo())
+        history_.removeAt(done_);
+    const auto show = [](QAction& action, const QString& verb, const QString& what) {
+        action.setText(what.isEmpty() ? verb : verb + QStringLiteral(": ") + what);
+    };
+    undo_->setEnabled(done_ > 0);
+    redo_->setEnabled(done_ < history_.size());
+    show(*undo_, QStringLiteral("&Rückgängig"), undo_->isEnabled() ? history_.at(done_ - 1)->undoText() : QString());
+    show(*redo_, QStringLiteral("&Wiederherstellen"), redo_->isEnabled() ? history_.at(done_)->redoText() : QString());
 }
 
 bool UndoCommands::eventFilter(QObject* watched, QEvent* event) {
@@ -45,13 +86,6 @@ bool UndoCommands::eventFilter(QObject* watched, QEvent* event) {
     if (isIdle)
         event->ignore();
     return isIdle;
-}
-
-void UndoCommands::FocusChanged(const QWidget* focused) {
-    for (const Topic& topic : std::as_const(topics_)) {
-        if (topic.place && focused != nullptr && (topic.place == focused || topic.place->isAncestorOf(focused)))
-            topic.stack->setActive();
-    }
 }
 
 } // namespace kalvo

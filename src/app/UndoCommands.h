@@ -2,17 +2,16 @@
 
 #include <QList>
 #include <QObject>
-#include <QPointer>
-#include <QUndoGroup>
 
+class QAction;
 class QMenu;
-class QWidget;
+class QUndoStack;
 
 namespace kalvo {
 
 /**
- * Undo and redo in the edit menu, one pair for all that can be taken back: each topic brings its own stack. It acts on
- * the stack whose widgets got the focus last, or that was changed last.
+ * Undo and redo in the edit menu, one pair for all that can be taken back: each topic brings its own stack, and the
+ * pair acts on what was done last, whichever topic it belongs to.
  */
 class UndoCommands : public QObject {
     Q_OBJECT
@@ -20,23 +19,25 @@ class UndoCommands : public QObject {
 public:
     explicit UndoCommands(QMenu& editMenu, QObject* parent = nullptr);
 
-    /** places: the widgets that the stack belongs to, with all inside them. The stack outlives this. */
-    void Add(QUndoStack& stack, const QList<QWidget*>& places);
+    /** From then on the stack, which outlives this, is only pushed on and cleared by its owner. */
+    void Add(QUndoStack& stack);
 
 protected:
     /** A text field without anything to take back leaves the keys to the menu. */
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Topic {
-        QPointer<QWidget> place;
-        QUndoStack* stack;
-    };
+    void TakeChange(QUndoStack& stack);
+    void Undo();
+    void Redo();
+    /** Texts and whether they can be chosen. */
+    void Show();
 
-    void FocusChanged(const QWidget* focused);
-
-    QUndoGroup group_;
-    QList<Topic> topics_;
+    QAction* undo_;
+    QAction* redo_;
+    QList<QUndoStack*> history_; ///< the stack of each command, the oldest first
+    qsizetype done_ = 0;         ///< so many of them are not taken back
+    bool isActing_ = false;
 };
 
 } // namespace kalvo

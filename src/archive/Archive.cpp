@@ -34,6 +34,7 @@ bool Archive::Open(const DataFolder& folder) {
     loader_.reset();
     index_.reset();
     binned_.clear();
+    undone_.clear();
     ShowRows({});
     SettleLayout(folder);
     QString message;
@@ -44,7 +45,6 @@ bool Archive::Open(const DataFolder& folder) {
     if (opened)
         StartLoading();
     Q_EMIT CountChanged();
-    Q_EMIT UndoChanged();
     return opened;
 }
 

@@ -88,12 +88,11 @@ public:
     WriteResult DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files = {});
     /** Leaves an empty archive behind. */
     WriteResult DeleteAll();
-    bool CanUndo() const;
-    /** What Undo() would bring back, "3 Titel"; empty without a deletion. */
-    QString UndoText() const;
-    /** Takes the latest deletion since Open() back; titles keep their numbers. After a failure it can be tried again.
-     */
+    bool CanUndo() const { return !database_.Deletions().isEmpty(); }
+    /** Takes the latest deletion since Open() back, under the old numbers. After a failure it can be tried again. */
     WriteResult Undo();
+    /** Deletes again what Undo() brought back last; nothing else may have been deleted since. Not for a second try. */
+    WriteResult Redo();
 
     /** The first title, by artist and title, that meets the criterion; none without an index. */
     std::optional<TitleRecord> FindFirst(const QString& criterion) const;
@@ -116,8 +115,8 @@ Q_SIGNALS:
     void RowChanged(int row);
     /** Count() has changed. */
     void CountChanged();
-    /** CanUndo() or UndoText() is another one. */
-    void UndoChanged();
+    /** So many titles were deleted, by DeleteTitles() or DeleteAll(). */
+    void Deleted(qint64 titles);
     void IndexReady();
     /** The archive could not be read. */
     void IndexFailed();
@@ -126,13 +125,20 @@ Q_SIGNALS:
 
 private:
     enum class State { Closed, Loading, Ready, Failed };
+    /** A deletion that was taken back; files: those that had been moved to the bin. */
+    struct Undone {
+        QList<qint64> numbers;
+        QStringList files;
+    };
 
     void SettleLayout(const DataFolder& folder);
     void StartLoading();
     void TakeIndex(const std::shared_ptr<MemoryIndex>& index);
     void ShowRows(std::vector<qint64> rows);
     void PutIntoIndex(const TitleRecord& record);
-    void TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex);
+    bool TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex);
+    void TellDeletion();
+    QList<Trash::Item> MoveToBinAgain(Undone& redo) const;
     void TakeRestored(const QList<qint64>& numbers);
     void Reload();
     void EndSession();
@@ -148,6 +154,7 @@ private:
     RecordSource query_;
     std::vector<qint64> rows_;
     QList<QList<Trash::Item>> binned_;    ///< files of each deletion that can be undone
+    QList<Undone> undone_;                ///< the latest last
     std::unique_ptr<IndexLoader> loader_; ///< last: its thread ends before the rest goes
 };
 

@@ -1,8 +1,10 @@
-// The part of Archive that deletes titles and brings them back.
+// The part of Archive that deletes titles, brings them back and deletes them again.
 
 #include "archive/Archive.h"
 #include "archive/MemoryIndex.h"
 #include "archive/RowCache.h"
+
+#include <algorithm>
 
 namespace kalvo {
 
@@ -13,24 +15,31 @@ namespace {
 /** More titles than these are put into the index by loading it anew. */
 constexpr qsizetype kPutSingly = 10000;
 
+void Restore(const QList<Trash::Item>& files) {
+    for (const Trash::Item& file : files)
+        Trash::Restore(file);
+}
+
 } // namespace
 
 WriteResult Archive::DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files) {
     WriteResult deleted = database_.Delete(numbers);
-    TakeDeletion(files, [&] { index_->Remove({numbers.begin(), numbers.end()}); });
+    if (TakeDeletion(files, [&] { index_->Remove({numbers.begin(), numbers.end()}); }))
+        TellDeletion();
     return deleted;
 }
 
 WriteResult Archive::DeleteAll() {
     WriteResult deleted = database_.DeleteAll();
-    TakeDeletion({}, [&] { *index_ = MemoryIndex(); });
+    if (TakeDeletion({}, [&] { *index_ = MemoryIndex(); }))
+        TellDeletion();
     return deleted;
 }
 
-/** Follows a deletion, if there was one. */
-void Archive::TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex) {
+/** Follows a deletion; false when there was none. */
+bool Archive::TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex) {
     if (binned_.size() == database_.Deletions().size())
-        return;
+        return false;
     binned_.append(files);
     cache_->Clear();
     if (index_)
@@ -38,28 +47,27 @@ void Archive::TakeDeletion(const QList<Trash::Item>& files, const std::function<
     else
         Reload();
     Q_EMIT CountChanged();
-    Q_EMIT UndoChanged();
+    return true;
 }
 
-bool Archive::CanUndo() const {
-    return !database_.Deletions().isEmpty();
-}
-
-QString Archive::UndoText() const {
-    return CanUndo() ? QString::number(database_.Deletions().last()) + u" Titel"_s : QString();
+void Archive::TellDeletion() {
+    undone_.clear();
+    Q_EMIT Deleted(database_.Deletions().last());
 }
 
 WriteResult Archive::Undo() {
-    QList<qint64> numbers;
-    WriteResult undone = database_.UndoDelete(numbers);
+    Undone undo;
+    WriteResult undone = database_.UndoDelete(undo.numbers);
     if (!undone)
         return undone;
-    for (const Trash::Item& file : binned_.takeLast())
+    for (const Trash::Item& file : binned_.takeLast()) {
+        undo.files.append(file.path);
         if (!Trash::Restore(file))
             undone.reason = u"Die Datei konnte nicht aus dem Papierkorb geholt werden: "_s + file.path;
-    TakeRestored(numbers);
+    }
+    TakeRestored(undo.numbers);
+    undone_.append(undo);
     Q_EMIT CountChanged();
-    Q_EMIT UndoChanged();
     return undone;
 }
 
@@ -70,6 +78,34 @@ void Archive::TakeRestored(const QList<qint64>& numbers) {
     }
     for (const TitleRecord& record : database_.Read(numbers))
         index_->Put(record);
+}
+
+WriteResult Archive::Redo() {
+    if (undone_.isEmpty())
+        return {false, u"Es wurde nichts zurückgenommen."_s};
+    Undone redo = undone_.takeLast();
+    QList<Trash::Item> files;
+    if (!redo.files.isEmpty())
+        files = MoveToBinAgain(redo);
+    WriteResult deleted = database_.Delete(redo.numbers);
+    if (TakeDeletion(files, [&] { index_->Remove({redo.numbers.begin(), redo.numbers.end()}); }))
+        return deleted;
+    Restore(files);
+    return {false, deleted ? u"Die Titel sind nicht mehr im Musikarchiv."_s : deleted.reason};
+}
+
+/** A title whose file the bin refuses stays. */
+QList<Trash::Item> Archive::MoveToBinAgain(Undone& redo) const {
+    QList<Trash::Item> files;
+    for (const TitleRecord& title : Read(redo.numbers)) {
+        if (!redo.files.contains(title.Pfad))
+            continue;
+        if (const auto file = Trash::Move(title.Pfad))
+            files.append(*file);
+        else
+            redo.numbers.removeOne(title.Nr);
+    }
+    return files;
 }
 
 } // namespace kalvo

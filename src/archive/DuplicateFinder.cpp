@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <numeric>
 #include <optional>
 
 namespace kalvo {
@@ -40,8 +41,7 @@ public:
         report.outcome = report.stale.isEmpty() ? Outcome::Found : Outcome::StalePaths;
         if (report.outcome == Outcome::StalePaths)
             return report;
-        for (const std::vector<std::uint32_t>& group : FindGroups(run, tell))
-            report.groups.append(ReadRows(database, group));
+        report.groups = ReadGroups(database, FindGroups(run, tell));
         return report;
     }
 
@@ -106,12 +106,47 @@ private:
         return ReadRows(database, rows);
     }
 
+    /** What is shown of these rows, in their order; read by ascending numbers, as they lie in the file. */
     QList<TitleRecord> ReadRows(SqliteDatabase& database, const std::vector<std::uint32_t>& rows) const {
-        QList<qint64> numbers;
-        numbers.reserve(static_cast<qsizetype>(rows.size()));
-        for (const std::uint32_t row : rows)
-            numbers.append(numbers_[row]);
-        return ArchiveDatabase::Read(database, numbers);
+        std::vector<std::uint32_t> places(rows.size());
+        std::iota(places.begin(), places.end(), 0U);
+        std::sort(places.begin(), places.end(), [&](std::uint32_t left, std::uint32_t right) {
+            return numbers_[rows[left]] < numbers_[rows[right]];
+        });
+        const SqliteDatabase::ReadPass pass(database);
+        SqliteStatement select = database.Prepare(u"SELECT Pfad, Interpret, Titel FROM \"Daten\" WHERE Nr = ?"_s);
+        QList<TitleRecord> titles(static_cast<qsizetype>(rows.size()));
+        for (const std::uint32_t place : places) {
+            const qint64 number = numbers_[rows[place]];
+            if (select.Bind(1, number).Step())
+                titles[place] = ShownOf(number, select);
+            select.Reset();
+        }
+        return titles;
+    }
+
+    static TitleRecord ShownOf(qint64 number, const SqliteStatement& row) {
+        TitleRecord title;
+        title.Nr = number;
+        title.Pfad = row.Text(0);
+        title.Interpret = row.Text(1);
+        title.Titel = row.Text(2);
+        return title;
+    }
+
+    QList<QList<TitleRecord>> ReadGroups(SqliteDatabase& database, const DuplicateGroups::Groups& groups) const {
+        std::vector<std::uint32_t> rows;
+        for (const std::vector<std::uint32_t>& group : groups)
+            rows.insert(rows.end(), group.begin(), group.end());
+        const QList<TitleRecord> titles = ReadRows(database, rows);
+        QList<QList<TitleRecord>> read;
+        qsizetype begin = 0;
+        for (const std::vector<std::uint32_t>& group : groups) {
+            const auto size = static_cast<qsizetype>(group.size());
+            read.append(titles.mid(begin, size));
+            begin += size;
+        }
+        return read;
     }
 
     DuplicateGroups::Groups FindGroups(const BackgroundRun& run,

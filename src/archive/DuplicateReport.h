@@ -22,6 +22,7 @@ struct DuplicateReport {
     Outcome outcome = Outcome::Failed;
     QList<QList<TitleRecord>> groups; ///< a title stands in one group only, the first that holds it
     QList<TitleRecord> stale;         ///< titles whose files are missing
+    // Of the titles only `Nr`, `Pfad`, `Interpret` and `Titel` are filled.
 
     /** Titles in all groups. */
     int Titles() const;

@@ -7,12 +7,12 @@
 #include "archive/ui/EmptyArchive.h"
 #include "archive/ui/SelectedTitleLine.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/HourGlass.h"
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 
 #include <QAction>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -35,14 +35,6 @@ QLabel* NamedLabel(const QString& name, QWidget* parent) {
     label->setTextFormat(Qt::PlainText);
     return label;
 }
-
-class HourGlass {
-public:
-    HourGlass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~HourGlass() { QGuiApplication::restoreOverrideCursor(); }
-    HourGlass(const HourGlass&) = delete;
-    HourGlass& operator=(const HourGlass&) = delete;
-};
 
 } // namespace
 
@@ -331,17 +323,15 @@ void ArchivePanel::ApplyLook() {
     ApplyTree();
 }
 
-/** The keys are taken before a shortcut of the window is: they mean what has the focus. */
+/** Del is taken before a shortcut of the window is: it means what has the focus. */
 bool ArchivePanel::event(QEvent* event) {
     if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
         return QWidget::event(event);
     const auto* key = static_cast<QKeyEvent*>(event);
-    const bool undo = key->matches(QKeySequence::Undo);
-    const bool remove = key->matches(QKeySequence::Delete) && focusWidget() == grid_;
-    if (!undo && !remove)
+    if (!key->matches(QKeySequence::Delete) || focusWidget() != grid_)
         return QWidget::event(event);
     if (event->type() == QEvent::KeyPress)
-        undo ? Q_EMIT UndoRequested() : Q_EMIT DeleteRequested();
+        Q_EMIT DeleteRequested();
     event->accept();
     return true;
 }

@@ -87,8 +87,6 @@ Q_SIGNALS:
     void CurrentTitleChanged();
     /** Del in the grid. */
     void DeleteRequested();
-    /** Ctrl+Z anywhere in the panel but in the search box, which takes back its own typing. */
-    void UndoRequested();
     /** The tree was opened, closed or resized by the user. */
     void TreeChanged();
 

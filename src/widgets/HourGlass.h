@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QGuiApplication>
+
+namespace kalvo {
+
+/** The waiting cursor over the whole program while one lives. */
+class HourGlass {
+public:
+    HourGlass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~HourGlass() { QGuiApplication::restoreOverrideCursor(); }
+    HourGlass(const HourGlass&) = delete;
+    HourGlass& operator=(const HourGlass&) = delete;
+};
+
+} // namespace kalvo
