@@ -80,6 +80,8 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
 }
 
 frmTitelEinlesen::~frmTitelEinlesen() {
+    if (scanning_)
+        scanning_->Stop();
     // The last words of the import and of a field that loses the focus would find half of the window gone.
     for (QObject* part : findChildren<QObject*>())
         part->disconnect(this);
@@ -195,10 +197,7 @@ QBoxLayout* frmTitelEinlesen::BuildButtons() {
     cancel_->setAutoDefault(false);
     cancel_->setMinimumWidth(width);
     // While something runs the button ends that and keeps the window; closing the window ends both.
-    connect(cancel_, &QPushButton::clicked, this, [this] {
-        reject();
-        closing_ = false;
-    });
+    connect(cancel_, &QPushButton::clicked, this, [this] { work_ == Work::None ? reject() : Abandon(); });
     Named(start_, QStringLiteral("Command1"), tr("Markierte Dateien importieren"));
     start_->setText(tr("Importieren"));
     start_->setMinimumWidth(qMax(width, start_->sizeHint().width() + SkinStyle::Units().F()));
