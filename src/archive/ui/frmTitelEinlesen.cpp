@@ -16,6 +16,7 @@
 #include <QListView>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSet>
 #include <QStringListModel>
 
 #include <algorithm>
@@ -65,6 +66,7 @@ void frmTitelEinlesen::Scan(ScanMethod method) {
     if (work_ != Work::None)
         return;
     found_->Clear();
+    offered_ = false;
     folders_->setStringList({});
     ShowPassedOver({});
     ShowMarked();
@@ -138,6 +140,7 @@ void frmTitelEinlesen::Offer(const QStringList& files) {
         return;
     found_->Clear();
     ShowFound(files);
+    offered_ = true;
     ShowPassedOver({});
     ShowFoundText();
     SetWork(Work::None);
@@ -175,6 +178,17 @@ QStringList frmTitelEinlesen::MarkedPaths() const {
     return paths;
 }
 
+void frmTitelEinlesen::TellDeclined(const QStringList& marked) {
+    const QSet<QString> taken(marked.begin(), marked.end());
+    QStringList declined;
+    for (int row = 0; row < found_->rowCount() && !marked.isEmpty(); ++row) {
+        if (!taken.contains(found_->PathAt(row)))
+            declined.append(found_->PathAt(row));
+    }
+    if (!declined.isEmpty())
+        Q_EMIT Declined(declined);
+}
+
 void frmTitelEinlesen::ShowMarked() {
     markedCount_->setText(QString::number(MarkedCount()) + tr(" Titel"));
 }
@@ -183,6 +197,8 @@ void frmTitelEinlesen::StartImport() {
     if (work_ != Work::None)
         return;
     const QStringList paths = MarkedPaths();
+    if (offered_)
+        TellDeclined(paths);
     ShowPassedOver({});
     SetWork(Work::Import);
     progressText_->SetText(tr("0 von ") + QString::number(paths.size()));

@@ -42,7 +42,7 @@ public:
 
     /** Shows the watched folders below the folder tree; they outlive the dialog. Once. */
     void ShowWatched(WatchedFolders& watched);
-    /** Shows these files, all marked, as if they had been found; ignored while something runs. */
+    /** Shows these files, all marked, as if they had been found; ignored while something runs. See Declined(). */
     void Offer(const QStringList& files);
 
     /** The chosen folder, to be kept as the start folder of the next time. */
@@ -53,6 +53,8 @@ public:
 Q_SIGNALS:
     /** An import has ended: the grid can be refreshed. */
     void Finished(const kalvo::ImportReport& report);
+    /** Files on offer that the user left out of the import. */
+    void Declined(const QStringList& files);
 
 private:
     enum class Work { None, Scan, Import };
@@ -83,6 +85,7 @@ private:
     void MarkAll();
     int MarkedCount() const;
     QStringList MarkedPaths() const;
+    void TellDeclined(const QStringList& marked);
     void ShowMarked();
 
     void StartImport();
@@ -112,6 +115,7 @@ private:
     QPushButton* cancel_;
     QElapsedTimer shown_; ///< since the window last showed the import's progress
     Work work_ = Work::None;
+    bool offered_ = false;                    ///< what is shown was offered
     std::shared_ptr<BackgroundRun> scanning_; ///< null while nothing is scanned
 };
 

@@ -1,6 +1,7 @@
 // What the import dialog is made of; what it does is in frmTitelEinlesen.cpp.
 #include "archive/ui/frmTitelEinlesen.h"
 
+#include "archive/WatchedFolders.h"
 #include "archive/ui/FolderTree.h"
 #include "archive/ui/ImportFileModel.h"
 #include "archive/ui/MarkedFileDelegate.h"
@@ -145,6 +146,7 @@ void frmTitelEinlesen::ShowWatched(WatchedFolders& watched) {
     folderColumn_->setSpacing(SkinStyle::Units().Gap(2));
     folderColumn_->addWidget(list);
     connect(list, &WatchedList::AddRequested, this, [this, &watched] { WatchChosen(watched); });
+    connect(this, &frmTitelEinlesen::Declined, &watched, &WatchedFolders::Decline);
 }
 
 QBoxLayout* frmTitelEinlesen::BuildMarkRow() {
