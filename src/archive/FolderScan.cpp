@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <set>
+#include <utility>
+#include <vector>
 
 namespace kalvo {
 
@@ -41,6 +43,7 @@ public:
             for (const fs::path& folder : folders)
                 TakeFiles(List(folder).files);
         }
+        result_.files.append(state_.files);
         result_.validRoot = true;
         return std::move(result_);
     }
@@ -108,16 +111,16 @@ private:
             if (!IsMusicFileName(TextOf(file.filename())))
                 continue;
             if (IsText(file))
-                result_.files.append(TextOf(file));
+                state_.files.append(TextOf(file));
             else
                 result_.passedOver.append({TextOf(file), QStringLiteral("Der Dateiname ist kein gültiger Text.")});
         }
-        state_.files = static_cast<int>(result_.files.size());
     }
 
     void Tell() {
         if (!result_.cancelled && progress_ && !progress_(state_))
             result_.cancelled = true;
+        result_.files.append(std::exchange(state_.files, {}));
     }
 
     const std::function<bool(const ScanProgress&)>& progress_;

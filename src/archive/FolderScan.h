@@ -19,9 +19,9 @@ enum class ScanMethod {
 };
 
 struct ScanProgress {
-    QString folder;  ///< being searched
-    int folders = 0; ///< found so far
-    int files = 0;   ///< found so far
+    QString folder;    ///< being searched
+    int folders = 0;   ///< found so far
+    QStringList files; ///< found since the last call
 };
 
 struct ScanResult {
@@ -40,7 +40,8 @@ bool IsMusicFileName(const QString& name);
 /**
  * Collects the MP3 and OGG files below a folder: depth first, a folder's own files before its subfolders, names in
  * their byte order; both methods give the same list. Links to folders are followed once, never back into the tree.
- * progress: called for every folder and within large ones; false cancels. Runs on any thread, on the caller's.
+ * progress: called for every folder and within large ones, false cancels; what was found after its last call is in the
+ * result only. Runs on any thread, on the caller's.
  */
 ScanResult ScanFolder(const QString& root, ScanMethod method,
                       const std::function<bool(const ScanProgress&)>& progress = {});

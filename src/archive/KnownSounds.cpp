@@ -37,8 +37,8 @@ void KnownSounds::Learn(const QStringList& files) {
     }
 }
 
-QList<MovedFile> KnownSounds::FindMoved(const QStringList& files) {
-    QHash<QByteArray, QString> vanished;
+QList<MovedFile> KnownSounds::FindMoved(const QStringList& files) const {
+    QMultiHash<QByteArray, QString> vanished;
     for (auto sound = byFile_.constBegin(); sound != byFile_.constEnd() && !files.isEmpty(); ++sound) {
         if (!QFileInfo::exists(sound.key()))
             vanished.insert(sound.value(), sound.key());
@@ -47,15 +47,14 @@ QList<MovedFile> KnownSounds::FindMoved(const QStringList& files) {
     for (const QString& file : files) {
         if (vanished.isEmpty())
             break;
-        const QByteArray sound = SoundContent::Hash(file);
-        const QString from = sound.isEmpty() ? QString() : vanished.take(sound);
-        if (from.isEmpty())
-            continue;
-        byFile_.remove(from);
-        byFile_.insert(file, sound);
-        moved.append({from, file});
+        if (const QStringList from = vanished.values(SoundContent::Hash(file)); !from.isEmpty())
+            moved.append({from, file});
     }
     return moved;
+}
+
+void KnownSounds::Follow(const QString& from, const QString& to) {
+    byFile_.insert(to, byFile_.take(from));
 }
 
 } // namespace kalvo

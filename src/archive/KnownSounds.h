@@ -7,8 +7,9 @@
 
 namespace kalvo {
 
+/** A file whose sound is known from others that have vanished; mostly it is one of these in a new place. */
 struct MovedFile {
-    QString from;
+    QStringList from;
     QString to;
 };
 
@@ -27,11 +28,10 @@ public:
     qsizetype Count() const { return byFile_.size(); }
     /** Reads the sounds of files that exist; may take long. */
     void Learn(const QStringList& files);
-    /**
-     * Which of the files are known sounds whose own file has vanished; these are known under the new path from then
-     * on. May take long.
-     */
-    QList<MovedFile> FindMoved(const QStringList& files);
+    /** Which of the files are known sounds whose own files have vanished. May take long. */
+    QList<MovedFile> FindMoved(const QStringList& files) const;
+    /** The sound is known under the new path from now on. */
+    void Follow(const QString& from, const QString& to);
 
 private:
     QHash<QString, QByteArray> byFile_;

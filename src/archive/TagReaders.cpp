@@ -6,9 +6,11 @@
 #include <QFile>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <iterator>
 #include <map>
 #include <mutex>
 
@@ -17,8 +19,12 @@ namespace kalvo {
 namespace {
 
 constexpr unsigned kMaximumThreads = 4;
+/** Files that a thread takes at once: taking and waking costs more than reading a small tag. */
+constexpr std::size_t kBatch = 8;
 /** How long the end waits for files being read. */
 constexpr std::chrono::milliseconds kPatience{1000};
+
+using Numbered = std::pair<int, QString>; ///< a path by the number of its request
 
 ReadTitle ReadFile(clsAudioGenie& tags, const QString& path) {
     if (auto record = ReadTitleFields(tags, path))
@@ -34,10 +40,10 @@ struct TagReaders::Shared {
     std::mutex mutex; ///< guards everything below
     std::condition_variable wake;
     std::condition_variable ready;
-    std::deque<std::pair<int, QString>> requests;
+    std::deque<Numbered> requests;
     std::map<int, ReadTitle> results;
-    bool stop = false;
-    unsigned working = 0; ///< threads that have not ended
+    std::atomic<bool> stop = false; ///< read without the mutex between two files
+    unsigned working = 0;           ///< threads that have not ended
 };
 
 TagReaders::TagReaders() : shared_(std::make_shared<Shared>()) {
@@ -63,12 +69,17 @@ void TagReaders::Work(const std::shared_ptr<Shared>& shared) {
         shared->wake.wait(lock, [&] { return shared->stop || !shared->requests.empty(); });
         if (shared->stop)
             break;
-        const auto [number, path] = std::move(shared->requests.front());
-        shared->requests.pop_front();
+        const auto taken = static_cast<std::ptrdiff_t>(std::min(kBatch, shared->requests.size()));
+        const std::vector<Numbered> batch(shared->requests.begin(), shared->requests.begin() + taken);
+        shared->requests.erase(shared->requests.begin(), shared->requests.begin() + taken);
         lock.unlock();
-        ReadTitle title = ReadFile(tags, path);
+        std::vector<std::pair<int, ReadTitle>> titles;
+        for (const auto& [number, path] : batch) {
+            if (!shared->stop)
+                titles.emplace_back(number, ReadFile(tags, path));
+        }
         lock.lock();
-        shared->results.emplace(number, std::move(title));
+        shared->results.insert(std::make_move_iterator(titles.begin()), std::make_move_iterator(titles.end()));
         shared->ready.notify_all();
     }
     --shared->working;

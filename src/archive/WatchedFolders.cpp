@@ -29,6 +29,14 @@ QString FolderKey(qsizetype number) {
     return u"Ordner%1"_s.arg(number);
 }
 
+/** Where a folder that is not there will turn up: a drive that is plugged in later. */
+QString NearestFolder(const QString& missing) {
+    QString folder = missing;
+    while (folder.contains(u'/') && !IsScanRoot(folder))
+        folder = folder.section(u'/', 0, -2);
+    return folder.isEmpty() ? u"/"_s : folder;
+}
+
 } // namespace
 
 WatchedFolders::WatchedFolders(Archive& archive, Settings& settings, QString storePath, QObject* parent)
@@ -99,8 +107,11 @@ void WatchedFolders::Start() {
                 found.folders.append(progress.folder);
             return true;
         };
-        for (const QString& root : roots)
+        for (const QString& root : roots) {
             found.files += ScanFolder(root, ScanMethod::Standard, remember).files;
+            if (!IsScanRoot(root))
+                found.folders.append(NearestFolder(root));
+        }
         found.files.removeDuplicates();
         const KnownSounds kept = known || roots.isEmpty() ? KnownSounds() : KnownSounds::Read(store);
         return [this, found, kept, known] {
@@ -116,6 +127,8 @@ void WatchedFolders::TakeFound(const Found& found) {
     toSort_ = found.files;
     unknown_.clear();
     notHeld_.clear();
+    if (archive_.Count() == 0)
+        sounds_ = {};
     SortOut();
 }
 
@@ -130,6 +143,7 @@ void WatchedFolders::Watch(const QStringList& folders) {
         watcher_.removePaths(gone);
     if (!added.isEmpty())
         watcher_.addPaths(added);
+    again_ = again_ || !added.isEmpty(); // what came into them before they were watched
 }
 
 void WatchedFolders::SortOut() {
@@ -141,7 +155,8 @@ void WatchedFolders::SortOut() {
             return;
         }
         const QString file = toSort_.takeLast();
-        if (!archive_.HoldsPath(file))
+        const bool out = !archive_.HoldsPath(file);
+        if (out && !sounds_.Holds(file) && !declined_.contains(file))
             notHeld_.prepend(file);
         else if (!sounds_.Holds(file))
             unknown_.append(file);
@@ -154,7 +169,7 @@ void WatchedFolders::ReadSounds() {
                 store = storePath_]() mutable -> BackgroundWorker::Answer {
         const QList<MovedFile> moved = sounds.FindMoved(fresh);
         sounds.Learn(unknown);
-        if (!moved.isEmpty() || !unknown.isEmpty())
+        if (!unknown.isEmpty())
             sounds.Write(store);
         return [this, sounds, fresh, moved] { TakeSounds(sounds, fresh, moved); };
     });
@@ -163,20 +178,17 @@ void WatchedFolders::ReadSounds() {
 void WatchedFolders::TakeSounds(const KnownSounds& sounds, const QStringList& fresh, const QList<MovedFile>& moved) {
     sounds_ = sounds;
     QStringList offered = fresh;
-    bool refresh = false;
     for (const MovedFile& file : moved) {
-        std::optional<TitleRecord> record = archive_.FindByPath(file.from);
-        if (!record || archive_.HoldsPath(file.to))
-            continue;
-        record->Pfad = file.to;
-        if (!archive_.UpdateRecord(*record))
-            continue;
-        offered.removeOne(file.to);
-        refresh = true;
-        Q_EMIT TitleMoved(file.from, file.to);
+        if (Follow(file))
+            offered.removeOne(file.to);
     }
-    if (refresh)
+    if (offered.size() != fresh.size()) {
         archive_.Refresh();
+        worker_.Do([known = sounds_, store = storePath_] {
+            known.Write(store);
+            return BackgroundWorker::Answer();
+        });
+    }
     looking_ = false;
     if (std::exchange(newFiles_, offered) != offered)
         Q_EMIT NewFilesFound();
@@ -184,10 +196,31 @@ void WatchedFolders::TakeSounds(const KnownSounds& sounds, const QStringList& fr
         settle_.start();
 }
 
+/** False when no title of the archive has moved there. */
+bool WatchedFolders::Follow(const MovedFile& file) {
+    for (const QString& from : file.from) {
+        std::optional<TitleRecord> record = archive_.FindByPath(from);
+        if (!record || archive_.HoldsPath(file.to))
+            continue;
+        record->Pfad = file.to;
+        if (!archive_.UpdateRecord(*record))
+            continue;
+        sounds_.Follow(from, file.to);
+        Q_EMIT TitleMoved(from, file.to);
+        return true;
+    }
+    return false;
+}
+
+void WatchedFolders::Decline(const QStringList& files) {
+    declined_.unite({files.begin(), files.end()});
+    Look();
+}
+
 QStringList WatchedFolders::NewFiles() const {
     QStringList files;
     for (const QString& file : newFiles_) {
-        if (!archive_.HoldsPath(file))
+        if (!archive_.HoldsPath(file) && !declined_.contains(file))
             files.append(file);
     }
     return files;

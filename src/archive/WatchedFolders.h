@@ -6,6 +6,7 @@
 
 #include <QFileSystemWatcher>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QTimer>
 
@@ -15,8 +16,9 @@ class Settings;
 
 /**
  * Folders that are looked at again at the start and whenever something in them changes. Files that the archive does not
- * hold are offered; a title whose file has vanished and turns up in a new place, told by its sound, keeps its record
- * with rating and last play under the new path.
+ * hold are offered, except those that it held once, which the user has taken out, and those that were declined; an
+ * empty archive is offered everything. A title whose file has vanished and turns up in a new place, told by its sound,
+ * keeps its record with rating and last play under the new path.
  *
  * A look: a thread of its own walks the folders; the UI thread sorts out, in short turns, what the archive holds; the
  * thread reads the sound of what is new and of what was not known yet; the UI thread moves records. Changes while a
@@ -37,7 +39,9 @@ public:
     /** Looks as soon as the archive's index is there. */
     void Look();
 
-    /** Found in the watched folders and not in the archive by now. */
+    /** These are not offered any more. */
+    void Decline(const QStringList& files);
+    /** Found in the watched folders, on offer and not in the archive by now. */
     QStringList NewFiles() const;
 
 Q_SIGNALS:
@@ -59,6 +63,7 @@ private:
     void Watch(const QStringList& folders);
     void SortOut();
     void ReadSounds();
+    bool Follow(const MovedFile& file);
     void TakeSounds(const KnownSounds& sounds, const QStringList& fresh, const QList<MovedFile>& moved);
 
     Archive& archive_;
@@ -72,6 +77,7 @@ private:
     QStringList toSort_;  ///< of the look that runs: files not yet sorted out, the next one last
     QStringList unknown_; ///< held by the archive, sound not read yet
     QStringList notHeld_;
+    QSet<QString> declined_; ///< not known by their sounds yet
     QStringList newFiles_;
     KnownSounds sounds_;
     BackgroundWorker worker_; ///< last: its jobs end before the rest goes

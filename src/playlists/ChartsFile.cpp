@@ -74,11 +74,24 @@ Field FieldOf(PlaySource source) {
     return source == PlaySource::Player1 ? Player1 : source == PlaySource::Player2 ? Player2 : Archive;
 }
 
-void CountIn(Record& record, PlaySource source, const QDateTime& when) {
-    const Field field = FieldOf(source);
-    record[field] = static_cast<qint16>(std::min<int>(NumberAt(record, field) + 1, mostPlays));
+void AddPlays(Record& record, Field field, int plays) {
+    record[field] = static_cast<qint16>(std::min<int>(NumberAt(record, field) + plays, mostPlays));
     const int total = NumberAt(record, Player1) + NumberAt(record, Player2) + NumberAt(record, Archive);
     record[Total] = static_cast<qint16>(std::min<int>(total, mostPlays));
+}
+
+/** The plays of both, and the later date. */
+void TakeUp(Record& record, const Record& other) {
+    for (const Field field : {Archive, Player1, Player2})
+        AddPlays(record, field, NumberAt(other, field));
+    if (TextAt(other, Sortable) > TextAt(record, Sortable)) {
+        record[Date] = other[Date];
+        record[Sortable] = other[Sortable];
+    }
+}
+
+void CountIn(Record& record, PlaySource source, const QDateTime& when) {
+    AddPlays(record, FieldOf(source), 1);
     record[Date] = when.toString(QStringLiteral("dd.MM.yyyy, HH:mm")) + QStringLiteral(" Uhr");
     record[Sortable] = when.toString(QStringLiteral("yyyy.MM.dd, HH:mm"));
 }
@@ -144,6 +157,21 @@ bool ChartsFile::Count(PlaySource source, const QString& path, const QString& ti
         places_.insert(HashOf(Stored(path, pathWidth)), records_.Count());
     known_ = VersionNow();
     return true;
+}
+
+bool ChartsFile::Move(const QString& from, const QString& to, const QString& title) {
+    Prepare();
+    const int old = Find(from, title);
+    std::optional<Record> record = old > 0 ? records_.Read(old) : std::nullopt;
+    if (!record)
+        return true;
+    const int there = Find(to, title);
+    const std::optional<Record> other = there > 0 && there != old ? records_.Read(there) : std::nullopt;
+    if (other)
+        TakeUp(*record, *other);
+    (*record)[Path] = to;
+    known_ = {}; // the places are read anew
+    return records_.Write(old, *record) && (!other || Remove({there}));
 }
 
 QList<ChartEntry> ChartsFile::Entries() const {

@@ -47,6 +47,13 @@ public:
     bool Count(PlaySource source, const QString& path, const QString& title, const QString& artist,
                const QDateTime& when);
 
+    /**
+     * The file of a title has a new path: its record follows, and takes up one that stands there already. title: of the
+     * archive, for paths too long for their field. True also when there is nothing to follow; false when the file could
+     * not be written.
+     */
+    bool Move(const QString& from, const QString& to, const QString& title);
+
     /** In the file's order; empty when it is missing or cannot be read. */
     QList<ChartEntry> Entries() const;
     /** Titles in the file. */

@@ -6,6 +6,7 @@
 #include <id3v2synchdata.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace kalvo {
 
@@ -16,6 +17,8 @@ using TagLib::ByteVector;
 /** Compressed frames of a tag, in all; they unfold to a thousand times as much. */
 constexpr unsigned kMostCompressed = 32768;
 constexpr unsigned kTagHeader = 10;
+constexpr long kPageSize = 4096;
+constexpr long kLargeRead = 2 * kPageSize; ///< from here on past the pages
 
 /** The library's own reading of frame headers, which is not public. */
 class FrameWalk : public TagLib::ID3v2::Frame {
@@ -62,9 +65,11 @@ ByteVector Decoded(const ByteVector& encoded, std::vector<unsigned>& where) {
 
 } // namespace
 
-GuardedStream::GuardedStream(const char* path) : FileStream(path, true) {
-    if (isOpen())
+GuardedStream::GuardedStream(const QString& path) : name_(QFile::encodeName(path).toStdString()), file_(path) {
+    if (file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        length_ = static_cast<long>(file_.size());
         FindHazards();
+    }
     left_ = kBudget;
     seek(0);
 }
@@ -103,15 +108,61 @@ void GuardedStream::FindHazards() {
 }
 
 ByteVector GuardedStream::readBlock(unsigned long length) {
-    const long position = tell();
-    ByteVector block = FileStream::readBlock(std::min(length, left_));
-    left_ -= std::min<unsigned long>(left_, block.size());
-    const long end = position + static_cast<long>(block.size());
+    const long position = position_;
+    const auto rest = static_cast<unsigned long>(std::max(0L, length_ - position));
+    const unsigned long taken = std::min({length, rest, left_});
+    ByteVector block(static_cast<unsigned>(taken), '\0');
+    Read(block.data(), position, static_cast<long>(taken));
+    left_ -= taken;
+    position_ += static_cast<long>(taken);
     for (const Patch& patch : patches_) {
-        if (patch.position >= position && patch.position < end)
+        if (patch.position >= position && patch.position < position_)
             block[static_cast<int>(patch.position - position)] = patch.byte;
     }
     return block;
 }
+
+/** What cannot be read stays as it is. */
+void GuardedStream::Read(char* bytes, long position, long length) {
+    if (length > kLargeRead) {
+        if (file_.seek(position))
+            file_.read(bytes, length);
+        return;
+    }
+    while (length > 0) {
+        const QByteArray& page = PageAt(position / kPageSize);
+        const long start = position % kPageSize;
+        const long piece = std::min({length, kPageSize - start, static_cast<long>(page.size()) - start});
+        if (piece <= 0)
+            return;
+        std::memcpy(bytes, page.constData() + start, static_cast<std::size_t>(piece));
+        bytes += piece;
+        position += piece;
+        length -= piece;
+    }
+}
+
+const QByteArray& GuardedStream::PageAt(long number) {
+    for (const Page& page : pages_) {
+        if (page.number == number)
+            return page.bytes;
+    }
+    Page& page = pages_.at(oldest_);
+    oldest_ = (oldest_ + 1) % pages_.size();
+    page.number = number;
+    page.bytes = file_.seek(number * kPageSize) ? file_.read(kPageSize) : QByteArray();
+    return page.bytes;
+}
+
+void GuardedStream::seek(long offset, Position from) {
+    const long start = from == Beginning ? 0 : from == Current ? position_ : length_;
+    if (start + offset >= 0)
+        position_ = start + offset;
+}
+
+void GuardedStream::writeBlock(const ByteVector& /*data*/) {}
+void GuardedStream::insert(const ByteVector& /*data*/, unsigned long /*start*/, unsigned long /*replace*/) {}
+void GuardedStream::removeBlock(unsigned long /*start*/, unsigned long /*length*/) {}
+void GuardedStream::truncate(long /*length*/) {}
 
 } // namespace kalvo

@@ -13,7 +13,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /** What TENC is set to on every save. */
-const QString kEncodedBy = u"https://kalvo.example.org"_s;
+const QString kEncodedBy = QStringLiteral(KALVO_WEB_ADDRESS);
 
 /** The frames behind the plain text fields. */
 struct FrameField {
@@ -83,10 +83,13 @@ void SetText(clsAudioGenie& tags, TagField field, const QString& text) {
 }
 
 void SetAll(clsAudioGenie& tags, const TagEdit& edit, bool hasId3v1) {
+    bool id3v1 = false;
     for (const Id3v1Field& known : kId3v1) {
         const auto& text = edit.texts[static_cast<std::size_t>(known.field)];
-        if (text && hasId3v1)
-            (tags.*known.set)(*text);
+        if (!text || !hasId3v1)
+            continue;
+        (tags.*known.set)(*text);
+        id3v1 = true;
     }
     bool id3v2 = edit.pictures.has_value();
     for (std::size_t i = static_cast<std::size_t>(TagField::Title); i < kTagFields; ++i) {
@@ -99,7 +102,7 @@ void SetAll(clsAudioGenie& tags, const TagEdit& edit, bool hasId3v1) {
         for (const TagPicture& picture : *edit.pictures)
             tags.ID3V2AddPictureW(picture);
     }
-    if (id3v2)
+    if (id3v2 || (id3v1 && tags.IsId3v2Writable()))
         tags.ID3V2SetTextFrameW(FrameId("TENC"), kEncodedBy);
 }
 
@@ -147,7 +150,7 @@ TagSaved WriteTagEdit(clsAudioGenie& tags, const QString& path, const TagEdit& e
         saved.reason = tags.AUDIOGetLastErrorTextW();
         return saved;
     }
-    SetAll(tags, edit, tags.AUDIOGetVersionW().startsWith(u"MPEG"));
+    SetAll(tags, edit, tags.ID3V1IsPossible());
     if (!tags.SaveChangesToFile())
         saved.reason = tags.AUDIOGetLastErrorTextW();
     else

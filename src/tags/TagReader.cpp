@@ -5,7 +5,6 @@
 #include "tags/SoundLength.h"
 #include "tags/TagText.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <attachedpictureframe.h>
@@ -156,7 +155,7 @@ TagData ReadTags(const QString& path) {
     TagData data;
     if (!QFileInfo(path).isFile()) // not a pipe, which would make opening wait
         return data;
-    GuardedStream stream(QFile::encodeName(path).constData());
+    GuardedStream stream(path);
     if (!stream.isOpen())
         return data;
     const TagLib::ByteVector start = stream.readBlock(64);

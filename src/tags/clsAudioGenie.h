@@ -52,6 +52,8 @@ public:
     void ID3V1SetCommentW(const QString& text) { SetId3v1(Id3v1Block::Field::Comment, text); }
     /** "1.0" or "1.1"; empty without such a tag. */
     QString ID3V1GetVersionW() const { return data_.id3v1.Version(); }
+    /** Whether files of this format have such a tag. */
+    bool ID3V1IsPossible() const { return data_.format == AudioFormat::Mpeg; }
     /** How many genres there are, and the name at an index from 0; empty out of range. */
     static int ID3V1GetGenresW();
     static QString ID3V1GetGenreItemW(int index);
@@ -85,6 +87,8 @@ public:
     void ID3V2AddPictureW(const TagPicture& picture);
     /** E.g. "2.3"; empty without such a tag. */
     QString ID3V2GetVersionW() const { return data_.id3v2Version; }
+    /** False for a tag with parts that are not read and would be lost: saving changes of it fails. */
+    bool IsId3v2Writable() const { return !data_.damaged; }
     /** As with ID3v1; in Ogg files the comments. */
     bool ID3V2SaveChangesToFileW() { return Save(false, true); }
     /** Both tags in one pass. */

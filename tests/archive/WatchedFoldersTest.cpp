@@ -85,5 +85,44 @@ TEST_F(WatchedFoldersTest, AMovedFileKeepsItsRecord) {
     EXPECT_EQ(archive.FindByPath(to)->Nr, record.Nr);
 }
 
+TEST_F(WatchedFoldersTest, WhatWasTakenOutOrDeclinedIsNotOfferedAgain) {
+    const QString kept = Sound(QStringLiteral("a.mp3"), 440);
+    const QString out = Sound(QStringLiteral("b.mp3"), 500);
+    const QString declined = Sound(QStringLiteral("c.mp3"), 600);
+    const QString fresh = Sound(QStringLiteral("d.mp3"), 700);
+    TitleImport(archive).Run({kept, out});
+    {
+        WatchedFolders watched(archive, settings, store);
+        ASSERT_TRUE(watched.Add(music));
+        ASSERT_TRUE(Offers(watched, {declined, fresh}));
+        watched.Decline({declined});
+        EXPECT_TRUE(Offers(watched, {fresh}));
+        ASSERT_TRUE(test::WaitUntil([&] { return KnownSounds::Read(store).Count() == 3; }));
+        ASSERT_TRUE(archive.DeleteTitles({archive.FindByPath(out)->Nr}));
+    }
+    WatchedFolders watched(archive, settings, store);
+    watched.Look();
+    EXPECT_TRUE(Offers(watched, {fresh})) << "after another start too";
+    ASSERT_TRUE(archive.DeleteAll());
+    EXPECT_TRUE(Offers(watched, {kept, out, declined, fresh})) << "an empty archive is filled anew";
+}
+
+TEST_F(WatchedFoldersTest, ADriveThatIsPluggedInLaterIsFound) {
+    const QString stick = folder.Path(QStringLiteral("Laufwerke/Stick"));
+    settings.PutNumber(QStringLiteral("Beobachten"), QStringLiteral("Anzahl"), 1);
+    settings.PutSetting(QStringLiteral("Beobachten"), QStringLiteral("Ordner1"), stick);
+    WatchedFolders watched(archive, settings, store);
+    int looks = 0;
+    QObject::connect(&watched, &WatchedFolders::NewFilesFound, &watched, [&looks] { ++looks; });
+    watched.Look();
+    const QString file = test::MakeSound(folder.Path(QStringLiteral("anderswo")), QStringLiteral("a.mp3"));
+    QDir().mkpath(folder.Path(QStringLiteral("Laufwerke")));
+    ASSERT_TRUE(test::WaitUntil([&] {
+        QDir().rename(folder.Path(QStringLiteral("anderswo")), stick);
+        return watched.NewFiles() == QStringList{stick + QStringLiteral("/a.mp3")};
+    }));
+    EXPECT_EQ(looks, 1);
+}
+
 } // namespace
 } // namespace kalvo

@@ -64,6 +64,19 @@ TEST_F(ChartsFileTest, AnotherPlayChangesItInPlace) {
     EXPECT_EQ(Bytes().mid(784), other) << "its double is left alone";
 }
 
+TEST_F(ChartsFileTest, AMovedFileKeepsItsPlays) {
+    ASSERT_TRUE(Count(PlaySource::Player1, "/m/a.mp3") && Count(PlaySource::Player2, "/m/b.mp3"));
+    ASSERT_TRUE(charts.Move(QStringLiteral("/m/a.mp3"), QStringLiteral("/neu/a.mp3"), QStringLiteral("Titel")));
+    ASSERT_TRUE(Count(PlaySource::Player1, "/neu/a.mp3"));
+    EXPECT_EQ(charts.Entries().at(0).path, QStringLiteral("/neu/a.mp3"));
+    EXPECT_EQ(charts.Entries().at(0).total, 2);
+    ASSERT_TRUE(charts.Move(QStringLiteral("/m/b.mp3"), QStringLiteral("/neu/a.mp3"), QStringLiteral("Titel")));
+    ASSERT_EQ(charts.Entries().size(), 1) << "both were the same title";
+    EXPECT_EQ(charts.Entries().at(0).total, 3);
+    EXPECT_TRUE(charts.Move(QStringLiteral("/m/never.mp3"), QStringLiteral("/m/c.mp3"), QString()));
+    EXPECT_EQ(charts.Size(), 1);
+}
+
 TEST_F(ChartsFileTest, PathsAreComparedTrimmed) {
     ASSERT_TRUE(Count(PlaySource::Player1, "/m/a.mp3"));
     ASSERT_TRUE(Count(PlaySource::Player2, "/m/a.mp3  "));

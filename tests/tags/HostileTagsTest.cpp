@@ -51,7 +51,7 @@ TEST_F(HostileTagsTest, AHugeFrameIsNotTakenIntoMemory) {
     ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.resize(kHuge + 20) && file.seek(kHuge + 20));
     ASSERT_EQ(file.write(sound), sound.size());
     file.close();
-    GuardedStream stream(QFile::encodeName(path).constData());
+    GuardedStream stream(path);
     EXPECT_LE(stream.readBlock(kHuge).size(), GuardedStream::kBudget);
     EXPECT_TRUE(stream.readBlock(100).isEmpty());
     tags.AUDIOAnalyzeFileW(path);

@@ -10,17 +10,17 @@
 #include "widgets/IconButton.h"
 #include "widgets/xMessageBox.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSet>
 #include <QStringListModel>
 
 #include <algorithm>
+#include <utility>
 
 namespace kalvo {
 
@@ -42,22 +42,18 @@ void frmTitelEinlesen::SetWork(Work work) {
     tree_->setEnabled(idle);
     folder_->setReadOnly(!idle);
     cancel_->setText(idle ? tr("Schließen") : tr("Abbrechen"));
-    if (idle && closing_)
-        QDialog::reject();
+}
+
+void frmTitelEinlesen::Abandon() {
+    if (work_ == Work::Scan)
+        StopScan();
+    if (work_ == Work::Import)
+        import_->Cancel();
 }
 
 void frmTitelEinlesen::reject() {
-    switch (work_) {
-    case Work::None:
-        return QDialog::reject();
-    case Work::Scan:
-        cancelled_ = closing_ = true;
-        return;
-    case Work::Import:
-        closing_ = true;
-        import_->Cancel();
-        return;
-    }
+    Abandon();
+    QDialog::reject();
 }
 
 void frmTitelEinlesen::RefuseFolder() {
@@ -70,54 +66,83 @@ void frmTitelEinlesen::Scan(ScanMethod method) {
     if (work_ != Work::None)
         return;
     found_->Clear();
+    offered_ = false;
     folders_->setStringList({});
     ShowPassedOver({});
     ShowMarked();
     foundCount_->setText(QString::number(0));
-    cancelled_ = closing_ = false;
     SetWork(Work::Scan);
-    // Events run between the folders: whoever owns the dialog may delete it meanwhile.
-    const QPointer<frmTitelEinlesen> alive(this);
-    const ScanResult result = ScanFolder(Folder(), method, [&alive, method](const ScanProgress& progress) {
-        return alive && alive->ScanStep(progress, method) && alive;
+    scanning_ = std::make_shared<BackgroundRun>(*this);
+    scanning_->Begin([this, folder = Folder(), method](BackgroundRun& run) {
+        constexpr qint64 milliseconds = 33; // between two looks at the progress
+        QElapsedTimer told;
+        told.start();
+        ScanNews news;
+        int folders = 0;
+        const ScanResult result = ScanFolder(folder, method, [&](const ScanProgress& progress) {
+            if (std::exchange(folders, progress.folders) != progress.folders)
+                news.folders.append(progress.folder);
+            news.files += progress.files;
+            if (told.elapsed() >= milliseconds) {
+                run.Post([this, method, now = std::exchange(news, {})] { ShowScanned(now, method); });
+                told.restart();
+            }
+            return !run.Stopped();
+        });
+        run.Post([this, method, news, result] {
+            ShowScanned(news, method);
+            EndScan(result);
+        });
     });
-    if (!alive)
-        return;
-    if (result.validRoot)
-        ShowScanResult(result);
+}
+
+void frmTitelEinlesen::ShowScanned(const ScanNews& news, ScanMethod method) {
+    if (method == ScanMethod::Alternative) {
+        folders_->setStringList(folders_->stringList() + news.folders);
+        scanText_->SetText(tr("Ordner gefunden: ") + QString::number(folders_->rowCount()));
+    } else if (!news.folders.isEmpty()) {
+        scanText_->SetText(QDir::toNativeSeparators(news.folders.last()));
+    }
+    ShowFound(news.files);
+}
+
+void frmTitelEinlesen::ShowFound(const QStringList& files) {
+    found_->Append(files);
+    foundCount_->setText(QString::number(found_->rowCount()));
+}
+
+void frmTitelEinlesen::EndScan(const ScanResult& result) {
+    scanning_.reset();
+    if (result.validRoot) {
+        ShowFound(result.files.mid(found_->rowCount()));
+        ShowPassedOver(result.passedOver);
+        ShowFoundText();
+    }
     SetWork(Work::None);
     if (!result.validRoot)
         RefuseFolder();
 }
 
-/** False ends the scan. */
-bool frmTitelEinlesen::ScanStep(const ScanProgress& progress, ScanMethod method) {
-    if (method == ScanMethod::Alternative) {
-        if (folders_->rowCount() < progress.folders && folders_->insertRow(folders_->rowCount()))
-            folders_->setData(folders_->index(folders_->rowCount() - 1), progress.folder);
-        scanText_->SetText(tr("Ordner gefunden: ") + QString::number(progress.folders));
-    } else {
-        scanText_->SetText(QDir::toNativeSeparators(progress.folder));
-    }
-    const QPointer<frmTitelEinlesen> alive(this);
-    QCoreApplication::processEvents();
-    return alive && !cancelled_;
+void frmTitelEinlesen::ShowFoundText() {
+    scanText_->SetText(QString::number(found_->rowCount()) + tr(" kompatible Dateien gefunden"));
 }
 
-void frmTitelEinlesen::ShowScanResult(const ScanResult& result) {
-    found_->Append(result.files);
-    ShowPassedOver(result.passedOver);
-    foundCount_->setText(QString::number(result.files.size()));
-    scanText_->SetText(QString::number(result.files.size()) + tr(" kompatible Dateien gefunden"));
+/** What was found so far stays; the thread ends by itself, however long its disk takes. */
+void frmTitelEinlesen::StopScan() {
+    scanning_->Stop();
+    scanning_.reset();
+    ShowFoundText();
+    SetWork(Work::None);
 }
 
 void frmTitelEinlesen::Offer(const QStringList& files) {
     if (work_ != Work::None)
         return;
     found_->Clear();
-    ScanResult offered;
-    offered.files = files;
-    ShowScanResult(offered);
+    ShowFound(files);
+    offered_ = true;
+    ShowPassedOver({});
+    ShowFoundText();
     SetWork(Work::None);
     MarkAll();
 }
@@ -153,6 +178,17 @@ QStringList frmTitelEinlesen::MarkedPaths() const {
     return paths;
 }
 
+void frmTitelEinlesen::TellDeclined(const QStringList& marked) {
+    const QSet<QString> taken(marked.begin(), marked.end());
+    QStringList declined;
+    for (int row = 0; row < found_->rowCount() && !marked.isEmpty(); ++row) {
+        if (!taken.contains(found_->PathAt(row)))
+            declined.append(found_->PathAt(row));
+    }
+    if (!declined.isEmpty())
+        Q_EMIT Declined(declined);
+}
+
 void frmTitelEinlesen::ShowMarked() {
     markedCount_->setText(QString::number(MarkedCount()) + tr(" Titel"));
 }
@@ -161,7 +197,8 @@ void frmTitelEinlesen::StartImport() {
     if (work_ != Work::None)
         return;
     const QStringList paths = MarkedPaths();
-    closing_ = false;
+    if (offered_)
+        TellDeclined(paths);
     ShowPassedOver({});
     SetWork(Work::Import);
     progressText_->SetText(tr("0 von ") + QString::number(paths.size()));

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "archive/BackgroundRun.h"
 #include "archive/TitleImport.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
+
+#include <memory>
 
 class QBoxLayout;
 class QLabel;
@@ -25,9 +28,9 @@ class TagValues;
 class WatchedFolders;
 
 /**
- * The import dialog: choose a folder, scan it, mark files, import them. Modeless; the scan lets the window process its
- * events after every folder, the import works in turns of the event loop. While one of them runs the buttons are
- * disabled, "Abbrechen" ends it, and closing the window ends it and closes; titles added so far stay.
+ * The import dialog: choose a folder, scan it, mark files, import them. Modeless; a thread walks the folders, so that a
+ * disk that wakes up or hangs holds up nothing, the import works in turns of the event loop. While one of them runs the
+ * buttons are disabled, "Abbrechen" ends it, and closing the window ends it and closes; titles added so far stay.
  */
 class frmTitelEinlesen : public QDialog {
     Q_OBJECT
@@ -39,7 +42,7 @@ public:
 
     /** Shows the watched folders below the folder tree; they outlive the dialog. Once. */
     void ShowWatched(WatchedFolders& watched);
-    /** Shows these files, all marked, as if they had been found; ignored while something runs. */
+    /** Shows these files, all marked, as if they had been found; ignored while something runs. See Declined(). */
     void Offer(const QStringList& files);
 
     /** The chosen folder, to be kept as the start folder of the next time. */
@@ -50,9 +53,16 @@ public:
 Q_SIGNALS:
     /** An import has ended: the grid can be refreshed. */
     void Finished(const kalvo::ImportReport& report);
+    /** Files on offer that the user left out of the import. */
+    void Declined(const QStringList& files);
 
 private:
     enum class Work { None, Scan, Import };
+    /** What a scan has come by since the window heard of it last. */
+    struct ScanNews {
+        QStringList folders;
+        QStringList files;
+    };
 
     QBoxLayout* BuildFolderRow(const QString& startFolder);
     QBoxLayout* BuildLists();
@@ -65,11 +75,17 @@ private:
 
     void Scan(ScanMethod method);
     void RefuseFolder();
-    bool ScanStep(const ScanProgress& progress, ScanMethod method);
-    void ShowScanResult(const ScanResult& result);
+    void ShowScanned(const ScanNews& news, ScanMethod method);
+    void ShowFound(const QStringList& files);
+    void ShowFoundText();
+    void EndScan(const ScanResult& result);
+    void StopScan();
+    /** Ends what runs; what was found or added so far stays. */
+    void Abandon();
     void MarkAll();
     int MarkedCount() const;
     QStringList MarkedPaths() const;
+    void TellDeclined(const QStringList& marked);
     void ShowMarked();
 
     void StartImport();
@@ -99,8 +115,8 @@ private:
     QPushButton* cancel_;
     QElapsedTimer shown_; ///< since the window last showed the import's progress
     Work work_ = Work::None;
-    bool cancelled_ = false; ///< the scan shall end
-    bool closing_ = false;   ///< and the window with it
+    bool offered_ = false;                    ///< what is shown was offered
+    std::shared_ptr<BackgroundRun> scanning_; ///< null while nothing is scanned
 };
 
 } // namespace kalvo

@@ -1,6 +1,7 @@
 // What the import dialog is made of; what it does is in frmTitelEinlesen.cpp.
 #include "archive/ui/frmTitelEinlesen.h"
 
+#include "archive/WatchedFolders.h"
 #include "archive/ui/FolderTree.h"
 #include "archive/ui/ImportFileModel.h"
 #include "archive/ui/MarkedFileDelegate.h"
@@ -80,6 +81,8 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
 }
 
 frmTitelEinlesen::~frmTitelEinlesen() {
+    if (scanning_)
+        scanning_->Stop();
     // The last words of the import and of a field that loses the focus would find half of the window gone.
     for (QObject* part : findChildren<QObject*>())
         part->disconnect(this);
@@ -143,6 +146,7 @@ void frmTitelEinlesen::ShowWatched(WatchedFolders& watched) {
     folderColumn_->setSpacing(SkinStyle::Units().Gap(2));
     folderColumn_->addWidget(list);
     connect(list, &WatchedList::AddRequested, this, [this, &watched] { WatchChosen(watched); });
+    connect(this, &frmTitelEinlesen::Declined, &watched, &WatchedFolders::Decline);
 }
 
 QBoxLayout* frmTitelEinlesen::BuildMarkRow() {
@@ -195,10 +199,7 @@ QBoxLayout* frmTitelEinlesen::BuildButtons() {
     cancel_->setAutoDefault(false);
     cancel_->setMinimumWidth(width);
     // While something runs the button ends that and keeps the window; closing the window ends both.
-    connect(cancel_, &QPushButton::clicked, this, [this] {
-        reject();
-        closing_ = false;
-    });
+    connect(cancel_, &QPushButton::clicked, this, [this] { work_ == Work::None ? reject() : Abandon(); });
     Named(start_, QStringLiteral("Command1"), tr("Markierte Dateien importieren"));
     start_->setText(tr("Importieren"));
     start_->setMinimumWidth(qMax(width, start_->sizeHint().width() + SkinStyle::Units().F()));
