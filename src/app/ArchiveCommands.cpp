@@ -64,9 +64,11 @@ void ArchiveCommands::BuildMenus(DeskActions& actions) {
                        QStringLiteral("&Alle Titel aus dem Musikarchiv löschen..."), [this] { DeleteWholeArchive(); });
     QAction* properties = Add(QStringLiteral("EigenschaftenMusikarchiv"), QStringLiteral("&Eigenschaften..."),
                               [this] { ShowArchiveProperties(); });
-    QAction* full =
-        Add(QStringLiteral("MAVollansicht"), QStringLiteral("&Vollansicht"), [this](bool on) { ShowFullView(on); });
+    QAction* full = new QAction(QStringLiteral("&Vollansicht"), this);
+    full->setObjectName(QStringLiteral("MAVollansicht"));
     full->setCheckable(true);
+    actions.fullViews->addAction(full);
+    connect(full, &QAction::toggled, this, &ArchiveCommands::ShowFullView); // also when another full view ends it
     full->setShortcut(QKeySequence(Qt::Key_F11));
 
     QMenu& menu = *actions.archiveMenu;
@@ -159,7 +161,6 @@ void ArchiveCommands::ShowArchiveProperties() {
 }
 
 void ArchiveCommands::ShowFullView(bool full) {
-    panel_.show(); // another part's full view may have hidden it
     for (QWidget* part : beside_)
         part->setVisible(!full);
 }

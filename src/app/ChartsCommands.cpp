@@ -2,13 +2,18 @@
 
 #include "app/Desk.h"
 #include "app/DeskActions.h"
+#include "archive/ArchiveStatements.h"
 #include "archive/ui/ArchivePanel.h"
 #include "playlists/PlaylistActions.h"
+#include "playlists/PlaylistIntake.h"
 #include "playlists/ui/frmCharts.h"
 #include "playlists/ui/frmVerlauf.h"
 #include "playlists/ui/frmZuletztCount.h"
 
 #include <QTimer>
+
+#include <algorithm>
+#include <vector>
 
 namespace kalvo {
 
@@ -30,10 +35,9 @@ Window* Show(QPointer<Window>& window, Make make) {
 } // namespace
 
 ChartsCommands::ChartsCommands(const Parts& parts) : QObject(&parts.window), parts_(parts) {
-    QMenu& lists = *parts_.actions.listMenu;
-    lists.addSeparator();
-    lists.addAction(Add(QStringLiteral("MeineCharts"), QStringLiteral("&Charts..."), &ChartsCommands::MeineCharts));
-    lists.addAction(Add(QStringLiteral("VerlaufDesAbends"), QStringLiteral("Verlauf des A&bends..."),
+    QMenu& tools = *parts_.actions.toolsMenu;
+    tools.addAction(Add(QStringLiteral("MeineCharts"), QStringLiteral("&Charts..."), &ChartsCommands::MeineCharts));
+    tools.addAction(Add(QStringLiteral("VerlaufDesAbends"), QStringLiteral("Verlauf des A&bends..."),
                         &ChartsCommands::VerlaufDesAbends));
     QMenu& archive = *parts_.actions.archiveMenu;
     archive.addSeparator();
@@ -41,7 +45,8 @@ ChartsCommands::ChartsCommands(const Parts& parts) : QObject(&parts.window), par
                           &ChartsCommands::ZuletztGespieltAnzahl));
     archive.addAction(Add(QStringLiteral("ZuletztGespieltLoeschen"), QStringLiteral("Zuletzt gespielt l&öschen..."),
                           &ChartsCommands::ZuletztGespieltLoeschen));
-    connect(&parts_.desk.counter, &PlayCounter::Counted, this, &ChartsCommands::Reload);
+    connect(&parts_.desk.counter, &PlayCounter::Counted, this, &ChartsCommands::TakePlay);
+    connect(&parts_.desk.counter, &PlayCounter::Ended, this, &ChartsCommands::ReloadHistory);
     QTimer::singleShot(0, this, [this] { parts_.desk.charts.Prepare(); });
 }
 
@@ -81,7 +86,7 @@ void ChartsCommands::ZuletztGespieltLoeschen() {
     if (const WriteResult cleared = parts_.desk.archive.ClearStamps(); !cleared)
         parts_.lists.Questions().Tell(cleared.reason);
     parts_.archive.Refresh();
-    Reload();
+    ShowCounts();
 }
 
 void ChartsCommands::Send(int player, const QList<ChartEntry>& titles) {
@@ -91,12 +96,26 @@ void ChartsCommands::Send(int player, const QList<ChartEntry>& titles) {
         plain.Titel = title.title;
         plain.Interpret = title.artist;
         plain.Pfad = title.path;
-        records.append(parts_.desk.archive.FindByPath(title.path).value_or(plain));
+        const std::optional<TitleRecord> known = parts_.desk.archive.FindByPath(title.path);
+        records.append(known ? *known : FindCut(title).value_or(plain));
     }
     if (player == 0)
-        parts_.lists.Distribute(records);
+        parts_.intake.Distribute(records);
     else
-        parts_.lists.AddTitles(player, records);
+        parts_.intake.AddTitles(player, records);
+}
+
+/** The archive's title whose path was too long for the charts' field. */
+std::optional<TitleRecord> ChartsCommands::FindCut(const ChartEntry& entry) const {
+    if (!ChartsFile::MayBeCut(entry))
+        return std::nullopt;
+    const Archive& archive = parts_.desk.archive;
+    const std::vector<qint64> numbers = archive.Select(ArchiveStatements::DuplicateCheck(entry.path + u'*'));
+    const QList<TitleRecord> titles = archive.Read(QList<qint64>(numbers.begin(), numbers.end()));
+    const auto found = std::find_if(titles.begin(), titles.end(), [&entry](const TitleRecord& title) {
+        return ChartsFile::IsRecordOf(entry, title.Pfad, title.Titel);
+    });
+    return found == titles.end() ? std::nullopt : std::optional(*found);
 }
 
 void ChartsCommands::ShowCounts() {
@@ -104,12 +123,16 @@ void ChartsCommands::ShowCounts() {
         counts_->Show(CountLastPlayed(parts_.desk.archive.CountStamps(), parts_.desk.clock.Now().date()));
 }
 
-void ChartsCommands::Reload() {
+void ChartsCommands::TakePlay(const PlayedTitle& title) {
     if (charts_)
-        charts_->Reload();
+        charts_->TakePlay(title.path, title.title);
+    ReloadHistory();
+    ShowCounts();
+}
+
+void ChartsCommands::ReloadHistory() {
     if (history_)
         history_->Reload();
-    ShowCounts();
 }
 
 } // namespace kalvo

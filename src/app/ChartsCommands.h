@@ -1,9 +1,13 @@
 #pragma once
 
 #include "playlists/ChartsFile.h"
+#include "playlists/EveningLog.h"
+#include "tags/TitleRecord.h"
 
 #include <QObject>
 #include <QPointer>
+
+#include <optional>
 
 class QAction;
 class QWidget;
@@ -14,6 +18,7 @@ struct Desk;
 class ArchivePanel;
 class DeskActions;
 class PlaylistActions;
+class PlaylistIntake;
 class frmCharts;
 class frmVerlauf;
 class frmZuletztCount;
@@ -26,6 +31,7 @@ public:
     struct Parts {
         Desk& desk;
         PlaylistActions& lists;
+        PlaylistIntake& intake;
         DeskActions& actions;
         ArchivePanel& archive;
         QWidget& window;
@@ -42,8 +48,10 @@ private:
     QAction* Add(const QString& name, const QString& text, void (ChartsCommands::*act)());
     /** Charts titles into a list, 0: both in turn; with what the archive knows of them. */
     void Send(int player, const QList<ChartEntry>& titles);
+    std::optional<TitleRecord> FindCut(const ChartEntry& entry) const;
+    void TakePlay(const PlayedTitle& title);
+    void ReloadHistory();
     void ShowCounts();
-    void Reload();
 
     Parts parts_;
     QPointer<frmCharts> charts_;

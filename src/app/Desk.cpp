@@ -10,7 +10,8 @@ Desk::Desk(const DataFolder& dataFolder, std::unique_ptr<audio::AudioLibrary> li
       list1(1, random),
       list2(2, random),
       mixer(layer, list1, list2),
-      keeper(list1, list2, folder.Path(QStringLiteral("\\Wiedergabeliste\\default.mav")), clock),
+      keeper(list1, list2, folder.Path(QStringLiteral("\\Wiedergabeliste\\default.mav")), clock,
+             [this] { writer.Flush(); }), // the journal first: it must never be the older of the two
       archive(clock),
       charts(folder.Path(QStringLiteral("\\Charts")), clock),
       evening(folder.Path(QStringLiteral("\\Verlauf"))),

@@ -16,6 +16,8 @@ DeskActions::DeskActions(QObject* parent) : QObject(parent) {
     CreateListActions();
     CreateMixerActions();
     CreateSettingActions();
+    fullViews = new QActionGroup(this);
+    fullViews->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     about = Add(QStringLiteral("UeberKalvo"), QStringLiteral("Ü&ber Kalvo"));
 }
 
@@ -139,6 +141,7 @@ void DeskActions::BuildMenus(QMenuBar& bar) {
     listMenu->addActions({removeMarked, removeAll});
 
     BuildMixerMenu(bar);
+    toolsMenu = bar.addMenu(QStringLiteral("Werk&zeuge"));
     BuildSettingsMenu(bar);
     helpMenu = bar.addMenu(QStringLiteral("&Hilfe"));
     helpMenu->addAction(about);

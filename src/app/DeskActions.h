@@ -30,6 +30,8 @@ public:
     std::array<QAction*, 2> addToPlayer; ///< archive titles to list 1, 2
     QAction* distribute;
 
+    QActionGroup* fullViews; ///< of the archive and of the lists: at most one is on
+
     std::array<QAction*, 2> moveToList; ///< selected entries of the other list to list 1, 2
     QAction* playNext;
     QAction* playNextRemoved;
@@ -60,6 +62,7 @@ public:
     QMenu* archiveMenu = nullptr;
     QMenu* listMenu = nullptr;
     QMenu* mixerMenu = nullptr;
+    QMenu* toolsMenu = nullptr;
     QMenu* settingsMenu = nullptr;
     QMenu* helpMenu = nullptr;
 

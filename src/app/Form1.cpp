@@ -39,6 +39,7 @@ Form1::Form1(Desk& desk, const CommandLine& commandLine, QWidget* parent)
       actions_(this),
       questions_(*this),
       listActions_(desk.list1, desk.list2, questions_),
+      intake_(listActions_, desk.settings),
       timer1_(new QTimer(this)),
       timeDj_(new QTimer(this)),
       seconds_(new QTimer(this)) {
@@ -228,7 +229,7 @@ void Form1::ComeForward() {
 }
 
 void Form1::AddSelectedTitles(int player) {
-    listActions_.AddTitles(player, archive_->SelectedRecords());
+    intake_.AddTitles(player, archive_->SelectedRecords());
 }
 
 void Form1::Demonstrate(const QStringList& titles) {
@@ -245,6 +246,9 @@ void Form1::Demonstrate(const QStringList& titles) {
 }
 
 void Form1::FocusSearch() {
+    if (QAction* view = actions_.fullViews->checkedAction(); view != nullptr && archive_->isHidden()) {
+        view->setChecked(false);
+    }
     if (auto* search = archive_->findChild<QLineEdit*>(QStringLiteral("Text1"))) {
         search->setFocus(Qt::ShortcutFocusReason);
         search->selectAll();

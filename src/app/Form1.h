@@ -4,7 +4,7 @@
 #include "app/DeskActions.h"
 #include "app/DeskQuestions.h"
 #include "app/WindowValues.h"
-#include "playlists/PlaylistActions.h"
+#include "playlists/PlaylistIntake.h"
 #include "widgets/LayoutMode.h"
 
 #include <QMainWindow>
@@ -102,6 +102,7 @@ private:
     DeskActions actions_;
     DeskQuestions questions_;
     PlaylistActions listActions_;
+    PlaylistIntake intake_;
     NoticeBar* notice_ = nullptr;
     QSplitter* bands_ = nullptr;
     ConsolePanel* console_ = nullptr;

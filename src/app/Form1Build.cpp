@@ -72,8 +72,8 @@ void Form1::Build() {
     watch_ = new WatchCommands(desk_, actions_, this);
     undo_ = new UndoCommands(*actions_.editMenu, this);
     undo_->Add(archiveCommands_->UndoStack());
-    listCommands_ = new ListCommands({desk_, listActions_, actions_, *lists_, *undo_, *archive_, *this});
-    new ChartsCommands({desk_, listActions_, actions_, *archive_, *this});
+    listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
+    new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
@@ -140,9 +140,9 @@ void Form1::ConnectArchive() {
     });
     connect(archive_, &ArchivePanel::ImportRequested, this, &Form1::ImportTitles);
     connect(archive_, &ArchivePanel::TitleActivated, this,
-            [this](const TitleRecord& title) { listActions_.AddTitles(listActions_.ActiveList(), {title}); });
+            [this](const TitleRecord& title) { intake_.AddTitles(listActions_.ActiveList(), {title}); });
     connect(archive_, &ArchivePanel::AddToListRequested, this,
-            [this](int player, const QList<TitleRecord>& titles) { listActions_.AddTitles(player, titles); });
+            [this](int player, const QList<TitleRecord>& titles) { intake_.AddTitles(player, titles); });
 }
 
 void Form1::ConnectActions() {
@@ -158,7 +158,7 @@ void Form1::ConnectActions() {
         on(actions_.addToPlayer.at(index), [this, player] { AddSelectedTitles(player); });
     }
     connect(actions_.distribute, &QAction::triggered, this,
-            [this] { listActions_.Distribute(archive_->SelectedRecords()); });
+            [this] { intake_.Distribute(archive_->SelectedRecords()); });
     connect(actions_.selectAllTitles, &QAction::triggered, archive_, &ArchivePanel::MAAlleTitelAuswaehlen);
     connect(actions_.focusSearch, &QAction::triggered, this, &Form1::FocusSearch);
     connect(actions_.importTitles, &QAction::triggered, this, &Form1::ImportTitles);

@@ -2,6 +2,7 @@
 
 #include "app/Desk.h"
 #include "app/DeskActions.h"
+#include "playback/ListEnds.h"
 #include "playlists/ListCaption.h"
 #include "playlists/ui/PlaylistPanel.h"
 #include "widgets/SkinStyle.h"
@@ -22,11 +23,13 @@ ListBand::ListBand(Desk& desk, PlaylistActions& listActions, DeskActions& action
     for (const int player : {1, 2}) {
         row->addWidget(&Panel(player), 1);
         ConnectPanel(player);
+        ConnectDrops(player);
         Panel(player).SetContextActions({actions.moveToList.at(static_cast<std::size_t>(2 - player)), actions.playNext,
                                          actions.playNextRemoved, actions.shuffle, actions.removeMarked,
                                          actions.removeAll});
     }
     ConnectActions(actions);
+    connect(&desk_.mixer, &Mixer::TitleStarted, this, &ListBand::ShowStarted);
 }
 
 void ListBand::SetLayoutMode(LayoutMode mode) {
@@ -58,17 +61,32 @@ void ListBand::ConnectPanel(int player) {
             [this, player](const QList<int>& rows) { listActions_.RemoveRows(player, rows); });
     connect(view, &PlaylistView::MoveRequested, this,
             [this, player](const QList<int>& rows, int target) { listActions_.MoveRows(player, rows, target); });
-    connect(view, &PlaylistView::EntriesDropped, this,
-            [this, player](int row, const QList<DraggedEntry>& entries, int source) {
-                listActions_.DropEntries(player, row, entries, source);
-            });
-    connect(view, &PlaylistView::FilesDropped, this,
-            [this, player](int row, const QStringList& paths) { Q_EMIT FilesDropped(player, row, paths); });
-    connect(view, &PlaylistView::TitlesDropped, this,
-            [this, player](int row, const QList<TitleRecord>& titles) { listActions_.AddTitles(player, titles, row); });
     connect(&listActions_.Undo(), &ListUndo::NameChanged, panel, &PlaylistPanel::SetPlaylistName);
     connect(&desk_.List(player), &Playlist::Changed, this, &ListBand::RefreshTimes);
-    connect(&desk_.mixer, &Mixer::TitleStarted, this, [this](int started) { listActions_.SetActiveList(started); });
+}
+
+/** Questions open only when the drag is over: until the drop returns, the other window or program waits for it. */
+void ListBand::ConnectDrops(int player) {
+    PlaylistView* view = &Panel(player).View();
+    connect(
+        view, &PlaylistView::EntriesDropped, this,
+        [this, player](int row, const QList<DraggedEntry>& entries, int source) {
+            listActions_.DropEntries(player, row, entries, source);
+        },
+        Qt::QueuedConnection);
+    connect(
+        view, &PlaylistView::FilesDropped, this,
+        [this, player](int row, const QStringList& paths) { Q_EMIT FilesDropped(player, row, paths); },
+        Qt::QueuedConnection);
+    connect(
+        view, &PlaylistView::TitlesDropped, this,
+        [this, player](int row, const QList<TitleRecord>& titles) { Q_EMIT TitlesDropped(player, row, titles); },
+        Qt::QueuedConnection);
+}
+
+void ListBand::ShowStarted(int player, int row) {
+    listActions_.SetActiveList(player);
+    Panel(player).View().ShowComing(row);
 }
 
 void ListBand::ConnectActions(DeskActions& actions) {
@@ -91,12 +109,10 @@ void ListBand::ConnectActions(DeskActions& actions) {
 }
 
 void ListBand::RefreshTimes() {
-    const MixState state = desk_.mixer.State();
+    const ListEnds ends = EndsOfLists(desk_.mixer.State(), {ComingSeconds(desk_.list1), ComingSeconds(desk_.list2)});
     for (const int player : {1, 2}) {
-        const DeckState& deck = state.Deck(player);
-        const qint64 onDeck = deck.playing || deck.paused ? std::max(0, deck.length - deck.position) : 0;
-        const qint64 remaining = RemainingSeconds(desk_.List(player)) + onDeck;
-        Panel(player).SetEndTime(RestText(remaining), UntilText(remaining, desk_.clock.Now()));
+        const auto index = static_cast<std::size_t>(player - 1);
+        Panel(player).SetEndTime(RestText(ends.rest.at(index)), UntilText(ends.end.at(index), desk_.clock.Now()));
     }
 }
 

@@ -32,9 +32,12 @@ public:
 Q_SIGNALS:
     /** Files and folders dropped before a row of a player's list. */
     void FilesDropped(int player, int row, const QStringList& paths);
+    void TitlesDropped(int player, int row, const QList<TitleRecord>& titles);
 
 private:
     void ConnectPanel(int player);
+    void ConnectDrops(int player);
+    void ShowStarted(int player, int row);
     void ConnectActions(DeskActions& actions);
     QList<int> SelectedRows(int player) const;
 

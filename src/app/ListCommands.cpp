@@ -10,9 +10,9 @@
 #include "base/PlayTime.h"
 #include "playlists/ui/PlaylistPanel.h"
 #include "playlists/ui/frmWLEigenschaften.h"
-#include "tags/TitleFields.h"
 
 #include <QFileDialog>
+#include <QProgressDialog>
 
 namespace kalvo {
 
@@ -22,6 +22,7 @@ const auto listFilter = QStringLiteral("Wiedergabeliste (wil) (*.wil *.WIL)");
 const auto importFilter = QStringLiteral("Playlists (*.m3u *.M3U)");
 const auto otherFilter = QStringLiteral("Weitere Playlists (*.m3u8 *.M3U8 *.pls *.PLS)");
 const auto exportFilter = QStringLiteral("Playliste (m3u) (*.m3u)");
+constexpr int progressDelay = 500; // ms
 const auto otherExportFilter = QStringLiteral("Playliste in UTF-8 (m3u8) (*.m3u8)");
 
 } // namespace
@@ -30,12 +31,11 @@ ListCommands::ListCommands(const Parts& parts)
     : QObject(&parts.window),
       parts_(parts),
       recent_(parts.desk.folder.Path(QStringLiteral("\\Wiedergabeliste\\zuletzt.dll"))),
-      files_(parts_.lists, recent_, parts.desk.clock),
+      files_(parts_.lists, parts_.intake, recent_, parts.desk.clock),
       recentMenu_(new QMenu(QStringLiteral("&Zuletzt geöffnet"), &parts.window)) {
     BuildMenu();
     ConnectLists();
     parts_.undo.Add(parts_.lists.Undo().Stack());
-    parts_.lists.SetRefine([this](PlaylistEntry& entry) { ReadTags(entry); });
 }
 
 template<typename Act>
@@ -64,9 +64,11 @@ void ListCommands::BuildMenu() {
     }
     QAction* properties = Add(QStringLiteral("EigenschaftenWiedergabeliste"), QStringLiteral("&Eigenschaften..."),
                               &ListCommands::EigenschaftenWiedergabeliste, QKeySequence(Qt::ALT | Qt::Key_Return));
-    fullView_ = Add(QStringLiteral("WLVollansicht"), QStringLiteral("&Vollansicht"), &ListCommands::WLVollansicht,
-                    QKeySequence(Qt::CTRL | Qt::Key_L));
+    fullView_ = Add(
+        QStringLiteral("WLVollansicht"), QStringLiteral("&Vollansicht"), [] {}, QKeySequence(Qt::CTRL | Qt::Key_L));
     fullView_->setCheckable(true);
+    parts_.actions.fullViews->addAction(fullView_);
+    connect(fullView_, &QAction::toggled, this, &ListCommands::WLVollansicht); // also when another full view ends it
     recentMenu_->setObjectName(QStringLiteral("ZuletztGeoeffnet"));
     connect(recentMenu_, &QMenu::aboutToShow, this, &ListCommands::FillRecent);
 
@@ -89,6 +91,12 @@ void ListCommands::BuildMenu() {
 void ListCommands::ConnectLists() {
     connect(&parts_.band, &ListBand::FilesDropped, this,
             [this](int player, int row, const QStringList& paths) { files_.Take(player, paths, row); });
+    connect(&parts_.band, &ListBand::TitlesDropped, this,
+            [this](int player, int row, const QList<TitleRecord>& titles) {
+                parts_.intake.AddTitles(player, titles, row);
+            });
+    connect(&parts_.intake, &PlaylistIntake::Progress, this, &ListCommands::ShowProgress);
+    connect(&parts_.intake, &PlaylistIntake::Finished, this, [this] { delete progress_.data(); });
     auto* drop = new FileDrop(parts_.window);
     // Questions open only when the drag is over: the other program waits for its end.
     connect(drop, &FileDrop::Dropped, this, &ListCommands::Take, Qt::QueuedConnection);
@@ -117,7 +125,7 @@ void ListCommands::m3uHinzufuegen() {
     const QString path =
         AskPath(false, QStringLiteral("Playlist Öffnen"), {importFilter, otherFilter}, QStringLiteral("m3u"));
     if (!path.isEmpty())
-        files_.Import(parts_.lists.ActiveList(), path);
+        Take({path});
 }
 
 void ListCommands::m3uSpeichern() {
@@ -131,21 +139,23 @@ void ListCommands::m3uSpeichern() {
 }
 
 QString ListCommands::AskPath(bool saves, const QString& title, const QStringList& filters, const QString& ending) {
-    const QString start = folder_.isEmpty() ? parts_.desk.folder.Path(QStringLiteral("\\Wiedergabeliste\\")) : folder_;
-    QFileDialog dialog(&parts_.window, title, start);
+    const bool isOwn = ending == QLatin1String("wil");
+    const QString own = parts_.desk.folder.Path(QStringLiteral("\\Wiedergabeliste\\"));
+    QFileDialog dialog(&parts_.window, title, isOwn || folder_.isEmpty() ? own : folder_);
     dialog.setNameFilters(filters);
     dialog.setDefaultSuffix(ending);
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     // A ".wil" has a question of its own when it exists.
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, ending == QLatin1String("wil"));
-    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
-        dialog.setDefaultSuffix(filter == otherExportFilter ? QStringLiteral("m3u8") : QStringLiteral("m3u"));
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, isOwn);
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog, ending](const QString& filter) {
+        dialog.setDefaultSuffix(filter == otherExportFilter ? QStringLiteral("m3u8") : ending);
     });
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const QString path = dialog.selectedFiles().value(0);
-    folder_ = ending == QLatin1String("wil") ? QString() : FileName::Folder(path);
+    if (!isOwn)
+        folder_ = FileName::Folder(path);
     return path;
 }
 
@@ -180,21 +190,20 @@ void ListCommands::WLVollansicht(bool on) {
     parts_.archive.setVisible(!on);
 }
 
-/** With `ID3WL` on, what files and playlists bring takes its texts from the tags; else only a missing duration. */
-void ListCommands::ReadTags(PlaylistEntry& entry) {
-    const bool takesTexts = parts_.desk.settings.GetSwitch(QStringLiteral("Mixer"), QStringLiteral("ID3WL"), false);
-    if (!takesTexts && !entry.duration.isEmpty())
-        return;
-    std::optional<TitleRecord> fields = parts_.desk.archive.FindByPath(entry.path);
-    if (!fields || takesTexts)
-        fields = ReadTitleFields(parts_.desk.tags, entry.path);
-    if (!fields)
-        return;
-    entry.duration = fields->Zeit;
-    if (takesTexts && !fields->Titel.isEmpty()) {
-        entry.title = fields->Titel;
-        entry.artist = fields->Interpret;
+/** Seen only when it takes its time; the desk goes on meanwhile. */
+void ListCommands::ShowProgress(int done, int total) {
+    if (!progress_) {
+        progress_ = new QProgressDialog(QStringLiteral("Die Titel werden gelesen..."), QStringLiteral("Abbrechen"), 0,
+                                        0, &parts_.window);
+        progress_->setObjectName(QStringLiteral("frmFortschritt"));
+        progress_->setWindowTitle(QStringLiteral("Titel hinzufügen"));
+        progress_->setAttribute(Qt::WA_ShowWithoutActivating); // the keys stay the players'
+        progress_->setAutoReset(false);
+        progress_->setMinimumDuration(progressDelay);
+        connect(progress_, &QProgressDialog::canceled, &parts_.intake, &PlaylistIntake::Cancel);
     }
+    progress_->setMaximum(total);
+    progress_->setValue(done);
 }
 
 } // namespace kalvo

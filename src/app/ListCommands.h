@@ -9,6 +9,7 @@
 
 class QAction;
 class QMenu;
+class QProgressDialog;
 class QWidget;
 
 namespace kalvo {
@@ -26,6 +27,7 @@ public:
     struct Parts {
         Desk& desk;
         PlaylistActions& lists;
+        PlaylistIntake& intake;
         DeskActions& actions;
         ListBand& band;
         UndoCommands& undo;
@@ -52,7 +54,7 @@ private:
     void AddFromPlayer(int player);
     void WLVollansicht(bool on);
     void ConnectLists();
-    void ReadTags(PlaylistEntry& entry);
+    void ShowProgress(int done, int total);
     QString AskPath(bool saves, const QString& title, const QStringList& filters, const QString& ending);
 
     Parts parts_;
@@ -61,7 +63,8 @@ private:
     QMenu* recentMenu_;
     QAction* fullView_ = nullptr;
     std::array<QAction*, 2> fromPlayer_{};
-    QString folder_; ///< where a file dialog was last, "" for the playlists' own folder
+    QString folder_; ///< where a dialog for M3U files was last; "" at first
+    QPointer<QProgressDialog> progress_;
 };
 
 } // namespace kalvo

@@ -96,7 +96,10 @@ void SessionMemory::Record() {
     }
 }
 
-/** Entries in the journal win over the playlist file at the next start: it must never be the older of the two. */
+/**
+ * Entries in the journal win over the playlist file at the next start: it must never be the older of the two. The
+ * keeper has it flushed before it writes.
+ */
 void SessionMemory::Checkpoint() {
     if (left_) {
         left_->lists[0].unsaved = desk_.list1.Entries();
@@ -105,7 +108,6 @@ void SessionMemory::Checkpoint() {
     } else if (timer_.isActive()) {
         Record();
     }
-    writer_.Flush();
 }
 
 void SessionMemory::End() {

@@ -16,7 +16,7 @@ namespace kalvo {
  * Of several contents given for one file before its turn only the last is written. What fails is passed over: the next
  * content comes soon. The destructor writes what is still waiting.
  *
- * UI thread: Write, Remove, Flush. Writer thread: the disk. `mutex_` guards all that both touch.
+ * UI thread: Write, Remove. Any thread: Flush. Writer thread: the disk. `mutex_` guards all that both touch.
  */
 class BackgroundWriter {
 public:

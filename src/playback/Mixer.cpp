@@ -154,6 +154,7 @@ void Mixer::FadeTo(int player, int selectedRow) {
         Play(player, selectedRow);
     }
     fader_.FadeTowards(player);
+    Q_EMIT FadedTo(player);
 }
 
 void Mixer::StepFade() {

@@ -101,6 +101,8 @@ Q_SIGNALS:
     void PlayerChanged(int player);
     void FaderMoved(int position);
     void HandOverBegan(int target);
+    /** A fade by hand towards a player that plays, or is opening its file. */
+    void FadedTo(int player);
     /** A title has been loaded and started from its list; the entry is current. byHand: not by the next-title rule. */
     void TitleStarted(int player, int row, bool byHand);
     void OptionsChanged();

@@ -79,7 +79,7 @@ bool Mixer::ResumeTitle(int player, const DeckTitle& title, double second, bool 
     }
     layer_.SetPositionSeconds(player, second);
     layer_.Audio().StreamPlay(layer_.Record(player).stream, false);
-    layer_.Record(player).state = PlayState::Counted;
+    layer_.Record(player).state = PlayState::Counted; // when it was first started
     if (paused) {
         layer_.Audio().ChannelPause(layer_.Record(player).stream);
         Q_EMIT PlayerChanged(player);
@@ -183,7 +183,6 @@ void Mixer::StartStream(int player) {
         layer_.SetPositionSeconds(player, cue);
     }
     layer_.Audio().StreamPlay(layer_.Record(player).stream, false);
-    layer_.Record(player).state = PlayState::Counted;
     NoteStarted(player);
 }
 

@@ -41,6 +41,7 @@ PlayCounter::PlayCounter(Mixer& mixer, Playlist& first, Playlist& second, Books 
     connect(&mixer, &Mixer::TitleStarted, this, [this, &first, &second](int player, int row, bool byHand) {
         TitleStarted(player, (player == 2 ? second : first).At(row), byHand);
     });
+    connect(&mixer, &Mixer::FadedTo, this, &PlayCounter::FadedTo);
     connect(&mixer, &Mixer::PlayerChanged, this, &PlayCounter::EndIfStopped);
 }
 
@@ -50,15 +51,15 @@ PlayCounter::~PlayCounter() {
 }
 
 void PlayCounter::StopTimer3() {
-    for (std::optional<Heard>& heard : heard_) {
-        if (heard)
-            heard->isDue = false;
+    for (OnPlayer& player : players_) {
+        if (player.heard)
+            player.heard->isDue = false;
     }
 }
 
 void PlayCounter::Tick() {
     for (const int player : {1, 2}) {
-        std::optional<Heard>& heard = On(player);
+        std::optional<Heard>& heard = On(player).heard;
         if (!heard || mixer_.Activity(player) != audio::Activity::Playing)
             continue;
         ++heard->seconds;
@@ -78,14 +79,22 @@ void PlayCounter::TitleStarted(int player, const PlaylistEntry& entry, bool byHa
                    static_cast<int>(std::lround(mixer_.Title(player).length)),
                    -1,
                    entry.path};
-    On(player) = heard;
+    On(player).heard = heard;
     timer3_.start();
-    if (!byHand)
-        Count(*On(player));
+    if (std::exchange(On(player).fadedTo, false) || !byHand)
+        Count(*On(player).heard);
+}
+
+void PlayCounter::FadedTo(int player) {
+    std::optional<Heard>& heard = On(player).heard;
+    if (heard && !heard->isCounted && heard->isDue)
+        Count(*heard);
+    On(player).fadedTo = mixer_.IsOpening(player);
 }
 
 void PlayCounter::Count(Heard& heard) {
     heard.isCounted = true;
+    mixer_.Layer().Record(heard.title.player).state = PlayState::Counted;
     const PlayedTitle& title = heard.title;
     const PlaySource source = title.player == 2 ? PlaySource::Player2 : PlaySource::Player1;
     if (!books_.charts.Count(source, title.path, title.title, title.artist, clock_.Now()))
@@ -93,7 +102,7 @@ void PlayCounter::Count(Heard& heard) {
     if (!books_.evening.Write(title))
         Q_EMIT Told(QStringLiteral("Der Verlauf des Abends konnte nicht geschrieben werden."));
     Stamp(heard);
-    Q_EMIT Counted();
+    Q_EMIT Counted(title);
 }
 
 /** An archive that cannot be searched or written now is passed over. */
@@ -106,20 +115,22 @@ void PlayCounter::Stamp(const Heard& heard) {
 }
 
 void PlayCounter::EndIfStopped(int player) {
-    if (mixer_.Activity(player) == audio::Activity::Stopped)
-        End(player);
+    if (mixer_.Activity(player) != audio::Activity::Stopped)
+        return;
+    End(player);
+    On(player).fadedTo = On(player).fadedTo && mixer_.IsOpening(player);
 }
 
 void PlayCounter::End(int player) {
-    const std::optional<Heard> heard = std::exchange(On(player), std::nullopt);
-    if (!heard_[0] && !heard_[1])
+    const std::optional<Heard> heard = std::exchange(On(player).heard, std::nullopt);
+    if (!players_[0].heard && !players_[1].heard)
         timer3_.stop();
     if (!heard || !heard->isCounted)
         return;
     PlayedTitle title = heard->title;
     title.played = heard->seconds;
     books_.evening.Write(title);
-    Q_EMIT Counted();
+    Q_EMIT Ended();
 }
 
 } // namespace kalvo

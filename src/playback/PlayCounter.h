@@ -19,8 +19,9 @@ struct PlaylistEntry;
 
 /**
  * Counts what the players play: in the charts, as the last-played stamp of the archive's title, and in the history of
- * the evening. A title that its player took by the next-title rule counts at once, one that was started by hand from a
- * list after ten seconds of sound; once per load. `Timer3` ticks every second while a player has a title. UI thread.
+ * the evening. A title that its player took by the next-title rule counts at once, and so does one that is faded to by
+ * hand; one that was started by hand from a list counts after ten seconds of sound. Once per load: the player's record
+ * then says `Counted`. `Timer3` ticks every second while a player has a title. UI thread.
  */
 class PlayCounter : public QObject {
     Q_OBJECT
@@ -46,7 +47,9 @@ public:
 
 Q_SIGNALS:
     /** A play is in the books. */
-    void Counted();
+    void Counted(const PlayedTitle& title);
+    /** A counted title has ended: the history now tells how long it was heard. */
+    void Ended();
     /** German, for the status line: a book could not be written. */
     void Told(const QString& message);
 
@@ -57,9 +60,14 @@ private:
         bool isDue = true; ///< counts when it has been heard long enough
         int seconds = 0;
     };
+    struct OnPlayer {
+        std::optional<Heard> heard;
+        bool fadedTo = false; ///< while its file was opening
+    };
 
-    std::optional<Heard>& On(int player) { return heard_.at(static_cast<std::size_t>(player - 1)); }
+    OnPlayer& On(int player) { return players_.at(static_cast<std::size_t>(player - 1)); }
     void TitleStarted(int player, const PlaylistEntry& entry, bool byHand);
+    void FadedTo(int player);
     void Count(Heard& heard);
     void Stamp(const Heard& heard);
     void EndIfStopped(int player);
@@ -69,7 +77,7 @@ private:
     Books books_;
     const Clock& clock_;
     QTimer timer3_;
-    std::array<std::optional<Heard>, 2> heard_;
+    std::array<OnPlayer, 2> players_;
 };
 
 } // namespace kalvo

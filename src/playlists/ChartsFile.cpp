@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <array>
@@ -183,11 +184,28 @@ QList<ChartEntry> ChartsFile::Entries() const {
     return entries;
 }
 
+std::optional<ChartEntry> ChartsFile::FindEntry(const QString& path, const QString& title) {
+    Prepare();
+    const int number = Find(path, title);
+    const std::optional<Record> record = number > 0 ? records_.Read(number) : std::nullopt;
+    return record ? std::optional(EntryOf(*record, number)) : std::nullopt;
+}
+
+bool ChartsFile::MayBeCut(const ChartEntry& entry) {
+    constexpr int longestCharacter = 4; // bytes: a cut never splits one
+    return AnsiText::Encode(entry.path).size() > pathWidth - longestCharacter;
+}
+
+bool ChartsFile::IsRecordOf(const ChartEntry& entry, const QString& path, const QString& title) {
+    return entry.path == Stored(path, pathWidth) && entry.title == Stored(title, titleWidth);
+}
+
 bool ChartsFile::Remove(const QList<int>& numbers) {
+    const QSet<int> removed(numbers.begin(), numbers.end());
     const std::vector<Record> records = records_.ReadAll();
     std::vector<Record> kept;
     for (std::size_t place = 0; place < records.size(); ++place) {
-        if (!numbers.contains(static_cast<int>(place) + 1))
+        if (!removed.contains(static_cast<int>(place) + 1))
             kept.push_back(records[place]);
     }
     return records_.WriteAll(kept);

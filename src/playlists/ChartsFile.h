@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QList>
 
+#include <optional>
+
 namespace kalvo {
 
 /** Through what a title was heard. */
@@ -56,6 +58,12 @@ public:
 
     /** In the file's order; empty when it is missing or cannot be read. */
     QList<ChartEntry> Entries() const;
+    /** That of a title; no value when it was never counted. The title tells paths apart that are too long. */
+    std::optional<ChartEntry> FindEntry(const QString& path, const QString& title);
+    /** Whether the entry's path may be the beginning of a longer one. */
+    static bool MayBeCut(const ChartEntry& entry);
+    /** Whether a title of this path would be counted in this entry; both are compared as far as their fields reach. */
+    static bool IsRecordOf(const ChartEntry& entry, const QString& path, const QString& title);
     /** Titles in the file. */
     int Size() const { return records_.Count(); }
     /** Rewrites the file without these records. False when that failed; the file is as before then. */

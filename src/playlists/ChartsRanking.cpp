@@ -4,7 +4,7 @@
 #include "base/ValueFile.h"
 
 #include <algorithm>
-#include <tuple>
+#include <utility>
 
 namespace kalvo {
 
@@ -12,23 +12,39 @@ namespace {
 
 constexpr int defaultLimit = 200;
 
-} // namespace
-
-ChartsRanking ChartsRanking::Of(QList<ChartEntry> all, int limit) {
-    std::stable_sort(all.begin(), all.end(), [](const ChartEntry& left, const ChartEntry& right) {
-        if (left.total != right.total)
-            return left.total > right.total;
-        if (left.sortable != right.sortable)
-            return left.sortable > right.sortable;
-        return left.title.compare(right.title, Qt::CaseInsensitive) < 0;
-    });
-    const int count = static_cast<int>(all.size());
-    return {limit > 0 ? all.mid(0, limit) : all, count};
+bool IsAhead(const ChartEntry& left, const ChartEntry& right) {
+    if (left.total != right.total)
+        return left.total > right.total;
+    if (left.sortable != right.sortable)
+        return left.sortable > right.sortable;
+    if (const int order = left.title.compare(right.title, Qt::CaseInsensitive); order != 0)
+        return order < 0;
+    return left.number < right.number;
 }
 
-QString ChartsRanking::Caption(int titleCount, int limit) {
-    return QStringLiteral("Kalvo - Charts  << Titelanzahl: ") + QString::number(titleCount) +
-           QStringLiteral(" >>  << Titelbegrenzung: ") + QString::number(limit) + QStringLiteral(" >>");
+} // namespace
+
+ChartsRanking::ChartsRanking(QList<ChartEntry> all, int limit) : entries_(std::move(all)), limit_(limit) {
+    std::sort(entries_.begin(), entries_.end(), IsAhead);
+}
+
+ChartsRanking::Move ChartsRanking::Take(const ChartEntry& entry) {
+    Move move;
+    const auto old = std::find_if(entries_.cbegin(), entries_.cend(),
+                                  [&entry](const ChartEntry& one) { return one.number == entry.number; });
+    if (old != entries_.cend()) {
+        move.from = old - entries_.cbegin();
+        entries_.erase(old);
+    }
+    const auto place = std::lower_bound(entries_.cbegin(), entries_.cend(), entry, IsAhead);
+    move.to = place - entries_.cbegin();
+    entries_.insert(place, entry);
+    return move;
+}
+
+QString ChartsRanking::Caption() const {
+    return QStringLiteral("Kalvo - Charts  << Titelanzahl: ") + QString::number(Titles()) +
+           QStringLiteral(" >>  << Titelbegrenzung: ") + QString::number(limit_) + QStringLiteral(" >>");
 }
 
 QStringList ChartsRanking::Headers() {
@@ -38,7 +54,7 @@ QStringList ChartsRanking::Headers() {
 }
 
 QStringList ChartsRanking::Row(qsizetype place) const {
-    const ChartEntry& entry = entries.at(place);
+    const ChartEntry& entry = entries_.at(place);
     return {QString::number(place + 1),
             entry.artist,
             entry.title,
@@ -51,7 +67,7 @@ QStringList ChartsRanking::Row(qsizetype place) const {
 
 QByteArray ChartsRanking::Csv() const {
     QList<QStringList> rows{Headers()};
-    for (qsizetype place = 0; place < entries.size(); ++place)
+    for (qsizetype place = 0; place < Shown(); ++place)
         rows.append(Row(place));
     return CsvText::Document(rows);
 }

@@ -7,17 +7,6 @@
 
 namespace kalvo {
 
-namespace {
-
-qint64 SecondsFrom(const Playlist& list, int row) {
-    qint64 seconds = 0;
-    for (; row < list.Count(); ++row)
-        seconds += DurationSeconds(list.At(row).duration);
-    return seconds;
-}
-
-} // namespace
-
 QString ListCaption(int number, int selectedRow, int count, const QString& playlistName) {
     return QStringLiteral("Player ") + QString::number(number) + QStringLiteral("       ") +
            QString::number(selectedRow + 1) + QStringLiteral(". von ") + QString::number(count) +
@@ -35,11 +24,24 @@ int DurationSeconds(const QString& duration) {
 }
 
 qint64 TotalSeconds(const Playlist& list) {
-    return SecondsFrom(list, 0);
+    qint64 seconds = 0;
+    for (const PlaylistEntry& entry : list.Entries())
+        seconds += DurationSeconds(entry.duration);
+    return seconds;
 }
 
-qint64 RemainingSeconds(const Playlist& list) {
-    return SecondsFrom(list, list.CurrentRow() + 1);
+QList<int> ComingSeconds(const Playlist& list) {
+    QList<int> seconds;
+    int last = list.CurrentRow();
+    for (int row = 0; row < list.Count(); ++row) {
+        if (list.At(row).icon == EntryIcon::PlayNext) {
+            seconds.append(DurationSeconds(list.At(row).duration));
+            last = row;
+        }
+    }
+    for (int row = last + 1; row < list.Count(); ++row)
+        seconds.append(DurationSeconds(list.At(row).duration));
+    return seconds;
 }
 
 QString HoursText(qint64 seconds) {

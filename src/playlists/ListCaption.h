@@ -17,8 +17,11 @@ int DurationSeconds(const QString& duration);
 
 /** Sum of all durations in seconds; unknown ones count nothing. */
 qint64 TotalSeconds(const Playlist& list);
-/** The same over the entries behind the red one, over all when none is red. What its player still plays comes on top.*/
-qint64 RemainingSeconds(const Playlist& list);
+/**
+ * Durations of the titles that the list will still give, in the order of the next-title rule: the marked ones, then
+ * those behind the last of them or behind the red one. What its player has now is not among them.
+ */
+QList<int> ComingSeconds(const Playlist& list);
 
 /** "00:58:12", hours as many digits as needed. */
 QString HoursText(qint64 seconds);

@@ -1,12 +1,5 @@
 #include "playlists/PlaylistActions.h"
 
-#include "base/FileName.h"
-#include "playlists/DisplayName.h"
-
-#include <QDirIterator>
-#include <QFileInfo>
-#include <QSet>
-
 #include <algorithm>
 #include <array>
 
@@ -61,29 +54,6 @@ QList<int> RowsNow(const Playlist& list, const QList<DraggedEntry>& dragged) {
     return rows;
 }
 
-void AppendMusicBelow(const QString& folder, QStringList& files) {
-    QStringList found;
-    QDirIterator walk(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        const QString path = walk.next();
-        if (FileName::IsMusic(path))
-            found.append(path);
-    }
-    found.sort(Qt::CaseInsensitive);
-    files += found;
-}
-
-QStringList MusicFiles(const QStringList& paths) {
-    QStringList files;
-    for (const QString& path : paths) {
-        if (QFileInfo(path).isDir())
-            AppendMusicBelow(path, files);
-        else if (FileName::IsMusic(path))
-            files.append(path);
-    }
-    return files;
-}
-
 } // namespace
 
 /** A list that titles are added to: they are gathered, so that thousands are one change. */
@@ -110,14 +80,14 @@ struct PlaylistActions::Target {
     QList<PlaylistEntry> gathered;
 };
 
-PlaylistActions::PlaylistActions(Playlist& first, Playlist& second, PlaylistQuestions& questions, Exists exists)
-    : first_(first), second_(second), questions_(questions), undo_(first, second), exists_(std::move(exists)) {}
+PlaylistActions::PlaylistActions(Playlist& first, Playlist& second, PlaylistQuestions& questions)
+    : first_(first), second_(second), questions_(questions), undo_(first, second) {}
 
-void PlaylistActions::AddTitles(int number, const QList<TitleRecord>& titles, int row) {
+void PlaylistActions::AddTitles(int number, const QList<TitleRecord>& titles, const QSet<QString>& missing, int row) {
     const ListUndo::Step step(undo_, QStringLiteral("Titel hinzufügen"));
     Target target(List(number), row);
     for (const TitleRecord& title : titles) {
-        const bool exists = exists_(title.Pfad);
+        const bool exists = !missing.contains(title.Pfad);
         if (!exists || target.held.contains(title.Pfad)) {
             target.Flush();
             const ListUndo::Pause pause(undo_);
@@ -131,12 +101,12 @@ void PlaylistActions::AddTitles(int number, const QList<TitleRecord>& titles, in
     target.Flush();
 }
 
-void PlaylistActions::Distribute(const QList<TitleRecord>& titles) {
+void PlaylistActions::Distribute(const QList<TitleRecord>& titles, const QSet<QString>& missing) {
     const ListUndo::Step step(undo_, QStringLiteral("Titel verteilen"));
     std::array<Target, 2> targets{Target(first_, -1), Target(second_, -1)};
     std::size_t toggle = 1;
     for (const TitleRecord& title : titles) {
-        if (!exists_(title.Pfad))
+        if (missing.contains(title.Pfad))
             continue;
         toggle = 1 - toggle;
         Target& target = targets.at(toggle);
@@ -171,13 +141,7 @@ void PlaylistActions::AddFromPlayer(int number, const QString& title, const QStr
         AddEntries(number, {{title, artist, duration, {}, {}, path}});
 }
 
-void PlaylistActions::AddEntries(int number, QList<PlaylistEntry> entries, int row) {
-    for (PlaylistEntry& entry : entries) {
-        if (refine_)
-            refine_(entry);
-        if (entry.duration.isEmpty())
-            entry.duration = QStringLiteral("0");
-    }
+void PlaylistActions::AddEntries(int number, const QList<PlaylistEntry>& entries, int row) {
     const ListUndo::Step step(undo_, QStringLiteral("Titel hinzufügen"));
     InsertOrAppend(List(number), row, entries);
 }
@@ -234,21 +198,6 @@ void PlaylistActions::DropEntries(int target, int row, const QList<DraggedEntry>
     List(target).Insert(row, entries);
     if (source != 0)
         List(source).Remove(rows);
-}
-
-int PlaylistActions::DropFiles(int target, int row, const QStringList& paths) {
-    QList<PlaylistEntry> entries;
-    const QStringList files = MusicFiles(paths);
-    for (const QString& path : files) {
-        entries.append(EntryFromFile(path));
-        entries.back().duration.clear(); // to be found out
-    }
-    AddEntries(target, entries, row);
-    return static_cast<int>(entries.size());
-}
-
-bool PlaylistActions::FileExists(const QString& path) {
-    return QFileInfo(path).isFile();
 }
 
 void PlaylistActions::TellMissing(const QString& path) {

@@ -4,9 +4,7 @@
 #include "playlists/PlaylistQuestions.h"
 #include "tags/TitleRecord.h"
 
-#include <QStringList>
-
-#include <functional>
+#include <QSet>
 
 namespace kalvo {
 
@@ -17,20 +15,14 @@ struct DraggedEntry {
 };
 
 /**
- * What the commands do with the two lists; each is one step of undo. Lists are named by their number, 1 or 2; rows
- * count from 0 and may have become invalid, since a list goes on while a question is open. UI thread.
+ * What the commands do with the two lists; each is one step of undo. Asks no disk: see PlaylistIntake. Lists are named
+ * by their number, 1 or 2; rows count from 0 and may have become invalid, since a list goes on while a question is
+ * open. UI thread.
  */
 class PlaylistActions {
 public:
-    using Exists = std::function<bool(const QString& path)>;
-    /** Gives a file's entry better texts, those of its tags; an empty duration is wanted in any case. */
-    using Refine = std::function<void(PlaylistEntry& entry)>;
-
     /** Lists and questions outlive this. */
-    PlaylistActions(Playlist& first, Playlist& second, PlaylistQuestions& questions, Exists exists = FileExists);
-
-    /** Absent by default: entries of files keep what their names say. */
-    void SetRefine(Refine refine) { refine_ = std::move(refine); }
+    PlaylistActions(Playlist& first, Playlist& second, PlaylistQuestions& questions);
 
     ListUndo& Undo() { return undo_; }
     PlaylistQuestions& Questions() { return questions_; }
@@ -41,11 +33,12 @@ public:
 
     /**
      * Titles of the archive, each with its questions: a missing file is told and skipped; one that is in the list
-     * already is asked about, and only "Nein" skips it. row: before which to put them, -1 appends.
+     * already is asked about, and only "Nein" skips it. missing: paths without a file. row: before which to put them,
+     * -1 appends.
      */
-    void AddTitles(int number, const QList<TitleRecord>& titles, int row = -1);
+    void AddTitles(int number, const QList<TitleRecord>& titles, const QSet<QString>& missing, int row = -1);
     /** One after the other over both lists, the first to list 1; missing files are skipped silently. */
-    void Distribute(const QList<TitleRecord>& titles);
+    void Distribute(const QList<TitleRecord>& titles, const QSet<QString>& missing);
     /** Moves rows of the other list to the end of list `target`. */
     void MoveToList(int target, QList<int> rows);
     /** The title that is on a player. Nothing without a path. */
@@ -63,20 +56,16 @@ public:
     /** Asks first; only "Ja" clears the active list. Whether it did. */
     bool RemoveAll();
     /** Entries of a playlist file, without a question. row: before which to put them, -1 appends. */
-    void AddEntries(int number, QList<PlaylistEntry> entries, int row = -1);
+    void AddEntries(int number, const QList<PlaylistEntry>& entries, int row = -1);
 
     /**
      * Entries dropped before `row` of list `target`. source: the list they come from and leave, 0 for a copy. Those
      * that have left it meanwhile are not dropped either.
      */
     void DropEntries(int target, int row, const QList<DraggedEntry>& dragged, int source);
-    /** Files and folders, these with all below them; only ".mp3" and ".ogg" are taken; row -1 appends. Gives how many.
-     */
-    int DropFiles(int target, int row, const QStringList& paths);
 
 private:
     struct Target;
-    static bool FileExists(const QString& path);
     void TellMissing(const QString& path);
     bool WantsDuplicate(Target& target, const TitleRecord& title);
 
@@ -84,8 +73,6 @@ private:
     Playlist& second_;
     PlaylistQuestions& questions_;
     ListUndo undo_;
-    Exists exists_;
-    Refine refine_;
     int active_ = 1;
 };
 

@@ -3,23 +3,19 @@
 #include "base/AtomicFile.h"
 #include "base/FileName.h"
 #include "playlists/ListCaption.h"
-#include "playlists/M3uReader.h"
 #include "playlists/PlaylistFile.h"
-
-#include <QFile>
 
 namespace kalvo {
 
 namespace {
 
 const auto appendCaption = QStringLiteral("Anhängen");
-/** A playlist is some kilobytes; what is much larger is something else. */
-constexpr qint64 maximumFileSize = 64 * 1024 * 1024;
 
 } // namespace
 
-PlaylistFileActions::PlaylistFileActions(PlaylistActions& lists, RecentFiles& recent, const Clock& clock)
-    : lists_(lists), recent_(recent), clock_(clock) {}
+PlaylistFileActions::PlaylistFileActions(PlaylistActions& lists, PlaylistIntake& intake, RecentFiles& recent,
+                                         const Clock& clock)
+    : lists_(lists), intake_(intake), recent_(recent), clock_(clock) {}
 
 void PlaylistFileActions::Open(const QString& path) {
     PlaylistFile::Lists read;
@@ -80,32 +76,24 @@ void PlaylistFileActions::Save(const QString& path) {
     recent_.Add(path);
 }
 
-void PlaylistFileActions::Import(int number, const QString& path, int row) {
-    QFile file(path);
-    QList<PlaylistEntry> entries;
-    if (file.open(QIODevice::ReadOnly) && file.size() <= maximumFileSize)
-        entries = ReadM3u(file.readAll(), path);
-    if (entries.isEmpty()) {
-        lists_.Questions().Tell(QStringLiteral("Keine gültige m3u Datei!"));
-        recent_.Remove(path);
-        return;
-    }
-    lists_.AddEntries(number, entries, row);
-    recent_.Add(path);
-}
-
 void PlaylistFileActions::Take(int number, const QStringList& paths, int row) {
-    QStringList music;
+    QStringList files;
     for (const QString& path : paths) {
         if (path.endsWith(QLatin1String(".wil"), Qt::CaseInsensitive))
             Open(path);
-        else if (IsM3uName(path))
-            Import(number, path, row);
         else
-            music.append(path);
+            files.append(path);
     }
-    if (!music.isEmpty())
-        lists_.DropFiles(number, row, music);
+    if (files.isEmpty())
+        return;
+    intake_.AddFiles(number, files, row, [this](const GatheredFiles& gathered) {
+        for (const QString& path : gathered.unusable) {
+            lists_.Questions().Tell(QStringLiteral("Keine gültige m3u Datei!"));
+            recent_.Remove(path);
+        }
+        for (const QString& path : gathered.playlists)
+            recent_.Add(path);
+    });
 }
 
 void PlaylistFileActions::Export(const QString& path, const TitleLength& length) {

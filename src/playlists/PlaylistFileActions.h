@@ -2,7 +2,7 @@
 
 #include "base/Clock.h"
 #include "playlists/M3uWriter.h"
-#include "playlists/PlaylistActions.h"
+#include "playlists/PlaylistIntake.h"
 #include "playlists/RecentFiles.h"
 
 namespace kalvo {
@@ -14,21 +14,24 @@ namespace kalvo {
 class PlaylistFileActions {
 public:
     /** All outlive this. */
-    PlaylistFileActions(PlaylistActions& lists, RecentFiles& recent, const Clock& clock);
+    PlaylistFileActions(PlaylistActions& lists, PlaylistIntake& intake, RecentFiles& recent, const Clock& clock);
 
     /** Both lists from a ".wil" file; asks whether to append when one of them has entries. */
     void Open(const QString& path);
     /** Both lists into a ".wil" file; asks whether to append when it exists. */
     void Save(const QString& path);
-    /** The titles of an M3U or PLS file into the list, before `row`, -1: at its end. */
-    void Import(int number, const QString& path, int row = -1);
-    /** Both kinds of playlist files, music files and folders, in this order, as dropped or given at the start. */
+    /**
+     * What was dropped, chosen or given at the start: ".wil" files are opened, then the titles of M3U and PLS files,
+     * music files and folders go into the list in the given order, before `row`, -1: at its end. A playlist without a
+     * usable title is told.
+     */
     void Take(int number, const QStringList& paths, int row = -1);
     /** The active list as extended M3U; nothing is written when a length had no value. */
     void Export(const QString& path, const TitleLength& length);
 
 private:
     PlaylistActions& lists_;
+    PlaylistIntake& intake_;
     RecentFiles& recent_;
     const Clock& clock_;
 };

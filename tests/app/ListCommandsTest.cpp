@@ -115,8 +115,15 @@ TEST_F(ListCommandsTest, TheFullViewLeavesThePlayers) {
     Action("WLVollansicht")->trigger();
     EXPECT_FALSE(archive->isVisible());
     EXPECT_TRUE(window.findChild<QWidget*>(QStringLiteral("cmdPlay1"))->isVisible());
+    const auto* list = window.findChild<QWidget*>(QStringLiteral("List1"));
+    Action("MAVollansicht")->trigger();
+    EXPECT_TRUE(archive->isVisible() && !list->isVisible()) << "one full view ends the other";
+    EXPECT_FALSE(Action("WLVollansicht")->isChecked());
     Action("WLVollansicht")->trigger();
-    EXPECT_TRUE(archive->isVisible());
+    EXPECT_TRUE(!archive->isVisible() && list->isVisible());
+    Action("Schnellsuche")->trigger();
+    EXPECT_TRUE(archive->isVisible() && list->isVisible()) << "who searches wants to see the archive";
+    EXPECT_FALSE(Action("WLVollansicht")->isChecked());
 }
 
 TEST_F(ListCommandsTest, WhatIsPlayedShowsInItsWindows) {
@@ -130,7 +137,7 @@ TEST_F(ListCommandsTest, WhatIsPlayedShowsInItsWindows) {
     window.findChild<frmCharts*>()->AllesMarkieren();
     AnswerNext(QStringLiteral("Ja"));
     Action("TitelInPlayer1Wiedergeben")->trigger();
-    EXPECT_EQ(desk.list1.Count(), 4) << "asked, since it is in the list already";
+    EXPECT_TRUE(test::WaitUntil([this] { return desk.list1.Count() == 4; })) << "asked, since it is there already";
     Action("TitelVonPlayer1Hinzufuegen")->trigger();
     EXPECT_EQ(desk.list1.At(4).duration, QStringLiteral("01:00"));
 }

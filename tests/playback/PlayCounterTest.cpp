@@ -108,6 +108,30 @@ TEST_F(PlayCounterTest, AStartByHandCountsAfterTenSeconds) {
     EXPECT_EQ(Charts(), "a-60:2,0 ") << "b was given up before";
 }
 
+TEST_F(PlayCounterTest, TheFadeButtonCountsAtOnce) {
+    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
+    Fill(list2, {QStringLiteral("c-60")});
+    list2.SetCurrent(0);
+    mixer->PlayRow(1, 0);
+    EXPECT_EQ(layer->Record(1).state, PlayState::Empty) << "not counted yet";
+    mixer->FadeTo(2, -1);
+    EXPECT_EQ(Charts(), "c-60:0,1 ");
+    EXPECT_EQ(layer->Record(2).state, PlayState::Counted);
+    mixer->FadeTo(2, -1);
+    mixer->FadeTo(1, -1);
+    EXPECT_EQ(Charts(), "c-60:0,1 a-60:1,0 ") << "once per load";
+    Seconds(20);
+    EXPECT_EQ(Charts(), "c-60:0,1 a-60:1,0 ");
+    mixer->Stop(1);
+    EXPECT_EQ(layer->Record(1).state, PlayState::Empty);
+    Fill(list1, {QStringLiteral("slow-60")});
+    list1.SetCurrent(2);
+    mixer->FadeTo(1, -1);
+    EXPECT_EQ(charts.Size(), 2);
+    Seconds(4);
+    EXPECT_EQ(charts.Size(), 3) << "as soon as its file is open";
+}
+
 TEST_F(PlayCounterTest, PreListeningSwitchesTheTimerOff) {
     Fill(list1, {QStringLiteral("a-60")});
     mixer->PlayRow(1, 0);

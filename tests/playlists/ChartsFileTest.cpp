@@ -97,7 +97,13 @@ TEST_F(ChartsFileTest, ALongPathIsFoundByWhatFits) {
     ASSERT_TRUE(Count(PlaySource::Player1, (longPath + "2.mp3").c_str(), "Zwei"));
     ASSERT_TRUE(Count(PlaySource::Player1, (longPath + "1.mp3").c_str(), "Eins"));
     ASSERT_EQ(charts.Entries().size(), 2);
-    EXPECT_EQ(charts.Entries().front().total, 2);
+    const ChartEntry entry = charts.Entries().front();
+    EXPECT_EQ(entry.total, 2);
+    EXPECT_TRUE(ChartsFile::MayBeCut(entry));
+    EXPECT_TRUE(ChartsFile::IsRecordOf(entry, QString::fromStdString(longPath + "1.mp3"), QStringLiteral("Eins")));
+    EXPECT_FALSE(ChartsFile::IsRecordOf(entry, QString::fromStdString(longPath + "2.mp3"), QStringLiteral("Zwei")));
+    EXPECT_EQ(charts.FindEntry(QString::fromStdString(longPath + "2.mp3"), QStringLiteral("Zwei"))->number, 2);
+    EXPECT_FALSE(charts.FindEntry(QStringLiteral("/m/nie.mp3"), {}));
 }
 
 TEST_F(ChartsFileTest, CountsEndAt32767WithoutHarm) {
@@ -147,19 +153,23 @@ TEST(ChartsRanking, RanksByTotalThenLastPlayThenTitle) {
         one.title = QString::fromLatin1(title);
         return one;
     };
-    const ChartsRanking ranking = ChartsRanking::Of({entry(1, 2, "2026.01.01, 10:00", "b"), entry(2, 3, "", "z"),
-                                                     entry(3, 2, "2026.01.02, 10:00", "c"),
-                                                     entry(4, 2, "2026.01.01, 10:00", "A"), entry(5, 1, "", "x")},
-                                                    4);
-    std::string order;
-    for (const ChartEntry& one : ranking.entries)
-        order += std::to_string(one.number);
-    EXPECT_EQ(order, "2341");
-    EXPECT_EQ(ranking.titleCount, 5);
-    EXPECT_EQ(ChartsRanking::Caption(5, 4),
-              QStringLiteral("Kalvo - Charts  << Titelanzahl: 5 >>  << Titelbegrenzung: 4 >>"));
+    ChartsRanking ranking({entry(1, 2, "2026.01.01, 10:00", "b"), entry(2, 3, "", "z"),
+                           entry(3, 2, "2026.01.02, 10:00", "c"), entry(4, 2, "2026.01.01, 10:00", "A"),
+                           entry(5, 1, "", "x")},
+                          4);
+    const auto order = [&ranking] {
+        std::string numbers;
+        for (qsizetype place = 0; place < ranking.Shown(); ++place)
+            numbers += std::to_string(ranking.At(place).number);
+        return numbers;
+    };
+    EXPECT_EQ(order(), "2341");
+    EXPECT_EQ(ranking.Caption(), QStringLiteral("Kalvo - Charts  << Titelanzahl: 5 >>  << Titelbegrenzung: 4 >>"));
     EXPECT_EQ(ranking.Csv().split('\n').at(1), QByteArray("1;;z;0;0;0;3;\r"));
-    EXPECT_EQ(ChartsRanking::Of({entry(1, 1, "", ""), entry(2, 1, "", "")}, 0).entries.size(), 2);
+    EXPECT_EQ(ranking.Take(entry(5, 2, "2026.01.03, 10:00", "x")).from, 4);
+    EXPECT_EQ(ranking.Take(entry(6, 1, "2026.01.03, 10:00", "y")).to, 5);
+    EXPECT_EQ(order(), "2534");
+    EXPECT_EQ(ChartsRanking({entry(1, 1, "", ""), entry(2, 1, "", "")}, 0).Shown(), 2);
 }
 
 TEST(ChartsRanking, ReadsItsLimit) {

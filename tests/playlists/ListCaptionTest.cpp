@@ -26,9 +26,11 @@ TEST(ListCaption, SumsDurations) {
     list.Append(test::EntriesOf("abc"));
     list.Append({{QStringLiteral("x"), {}, QStringLiteral("0"), {}, {}, {}}});
     EXPECT_EQ(TotalSeconds(list), 180);
-    EXPECT_EQ(RemainingSeconds(list), 180);
-    list.SetCurrent(0);
-    EXPECT_EQ(RemainingSeconds(list), 120);
+    EXPECT_EQ(ComingSeconds(list), (QList<int>{60, 60, 60, 0}));
+    list.SetCurrent(2);
+    EXPECT_EQ(ComingSeconds(list), QList<int>{0});
+    list.MarkPlayNext(1);
+    EXPECT_EQ(ComingSeconds(list), (QList<int>{60, 60, 0})) << "the list goes on behind the mark";
     EXPECT_EQ(RestText(3492), QStringLiteral("Rest 00:58:12"));
     EXPECT_EQ(RestText(360059), QStringLiteral("Rest 100:00:59"));
     EXPECT_EQ(UntilText(3492, QDateTime(QDate(2026, 1, 1), QTime(23, 41, 7))), QStringLiteral("bis 00:39"));

@@ -1,5 +1,6 @@
 #include "playlists/PlaylistFileActions.h"
 
+#include "base/Settings.h"
 #include "playlists/AnsweredQuestions.h"
 #include "playlists/PlaylistFile.h"
 #include "playlists/PlaylistSupport.h"
@@ -15,6 +16,7 @@ using test::Shown;
 
 class PlaylistFileActionsTest : public ::testing::Test {
 protected:
+    PlaylistFileActionsTest() { intake.SetPatience(std::chrono::minutes(1)); }
     void Stored(const QString& path, const char* one, const char* two) {
         ASSERT_EQ(PlaylistFile(path, clock).Save({EntriesOf(one), EntriesOf(two)}).outcome,
                   PlaylistFile::Outcome::Done);
@@ -39,7 +41,9 @@ protected:
     test::AnsweredQuestions questions;
     PlaylistActions lists{first, second, questions};
     RecentFiles recent{folder.Path(QStringLiteral("zuletzt.dll"))};
-    PlaylistFileActions files{lists, recent, clock};
+    Settings settings{folder.Path(QStringLiteral("kalvo.ini"))};
+    PlaylistIntake intake{lists, settings};
+    PlaylistFileActions files{lists, intake, recent, clock};
     QString party = folder.Path(QStringLiteral("Party.wil"));
 };
 
@@ -90,8 +94,7 @@ TEST_F(PlaylistFileActionsTest, BadFilesChangeNothing) {
     files.Open(party);
     files.Open(folder.Path(QStringLiteral("fehlt.wil")));
     const QString m3u = folder.Write(QStringLiteral("leer.m3u"), "http://x/a.mp3\n");
-    files.Import(1, m3u);
-    files.Import(1, folder.Path(QStringLiteral("fehlt.pls")));
+    files.Take(1, {m3u, folder.Path(QStringLiteral("fehlt.pls"))});
     EXPECT_EQ(Both(), "a|");
     ASSERT_EQ(questions.said.size(), 4);
     EXPECT_EQ(questions.said.at(2), QStringLiteral("Keine gültige m3u Datei!"));
@@ -105,12 +108,11 @@ TEST_F(PlaylistFileActionsTest, TakesWhateverIsDropped) {
     const QString m3u = folder.Write(QStringLiteral("l.m3u8"), "sub\\c.mp3\n");
     folder.Write(QStringLiteral("m/b.mp3"), "x");
     folder.Write(QStringLiteral("m/b.txt"), "x");
-    files.Take(2, {folder.Path(QStringLiteral("m")), party, m3u});
-    EXPECT_EQ(Both(), "w|vcb");
+    const QString other = folder.Write(QStringLiteral("o.pls"), "[playlist]\nFile1=d.ogg\n");
+    files.Take(2, {folder.Path(QStringLiteral("m")), party, m3u, other}, 0);
+    EXPECT_EQ(Both(), "w|bcdv") << "in their order";
     EXPECT_EQ(second.At(1).path, folder.Path(QStringLiteral("sub/c.mp3")));
-    files.Import(2, m3u, 0);
-    EXPECT_EQ(Shown(second), "cvcb");
-    EXPECT_EQ(recent.Paths(), (QStringList{m3u, party}));
+    EXPECT_EQ(recent.Paths(), (QStringList{other, m3u, party}));
     EXPECT_EQ(RecentFiles(folder.Path(QStringLiteral("zuletzt.dll"))).Paths(), recent.Paths()) << "kept in a file";
 }
 

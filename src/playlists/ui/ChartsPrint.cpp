@@ -87,7 +87,7 @@ private:
 
 int ChartsPrint::PageCount(const QPrinter& printer) const {
     const int perPage = RowsPerPage(printer);
-    return std::max(1, (static_cast<int>(ranking_.entries.size()) + perPage - 1) / perPage);
+    return std::max(1, (static_cast<int>(ranking_.Shown()) + perPage - 1) / perPage);
 }
 
 bool ChartsPrint::Print(QPrinter& printer) const {
@@ -102,7 +102,7 @@ bool ChartsPrint::Print(QPrinter& printer) const {
         Page page(painter, printer);
         page.Header(QStringLiteral(" - Kalvo Charts vom ") + date_.toString(QStringLiteral("dd.MM.yyyy")));
         page.Row(ChartsRanking::Headers(), true);
-        const qsizetype end = std::min<qsizetype>(ranking_.entries.size(), static_cast<qsizetype>(number) * perPage);
+        const qsizetype end = std::min<qsizetype>(ranking_.Shown(), static_cast<qsizetype>(number) * perPage);
         for (qsizetype place = static_cast<qsizetype>(number - 1) * perPage; place < end; ++place)
             page.Row(ranking_.Row(place), false);
         page.Footer(QStringLiteral("Seite ") + QString::number(number));

@@ -10,7 +10,14 @@ namespace kalvo::PlaylistDrag {
 
 namespace {
 
-enum Place { Source, Row, Title, Artist, Duration, ShuffleKey, Info, Path, PlaceCount };
+enum Place { Source, Row, Title, Artist, Duration, ShuffleKey, Info, Path, Origin, PlaceCount };
+
+/** An unknown one, from another version of the program, is the player's. */
+EntryOrigin OriginOf(const QString& number) {
+    const int origin = number.toInt();
+    return origin > 0 && origin <= static_cast<int>(EntryOrigin::Automatic) ? static_cast<EntryOrigin>(origin)
+                                                                            : EntryOrigin::Player;
+}
 
 } // namespace
 
@@ -19,7 +26,7 @@ std::unique_ptr<QMimeData> Pack(const Playlist& list, const QList<int>& rows) {
     for (const int row : rows) {
         const PlaylistEntry& entry = list.At(row);
         packed.append({QString::number(list.Number()), QString::number(row), entry.title, entry.artist, entry.duration,
-                       entry.shuffleKey, entry.info, entry.path});
+                       entry.shuffleKey, entry.info, entry.path, QString::number(static_cast<int>(entry.origin))});
     }
     auto data = std::make_unique<QMimeData>();
     DragTypes::Put(*data, DragTypes::PlaylistEntries(), packed);
@@ -35,8 +42,9 @@ std::optional<Entries> TakeEntries(const QMimeData* data) {
         if (row.size() != PlaceCount)
             return std::nullopt;
         entries.source = row.at(Source).toInt();
-        const PlaylistEntry entry{row.at(Title),      row.at(Artist), row.at(Duration),
-                                  row.at(ShuffleKey), row.at(Info),   row.at(Path)};
+        PlaylistEntry entry{row.at(Title),      row.at(Artist), row.at(Duration),
+                            row.at(ShuffleKey), row.at(Info),   row.at(Path)};
+        entry.origin = OriginOf(row.at(Origin));
         entries.dragged.append({entry, row.at(Row).toInt()});
     }
     return entries;

@@ -21,8 +21,8 @@ PlaylistPanel::PlaylistPanel(Playlist& list, QWidget* parent)
     column->addWidget(header_);
     column->addWidget(view_, 1);
     view_->installEventFilter(this);
+    view_->viewport()->installEventFilter(this);
     connect(&list, &Playlist::Changed, this, &PlaylistPanel::ShowCaption);
-    connect(&list, &Playlist::CurrentChanged, view_, &PlaylistView::ShowComing);
     connect(view_, &PlaylistView::SelectionChanged, this, [this] {
         ShowCaption();
         if (view_->FirstSelectedRow() >= 0)
@@ -61,7 +61,7 @@ void PlaylistPanel::SetContextActions(const QList<QAction*>& actions) {
 }
 
 bool PlaylistPanel::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::FocusIn)
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress)
         Q_EMIT Activated(list_.Number());
     return QWidget::eventFilter(watched, event);
 }

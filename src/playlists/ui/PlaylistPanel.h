@@ -30,7 +30,7 @@ public:
     void SetContextActions(const QList<QAction*>& actions);
 
 Q_SIGNALS:
-    /** Something was selected in the list, or the list was entered: it becomes the active one. */
+    /** Something was selected in the list, or the list was entered or pressed: it becomes the active one. */
     void Activated(int number);
 
 protected:

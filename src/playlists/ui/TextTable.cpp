@@ -17,6 +17,33 @@ void TextTableModel::SetRows(QList<QStringList> rows) {
     endResetModel();
 }
 
+void TextTableModel::InsertRow(int row, const QStringList& texts) {
+    beginInsertRows({}, row, row);
+    rows_.insert(row, texts);
+    endInsertRows();
+}
+
+void TextTableModel::MoveRow(int from, int to) {
+    if (from == to)
+        return;
+    beginMoveRows({}, from, from, {}, to > from ? to + 1 : to);
+    rows_.move(from, to);
+    endMoveRows();
+}
+
+void TextTableModel::RemoveRow(int row) {
+    beginRemoveRows({}, row, row);
+    rows_.removeAt(row);
+    endRemoveRows();
+}
+
+void TextTableModel::ChangeRows(int first, const QList<QStringList>& rows) {
+    if (rows.isEmpty())
+        return;
+    std::copy(rows.begin(), rows.end(), rows_.begin() + first);
+    Q_EMIT dataChanged(index(first, 0), index(first + static_cast<int>(rows.size()) - 1, columnCount() - 1));
+}
+
 int TextTableModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }

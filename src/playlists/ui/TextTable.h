@@ -16,6 +16,12 @@ public:
     TextTableModel(QStringList headers, QList<int> figures, QObject* parent = nullptr);
 
     void SetRows(QList<QStringList> rows);
+    /** The selection goes along with the rows. */
+    void InsertRow(int row, const QStringList& texts);
+    void MoveRow(int from, int to);
+    void RemoveRow(int row);
+    /** New texts for the rows from this one on. */
+    void ChangeRows(int first, const QList<QStringList>& rows);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

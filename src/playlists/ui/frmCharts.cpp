@@ -44,12 +44,38 @@ frmCharts::frmCharts(ChartsFile& charts, int limit, PlaylistQuestions& questions
 }
 
 void frmCharts::Reload() {
-    ranking_ = ChartsRanking::Of(charts_.Entries(), limit_);
+    ranking_ = ChartsRanking(charts_.Entries(), limit_);
+    model_->SetRows(Rows(0, ranking_.Shown()));
+    setWindowTitle(ranking_.Caption());
+}
+
+QList<QStringList> frmCharts::Rows(qsizetype from, qsizetype to) const {
     QList<QStringList> rows;
-    for (qsizetype place = 0; place < ranking_.entries.size(); ++place)
+    for (qsizetype place = from; place < to; ++place)
         rows.append(ranking_.Row(place));
-    model_->SetRows(rows);
-    setWindowTitle(ChartsRanking::Caption(ranking_.titleCount, limit_));
+    return rows;
+}
+
+void frmCharts::TakePlay(const QString& path, const QString& title) {
+    const std::optional<ChartEntry> entry = charts_.FindEntry(path, title);
+    if (!entry)
+        return;
+    const qsizetype shown = model_->rowCount();
+    const auto [from, to] = ranking_.Take(*entry);
+    const bool wasShown = from >= 0 && from < shown;
+    if (wasShown && to > from) { // the clock was set back
+        model_->SetRows(Rows(0, ranking_.Shown()));
+    } else if (to < ranking_.Shown()) {
+        if (wasShown)
+            model_->MoveRow(static_cast<int>(from), static_cast<int>(to));
+        else
+            model_->InsertRow(static_cast<int>(to), ranking_.Row(to));
+        if (model_->rowCount() > ranking_.Shown())
+            model_->RemoveRow(model_->rowCount() - 1);
+        const qsizetype last = wasShown ? from : ranking_.Shown() - 1;
+        model_->ChangeRows(static_cast<int>(to), Rows(to, last + 1)); // their places are other ones
+    }
+    setWindowTitle(ranking_.Caption());
 }
 
 void frmCharts::BuildMenu() {
@@ -98,7 +124,7 @@ void frmCharts::AddSending(QMenu& menu, const QString& name, const QString& text
         QList<ChartEntry> titles;
         const QList<int> rows = table_->SelectedRows();
         for (const int row : rows)
-            titles.append(ranking_.entries.at(row));
+            titles.append(ranking_.At(row));
         if (!titles.isEmpty())
             Q_EMIT TitlesWanted(player, titles);
     });
@@ -119,7 +145,7 @@ void frmCharts::MarkierteTitelLoeschen() {
     QList<int> numbers;
     const QList<int> rows = table_->SelectedRows();
     for (const int row : rows)
-        numbers.append(ranking_.entries.at(row).number);
+        numbers.append(ranking_.At(row).number);
     if (numbers.isEmpty())
         return;
     if (!charts_.Remove(numbers))
@@ -134,7 +160,7 @@ void frmCharts::AllesMarkieren() {
 void frmCharts::ChartsDrucken() {
     QPrinter printer(QPrinter::HighResolution);
     const ChartsPrint print(ranking_, clock_.Now().date());
-    const QString question = QStringLiteral("Sollen ") + QString::number(ranking_.entries.size()) +
+    const QString question = QStringLiteral("Sollen ") + QString::number(ranking_.Shown()) +
                              QStringLiteral(" Titel auf ") + QString::number(print.PageCount(printer)) +
                              QStringLiteral(" Seiten ausgedruckt werden?");
     if (xMessageBox::Ask(this, printCaption, question, {QStringLiteral("Ja"), QStringLiteral("Nein")}) !=

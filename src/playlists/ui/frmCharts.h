@@ -19,12 +19,14 @@ class frmCharts : public QDialog {
     Q_OBJECT
 
 public:
-    /** All references outlive the window; limit as ChartsRanking::Of. */
+    /** All references outlive the window; limit as ChartsRanking. */
     frmCharts(ChartsFile& charts, int limit, PlaylistQuestions& questions, const Clock& clock,
               QWidget* parent = nullptr);
 
     /** Shows what is in the file now. */
     void Reload();
+    /** A play of this title has just been counted: its row moves to its place, the selection and the view stay. */
+    void TakePlay(const QString& path, const QString& title);
 
     void AlleTitelLoeschen();
     void MarkierteTitelLoeschen();
@@ -43,6 +45,7 @@ Q_SIGNALS:
     void TitlesWanted(int player, const QList<kalvo::ChartEntry>& titles);
 
 private:
+    QList<QStringList> Rows(qsizetype from, qsizetype to) const;
     void BuildMenu();
     void Add(QMenu& menu, const QString& name, const QString& text, void (frmCharts::*act)());
     void AddSending(QMenu& menu, const QString& name, const QString& text, int player);

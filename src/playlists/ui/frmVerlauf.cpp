@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -101,8 +102,15 @@ void frmVerlauf::ShowEvening() {
     QList<QStringList> rows;
     for (const PlayedTitle& title : titles_)
         rows.append(RowOf(title));
+    QScrollBar& bar = *table_->verticalScrollBar();
+    const int place = bar.value();
+    const bool followsEnd = place == bar.maximum();
+    const QList<int> selected = table_->SelectedRows();
     model_->SetRows(rows);
-    table_->scrollToBottom();
+    for (const int row : selected)
+        table_->selectionModel()->select(model_->index(row, 0),
+                                         QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    followsEnd ? table_->scrollToBottom() : bar.setValue(place);
     const qint64 seconds =
         std::accumulate(titles_.begin(), titles_.end(), qint64{0},
                         [](qint64 sum, const PlayedTitle& title) { return sum + std::max(0, title.played); });

@@ -90,6 +90,11 @@ TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
     Select({2});
     EXPECT_EQ(active.count(1), active.size());
     EXPECT_FALSE(active.isEmpty());
+    active.clear();
+    QMouseEvent press(QEvent::MouseButtonPress, view.visualRect(list.index(2, 0)).center(), QPointF(), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &press);
+    EXPECT_EQ(active, QList<int>{1}) << "also when it is selected already";
     EXPECT_EQ(view.objectName(), QStringLiteral("List1"));
     EXPECT_EQ(view.accessibleName(), QStringLiteral("Wiedergabeliste 1"));
 }
@@ -120,10 +125,15 @@ TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
 
 TEST_F(PlaylistPanelTest, DropsTellWhatAndWhere) {
     EXPECT_TRUE(list.flags(list.index(0, Playlist::Title)) & Qt::ItemIsDragEnabled) << "or no drag ever begins";
+    EXPECT_FALSE(list.flags({}).testFlag(Qt::ItemIsDragEnabled));
+    QList<PlaylistEntry> wished = list.Entries();
+    wished[2].origin = EntryOrigin::Wish;
+    list.Replace(wished);
     std::string dropped;
     QObject::connect(
         &view, &PlaylistView::EntriesDropped, [&](int row, const QList<DraggedEntry>& dragged, int source) {
             dropped = Row(row) + dragged.front().entry.title.toStdString() + Row(dragged.front().row) + Row(source);
+            EXPECT_EQ(dragged.front().entry.origin, EntryOrigin::Wish) << "it is told to the history";
         });
     QObject::connect(&view, &PlaylistView::TitlesDropped, [&](int row, const QList<TitleRecord>& titles) {
         dropped = Row(row) + titles.front().Titel.toStdString() + titles.front().Extra4.toStdString();
@@ -186,11 +196,13 @@ TEST_F(PlaylistPanelTest, TheRedEntryIsSeenSelectedOrNot) {
 TEST_F(PlaylistPanelTest, WhatComesNextIsScrolledIntoView) {
     QList<PlaylistEntry> many(500, list.At(0));
     list.Append(many);
-    list.SetCurrent(300);
+    view.ShowComing(300);
     const QRect room = view.viewport()->rect();
     EXPECT_TRUE(room.contains(view.visualRect(list.index(300, Playlist::Title)).center()));
     EXPECT_TRUE(room.contains(view.visualRect(list.index(303, Playlist::Title)).center()));
-    list.SetCurrent(list.Count() - 1);
+    list.SetCurrent(3);
+    EXPECT_TRUE(room.contains(view.visualRect(list.index(300, Playlist::Title)).center())) << "a load alone scrolls";
+    view.ShowComing(list.Count() - 1);
     EXPECT_TRUE(room.contains(view.visualRect(list.index(list.Count() - 1, Playlist::Title)).center()));
 }
 

@@ -1,6 +1,7 @@
 #include "playlists/ui/frmCharts.h"
 
 #include "base/Clock.h"
+#include "playlists/AnsweredQuestions.h"
 #include "playlists/ui/TextTable.h"
 #include "support/TestFolder.h"
 #include "widgets/xMessageBox.h"
@@ -10,18 +11,13 @@
 #include <QLabel>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTimer>
 #include <gtest/gtest.h>
 
 namespace kalvo {
 
 namespace {
-
-class NoQuestions final : public PlaylistQuestions {
-public:
-    void Tell(const QString& text) override { ADD_FAILURE() << text.toStdString(); }
-    QString Ask(const QString&, const QString&) override { return {}; }
-};
 
 class frmChartsTest : public ::testing::Test {
 protected:
@@ -57,7 +53,7 @@ protected:
 
     test::TestFolder folder;
     SystemClock clock;
-    NoQuestions questions;
+    test::AnsweredQuestions questions;
     ChartsFile charts{folder.Path(QStringLiteral("Charts")), clock};
     std::unique_ptr<frmCharts> window;
     TextTable* table = nullptr;
@@ -76,6 +72,36 @@ TEST_F(frmChartsTest, ShowsTheRanking) {
               QStringLiteral("Platz|Interpret|Titel|Player1|Player2|Archiv|Gesamt|Zuletzt Gespielt"));
     EXPECT_EQ(table->model()->rowCount(), 4);
     EXPECT_EQ(Cell(0, 2) + Cell(0, 6) + Cell(3, 2), QStringLiteral("T23T0"));
+}
+
+TEST_F(frmChartsTest, APlayMovesItsRowAndLeavesTheRest) {
+    Fill(300);
+    Open(250);
+    table->resize(400, 200);
+    table->selectRow(100);
+    table->scrollTo(table->model()->index(120, 0));
+    const int place = table->verticalScrollBar()->value();
+    const QString selected = Cell(100, 2);
+    const auto play = [this](const QString& title, int day) {
+        const QString path = QStringLiteral("/m/%1.mp3").arg(title.mid(1));
+        charts.Count(PlaySource::Player1, path, title, {}, QDateTime(QDate(2026, 11, day), QTime(20, 0)));
+        window->TakePlay(path, title);
+    };
+    play(QStringLiteral("T299"), 22); // from the first rows to the top
+    play(QStringLiteral("T297"), 22); // from below the limit
+    play(QStringLiteral("T999"), 22); // new, and below the limit
+    EXPECT_EQ(table->verticalScrollBar()->value(), place);
+    ASSERT_EQ(table->SelectedRows().size(), 1);
+    EXPECT_EQ(Cell(table->SelectedRows().front(), 2), selected);
+    const auto shown = [this] {
+        QStringList cells{window->windowTitle()};
+        for (int row = 0; row < table->model()->rowCount(); ++row)
+            cells.append(Cell(row, 0) + Cell(row, 2) + Cell(row, 6) + Cell(row, 7));
+        return cells;
+    };
+    const QStringList live = shown();
+    window->Reload();
+    EXPECT_EQ(live, shown());
 }
 
 TEST_F(frmChartsTest, DeletesMarkedTitlesOrAll) {

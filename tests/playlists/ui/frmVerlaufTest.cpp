@@ -1,5 +1,6 @@
 #include "playlists/ui/frmVerlauf.h"
 
+#include "playlists/AnsweredQuestions.h"
 #include "playlists/ui/TextTable.h"
 #include "playlists/ui/frmWLEigenschaften.h"
 #include "playlists/ui/frmZuletztCount.h"
@@ -14,12 +15,6 @@ namespace kalvo {
 
 namespace {
 
-class NoQuestions final : public PlaylistQuestions {
-public:
-    void Tell(const QString& text) override { ADD_FAILURE() << text.toStdString(); }
-    QString Ask(const QString&, const QString&) override { return {}; }
-};
-
 QString Cell(const QWidget& window, int row, int column) {
     return window.findChild<TextTable*>()->model()->index(row, column).data().toString();
 }
@@ -28,7 +23,7 @@ QString Cell(const QWidget& window, int row, int column) {
 
 TEST(frmVerlaufTest, ShowsAndExportsAnEvening) {
     const test::TestFolder folder;
-    NoQuestions questions;
+    test::AnsweredQuestions questions;
     EveningLog log(folder.Path(QStringLiteral("Verlauf")));
     const auto play = [&log](int day, const char* name, PlayOrigin origin) {
         PlayedTitle title{QDateTime(QDate(2026, 11, day), QTime(20, 1, 2)),
