@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <map>
 #include <utility>
-#include <vector>
 
 namespace kalvo::test {
 
@@ -39,15 +38,11 @@ public:
     void Advance(double seconds) {
         for (auto& [handle, stream] : streams) {
             stream.opensIn -= seconds;
-            if (stream.activity != audio::Activity::Playing) {
+            if (stream.activity != audio::Activity::Playing)
                 continue;
-            }
-            stream.position += seconds;
-            if (stream.position >= stream.length) {
-                stream.position = stream.length;
-                stream.activity = audio::Activity::Stopped;
-                stream.ended = true;
-            }
+            stream.position = std::min(stream.position + seconds, stream.length);
+            stream.ended = stream.position == stream.length;
+            stream.activity = stream.ended ? audio::Activity::Stopped : stream.activity;
         }
     }
 
@@ -71,9 +66,8 @@ public:
     void RemoveSink(audio::SoundSink&) override {}
 
     audio::Handle StreamCreateFile(audio::Output, const std::string& path) override {
-        if (path.find("broken") != std::string::npos) {
+        if (path.find("broken") != std::string::npos)
             return 0;
-        }
         Stream stream;
         stream.path = path;
         stream.length = std::atof(path.substr(path.rfind('-') + 1).c_str());
@@ -92,9 +86,8 @@ public:
         return At(handle).opensIn > 1e-9 ? audio::OpenState::Opening : audio::OpenState::Ready;
     }
     bool StreamPlay(audio::Handle handle, bool fromStart) override {
-        At(handle).activity = audio::Activity::Playing;
         At(handle).position = fromStart ? 0 : At(handle).position;
-        return true;
+        return Become(handle, audio::Activity::Playing);
     }
     bool StreamFree(audio::Handle handle) override { return streams.erase(handle) == 1; }
     std::uint64_t StreamGetLength(audio::Handle handle) override { return Bytes(At(handle).length); }
@@ -108,18 +101,9 @@ public:
         return true;
     }
     audio::Activity ChannelIsActive(audio::Handle handle) override { return At(handle).activity; }
-    bool ChannelPause(audio::Handle handle) override {
-        At(handle).activity = audio::Activity::Paused;
-        return true;
-    }
-    bool ChannelResume(audio::Handle handle) override {
-        At(handle).activity = audio::Activity::Playing;
-        return true;
-    }
-    bool ChannelStop(audio::Handle handle) override {
-        At(handle).activity = audio::Activity::Stopped;
-        return true;
-    }
+    bool ChannelPause(audio::Handle handle) override { return Become(handle, audio::Activity::Paused); }
+    bool ChannelResume(audio::Handle handle) override { return Become(handle, audio::Activity::Playing); }
+    bool ChannelStop(audio::Handle handle) override { return Become(handle, audio::Activity::Stopped); }
     bool ChannelGetInfo(audio::Handle, audio::ChannelInfo& info) override {
         info.sampleRate = kRate;
         info.bitrate = 192;
@@ -149,16 +133,9 @@ public:
     }
     bool ChannelRemoveSync(audio::Handle, audio::Handle) override { return true; }
     void DispatchEvents() override {
-        std::vector<audio::Handle> ended;
-        for (auto& [handle, stream] : streams) {
-            if (std::exchange(stream.ended, false)) {
-                ended.push_back(handle);
-            }
-        }
-        for (const audio::Handle handle : ended) {
-            if (streams.count(handle) == 1 && At(handle).onEnd != nullptr) {
-                At(handle).onEnd(1, handle, 0, At(handle).user);
-            }
+        for (const auto& [handle, before] : std::map(streams)) { // a procedure may free streams
+            if (before.ended && streams.count(handle) == 1 && std::exchange(At(handle).ended, false) && before.onEnd)
+                before.onEnd(1, handle, 0, before.user);
         }
     }
     audio::Levels ChannelGetLevel(audio::Handle) override { return {}; }
@@ -171,6 +148,10 @@ public:
     bool FXGetParameters(audio::Handle, audio::EffectParameters&) override { return true; }
 
 private:
+    bool Become(audio::Handle handle, audio::Activity activity) {
+        At(handle).activity = activity;
+        return true;
+    }
     static std::uint64_t Bytes(double seconds) { return static_cast<std::uint64_t>(seconds * kRate + 0.5) * 4; }
 };
 

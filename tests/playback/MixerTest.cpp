@@ -1,10 +1,9 @@
 #include "playback/Mixer.h"
 
-#include "FakeAudio.h"
+#include "FakeDesk.h"
 #include "base/FaderLaw.h"
-#include "support/TestFolder.h"
 
-#include <chrono>
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -13,71 +12,40 @@ namespace {
 
 using audio::Activity;
 
-/** Always the same "chance": the order of lists does not matter here. */
-class FixedRandom final : public RandomSource {
-public:
-    double Uniform() override { return 0.5; }
-};
-
-/** Two lists of files whose lengths are told by their names, and the mixer with its timers driven by hand. */
-struct MixerTest : ::testing::Test {
+/** The desk with its timers driven by hand. */
+struct MixerTest : ::testing::Test, test::FakeDesk {
     MixerTest() {
-        auto library = std::make_unique<test::FakeAudio>();
-        fake = library.get();
-        layer = std::make_unique<AudioLayer>(std::move(library));
-        layer->InitAudio(1, 1024);
-        mixer = std::make_unique<Mixer>(*layer, list1, list2);
-        mixer->SetPatience(std::chrono::seconds(20)); // for the disk of a busy machine
-        QObject::connect(mixer.get(), &Mixer::Message, [this](const QString& text) { messages.append(text); });
-        QObject::connect(mixer.get(), &Mixer::TitleStarted, [this](int player, int row) {
+        QObject::connect(&mixer, &Mixer::Message, [this](const QString& text) { messages.append(text); });
+        QObject::connect(&mixer, &Mixer::TitleStarted, [this](int player, int row) {
             started.append(QStringLiteral("%1:%2").arg(player).arg((player == 1 ? list1 : list2).At(row).title));
         });
-        QObject::connect(mixer.get(), &Mixer::Finished, [this] { finished = true; });
-    }
-
-    /** Names like "a-12" (12 s), "broken-5", "missing-5". */
-    void Fill(Playlist& list, const QStringList& names) {
-        QList<PlaylistEntry> entries;
-        for (const QString& name : names) {
-            PlaylistEntry entry;
-            entry.title = name;
-            entry.path = name.startsWith(QStringLiteral("missing")) ? folder.Path(name) : folder.Write(name, "x");
-            entries.append(entry);
-        }
-        list.Append(entries);
+        QObject::connect(&mixer, &Mixer::Finished, [this] { finished = true; });
     }
 
     void Run(double seconds) {
-        for (int tick = 0; tick < static_cast<int>(seconds * 200 + 0.5); ++tick) {
-            Tick();
+        for (const int end = milliseconds + 5 * static_cast<int>(seconds * 200 + 0.5); milliseconds < end;) {
+            milliseconds += 5;
+            fake.Advance(0.005);
+            if (milliseconds % 50 == 0)
+                mixer.Dispatch();
+            if (milliseconds % 100 == 0)
+                mixer.CheckHandOver();
+            if (milliseconds >= nextFade) {
+                mixer.StepFade();
+                nextFade = milliseconds + mixer.Options().fadeInterval;
+            }
         }
     }
 
-    void Tick() {
-        milliseconds += 5;
-        fake->Advance(0.005);
-        if (milliseconds % 50 == 0) {
-            mixer->Dispatch();
-        }
-        if (milliseconds % 100 == 0) {
-            mixer->CheckHandOver();
-        }
-        if (milliseconds >= nextFade) {
-            mixer->StepFade();
-            nextFade = milliseconds + mixer->Options().fadeInterval;
-        }
+    void SetOptions(const std::function<void(MixerOptions&)>& change) {
+        MixerOptions options = mixer.Options();
+        change(options);
+        mixer.SetOptions(options);
     }
 
-    bool Plays(int player) const { return layer->Activity(player) == Activity::Playing; }
-    int Volume(int player) { return fake->At(layer->Record(player).stream).attributes.volume; }
+    bool Plays(int player) { return layer.Activity(player) == Activity::Playing; }
+    int Volume(int player) { return fake.At(layer.Record(player).stream).attributes.volume; }
 
-    test::TestFolder folder;
-    FixedRandom random;
-    Playlist list1{1, random};
-    Playlist list2{2, random};
-    test::FakeAudio* fake = nullptr;
-    std::unique_ptr<AudioLayer> layer;
-    std::unique_ptr<Mixer> mixer;
     QStringList messages;
     QStringList started;
     bool finished = false;
@@ -88,11 +56,11 @@ struct MixerTest : ::testing::Test {
 TEST_F(MixerTest, AHandOverWhoseTargetIsStoppedNeverEndsInSilence) {
     Fill(list1, {QStringLiteral("a-30"), QStringLiteral("b-30")});
     Fill(list2, {QStringLiteral("c-30")});
-    mixer->SetFader(-100);
-    mixer->Play(1, -1);
+    mixer.SetFader(-100);
+    mixer.Play(1, -1);
     Run(23);
     ASSERT_TRUE(Plays(2));
-    mixer->Stop(2);
+    mixer.Stop(2);
     int unheard = 0;
     for (int tenth = 0; tenth < 200; ++tenth) {
         Run(0.1);
@@ -102,105 +70,73 @@ TEST_F(MixerTest, AHandOverWhoseTargetIsStoppedNeverEndsInSilence) {
     EXPECT_EQ(started.last(), QStringLiteral("1:b-30"));
 }
 
-TEST_F(MixerTest, HandsOverAtTheSecondOfTheRuleInEverySpeed) {
-    for (const FadeSpeed& speed : kFadeSpeeds) {
-        SCOPED_TRACE(speed.interval);
-        list1.Clear();
-        list2.Clear();
-        Fill(list1, {QStringLiteral("a-200")});
-        Fill(list2, {QStringLiteral("b-200")});
-        MixerOptions options;
-        options.fadeInterval = speed.interval;
-        mixer->SetOptions(options);
-        mixer->SetFader(-100);
-        mixer->Play(1, -1);
-        Run(190.3);
-        EXPECT_FALSE(Plays(2));
-        Run(0.3);
-        EXPECT_TRUE(Plays(2)) << "190.5 s round to 191";
-        Run(0.2 * speed.interval);
-        EXPECT_NEAR(mixer->Fader(), 100, 6);
-        EXPECT_EQ(Volume(2), 100);
-        Run(1);
-        EXPECT_EQ(mixer->Fader(), 100);
-        EXPECT_FALSE(Plays(1)) << "the silent side stops";
-        EXPECT_EQ(mixer->OnAirPlayer(), 2);
-        mixer->Stop(2);
-    }
-}
-
 TEST_F(MixerTest, PlaysBothListsToTheirEndAndSaysSo) {
     Fill(list1, {QStringLiteral("a-1"), QStringLiteral("b-30"), QStringLiteral("broken-5"), QStringLiteral("c-20")});
     Fill(list2, {QStringLiteral("missing-5"), QStringLiteral("d-9")});
-    mixer->Play(1, -1);
+    mixer.Play(1, -1);
     Run(120);
     EXPECT_EQ(started, QStringList({QStringLiteral("1:a-1"), QStringLiteral("2:d-9"), QStringLiteral("1:b-30"),
                                     QStringLiteral("1:c-20")}));
     EXPECT_TRUE(finished);
-    EXPECT_EQ(mixer->OnAirPlayer(), 0);
+    EXPECT_EQ(mixer.OnAirPlayer(), 0);
     EXPECT_TRUE(messages.contains(QStringLiteral("Beide Wiedergabelisten sind am Ende.")));
 }
 
 TEST_F(MixerTest, WithoutFadingTheOtherPlayerStartsAtTheEnd) {
     Fill(list1, {QStringLiteral("a-20")});
     Fill(list2, {QStringLiteral("b-20")});
-    MixerOptions options;
-    options.mode = FadeMode::NoFading;
-    mixer->SetOptions(options);
-    mixer->Play(1, -1);
+    SetOptions([](MixerOptions& options) { options.mode = FadeMode::NoFading; });
+    mixer.Play(1, -1);
     Run(19.9);
     EXPECT_FALSE(Plays(2));
     Run(0.2);
     EXPECT_TRUE(Plays(2));
-    EXPECT_EQ(mixer->Fader(), 100);
+    EXPECT_EQ(mixer.Fader(), 100);
     EXPECT_EQ(Volume(2), 100);
 }
 
 TEST_F(MixerTest, NothingStartsByItselfWithoutContinuousPlayOrAfterStopAndPause) {
     Fill(list1, {QStringLiteral("a-20"), QStringLiteral("b-20")});
     Fill(list2, {QStringLiteral("c-20")});
-    MixerOptions options;
-    options.continuous = false;
-    mixer->SetOptions(options);
-    mixer->Play(1, -1);
+    SetOptions([](MixerOptions& options) { options.continuous = false; });
+    mixer.Play(1, -1);
     Run(30);
     EXPECT_EQ(started.size(), 1);
-    options.continuous = true;
-    mixer->SetOptions(options);
+    SetOptions([](MixerOptions& options) { options.continuous = true; });
     Run(2);
     EXPECT_EQ(started.size(), 1) << "switching it on starts nothing";
-    mixer->Play(1, 0);
-    mixer->Stop(1);
+    mixer.Play(1, 0);
+    mixer.Stop(1);
     Run(5);
-    EXPECT_EQ(mixer->OnAirPlayer(), 0);
-    mixer->Play(1, -1);
+    EXPECT_EQ(mixer.OnAirPlayer(), 0);
+    mixer.Play(1, -1);
     EXPECT_EQ(started.last(), QStringLiteral("1:a-20")) << "stop, then play: the same title from its start";
     Run(3);
-    mixer->Pause(1);
+    mixer.Pause(1);
     Run(60);
-    EXPECT_EQ(mixer->StatusText(1), QStringLiteral("pause"));
-    mixer->Play(1, -1);
-    EXPECT_NEAR(layer->PositionSeconds(1), 3, 0.01) << "resumed, not restarted";
+    EXPECT_EQ(mixer.StatusText(1), QStringLiteral("pause"));
+    mixer.Play(1, -1);
+    EXPECT_NEAR(layer.PositionSeconds(1), 3, 0.01) << "resumed, not restarted";
 }
 
 TEST_F(MixerTest, AFadeByHandStartsAStoppedPlayerAndMuteFollowsTheFader) {
     Fill(list1, {QStringLiteral("a-100")});
     Fill(list2, {QStringLiteral("b-100")});
-    mixer->Play(1, -1);
-    mixer->FadeTo(2, -1);
+    mixer.Play(1, -1);
+    mixer.FadeTo(2, -1);
     EXPECT_TRUE(Plays(2));
     Run(0.9);
-    EXPECT_EQ(mixer->Fader(), 30);
+    EXPECT_EQ(mixer.Fader(), 30);
     EXPECT_EQ(Volume(1), 70);
-    mixer->ToggleMute(1);
+    mixer.ToggleMute(1);
     EXPECT_EQ(Volume(1), 0);
-    EXPECT_EQ(mixer->StatusText(1), QStringLiteral("mute"));
-    mixer->ToggleMute(1);
+    EXPECT_EQ(mixer.StatusText(1), QStringLiteral("mute"));
+    mixer.ToggleMute(1);
     EXPECT_EQ(Volume(1), 70);
-    mixer->HoldFader(true);
+    mixer.HoldFader(true);
     Run(2);
-    EXPECT_EQ(mixer->Fader(), 30) << "a fade waits while the fader is held";
-    mixer->HoldFader(false);
+    EXPECT_EQ(mixer.Fader(), 30) << "a fade waits while the fader is held";
+    mixer.HoldFader(false);
     Run(3);
     EXPECT_FALSE(Plays(1));
     EXPECT_TRUE(Plays(2));
@@ -210,95 +146,104 @@ TEST_F(MixerTest, StartsAtACuePointAndKeepsThePitch) {
     Fill(list1, {QStringLiteral("a-100"), QStringLiteral("b-100"), QStringLiteral("c-100")});
     list1.SetInfo(0, QStringLiteral("8.4"));
     list1.SetInfo(1, QStringLiteral("8.44"));
-    mixer->SetPitch(1, 15);
-    mixer->Play(1, 0);
-    EXPECT_NEAR(layer->PositionSeconds(1), 8.4, 0.001);
-    EXPECT_EQ(fake->At(layer->Record(1).stream).attributes.frequency, 1015);
-    mixer->Next(1);
+    mixer.SetPitch(1, 15);
+    mixer.Play(1, 0);
+    EXPECT_NEAR(layer.PositionSeconds(1), 8.4, 0.001);
+    EXPECT_EQ(fake.At(layer.Record(1).stream).attributes.frequency, 1015);
+    mixer.Next(1);
     EXPECT_EQ(started.last(), QStringLiteral("1:b-100"));
-    EXPECT_EQ(layer->PositionSeconds(1), 0) << "a comment is no cue point";
-    EXPECT_EQ(layer->Record(1).pitchFreq, 1015);
-    mixer->SetPitch(1, 0);
-    EXPECT_EQ(fake->At(layer->Record(1).stream).attributes.frequency, 1000);
+    EXPECT_EQ(layer.PositionSeconds(1), 0) << "a comment is no cue point";
+    EXPECT_EQ(layer.Record(1).pitchFreq, 1015);
+    mixer.SetPitch(1, 0);
+    EXPECT_EQ(fake.At(layer.Record(1).stream).attributes.frequency, 1000);
 }
 
 TEST_F(MixerTest, AnEmptyListSaysSoAndAMissingFileIsReported) {
     QStringList missing;
-    QObject::connect(mixer.get(), &Mixer::FileMissing, [&missing](const QString& path) { missing.append(path); });
-    mixer->Play(1, -1);
+    QObject::connect(&mixer, &Mixer::FileMissing, [&missing](const QString& path) { missing.append(path); });
+    mixer.Play(1, -1);
     EXPECT_EQ(messages, QStringList{QStringLiteral("Wiedergabeliste 1 ist leer.")});
     Fill(list1, {QStringLiteral("missing-3")});
-    mixer->Play(1, 0);
+    mixer.Play(1, 0);
     EXPECT_EQ(missing, QStringList{folder.Path(QStringLiteral("missing-3"))});
-    EXPECT_EQ(mixer->StatusText(1), QStringLiteral("stop"));
-    EXPECT_THROW(layer->SetPlayerVolume(3, 50), std::out_of_range);
+    EXPECT_EQ(mixer.StatusText(1), QStringLiteral("stop"));
+    EXPECT_THROW(layer.SetPlayerVolume(3, 50), std::out_of_range);
 }
 
 TEST_F(MixerTest, ASlowFileStartsWhenItOpensAndTheFadeWaitsForIt) {
-    MixerOptions options;
-    options.preload = false;
-    mixer->SetOptions(options);
+    SetOptions([](MixerOptions& options) { options.preload = false; });
     Fill(list1, {QStringLiteral("slow-30")});
     Fill(list2, {QStringLiteral("slow2-30")});
-    mixer->Play(1, -1);
-    EXPECT_EQ(mixer->StatusText(1), QStringLiteral("lädt"));
+    mixer.Play(1, -1);
+    EXPECT_EQ(mixer.StatusText(1), QStringLiteral("lädt"));
     Run(1);
-    mixer->Play(1, -1); // under way: nothing anew
+    mixer.Play(1, -1); // under way: nothing anew
     Run(1.1);
     EXPECT_TRUE(Plays(1));
     EXPECT_EQ(started, QStringList{QStringLiteral("1:slow-30")});
-    EXPECT_GT(mixer->Title(1).length, 29);
-    mixer->SetFader(-100);
+    EXPECT_GT(mixer.Title(1).length, 29);
+    mixer.SetFader(-100);
     Run(20.8);
-    EXPECT_TRUE(mixer->IsOpening(2)) << "the hand-over has begun";
-    EXPECT_EQ(mixer->Fader(), -100);
+    EXPECT_TRUE(mixer.IsOpening(2)) << "the hand-over has begun";
+    EXPECT_EQ(mixer.Fader(), -100);
     Run(2);
     EXPECT_TRUE(Plays(2));
     Run(6);
-    EXPECT_EQ(mixer->Fader(), 100);
+    EXPECT_EQ(mixer.Fader(), 100);
     EXPECT_FALSE(Plays(1));
 }
 
 TEST_F(MixerTest, AHangingFileIsPassedOverBeforeTheTitleOnAirEnds) {
     Fill(list1, {QStringLiteral("a-30")});
     Fill(list2, {QStringLiteral("hanging-30"), QStringLiteral("b-30")});
-    mixer->Play(1, -1);
+    mixer.Play(1, -1);
     Run(25);
     EXPECT_EQ(started, QStringList({QStringLiteral("1:a-30"), QStringLiteral("2:b-30")}));
     EXPECT_TRUE(Plays(2));
-    EXPECT_GT(mixer->Fader(), 0);
+    EXPECT_GT(mixer.Fader(), 0);
     EXPECT_EQ(messages.filter(QStringLiteral("antwortet nicht")).size(), 1);
 }
 
 TEST_F(MixerTest, WhatTheUserStartsAndNeverOpensIsToldAndEndsTheFade) {
     Fill(list1, {QStringLiteral("a-60")});
     Fill(list2, {QStringLiteral("hanging-30")});
-    mixer->SetFader(-100);
-    mixer->Play(1, -1);
-    mixer->FadeTo(2, 0);
+    mixer.SetFader(-100);
+    mixer.Play(1, -1);
+    mixer.FadeTo(2, 0);
     Run(2.5);
-    EXPECT_EQ(mixer->StatusText(2), QStringLiteral("lädt"));
+    EXPECT_EQ(mixer.StatusText(2), QStringLiteral("lädt"));
     Run(1);
-    EXPECT_EQ(mixer->StatusText(2), QStringLiteral("stop"));
+    EXPECT_EQ(mixer.StatusText(2), QStringLiteral("stop"));
     EXPECT_EQ(messages.filter(QStringLiteral("antwortet nicht")).size(), 1);
     Run(1);
-    EXPECT_EQ(mixer->Fader(), -100) << "no fade into silence";
+    EXPECT_EQ(mixer.Fader(), -100) << "no fade into silence";
 
-    mixer->Play(2, 0);
-    mixer->Stop(2);
-    EXPECT_FALSE(mixer->IsOpening(2));
+    mixer.Play(2, 0);
+    mixer.Stop(2);
+    EXPECT_FALSE(mixer.IsOpening(2));
     EXPECT_TRUE(Plays(1));
 }
 
-/** Whatever the user does, a desk that is to play and has titles left never stays silent for longer than a tick. */
+/**
+ * Whatever the user does, a desk with titles left never stays silent for longer than a tick, unless Stop or Pause
+ * silenced it; that silence is kept until the next start by hand.
+ */
 TEST_F(MixerTest, RandomActsNeverLeaveUnwantedSilence) {
     std::mt19937 chance(7); // NOLINT: the same acts in every run
     const auto upTo = [&chance](int most) { return static_cast<int>(chance() % static_cast<unsigned>(most + 1)); };
+    const auto player = [&upTo] { return 1 + upTo(1); };
+    const std::function<void()> starts[] = {[&] { mixer.FadeTo(player(), -1); }, [&] { mixer.Next(player()); },
+                                            [&] { mixer.Play(player(), upTo(29)); }};
+    const std::function<void()> stops[] = {[&] { mixer.Stop(player()); }, [&] { mixer.Pause(player()); }};
+    const std::function<void()> others[] = {[&] { mixer.SetFader(upTo(200) - 100); },
+                                            [&] { mixer.SeekSeconds(player(), upTo(30)); },
+                                            [&] { list2.Remove({upTo(29)}); }};
+    int silencedByHand = 0;
     for (int run = 0; run < 60; ++run) {
         list1.Clear();
         list2.Clear();
-        mixer->Stop(1);
-        mixer->Stop(2);
+        mixer.Stop(1);
+        mixer.Stop(2);
         QStringList names;
         for (int title = 0; title < 60; ++title) {
             const char* kinds[] = {"broken", "missing", "slow", "t", "t", "t", "t", "t", "t", "t"};
@@ -307,43 +252,37 @@ TEST_F(MixerTest, RandomActsNeverLeaveUnwantedSilence) {
         }
         Fill(list1, names.mid(0, 30));
         Fill(list2, names.mid(30));
-        mixer->Play(1 + upTo(1), -1);
+        mixer.Play(player(), -1);
         int silent = 0;
+        bool wanted = false;
         for (int step = 0; step < 1500; ++step) {
+            SCOPED_TRACE(testing::Message() << "run " << run << " step " << step);
+            messages.clear();
             Run(0.05);
-            switch (upTo(150)) {
-            case 0:
-                mixer->FadeTo(1 + upTo(1), -1);
-                break;
-            case 1:
-                mixer->SetFader(upTo(200) - 100);
-                break;
-            case 2:
-                mixer->Next(1 + upTo(1));
-                break;
-            case 3:
-                mixer->Play(1 + upTo(1), upTo(29));
-                break;
-            case 4:
-                mixer->SeekSeconds(1 + upTo(1), upTo(30));
-                break;
-            case 5:
-                list2.Remove({upTo(29)});
-                break;
-            default:
-                break;
-            }
-            const MixState state = mixer->State();
-            const bool isOpening = mixer->IsOpening(1) || mixer->IsOpening(2);
-            silent = OnAir(state) == 0 && !state.heldByUser && !isOpening ? silent + 1 : 0;
-            ASSERT_LE(silent, 4) << "run " << run << " step " << step;
-            ASSERT_TRUE(OnAir(state) != 0 || state.heldByUser || isOpening || silent > 0);
+            const int act = upTo(150);
+            const auto isSilent = [this] {
+                return mixer.OnAirPlayer() == 0 && !mixer.IsOpening(1) && !mixer.IsOpening(2);
+            };
+            ASSERT_TRUE(!wanted || isSilent()) << "started by itself";
+            if (act < 3)
+                starts[act]();
+            else if (act < 5)
+                stops[act - 3]();
+            else if (act < 8)
+                others[act - 5]();
+            const bool isPressed = act >= 3 && act < 5;
+            wanted = isSilent() && (wanted || isPressed || !messages.filter(QStringLiteral("am Ende")).isEmpty());
+            silencedByHand += wanted && isPressed ? 1 : 0;
+            silent = isSilent() && !wanted ? silent + 1 : 0;
+            ASSERT_LE(silent, 4);
+            ASSERT_TRUE(!isSilent() || mixer.State().heldByUser == wanted);
         }
     }
+    EXPECT_GT(silencedByHand, 60);
 }
 
-TEST_F(MixerTest, GoesOnWithATitleWhereAnotherRunStopped) {
-    Fill(list1, {QStringLiteral("a-100"), QStringLiteral("b-100")});
+TEST_F(MixerTest, GoesOnPausedWithATitleWhereAnotherRunStopped) {
+    Fill(list2, {QStringLiteral("b-100")});
     const auto titled = [this](const QString& name) {
         DeckTitle title;
         title.title = name;
@@ -351,23 +290,16 @@ TEST_F(MixerTest, GoesOnWithATitleWhereAnotherRunStopped) {
         title.cue = 5;
         return title;
     };
-    EXPECT_TRUE(mixer->ResumeTitle(1, titled(QStringLiteral("a-100")), 42.5, false));
-    EXPECT_TRUE(Plays(1));
-    EXPECT_DOUBLE_EQ(mixer->PositionSeconds(1), 42.5);
-    EXPECT_EQ(mixer->Title(1).title, QStringLiteral("a-100"));
-    EXPECT_EQ(Volume(1), PlayerVolume(1, mixer->Fader(), false));
-    EXPECT_EQ(list1.CurrentRow(), -1);
-    EXPECT_TRUE(started.isEmpty()); // it was counted then
-
-    EXPECT_TRUE(mixer->ResumeTitle(2, titled(QStringLiteral("b-100")), 7, true));
-    EXPECT_EQ(layer->Activity(2), Activity::Paused);
+    EXPECT_TRUE(mixer.ResumeTitle(2, titled(QStringLiteral("b-100")), 7, true));
+    EXPECT_EQ(layer.Activity(2), Activity::Paused);
     EXPECT_EQ(Volume(2), 0);
-    mixer->Play(2, -1);
+    EXPECT_EQ(list2.CurrentRow(), -1);
+    EXPECT_TRUE(started.isEmpty()) << "it was counted then";
+    mixer.Play(2, -1);
     EXPECT_TRUE(Plays(2));
-    EXPECT_DOUBLE_EQ(mixer->PositionSeconds(2), 7);
-    EXPECT_EQ(Volume(2), PlayerVolume(2, mixer->Fader(), false));
-
-    EXPECT_FALSE(mixer->ResumeTitle(1, titled(QStringLiteral("missing-3")), 1, false));
+    EXPECT_DOUBLE_EQ(mixer.PositionSeconds(2), 7);
+    EXPECT_EQ(Volume(2), PlayerVolume(2, mixer.Fader(), false));
+    EXPECT_FALSE(mixer.ResumeTitle(1, titled(QStringLiteral("missing-3")), 1, false));
     EXPECT_TRUE(messages.constLast().contains(QStringLiteral("missing-3")));
 }
 

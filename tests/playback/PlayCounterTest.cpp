@@ -1,9 +1,7 @@
 #include "playback/PlayCounter.h"
 
-#include "FakeAudio.h"
+#include "FakeDesk.h"
 #include "archive/Archive.h"
-#include "playback/Mixer.h"
-#include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -18,26 +16,17 @@ public:
     QDateTime now{QDate(2026, 11, 21), QTime(23, 5, 7, 250)};
 };
 
-struct PlayCounterTest : ::testing::Test {
+struct PlayCounterTest : ::testing::Test, test::FakeDesk {
     PlayCounterTest() {
-        auto library = std::make_unique<test::FakeAudio>();
-        fake = library.get();
-        layer = std::make_unique<AudioLayer>(std::move(library));
-        layer->InitAudio(1, 1024);
-        mixer = std::make_unique<Mixer>(*layer, list1, list2);
         DataFolder(folder.Path()).CreateAll();
         EXPECT_TRUE(archive.Open(DataFolder(folder.Path())) && archive.WaitForIndex());
         counter =
-            std::make_unique<PlayCounter>(*mixer, list1, list2, PlayCounter::Books{charts, evening, archive}, clock);
-    }
-    void Fill(Playlist& list, const QStringList& names) {
-        for (const QString& name : names)
-            list.Append({{name, {}, {}, {}, {}, folder.Write(name, "x")}});
+            std::make_unique<PlayCounter>(mixer, list1, list2, PlayCounter::Books{charts, evening, archive}, clock);
     }
     void Seconds(int seconds) {
         for (int second = 0; second < seconds; ++second) {
-            fake->Advance(1);
-            mixer->Dispatch();
+            fake.Advance(1);
+            mixer.Dispatch();
             clock.now = clock.now.addSecs(1);
             counter->Tick();
         }
@@ -57,13 +46,7 @@ struct PlayCounterTest : ::testing::Test {
         return text.toStdString();
     }
 
-    test::TestFolder folder;
     EveningClock clock;
-    SystemRandom random;
-    Playlist list1{1, random}, list2{2, random};
-    test::FakeAudio* fake = nullptr;
-    std::unique_ptr<AudioLayer> layer;
-    std::unique_ptr<Mixer> mixer;
     Archive archive{clock};
     ChartsFile charts{folder.Path(QStringLiteral("Charts")), clock};
     EveningLog evening{folder.Path(QStringLiteral("Verlauf"))};
@@ -78,32 +61,38 @@ TEST_F(PlayCounterTest, ANextTitleCountsAtOnce) {
     title.Titel = QStringLiteral("A");
     title.Pfad = list2.At(0).path;
     ASSERT_TRUE(archive.AddTitle(title));
-    mixer->Next(2);
+    mixer.Next(2);
     EXPECT_EQ(Charts(), "a-60:0,1 ");
     EXPECT_EQ(archive.FindByPath(title.Pfad)->Extra2, QStringLiteral("2026.11.21, 23:05"));
     Seconds(30);
-    mixer->Next(2);
+    mixer.Next(2);
     Seconds(5);
     EXPECT_EQ(Charts(), "a-60:0,1 b-60:0,1 ") << "once per load";
-    mixer->Stop(2);
+    mixer.Stop(2);
     EXPECT_EQ(Evening(), "a-60:Player:30 b-60:Player:5 ");
 }
 
 TEST_F(PlayCounterTest, AStartByHandCountsAfterTenSeconds) {
     Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
-    mixer->PlayRow(1, 0);
+    mixer.PlayRow(1, 0);
+    Seconds(3);
+    counter->StopTimer3(); // as pre-listening does
+    Seconds(20);
+    mixer.Stop(1);
+    EXPECT_EQ(Charts() + Evening(), "");
+    mixer.PlayRow(1, 0);
     Seconds(9);
-    mixer->Pause(1);
+    mixer.Pause(1);
     Seconds(20);
     EXPECT_EQ(Charts(), "") << "a pause is no sound";
-    mixer->Play(1, -1);
+    mixer.Play(1, -1);
     Seconds(1);
     EXPECT_EQ(Charts(), "a-60:1,0 ");
     Seconds(20);
     EXPECT_EQ(Charts(), "a-60:1,0 ");
-    mixer->PlayRow(1, 1);
+    mixer.PlayRow(1, 1);
     Seconds(5);
-    mixer->PlayRow(1, 0);
+    mixer.PlayRow(1, 0);
     Seconds(11);
     EXPECT_EQ(Charts(), "a-60:2,0 ") << "b was given up before";
 }
@@ -112,34 +101,24 @@ TEST_F(PlayCounterTest, TheFadeButtonCountsAtOnce) {
     Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
     Fill(list2, {QStringLiteral("c-60")});
     list2.SetCurrent(0);
-    mixer->PlayRow(1, 0);
-    EXPECT_EQ(layer->Record(1).state, PlayState::Empty) << "not counted yet";
-    mixer->FadeTo(2, -1);
+    mixer.PlayRow(1, 0);
+    EXPECT_EQ(layer.Record(1).state, PlayState::Empty) << "not counted yet";
+    mixer.FadeTo(2, -1);
     EXPECT_EQ(Charts(), "c-60:0,1 ");
-    EXPECT_EQ(layer->Record(2).state, PlayState::Counted);
-    mixer->FadeTo(2, -1);
-    mixer->FadeTo(1, -1);
+    EXPECT_EQ(layer.Record(2).state, PlayState::Counted);
+    mixer.FadeTo(2, -1);
+    mixer.FadeTo(1, -1);
     EXPECT_EQ(Charts(), "c-60:0,1 a-60:1,0 ") << "once per load";
     Seconds(20);
     EXPECT_EQ(Charts(), "c-60:0,1 a-60:1,0 ");
-    mixer->Stop(1);
-    EXPECT_EQ(layer->Record(1).state, PlayState::Empty);
+    mixer.Stop(1);
+    EXPECT_EQ(layer.Record(1).state, PlayState::Empty);
     Fill(list1, {QStringLiteral("slow-60")});
     list1.SetCurrent(2);
-    mixer->FadeTo(1, -1);
+    mixer.FadeTo(1, -1);
     EXPECT_EQ(charts.Size(), 2);
     Seconds(4);
     EXPECT_EQ(charts.Size(), 3) << "as soon as its file is open";
-}
-
-TEST_F(PlayCounterTest, PreListeningSwitchesTheTimerOff) {
-    Fill(list1, {QStringLiteral("a-60")});
-    mixer->PlayRow(1, 0);
-    Seconds(3);
-    counter->StopTimer3();
-    Seconds(20);
-    mixer->Stop(1);
-    EXPECT_EQ(Charts() + Evening(), "");
 }
 
 TEST_F(PlayCounterTest, TheHistoryTellsWhoseTitleItWas) {
@@ -148,7 +127,7 @@ TEST_F(PlayCounterTest, TheHistoryTellsWhoseTitleItWas) {
     entries[0].origin = EntryOrigin::Wish;
     entries[1].origin = EntryOrigin::Automatic;
     list1.Replace(entries);
-    mixer->Next(1);
+    mixer.Next(1);
     Seconds(7);
     EXPECT_EQ(Evening(), "a-5:Wunsch:4 b-60:Automatik:-1 ") << "its end starts the next";
     counter.reset();
@@ -160,7 +139,7 @@ TEST_F(PlayCounterTest, TellsWhatItCannotWrite) {
     folder.Write(QStringLiteral("Verlauf"), "keine Mappe");
     QStringList told;
     QObject::connect(counter.get(), &PlayCounter::Told, [&told](const QString& text) { told.append(text); });
-    mixer->Next(1);
+    mixer.Next(1);
     EXPECT_EQ(told.size(), 1);
     EXPECT_EQ(Charts(), "a-60:1,0 ");
 }

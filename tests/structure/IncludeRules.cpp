@@ -35,24 +35,17 @@ struct Place {
 /** A foreign library and the folders that may include it. */
 struct Wrapped {
     const char* headers;
-    std::vector<std::string> folders;
+    std::set<std::string> folders;
 };
 
-const std::vector<Wrapped>& WrappedLibraries() {
-    static const std::vector<Wrapped> libraries{
-        {R"(taglib/.*|(fileref|tag|tpropertymap|id3v[12]\w*|mpeg\w+|\w+frame|vorbisfile|xiphcomment)\.h)", {"tags"}},
-        {R"(sqlite3\.h)", {"archive"}},
-        {R"((SDL2/)?SDL.*|(f?mpg123|samplerate)\.h|(vorbis|opus|ogg)/.*)", {"audio"}},
-        {R"(opusfile\.h)", {"audio", "tags"}}, // a name of the decoder's and of the tag library's
-        {R"(sndfile\.hh?)", {"audio", "app"}},
-        {R"(sodium.*\.h)", {"app"}},
-    };
-    return libraries;
-}
-
-bool Contains(const std::vector<std::string>& list, const std::string& value) {
-    return std::find(list.begin(), list.end(), value) != list.end();
-}
+const std::vector<Wrapped> kLibraries{
+    {R"(taglib/.*|(fileref|tag|tpropertymap|id3v[12]\w*|mpeg\w+|\w+frame|vorbisfile|xiphcomment)\.h)", {"tags"}},
+    {R"(sqlite3\.h)", {"archive"}},
+    {R"((SDL2/)?SDL.*|(f?mpg123|samplerate)\.h|(vorbis|opus|ogg)/.*)", {"audio"}},
+    {R"(opusfile\.h)", {"audio", "tags"}}, // a name of the decoder's and of the tag library's
+    {R"(sndfile\.hh?)", {"audio", "app"}},
+    {R"(sodium.*\.h)", {"app"}},
+};
 
 bool EndsWith(const std::string& text, const std::string& end) {
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
@@ -84,9 +77,9 @@ std::string IncludeRules::ForeignInclude(const SourceFile& file, const std::stri
         return "is Qt in the audio library";
     if (!from.ShowsWidgets() && widgetHeaders_.count(included.substr(included.rfind('/') + 1)) > 0)
         return "is a widget in logic";
-    for (const Wrapped& library : WrappedLibraries()) {
-        if (std::regex_match(included, std::regex(library.headers)) && !Contains(library.folders, from.folder))
-            return "belongs to " + library.folders.front();
+    for (const Wrapped& library : kLibraries) {
+        if (std::regex_match(included, std::regex(library.headers)) && library.folders.count(from.folder) == 0)
+            return "belongs to " + *library.folders.begin();
     }
     return "";
 }

@@ -12,12 +12,9 @@ namespace {
 QColor InkOf(const QPixmap& pixmap) {
     const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
     QColor best(0, 0, 0, 0);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QColor pixel = image.pixelColor(x, y);
-            if (pixel.alpha() > best.alpha())
-                best = pixel;
-        }
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+        const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
+        best = pixel.alpha() > best.alpha() ? pixel : best;
     }
     return best;
 }
@@ -36,16 +33,16 @@ TEST(IconsTest, EveryIconIsThereAndTakesTheColour) {
 }
 
 TEST(IconsTest, PixmapsAreSharpAndKept) {
-    const QPixmap fine = Icons::Pixmap(QStringLiteral("play"), Qt::black, 24, 2.0);
+    const auto play = [](const QColor& colour, int size) {
+        return Icons::Pixmap(QStringLiteral("play"), colour, size, 2.0);
+    };
+    const QPixmap fine = play(Qt::black, 24);
     EXPECT_EQ(fine.size(), QSize(48, 48));
     EXPECT_EQ(fine.deviceIndependentSize(), QSizeF(24, 24));
-    EXPECT_EQ(Icons::Pixmap(QStringLiteral("play"), Qt::black, 24, 2.0).cacheKey(), fine.cacheKey());
-    EXPECT_NE(Icons::Pixmap(QStringLiteral("play"), Qt::white, 24, 2.0).cacheKey(), fine.cacheKey());
-}
-
-TEST(IconsTest, AnUnknownNameOrNoSizeIsNull) {
+    EXPECT_EQ(play(Qt::black, 24).cacheKey(), fine.cacheKey());
+    EXPECT_NE(play(Qt::white, 24).cacheKey(), fine.cacheKey());
+    EXPECT_TRUE(play(Qt::black, 0).isNull());
     EXPECT_TRUE(Icons::Pixmap(QStringLiteral("nothing"), Qt::black, 24).isNull());
-    EXPECT_TRUE(Icons::Pixmap(QStringLiteral("play"), Qt::black, 0).isNull());
 }
 
 TEST(IconsTest, AnIconFollowsTheSkin) {

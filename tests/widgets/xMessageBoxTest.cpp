@@ -37,18 +37,15 @@ TEST(xMessageBoxTest, TheAnswerIsThePressedCaption) {
 }
 
 TEST(xMessageBoxTest, EscAndTheCloseBoxNeverSayYes) {
-    struct Case {
-        QStringList buttons;
-        QString answer;
-    };
-    const Case cases[] = {{three, QStringLiteral("Nein")},
-                          {{QStringLiteral("Ja"), QStringLiteral("Nein")}, QStringLiteral("Nein")},
-                          {{QStringLiteral("ok")}, QStringLiteral("ok")},
-                          {{QStringLiteral("Weiter"), QStringLiteral("Abbrechen")}, QStringLiteral("Abbrechen")},
-                          {{}, QStringLiteral("OK")}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(AskAndDo(c.buttons, PressEscape), c.answer);
-        EXPECT_EQ(AskAndDo(c.buttons, [](xMessageBox& box) { box.close(); }), c.answer);
+    const std::pair<QStringList, QString> cases[] = {
+        {three, QStringLiteral("Nein")},
+        {{QStringLiteral("Ja"), QStringLiteral("Nein")}, QStringLiteral("Nein")},
+        {{QStringLiteral("ok")}, QStringLiteral("ok")},
+        {{QStringLiteral("Weiter"), QStringLiteral("Abbrechen")}, QStringLiteral("Abbrechen")},
+        {{}, QStringLiteral("OK")}};
+    for (const auto& [buttons, answer] : cases) {
+        EXPECT_EQ(AskAndDo(buttons, PressEscape), answer);
+        EXPECT_EQ(AskAndDo(buttons, [](xMessageBox& box) { box.close(); }), answer);
     }
 }
 
