@@ -4,6 +4,7 @@
 #include "support/TestFolder.h"
 #include "support/ToneMeter.h"
 
+#include <QProcess>
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
