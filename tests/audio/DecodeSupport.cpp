@@ -11,25 +11,26 @@
 
 namespace kalvo::audio::test {
 
+SoundSpec Spec(double seconds, int rate, int channels, const char* options, int coverBytes) {
+    SoundSpec spec;
+    spec.seconds = seconds;
+    spec.rate = rate;
+    spec.channels = channels;
+    spec.options = QString::fromLatin1(options).split(u' ', Qt::SkipEmptyParts);
+    spec.coverBytes = coverBytes;
+    return spec;
+}
+
+QByteArray SoundBytes(const char* name, const SoundSpec& spec) {
+    const TestFolder folder;
+    MakeSound(folder.Path(), QString::fromLatin1(name), spec);
+    return folder.Read(QString::fromLatin1(name));
+}
+
 void FakeBytes::Control::HangFrom(std::int64_t position) {
     const std::lock_guard lock(mutex_);
     hang_ = position;
-}
-
-void FakeBytes::Control::Release() {
-    const std::lock_guard lock(mutex_);
-    hang_ = -1;
     changed_.notify_all();
-}
-
-void FakeBytes::Control::FailFrom(std::int64_t position) {
-    const std::lock_guard lock(mutex_);
-    fail_ = position;
-}
-
-void FakeBytes::Control::CutAt(std::int64_t position) {
-    const std::lock_guard lock(mutex_);
-    cut_ = position;
 }
 
 bool FakeBytes::Control::AwaitHanging() {
@@ -37,14 +38,9 @@ bool FakeBytes::Control::AwaitHanging() {
     return TimedWait(changed_, lock, std::chrono::seconds(10), [this] { return hanging_ > 0; });
 }
 
-std::int64_t FakeBytes::Control::Reached() const {
-    const std::lock_guard lock(mutex_);
-    return reached_;
-}
-
 void FakeBytes::Control::Pass(std::int64_t end) {
     std::unique_lock lock(mutex_);
-    reached_ = std::max(reached_, end);
+    reached_ = std::max<std::int64_t>(reached_, end);
     const auto free = [&] { return hang_ < 0 || end <= hang_; };
     if (free())
         return;
@@ -67,12 +63,11 @@ bool FakeBytes::Open() {
 }
 
 std::int64_t FakeBytes::ReadAt(std::int64_t position, void* buffer, std::size_t bytes) {
-    control_->Pass(position + static_cast<std::int64_t>(bytes));
-    const std::lock_guard lock(control_->mutex_);
     const auto end = position + static_cast<std::int64_t>(bytes);
-    if (control_->fail_ >= 0 && end > control_->fail_)
+    control_->Pass(end);
+    if (end > control_->fail_)
         return -1;
-    const std::int64_t size = control_->cut_ >= 0 ? control_->cut_ : bytes_.size();
+    const std::int64_t size = std::min<std::int64_t>(control_->cut_, bytes_.size());
     const std::int64_t got = std::max<std::int64_t>(0, std::min(end, size) - position);
     std::memcpy(buffer, bytes_.constData() + position, static_cast<std::size_t>(got));
     return got;
@@ -105,6 +100,13 @@ float Difference(const std::vector<float>& whole, std::int64_t start, const std:
     for (std::size_t i = 0; i < part.size(); ++i)
         largest = std::max(largest, std::abs(whole[offset + i] - part[i]));
     return largest;
+}
+
+int Waves(const std::vector<float>& stereo, std::size_t from) {
+    int waves = 0;
+    for (std::size_t frame = from; frame < from + 44100; ++frame)
+        waves += stereo.at(frame * 2) < 0 && stereo.at(frame * 2 + 2) >= 0 ? 1 : 0;
+    return waves;
 }
 
 float Peak(const std::vector<float>& stereo, int side, std::int64_t from, std::int64_t to) {

@@ -3,16 +3,29 @@
 #include "audio/ByteSource.h"
 #include "audio/Decoder.h"
 #include "audio/ReadAheadFile.h"
+#include "support/SoundMaker.h"
+#include "support/TestFolder.h"
 
 #include <QByteArray>
 #include <QString>
 
+#include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <vector>
 
 namespace kalvo::audio::test {
+
+using kalvo::test::MakeSound;
+using kalvo::test::SoundSpec;
+using kalvo::test::TestFolder;
+
+/** options: arguments of the encoder, between blanks. */
+SoundSpec Spec(double seconds, int rate = 44100, int channels = 2, const char* options = "", int coverBytes = 0);
+/** What the encoder for such a file name makes. */
+QByteArray SoundBytes(const char* name, const SoundSpec& spec);
 
 /** Bytes in memory whose delivery can be held up, cut short or made to fail while they are read. */
 class FakeBytes final : public ByteSource {
@@ -22,29 +35,28 @@ public:
     public:
         /** Reads and opening at or beyond `position` hang until Release(); 0 = opening too. */
         void HangFrom(std::int64_t position);
-        void Release();
-        void FailFrom(std::int64_t position);
-        void CutAt(std::int64_t position);
+        void Release() { HangFrom(-1); }
+        void FailFrom(std::int64_t position) { fail_ = position; }
+        void CutAt(std::int64_t position) { cut_ = position; }
         /** Waits until a call hangs; false after ten seconds. */
         bool AwaitHanging();
         /** The furthest byte that has been asked for. */
-        std::int64_t Reached() const;
+        std::int64_t Reached() const { return reached_; }
 
     private:
         friend class FakeBytes;
         void Pass(std::int64_t end);
 
-        mutable std::mutex mutex_;
+        std::mutex mutex_; // hang_ and hanging_
         std::condition_variable changed_;
         std::int64_t hang_ = -1;
-        std::int64_t fail_ = -1;
-        std::int64_t cut_ = -1;
-        std::int64_t reached_ = 0;
         int hanging_ = 0;
+        std::atomic<std::int64_t> fail_{INT64_MAX}, cut_{INT64_MAX}, reached_{0};
     };
 
     /** another: of a further access to the same bytes; null: there is none. */
-    FakeBytes(QByteArray bytes, std::shared_ptr<Control> control, std::shared_ptr<Control> another = nullptr);
+    explicit FakeBytes(QByteArray bytes, std::shared_ptr<Control> control = std::make_shared<Control>(),
+                       std::shared_ptr<Control> another = nullptr);
 
     bool Open() override;
     std::int64_t Size() const override { return bytes_.size(); }
@@ -61,6 +73,7 @@ private:
 struct OpenedFile {
     explicit OpenedFile(const QString& path);
     explicit OpenedFile(std::unique_ptr<ByteSource> bytes);
+    explicit OpenedFile(const QByteArray& bytes) : OpenedFile(std::make_unique<FakeBytes>(bytes)) {}
 
     ReadAheadFile file;
     std::unique_ptr<Decoder> decoder;
@@ -70,6 +83,8 @@ struct OpenedFile {
 std::vector<float> DecodeRest(Decoder& decoder, ReadResult* last = nullptr);
 /** Largest difference between `part` and `whole` from frame `start` on; 9 when `part` reaches beyond it. */
 float Difference(const std::vector<float>& whole, std::int64_t start, const std::vector<float>& part);
+/** Upward zero crossings of the left side in a second of 44,100 frames: the tone's frequency. */
+int Waves(const std::vector<float>& stereo, std::size_t from);
 /** Largest value of one side, 0 left, 1 right, between two frames. */
 float Peak(const std::vector<float>& stereo, int side, std::int64_t from, std::int64_t to);
 

@@ -17,23 +17,22 @@ EffectParameters Parameters(float gain, float mix) {
     return parameters;
 }
 
+struct EffectsTest : DeskTest {};
+
 } // namespace
 
-TEST(EffectsTest, FlatAndDryEffectsChangeNotABit) {
-    OfflineDesk desk;
+TEST_F(EffectsTest, FlatAndDryEffectsChangeNotABit) {
     const Tone tone = Sine(3000, 0.7);
     const Handle stream = desk.Play(tone);
     for (int i = 0; i < 10; ++i)
-        ASSERT_NE(desk.Audio().ChannelSetFX(stream, EffectType::EqualiserBand), 0U);
-    ASSERT_NE(desk.Audio().ChannelSetFX(stream, EffectType::Reverb), 0U);
+        ASSERT_NE(library.ChannelSetFX(stream, EffectType::EqualiserBand), 0U);
+    ASSERT_NE(library.ChannelSetFX(stream, EffectType::Reverb), 0U);
     const auto out = desk.Render(3000);
     for (std::size_t i = kDelay; i < out.size(); ++i)
         ASSERT_EQ(out[i], tone.sample(std::int64_t(i - kDelay)));
 }
 
-TEST(EffectsTest, HandlesParametersAndLimitsAreChecked) {
-    OfflineDesk desk;
-    AudioLibrary& library = desk.Audio();
+TEST_F(EffectsTest, HandlesParametersAndLimitsAreChecked) {
     const Handle stream = desk.Open(Constant(0));
     const Handle other = desk.Open(Constant(0));
     const Handle band = library.ChannelSetFX(stream, EffectType::EqualiserBand);
@@ -50,31 +49,22 @@ TEST(EffectsTest, HandlesParametersAndLimitsAreChecked) {
     EXPECT_FALSE(library.FXSetParameters(band, Parameters(0, -96)));
 }
 
-TEST(EffectsTest, AddingMovingAndRemovingMakesNoClick) {
-    OfflineDesk desk;
-    AudioLibrary& library = desk.Audio();
+TEST_F(EffectsTest, AddingMovingAndRemovingMakesNoClick) {
     const Handle stream = desk.Play(Sine(50, 0.3, 1 << 20));
     std::vector<float> out = desk.Render(4000);
-    const auto go = [&](std::size_t frames) {
-        const auto piece = desk.Render(frames);
-        out.insert(out.end(), piece.begin(), piece.end());
-    };
     const Handle band = library.ChannelSetFX(stream, EffectType::EqualiserBand);
     const Handle reverb = library.ChannelSetFX(stream, EffectType::Reverb);
     for (const float mix : {-20.F, -40.F, -10.F}) {
         ASSERT_TRUE(library.FXSetParameters(band, Parameters(-mix / 3, -96)));
         ASSERT_TRUE(library.FXSetParameters(reverb, Parameters(0, mix)));
-        go(4000);
+        desk.RenderTo(out, 4000);
     }
     ASSERT_TRUE(library.ChannelRemoveFX(stream, band) && library.ChannelRemoveFX(stream, reverb));
-    go(20000);
-    out.erase(out.begin(), out.begin() + kDelay + 2);
+    desk.RenderTo(out, 20000);
     EXPECT_LT(LargestJump(out), 0.001);
 }
 
-TEST(EffectsTest, TheReverberationFallsBy60DecibelInItsTime) {
-    OfflineDesk desk;
-    AudioLibrary& library = desk.Audio();
+TEST_F(EffectsTest, TheReverberationFallsBy60DecibelInItsTime) {
     const Handle stream =
         desk.Play({44100, 1 << 20, [](std::int64_t frame) { return frame < 200 && frame % 2 == 0 ? 0.9F : 0.0F; }});
     const Handle reverb = library.ChannelSetFX(stream, EffectType::Reverb);

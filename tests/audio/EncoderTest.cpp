@@ -26,11 +26,11 @@ struct Sound {
     int rate = 0;
     std::string title;
     std::size_t Frames() const { return stereo.size() / 2; }
-    std::vector<float> Left() const {
+    ToneMeter Meter() const {
         std::vector<float> left;
         for (std::size_t i = 0; i < stereo.size(); i += 2)
             left.push_back(stereo[i]);
-        return left;
+        return {std::move(left), 44100};
     }
 };
 
@@ -82,6 +82,8 @@ protected:
     TestFolder folder_;
     OfflineDesk desk_;
     EncoderLibraryImpl encoder_;
+    FakeDisk disk_;
+    EncoderLibraryImpl onDisk_{disk_.Opener()};
 };
 
 TEST_F(EncoderTest, EveryFormatHoldsTheToneInFullLengthAndLevel) {
@@ -111,7 +113,7 @@ TEST_F(EncoderTest, EveryFormatHoldsTheToneInFullLengthAndLevel) {
         EXPECT_EQ(sound.Frames(), 3 * kSecond) << c.name;
         EXPECT_EQ(sound.rate, 44100);
         EXPECT_EQ(sound.title, "Größe") << c.name;
-        const ToneMeter meter(sound.Left(), 44100);
+        const ToneMeter meter = sound.Meter();
         EXPECT_NEAR(meter.Levels(kTone, 1.5).front(), 0.5, c.residual > -50 ? 0.02 : 0.001) << c.name;
         EXPECT_LT(meter.ResidualPeak(kTone, 0.5, 2.5), c.residual) << c.name;
     }
@@ -148,7 +150,7 @@ TEST_F(EncoderTest, AStreamIsRecordedAloneAndEndsWithItself) {
     desk_.Render(kSecond);
     EXPECT_EQ(State(recording).frames, kSecond);
     EXPECT_TRUE(encoder_.Encode_Stop(recording));
-    const ToneMeter meter(ReadFile(Path("stream.wav")).Left(), 44100);
+    const ToneMeter meter = ReadFile(Path("stream.wav")).Meter();
     const std::vector<double> levels = meter.Levels({440, 1000}, 0.5);
     EXPECT_NEAR(levels[0], 0, 0.001);
     EXPECT_NEAR(levels[1], 0.25, 0.001);
@@ -172,7 +174,7 @@ TEST_F(EncoderTest, AFileCanBePlayedAtAnyMomentWhileItIsWritten) {
         const Handle recording = Record(c.name, c.settings);
         const QString copy = folder_.Path(QStringLiteral("kopie"));
         for (const std::size_t seconds : {5, 9}) {
-            desk_.Render(seconds == 5 ? 5 * kSecond : 4 * kSecond);
+            desk_.Render((seconds == 5 ? 5 : 4) * kSecond);
             const auto least = std::size_t((double(seconds) - c.missing) * 44100);
             EXPECT_TRUE(WaitUntil([&] {
                 QFile::remove(copy);
@@ -207,32 +209,29 @@ TEST_F(EncoderTest, QualityAndBitrateDecideTheSize) {
 }
 
 TEST_F(EncoderTest, AFullDiskKeepsWhatFittedAndTheMusicGoesOn) {
-    FakeDisk disk;
-    disk.SetRoom(200000);
-    EncoderLibraryImpl encoder(disk.Opener());
-    const Handle recording = encoder.Encode_Start(desk_.Audio(), Output::Main, "x.wav", Settings(EncodeFormat::Wav));
+    disk_.SetRoom(200000);
+    const Handle recording = onDisk_.Encode_Start(desk_.Audio(), Output::Main, "x.wav", Settings(EncodeFormat::Wav));
     desk_.Play(Sine(1000, 0.5));
     desk_.Render(20 * kSecond);
     EncodeState state;
     EXPECT_TRUE(
-        WaitUntil([&] { return encoder.Encode_GetState(recording, state) && state.status == EncodeStatus::Failed; }));
+        WaitUntil([&] { return onDisk_.Encode_GetState(recording, state) && state.status == EncodeStatus::Failed; }));
     EXPECT_EQ(state.error, EncodeError::DiskFull);
     EXPECT_EQ(state.lost, 0U);
-    EXPECT_FALSE(encoder.Encode_Stop(recording));
-    EXPECT_EQ(encoder.ErrorGetCode(), EncodeError::DiskFull);
-    EXPECT_FALSE(encoder.Encode_GetState(recording, state)) << "the handle is gone";
-    EXPECT_FALSE(disk.Removed());
-    const std::vector<char> content = disk.Content();
+    EXPECT_FALSE(onDisk_.Encode_Stop(recording));
+    EXPECT_EQ(onDisk_.ErrorGetCode(), EncodeError::DiskFull);
+    EXPECT_FALSE(onDisk_.Encode_GetState(recording, state)) << "the handle is gone";
+    EXPECT_FALSE(disk_.Removed());
+    const std::vector<char> content = disk_.Content();
     folder_.Write(QStringLiteral("voll.wav"), QByteArray(content.data(), qsizetype(content.size())));
     EXPECT_GT(ReadFile(Path("voll.wav")).Frames(), kSecond);
 }
 
 TEST_F(EncoderTest, ADiskThatIsTooSlowIsToldFrameByFrame) {
-    FakeDisk disk;
     EncodeError error = EncodeError::None;
-    const auto encoder = Encoder::Start(disk.Opener(), "x.wav", Settings(EncodeFormat::Wav), 44100, error);
+    const auto encoder = Encoder::Start(disk_.Opener(), "x.wav", Settings(EncodeFormat::Wav), 44100, error);
     ASSERT_NE(encoder, nullptr);
-    disk.Hang();
+    disk_.Hang();
     const std::vector<float> block(2 * 1000, 0.25F);
     const std::size_t blocks = Encoder::kRingFrames / 1000 + 100;
     for (std::size_t i = 0; i < blocks; ++i)
@@ -241,7 +240,7 @@ TEST_F(EncoderTest, ADiskThatIsTooSlowIsToldFrameByFrame) {
     EXPECT_EQ(encoder->State().status, EncodeStatus::Running);
     encoder->Finish();
     EXPECT_FALSE(encoder->AwaitEnd(std::chrono::milliseconds(1)));
-    disk.Release();
+    disk_.Release();
     ASSERT_TRUE(encoder->AwaitEnd(std::chrono::seconds(20)));
     const EncodeState state = encoder->State();
     EXPECT_EQ(state.status, EncodeStatus::Finished);
@@ -249,17 +248,15 @@ TEST_F(EncoderTest, ADiskThatIsTooSlowIsToldFrameByFrame) {
 }
 
 TEST_F(EncoderTest, AHangingDiskDoesNotHoldUpTheStop) {
-    FakeDisk disk;
-    EncoderLibraryImpl encoder(disk.Opener());
-    const Handle recording = encoder.Encode_Start(desk_.Audio(), Output::Main, "x.wav", Settings(EncodeFormat::Wav));
-    disk.Hang();
+    const Handle recording = onDisk_.Encode_Start(desk_.Audio(), Output::Main, "x.wav", Settings(EncodeFormat::Wav));
+    disk_.Hang();
     desk_.Render(kSecond);
-    EXPECT_FALSE(encoder.Encode_Stop(recording));
-    EXPECT_EQ(encoder.ErrorGetCode(), EncodeError::Timeout);
-    disk.Release();
-    EXPECT_TRUE(WaitUntil([&] { return encoder.Encode_Stop(recording); }));
-    EXPECT_FALSE(encoder.Encode_Stop(recording));
-    EXPECT_EQ(encoder.ErrorGetCode(), EncodeError::InvalidHandle);
+    EXPECT_FALSE(onDisk_.Encode_Stop(recording));
+    EXPECT_EQ(onDisk_.ErrorGetCode(), EncodeError::Timeout);
+    disk_.Release();
+    EXPECT_TRUE(WaitUntil([&] { return onDisk_.Encode_Stop(recording); }));
+    EXPECT_FALSE(onDisk_.Encode_Stop(recording));
+    EXPECT_EQ(onDisk_.ErrorGetCode(), EncodeError::InvalidHandle);
 }
 
 TEST_F(EncoderTest, WhatCannotBeRecordedIsRefusedAndLeavesNoFile) {
@@ -306,15 +303,14 @@ TEST_F(EncoderTest, ALongWavGoesOnInFurtherFilesWithoutAGap) {
     EXPECT_TRUE(WaitUntil([&] { return State(recording).frames == 3 * kSecond; }));
     EXPECT_EQ(State(recording).path, Raw("lang-4.wav"));
     EXPECT_TRUE(encoder_.Encode_Stop(recording));
-    std::vector<float> joined;
+    Sound joined;
     for (const char* name : {"lang.wav", "lang-3.wav", "lang-4.wav"}) {
         const Sound part = ReadFile(Path(name));
         EXPECT_LE(QFile(Path(name)).size(), 501000) << name;
-        const auto left = part.Left();
-        joined.insert(joined.end(), left.begin(), left.end());
+        joined.stereo.insert(joined.stereo.end(), part.stereo.begin(), part.stereo.end());
     }
-    EXPECT_EQ(joined.size(), 3 * kSecond);
-    EXPECT_LT(ToneMeter(joined, 44100).ResidualPeak(kTone, 0, 3), -100);
+    EXPECT_EQ(joined.Frames(), 3 * kSecond);
+    EXPECT_LT(joined.Meter().ResidualPeak(kTone, 0, 3), -100);
     EXPECT_EQ(folder_.Read(QStringLiteral("lang-2.wav")), "bleibt");
 }
 
@@ -352,7 +348,7 @@ TEST_F(EncoderTest, StartsAndStopsBesideARunningAudioThread) {
     EXPECT_TRUE(WaitUntil([&] { return State(whole).frames > kSecond / 4; }));
     EXPECT_EQ(State(whole).lost, 0U);
     EXPECT_TRUE(encoder_.Encode_Stop(whole));
-    const ToneMeter meter(ReadFile(Path("ganz.wav")).Left(), 44100);
+    const ToneMeter meter = ReadFile(Path("ganz.wav")).Meter();
     EXPECT_LT(meter.ResidualPeak({440}, 0.05, meter.Seconds() - 0.05), -80) << "a gap in what was recorded";
 }
 

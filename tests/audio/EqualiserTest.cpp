@@ -61,16 +61,6 @@ TEST(EqualiserTest, TheBandwidthIsWhereHalfTheGainIsReached) {
     EXPECT_NEAR(Decibel(8000, equaliser), 0, 0.2);
 }
 
-TEST(EqualiserTest, AtZeroDecibelNotABitChanges) {
-    Equaliser equaliser(44100);
-    for (std::size_t band = 0; band < 10; ++band)
-        equaliser.SetBand(band, Band(1000, 0), band % 2 == 0);
-    const Tone tone = Sine(440, 0.7);
-    const auto out = Filtered(equaliser, tone, 0, 4096);
-    for (std::size_t i = 0; i < out.size(); ++i)
-        ASSERT_EQ(out[i], tone.sample(std::int64_t(i)));
-}
-
 TEST(EqualiserTest, LiveChangesMakeNoClickAndEndExact) {
     Equaliser equaliser(44100);
     const Tone tone = Sine(60, 0.3);
@@ -80,7 +70,7 @@ TEST(EqualiserTest, LiveChangesMakeNoClickAndEndExact) {
         equaliser.SetBand(0, Band(80, gain), false);
         const auto out = Filtered(equaliser, tone, at, 8192);
         at += 8192;
-        largest = std::max(largest, LargestJump(out));
+        largest = std::max(largest, LargestJump(out, 0));
     }
     EXPECT_LT(largest, 0.001) << "-60 dBFS";
     Filtered(equaliser, tone, at, 88064); // rings out

@@ -26,39 +26,21 @@ public:
         return EncodeError::None;
     }
     EncodeError Sync() override { return EncodeError::None; }
-    void Discard() override {
-        const std::lock_guard lock(disk_.mutex_);
-        disk_.removed_ = true;
-    }
+    void Discard() override { disk_.removed_ = true; }
 
 private:
     FakeDisk& disk_;
 };
 
-void FakeDisk::SetRoom(std::size_t bytes) {
+void FakeDisk::SetHanging(bool hanging) {
     const std::lock_guard lock(mutex_);
-    room_ = bytes;
-}
-
-void FakeDisk::Hang() {
-    const std::lock_guard lock(mutex_);
-    hanging_ = true;
-}
-
-void FakeDisk::Release() {
-    const std::lock_guard lock(mutex_);
-    hanging_ = false;
+    hanging_ = hanging;
     changed_.notify_all();
 }
 
 std::vector<char> FakeDisk::Content() const {
     const std::lock_guard lock(mutex_);
     return content_;
-}
-
-bool FakeDisk::Removed() const {
-    const std::lock_guard lock(mutex_);
-    return removed_;
 }
 
 audio::SinkOpener FakeDisk::Opener() {

@@ -2,6 +2,7 @@
 
 #include "audio/ByteSink.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <vector>
@@ -12,25 +13,26 @@ namespace kalvo::test {
 class FakeDisk {
 public:
     /** Bytes that the file may have. */
-    void SetRoom(std::size_t bytes);
+    void SetRoom(std::size_t bytes) { room_ = bytes; }
     /** Writing waits until Release(). */
-    void Hang();
-    void Release();
+    void Hang() { SetHanging(true); }
+    void Release() { SetHanging(false); }
     std::vector<char> Content() const;
-    bool Removed() const;
+    bool Removed() const { return removed_; }
 
     /** Makes the disk's one file. */
     audio::SinkOpener Opener();
 
 private:
     class File;
+    void SetHanging(bool hanging);
 
-    mutable std::mutex mutex_;
+    mutable std::mutex mutex_; // content_ and hanging_
     std::condition_variable changed_;
     std::vector<char> content_;
-    std::size_t room_ = SIZE_MAX;
     bool hanging_ = false;
-    bool removed_ = false;
+    std::atomic<std::size_t> room_{SIZE_MAX};
+    std::atomic<bool> removed_{false};
 };
 
 } // namespace kalvo::test

@@ -22,7 +22,7 @@ std::size_t Fill(FrameRing& ring, float next, std::size_t count) {
 
 } // namespace
 
-TEST(FrameRing, KeepsTheOrderAcrossItsSeam) {
+TEST(FrameRing, KeepsTheOrderAcrossItsSeamAndDropsEverythingOnClear) {
     FrameRing ring(8);
     float stereo[16];
     EXPECT_EQ(ring.Read(stereo, 8), 0U);
@@ -37,12 +37,7 @@ TEST(FrameRing, KeepsTheOrderAcrossItsSeam) {
         EXPECT_EQ(stereo[i * 2], static_cast<float>(5 + i));
         EXPECT_EQ(stereo[i * 2 + 1], static_cast<float>(-5 - i));
     }
-}
-
-TEST(FrameRing, ClearDropsEverything) {
-    FrameRing ring(8);
-    float stereo[2];
-    Fill(ring, 0, 5);
+    Fill(ring, 14, 5);
     ring.Clear();
     EXPECT_EQ(ring.Available(), 0U);
     EXPECT_EQ(ring.Read(stereo, 1), 0U);

@@ -24,22 +24,13 @@ Factory Load(const char* file, const char* factory) {
     return module != nullptr ? reinterpret_cast<Factory>(dlsym(module, factory)) : nullptr;
 }
 
-TEST(ModuleTest, IsLoadedByItsNameAndTellsItsVersion) {
-    const auto create = Load<Factory>("bass.dll", kFactoryName);
-    ASSERT_NE(create, nullptr);
-    const std::unique_ptr<AudioLibrary> library(create());
-    EXPECT_EQ(library->GetVersion(), 0x00000002U);
-    EXPECT_TRUE(library->Init(Output::Main, kOffline, 44100, 1024));
-    float silence[64];
-    EXPECT_TRUE(library->Render(Output::Main, silence, 32));
-}
-
-TEST(ModuleTest, TheEncoderRecordsWhatTheLibraryRenders) {
+TEST(ModuleTest, BothAreLoadedByNameTellTheirVersionAndWorkTogether) {
     const auto createAudio = Load<Factory>("bass.dll", kFactoryName);
     const auto createEncoder = Load<EncoderFactory>("BASSenc.dll", kEncoderFactoryName);
     ASSERT_TRUE(createAudio != nullptr && createEncoder != nullptr);
     const std::unique_ptr<AudioLibrary> library(createAudio());
     const std::unique_ptr<EncoderLibrary> encoder(createEncoder());
+    EXPECT_EQ(library->GetVersion(), 0x00000002U);
     EXPECT_EQ(encoder->GetVersion(), 0x00000002U);
     ASSERT_TRUE(library->Init(Output::Main, kOffline, 44100, 1024));
     const kalvo::test::TestFolder folder;
@@ -53,6 +44,8 @@ TEST(ModuleTest, TheEncoderRecordsWhatTheLibraryRenders) {
     EXPECT_TRUE(encoder->Encode_Stop(recording));
     const Handle stream = library->StreamCreateFile(Output::Main, path);
     EXPECT_EQ(library->StreamGetLength(stream), 44100U * 4);
+    EXPECT_EQ(library->StreamCreateFile(Output::Main, path + "x"), 0U);
+    EXPECT_EQ(library->ErrorGetCode(), ErrorCode::File);
 }
 
 } // namespace

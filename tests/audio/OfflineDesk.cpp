@@ -1,7 +1,5 @@
 #include "OfflineDesk.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <numbers>
 
@@ -70,9 +68,14 @@ std::vector<float> OfflineDesk::Render(std::size_t frames, std::size_t blockFram
     return left;
 }
 
-double LargestJump(const std::vector<float>& samples) {
+void OfflineDesk::RenderTo(std::vector<float>& out, std::size_t frames, std::size_t blockFrames) {
+    const auto piece = Render(frames, blockFrames);
+    out.insert(out.end(), piece.begin(), piece.end());
+}
+
+double LargestJump(const std::vector<float>& samples, std::size_t first) {
     double largest = 0;
-    for (std::size_t i = 2; i < samples.size(); ++i)
+    for (std::size_t i = first + 2; i < samples.size(); ++i)
         largest =
             std::max(largest, std::fabs(double(samples[i]) - 2 * double(samples[i - 1]) + double(samples[i - 2])));
     return largest;

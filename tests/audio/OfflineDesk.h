@@ -3,6 +3,8 @@
 #include "audio/AudioLibraryImpl.h"
 #include "audio/Limiter.h"
 
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -62,6 +64,8 @@ public:
     /** The left side of the next frames, kDelay frames late as the limiter makes them; the right side in `right`. */
     std::vector<float> Render(std::size_t frames, std::size_t blockFrames = 256);
     std::vector<float> right;
+    /** Appends the next frames to `out`. */
+    void RenderTo(std::vector<float>& out, std::size_t frames, std::size_t blockFrames = 256);
 
 private:
     Tone tone_; // what the next StreamCreateFile() opens
@@ -69,11 +73,16 @@ private:
     audio::AudioLibraryImpl library_;
 };
 
+struct DeskTest : ::testing::Test {
+    OfflineDesk desk;
+    audio::AudioLibrary& library = desk.Audio();
+};
+
 /** Frames by which everything comes out later. */
 constexpr std::size_t kDelay = audio::Limiter::kDelay;
 
-/** The largest second difference: a jump in a low tone shows as its height. */
-double LargestJump(const std::vector<float>& samples);
+/** The largest second difference from this frame on: a jump in a low tone shows as its height. */
+double LargestJump(const std::vector<float>& samples, std::size_t first = kDelay + 2);
 /** Frequency in Hz from the rising zero crossings, those at the rim interpolated. */
 double MeasuredFrequency(const std::vector<float>& samples, double rate = 44100);
 

@@ -51,7 +51,9 @@ TEST_F(OpeningTest, AStreamIsUsedFromTheMomentItsFileIsOpen) {
     EXPECT_FLOAT_EQ(sound[2 * 511], 0.5F);
 }
 
-TEST_F(OpeningTest, AFileThatFailsInvalidatesItsHandle) {
+TEST_F(OpeningTest, AFileThatFailsInvalidatesItsHandleAndWaitingInVainIsATimeout) {
+    EXPECT_EQ(library.StreamCreateFile(Output::Main, "slow"), 0U);
+    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Timeout);
     const Handle stream = library.StreamOpenFile(Output::Main, "bad");
     answer = ErrorCode::Format;
     EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Failed);
@@ -59,11 +61,6 @@ TEST_F(OpeningTest, AFileThatFailsInvalidatesItsHandle) {
     EXPECT_FALSE(library.StreamFree(stream));
     EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Failed);
     EXPECT_EQ(library.ErrorGetCode(), ErrorCode::InvalidHandle);
-}
-
-TEST_F(OpeningTest, WaitingInVainIsATimeout) {
-    EXPECT_EQ(library.StreamCreateFile(Output::Main, "slow"), 0U);
-    EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Timeout);
 }
 
 TEST_F(OpeningTest, WhatIsStillOpeningCanBeFreedAndCounts) {

@@ -1,10 +1,12 @@
 #include "OfflineDesk.h"
-#include "PulseServer.h"
+#include "support/PulseServer.h"
+#include "support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
-#include <thread>
+#include <optional>
 
 using namespace kalvo::audio;
 using namespace kalvo::test;
@@ -32,37 +34,35 @@ public:
         EXPECT_TRUE(library.StreamPlay(stream, true));
         return stream;
     }
-
     /** Dispatches as the display timer does until the condition holds; false after 20 seconds. */
     template<class Condition>
     bool Until(Condition condition) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > end)
-                return false;
+        return WaitUntil([&] {
             library.DispatchEvents();
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        return true;
+            return condition();
+        });
     }
     bool Advances(Handle stream) {
         const auto before = library.ChannelGetPosition(stream);
         return Until([&] { return library.ChannelGetPosition(stream) > before + 4 * 4410U; });
     }
-    /** "Karte_A (2)" is card A as well: it came back before its going was noticed. */
+    /** "Karte (2)" is the card as well: it came back before its going was noticed. */
     bool On(const std::string& card, Output output = Output::Main) { return Device(output).rfind(card, 0) == 0; }
     std::string Device(Output output = Output::Main) {
         OutputInfo info;
         library.GetInfo(output, info);
         return info.deviceName;
     }
-    int Number(const std::string& name) {
+    ErrorCode Init(Output output, int device, int buffer = 1024) {
+        return library.Init(output, device, 44100, buffer) ? ErrorCode::None : library.ErrorGetCode();
+    }
+    /** Opens the card of this name. */
+    bool Init(Output output, const std::string& card) {
         library.GetDeviceDescription(0);
-        for (int number = 2;; ++number) {
-            const std::string description = library.GetDeviceDescription(number);
-            if (description == name || description.empty())
-                return number;
-        }
+        int number = 2;
+        while (library.GetDeviceDescription(number) != card && !library.GetDeviceDescription(number).empty())
+            ++number;
+        return Init(output, number) == ErrorCode::None;
     }
 
     AudioLibraryImpl library;
@@ -72,13 +72,37 @@ private:
     static void Lost(Handle, Handle, std::uint32_t, void* user) { ++static_cast<LiveDesk*>(user)->losses; }
 };
 
+/** With two cards on a sound server. */
+struct CardsTest : ::testing::Test {
+    void SetUp() override {
+        if (!PulseServer::IsInstalled())
+            GTEST_SKIP() << "pulseaudio is not installed";
+        server.emplace(QStringList{a, b});
+        desk.emplace();
+    }
+    bool OpenBoth() { return desk->Init(Output::Main, cardA) && desk->Init(Output::Headphones, cardB); }
+    static bool SoundArrivesAt(const QString& sink) {
+        const PulseRecording recording(sink);
+        return WaitUntil([&] {
+            const std::vector<float> heard = recording.Mono();
+            return std::any_of(heard.begin(), heard.end(), [](float sample) { return sample != 0; });
+        });
+    }
+
+    const QString a = QStringLiteral("a"), b = QStringLiteral("b");
+    const std::string cardA = PulseServer::DeviceName(a).toStdString(),
+                      cardB = PulseServer::DeviceName(b).toStdString();
+    std::optional<PulseServer> server;
+    std::optional<LiveDesk> desk;
+};
+
 } // namespace
 
 TEST(OutputDeviceTest, TheSilentDeviceKeepsTheTime) {
     LiveDesk desk;
     EXPECT_EQ(desk.library.GetDeviceDescription(0), "Kein Ton");
     const auto begin = std::chrono::steady_clock::now();
-    ASSERT_TRUE(desk.library.Init(Output::Main, kNoSound, 44100, 512));
+    ASSERT_EQ(desk.Init(Output::Main, kNoSound, 512), ErrorCode::None);
     const Handle stream = desk.Play();
     ASSERT_TRUE(desk.Until([&] { return desk.library.ChannelGetPosition(stream) >= 4 * 22050U; }));
     EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(480)) << "not faster than real time";
@@ -93,12 +117,9 @@ TEST(OutputDeviceTest, WhatDoesNotExistIsRefused) {
     qputenv("SDL_AUDIODRIVER", "pulseaudio");
     qputenv("PULSE_SERVER", "unix:/nowhere/native");
     LiveDesk desk;
-    EXPECT_FALSE(desk.library.Init(Output::Main, kDefaultDevice, 44100, 1024)) << "no sound server";
-    EXPECT_EQ(desk.library.ErrorGetCode(), ErrorCode::Device);
-    EXPECT_FALSE(desk.library.Init(Output::Main, 99, 44100, 1024));
-    EXPECT_EQ(desk.library.ErrorGetCode(), ErrorCode::Device);
-    EXPECT_FALSE(desk.library.Init(Output::Main, kNoSound, 44100, 1000));
-    EXPECT_EQ(desk.library.ErrorGetCode(), ErrorCode::Argument);
+    EXPECT_EQ(desk.Init(Output::Main, kDefaultDevice), ErrorCode::Device) << "no sound server";
+    EXPECT_EQ(desk.Init(Output::Main, 99), ErrorCode::Device);
+    EXPECT_EQ(desk.Init(Output::Main, kNoSound, 1000), ErrorCode::Argument);
     EXPECT_EQ(desk.library.StreamCreateFile(Output::Main, "tone"), 0U);
     EXPECT_EQ(desk.library.ErrorGetCode(), ErrorCode::NotInitialised);
     qunsetenv("SDL_AUDIODRIVER");
@@ -109,69 +130,55 @@ TEST(OutputDeviceTest, ARealDeviceRendersAndClosesWhilePlaying) {
     qputenv("SDL_AUDIODRIVER", "dummy");
     {
         LiveDesk desk;
-        ASSERT_TRUE(desk.library.Init(Output::Main, kDefaultDevice, 44100, 512));
+        ASSERT_EQ(desk.Init(Output::Main, kDefaultDevice, 512), ErrorCode::None);
         EXPECT_EQ(desk.Device(), "Standardausgabe");
         EXPECT_TRUE(desk.Advances(desk.Play()));
-        ASSERT_TRUE(desk.library.Init(Output::Main, kNoSound, 44100, 512)) << "closes the other first";
+        ASSERT_EQ(desk.Init(Output::Main, kNoSound, 512), ErrorCode::None) << "closes the other first";
         EXPECT_TRUE(desk.Advances(desk.Play()));
     }
     qunsetenv("SDL_AUDIODRIVER");
 }
 
-TEST(OutputDeviceTest, AVanishedCardIsReplacedAndTakenBack) {
-    if (!PulseServer::Installed())
-        GTEST_SKIP() << "pulseaudio is not installed";
-    PulseServer server;
-    LiveDesk desk;
-    ASSERT_TRUE(desk.library.Init(Output::Main, desk.Number("Karte_A"), 44100, 1024));
-    ASSERT_TRUE(desk.library.Init(Output::Headphones, desk.Number("Karte_B"), 44100, 1024));
-    const Handle stream = desk.Play();
-    EXPECT_TRUE(server.SoundArrivesAt("a"));
-    EXPECT_EQ(desk.Device(), "Karte_A");
+TEST_F(CardsTest, AVanishedCardIsReplacedAndTakenBack) {
+    ASSERT_TRUE(OpenBoth());
+    const Handle stream = desk->Play();
+    EXPECT_TRUE(SoundArrivesAt(a));
+    EXPECT_EQ(desk->Device(), cardA);
 
-    server.UnloadSink("a");
-    ASSERT_TRUE(desk.Until([&] { return desk.losses == 1 && desk.Device() == "Karte_B"; }));
-    EXPECT_TRUE(server.SoundArrivesAt("b"));
-    EXPECT_TRUE(desk.Advances(stream));
-    EXPECT_EQ(desk.Device(Output::Headphones), "Karte_B");
+    server->RemoveSink(a);
+    ASSERT_TRUE(desk->Until([&] { return desk->losses == 1 && desk->Device() == cardB; }));
+    EXPECT_TRUE(SoundArrivesAt(b));
+    EXPECT_TRUE(desk->Advances(stream));
+    EXPECT_EQ(desk->Device(Output::Headphones), cardB);
 
-    server.LoadSink("a");
-    ASSERT_TRUE(desk.Until([&] { return desk.On("Karte_A"); }));
-    EXPECT_TRUE(server.SoundArrivesAt("a"));
-    EXPECT_EQ(desk.losses, 1);
+    server->AddSink(a);
+    ASSERT_TRUE(desk->Until([&] { return desk->On(cardA); }));
+    EXPECT_TRUE(SoundArrivesAt(a));
+    EXPECT_EQ(desk->losses, 1);
 }
 
-TEST(OutputDeviceTest, TheHeadphonesNeverMoveToTheMainCard) {
-    if (!PulseServer::Installed())
-        GTEST_SKIP() << "pulseaudio is not installed";
-    PulseServer server;
-    LiveDesk desk;
-    ASSERT_TRUE(desk.library.Init(Output::Main, desk.Number("Karte_A"), 44100, 1024));
-    ASSERT_TRUE(desk.library.Init(Output::Headphones, desk.Number("Karte_B"), 44100, 1024));
-    const Handle stream = desk.Play(Output::Headphones);
-    ASSERT_TRUE(desk.Advances(stream));
-    server.UnloadSink("b");
-    ASSERT_TRUE(desk.Until([&] { return desk.Device(Output::Headphones) == "Kein Ton"; }));
-    EXPECT_TRUE(desk.Advances(stream)) << "the time runs on";
-    EXPECT_EQ(desk.Device(), "Karte_A");
-    server.LoadSink("b");
-    ASSERT_TRUE(desk.Until([&] { return desk.On("Karte_B", Output::Headphones); }));
-    EXPECT_EQ(desk.Device(), "Karte_A");
+TEST_F(CardsTest, TheHeadphonesNeverMoveToTheMainCard) {
+    ASSERT_TRUE(OpenBoth());
+    const Handle stream = desk->Play(Output::Headphones);
+    ASSERT_TRUE(desk->Advances(stream));
+    server->RemoveSink(b);
+    ASSERT_TRUE(desk->Until([&] { return desk->Device(Output::Headphones) == "Kein Ton"; }));
+    EXPECT_TRUE(desk->Advances(stream)) << "the time runs on";
+    EXPECT_EQ(desk->Device(), cardA);
+    server->AddSink(b);
+    ASSERT_TRUE(desk->Until([&] { return desk->On(cardB, Output::Headphones); }));
+    EXPECT_EQ(desk->Device(), cardA);
 }
 
-TEST(OutputDeviceTest, ARestartedSoundServerIsFoundAgain) {
-    if (!PulseServer::Installed())
-        GTEST_SKIP() << "pulseaudio is not installed";
-    PulseServer server;
-    LiveDesk desk;
-    ASSERT_TRUE(desk.library.Init(Output::Main, kDefaultDevice, 44100, 1024));
-    const Handle stream = desk.Play();
-    ASSERT_TRUE(desk.Advances(stream));
-    const std::string device = desk.Device();
-    server.Stop();
-    ASSERT_TRUE(desk.Until([&] { return desk.Device() == "Kein Ton"; }));
-    EXPECT_TRUE(desk.Advances(stream)) << "the time runs on";
-    server.Start();
-    ASSERT_TRUE(desk.Until([&] { return desk.Device() == device; }));
-    EXPECT_TRUE(desk.Advances(stream));
+TEST_F(CardsTest, ARestartedSoundServerIsFoundAgain) {
+    ASSERT_EQ(desk->Init(Output::Main, kDefaultDevice), ErrorCode::None);
+    const Handle stream = desk->Play();
+    ASSERT_TRUE(desk->Advances(stream));
+    const std::string device = desk->Device();
+    server->Kill();
+    ASSERT_TRUE(desk->Until([&] { return desk->Device() == "Kein Ton"; }));
+    EXPECT_TRUE(desk->Advances(stream)) << "the time runs on";
+    server->Start();
+    ASSERT_TRUE(desk->Until([&] { return desk->Device() == device; }));
+    EXPECT_TRUE(desk->Advances(stream));
 }

@@ -38,18 +38,13 @@ TEST(SpectrumTest, ASineOfFullScaleShowsAsOneAtItsLine) {
     }
 }
 
-TEST(SpectrumTest, WritesNoMoreThanThereIsRoomFor) {
+TEST(SpectrumTest, SamplesEndWithTheNewestAndNoMoreIsWrittenThanThereIsRoomFor) {
     TapRing tap;
     std::vector<float> values(100, -1);
     EXPECT_EQ(ReadTap(tap, DataKind::Fft512, values.data(), 99), 99U);
     EXPECT_EQ(values[98], 0) << "nothing written yet is silence";
     EXPECT_EQ(values[99], -1);
-}
-
-TEST(SpectrumTest, SamplesEndWithTheNewest) {
-    TapRing tap;
     Fill(tap, {44100, 0, [](std::int64_t frame) { return float(frame); }}, 20000);
-    std::vector<float> values(20);
     ASSERT_EQ(ReadTap(tap, DataKind::Samples, values.data(), 20), 20U);
     EXPECT_EQ(values[0], 19990);
     EXPECT_EQ(values[19], 19999);

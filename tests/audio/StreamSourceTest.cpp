@@ -1,10 +1,7 @@
 #include "audio/StreamSource.h"
 
 #include "DecodeSupport.h"
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
 
-#include <QFile>
 #include <atomic>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -13,9 +10,6 @@
 
 namespace kalvo::audio::test {
 
-using kalvo::test::MakeSound;
-using kalvo::test::SoundSpec;
-using kalvo::test::TestFolder;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
@@ -23,9 +17,15 @@ namespace {
 
 constexpr seconds kPatience{20};
 
-std::unique_ptr<StreamSource> OpenStream(const QString& path) {
+using Control = FakeBytes::Control;
+
+/** measuring: of the access by which the length is measured; null: there is none. */
+std::unique_ptr<StreamSource> OpenStream(const QByteArray& bytes,
+                                         std::shared_ptr<Control> control = std::make_shared<Control>(),
+                                         std::shared_ptr<Control> measuring = nullptr) {
     ErrorCode error{};
-    auto source = StreamSource::Open(QFile::encodeName(path).toStdString(), kPatience, error);
+    auto source = StreamSource::Open(std::make_unique<FakeBytes>(bytes, std::move(control), std::move(measuring)),
+                                     kPatience, error);
     EXPECT_EQ(error, ErrorCode::None);
     return source;
 }
@@ -47,11 +47,7 @@ std::vector<float> Drain(StreamSource& source) {
 
 /** A WAV whose left side counts up by one 16-bit step a frame, so that each frame tells where it stands. */
 QByteArray CountingWave(int frames) {
-    const TestFolder folder;
-    SoundSpec spec;
-    spec.seconds = frames / 44100.0;
-    MakeSound(folder.Path(), QStringLiteral("a.wav"), spec);
-    QByteArray bytes = folder.Read(QStringLiteral("a.wav"));
+    QByteArray bytes = SoundBytes("a.wav", Spec(frames / 44100.0));
     for (int frame = 0; frame < frames; ++frame) {
         bytes[44 + frame * 4] = static_cast<char>(frame & 0xFF);
         bytes[45 + frame * 4] = static_cast<char>(frame >> 8 & 0x7F);
@@ -63,21 +59,23 @@ int Count(float value) {
     return static_cast<int>(std::lround(value * 32768));
 }
 
+/** Takes one frame as soon as it is there. */
+int NextCount(StreamSource& source) {
+    float frame[2]{};
+    EXPECT_TRUE(source.WaitFor(1, kPatience) && source.Read(frame, 1) == 1);
+    return Count(frame[0]);
+}
+
 } // namespace
 
 TEST(StreamSource, PlaysAFileToItsEnd) {
-    const TestFolder folder;
-    SoundSpec spec;
-    spec.seconds = 4;
     for (const char* name : {"a.mp3", "a.ogg", "a.wav"}) {
-        const QString path = MakeSound(folder.Path(), QString::fromLatin1(name), spec);
-        const auto source = OpenStream(path);
+        const QByteArray bytes = SoundBytes(name, Spec(4));
+        const auto source = OpenStream(bytes);
         ASSERT_TRUE(source) << name;
         EXPECT_EQ(source->Format().frames, 176400) << name;
         EXPECT_FALSE(source->AtEnd());
-        const std::vector<float> all = Drain(*source);
-        const OpenedFile straight(path);
-        EXPECT_EQ(all, DecodeRest(*straight.decoder)) << name;
+        EXPECT_EQ(Drain(*source), DecodeRest(*OpenedFile(bytes).decoder)) << name;
         EXPECT_EQ(source->Available(), 0U);
         source->Seek(176000);
         EXPECT_FALSE(source->AtEnd());
@@ -106,7 +104,7 @@ TEST(StreamSource, TellsWhyAFileCannotBeOpened) {
 TEST(StreamSource, GivesUpOnAFileThatHangsWhenOpened) {
     const QByteArray wave = CountingWave(30000);
     for (const std::int64_t hang : {std::int64_t{0}, std::int64_t{40}}) {
-        auto control = std::make_shared<FakeBytes::Control>();
+        auto control = std::make_shared<Control>();
         control->HangFrom(hang);
         ErrorCode error{};
         EXPECT_FALSE(StreamSource::Open(std::make_unique<FakeBytes>(wave, control), milliseconds(30), error));
@@ -118,25 +116,17 @@ TEST(StreamSource, GivesUpOnAFileThatHangsWhenOpened) {
 }
 
 TEST(StreamSource, ALongTitlePlaysBeforeItsLengthIsKnown) {
-    const TestFolder folder;
-    SoundSpec spec; // silence for the first third, then a tone: the rate of the start says little about the rest
-    spec.seconds = 20;
+    // Silence for the first third, then a tone: the rate of the start says little about the rest.
+    SoundSpec spec = Spec(20, 44100, 2, "-V 2 -t");
+    const QByteArray tone = SoundBytes("a.mp3", spec);
     spec.frequency = 0;
-    spec.options = QStringList{"-V", "2", "-t"};
-    QByteArray bytes;
-    for (const double frequency : {0.0, 440.0, 440.0}) {
-        spec.frequency = frequency;
-        MakeSound(folder.Path(), QStringLiteral("a.mp3"), spec);
-        bytes += folder.Read(QStringLiteral("a.mp3"));
-    }
+    QByteArray bytes = SoundBytes("a.mp3", spec) + tone + tone;
     constexpr int kLong = 17 << 20;
     bytes = bytes.repeated(1 + kLong / static_cast<int>(bytes.size()));
 
-    auto measuring = std::make_shared<FakeBytes::Control>();
+    auto measuring = std::make_shared<Control>();
     measuring->HangFrom(1 << 20);
-    ErrorCode error{};
-    const auto source = StreamSource::Open(
-        std::make_unique<FakeBytes>(bytes, std::make_shared<FakeBytes::Control>(), measuring), kPatience, error);
+    const auto source = OpenStream(bytes, std::make_shared<Control>(), measuring);
     ASSERT_TRUE(source);
     ASSERT_TRUE(measuring->AwaitHanging());
     EXPECT_TRUE(source->WaitFor(44100, kPatience)) << "plays meanwhile";
@@ -144,7 +134,7 @@ TEST(StreamSource, ALongTitlePlaysBeforeItsLengthIsKnown) {
     EXPECT_GT(estimate, 0);
 
     measuring->Release();
-    const OpenedFile whole(std::make_unique<FakeBytes>(bytes, std::make_shared<FakeBytes::Control>()));
+    const OpenedFile whole(bytes);
     ASSERT_TRUE(whole.decoder);
     const std::int64_t exact = whole.decoder->Format().frames;
     EXPECT_NE(estimate, exact);
@@ -156,18 +146,12 @@ TEST(StreamSource, ALongTitlePlaysBeforeItsLengthIsKnown) {
 }
 
 TEST(StreamSource, ASeekDropsWhatWasDecoded) {
-    auto control = std::make_shared<FakeBytes::Control>();
-    ErrorCode error{};
-    const auto source =
-        StreamSource::Open(std::make_unique<FakeBytes>(CountingWave(200000), control), kPatience, error);
+    const auto source = OpenStream(CountingWave(200000));
     ASSERT_TRUE(source && source->WaitFor(65536, kPatience));
     EXPECT_EQ(source->Available(), 65536U);
     for (const int target : {31000, 5, 150000, 199999, 0}) {
         source->Seek(target);
-        ASSERT_TRUE(source->WaitFor(1, kPatience));
-        float frame[2];
-        ASSERT_EQ(source->Read(frame, 1), 1U);
-        EXPECT_EQ(Count(frame[0]), target % 32768);
+        EXPECT_EQ(NextCount(*source), target % 32768);
     }
     source->Seek(9999999);
     EXPECT_TRUE(Drain(*source).empty());
@@ -176,10 +160,7 @@ TEST(StreamSource, ASeekDropsWhatWasDecoded) {
 }
 
 TEST(StreamSource, SeekStormsNeverMixOldAndNew) {
-    auto control = std::make_shared<FakeBytes::Control>();
-    ErrorCode error{};
-    const auto source =
-        StreamSource::Open(std::make_unique<FakeBytes>(CountingWave(300000), control), kPatience, error);
+    const auto source = OpenStream(CountingWave(300000));
     ASSERT_TRUE(source);
     std::atomic<bool> done{false};
     std::atomic<int> jumps{0};
@@ -201,23 +182,16 @@ TEST(StreamSource, SeekStormsNeverMixOldAndNew) {
     renderer.join();
     EXPECT_EQ(jumps, 0);
     source->Seek(1234);
-    ASSERT_TRUE(source->WaitFor(10, kPatience));
-    float frame[2];
-    ASSERT_EQ(source->Read(frame, 1), 1U);
-    EXPECT_EQ(Count(frame[0]), 1234);
+    EXPECT_EQ(NextCount(*source), 1234);
 }
 
 TEST(StreamSource, AFileThatBreaksOffEndsThere) {
     const QByteArray wave = CountingWave(2500000);
-    for (const bool cut : {true, false}) {
-        auto control = std::make_shared<FakeBytes::Control>();
-        constexpr std::int64_t kGone = 8000000;
-        if (cut)
-            control->CutAt(kGone);
-        else
-            control->FailFrom(kGone);
-        ErrorCode error{};
-        const auto source = StreamSource::Open(std::make_unique<FakeBytes>(wave, control), kPatience, error);
+    constexpr std::int64_t kGone = 8000000;
+    for (const auto breakOff : {&Control::CutAt, &Control::FailFrom}) {
+        auto control = std::make_shared<Control>();
+        (*control.*breakOff)(kGone);
+        const auto source = OpenStream(wave, control);
         ASSERT_TRUE(source);
         const auto frames = static_cast<std::int64_t>(Drain(*source).size() / 2);
         EXPECT_GE(frames, (kGone - 65536 - 44) / 4);
@@ -225,22 +199,10 @@ TEST(StreamSource, AFileThatBreaksOffEndsThere) {
     }
 }
 
-TEST(StreamSource, AFileRemovedWhilePlayingGoesOn) {
-    const TestFolder folder;
-    SoundSpec spec;
-    spec.seconds = 60;
-    const QString path = MakeSound(folder.Path(), QStringLiteral("a.wav"), spec);
-    const auto source = OpenStream(path);
-    ASSERT_TRUE(source && QFile::remove(path));
-    EXPECT_EQ(Drain(*source).size(), 2U * 60U * 44100U);
-}
-
 TEST(StreamSource, AStallIsNoEnd) {
-    auto control = std::make_shared<FakeBytes::Control>();
-    ErrorCode error{};
+    auto control = std::make_shared<Control>();
     control->HangFrom(9000000);
-    const auto source =
-        StreamSource::Open(std::make_unique<FakeBytes>(CountingWave(2500000), control), kPatience, error);
+    const auto source = OpenStream(CountingWave(2500000), control);
     ASSERT_TRUE(source);
     std::vector<float> piece(2 * 1000);
     std::size_t taken = 0;

@@ -37,21 +37,17 @@ TEST(CrossFader, FadesStepByStepAndEndsAtTheEnds) {
     EXPECT_EQ(fader.Position(), -100);
 }
 
-TEST(HandOver, BeginsWhenTheSwitchOverTimeIsLeft) {
-    EXPECT_EQ(HandOverDecision(PlayingOn(1, 190, 200)), kNothing);
-    EXPECT_EQ(HandOverDecision(PlayingOn(1, 191, 200)), (StartAction{StartKind::Fade, 2}));
-    EXPECT_EQ(HandOverDecision(PlayingOn(2, 191, 200)), (StartAction{StartKind::Fade, 1}));
-    EXPECT_EQ(HandOverDecision(PlayingOn(1, 0, 5)), (StartAction{StartKind::Fade, 2})) << "shorter than the time";
-}
-
-TEST(HandOver, IsGatedByModeSwitchesAndRunningFades) {
+TEST(HandOver, BeginsWhenTheSwitchOverTimeIsLeftUnlessModeSwitchesOrAFadeForbidIt) {
     const MixState due = PlayingOn(1, 195, 200);
     const auto with = [&due](auto change) {
         MixState state = due;
         change(state);
         return HandOverDecision(state);
     };
-    EXPECT_NE(HandOverDecision(due), kNothing);
+    EXPECT_EQ(HandOverDecision(PlayingOn(1, 190, 200)), kNothing);
+    EXPECT_EQ(HandOverDecision(PlayingOn(1, 191, 200)), (StartAction{StartKind::Fade, 2}));
+    EXPECT_EQ(HandOverDecision(PlayingOn(2, 191, 200)), (StartAction{StartKind::Fade, 1}));
+    EXPECT_EQ(HandOverDecision(due), (StartAction{StartKind::Fade, 2}));
     EXPECT_EQ(with([](MixState& s) { s.continuous = false; }), kNothing);
     EXPECT_EQ(with([](MixState& s) { s.automatic = false; }), kNothing);
     EXPECT_EQ(with([](MixState& s) { s.mode = FadeMode::NoFading; }), kNothing);
@@ -75,8 +71,13 @@ TEST(HandOver, TheFaderDecidesWhoIsOnAirWhenBothPlay) {
     EXPECT_EQ(OnAir(state), 2);
 }
 
-TEST(HandOver, TheEndOfTheTitleOnAirAdvances) {
-    MixState state = PlayingOn(1, 200, 200);
+TEST(HandOver, OnlyTheEndOfTheTitleOnAirAdvances) {
+    MixState state = PlayingOn(2, 20, 200);
+    state.fader = 100;
+    EXPECT_EQ(EndDecision(state, 1), kNothing) << "the silent side just stops";
+    state.fader = -100;
+    EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::Jump, 2})) << "the playing other one is brought up";
+    state = PlayingOn(1, 200, 200);
     state.decks[0].playing = false;
     EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::Jump, 2}));
     state.decks[1].hasNext = false;
@@ -85,14 +86,6 @@ TEST(HandOver, TheEndOfTheTitleOnAirAdvances) {
     EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::AllEnded, 0}));
     state.continuous = false;
     EXPECT_EQ(EndDecision(state, 1), kNothing);
-}
-
-TEST(HandOver, OnlyTheTitleOnAirAdvances) {
-    MixState state = PlayingOn(2, 20, 200);
-    state.fader = 100;
-    EXPECT_EQ(EndDecision(state, 1), kNothing) << "the silent side just stops";
-    state.fader = -100;
-    EXPECT_EQ(EndDecision(state, 1), (StartAction{StartKind::Jump, 2})) << "the playing other one is brought up";
 }
 
 TEST(HandOver, AFadeOutlivesTheOldTitleAndNeverEndsInSilence) {

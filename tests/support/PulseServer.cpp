@@ -2,13 +2,17 @@
 
 #include "support/WaitUntil.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
 
+#include <csignal>
+#include <cstdio>
 #include <cstring>
+#include <string>
 
 namespace kalvo::test {
 
@@ -23,6 +27,23 @@ QString SinkModule(const QString& name) {
 }
 
 } // namespace
+
+ChildProcess::ChildProcess(const QString& command) {
+    std::string words[] = {"sh", "-c", "exec " + command.toStdString()};
+    char* const arguments[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
+    EXPECT_EQ(posix_spawnp(&pid_, "sh", nullptr, nullptr, arguments, environ), 0);
+}
+
+ChildProcess::~ChildProcess() {
+    if (IsRunning()) {
+        kill(pid_, SIGKILL);
+        waitpid(pid_, nullptr, 0);
+    }
+}
+
+bool ChildProcess::IsRunning() const {
+    return pid_ > 0 && waitpid(pid_, nullptr, WNOHANG) == 0;
+}
 
 bool PulseServer::IsInstalled() {
     return !QStandardPaths::findExecutable(QStringLiteral("pulseaudio")).isEmpty();
@@ -57,41 +78,26 @@ void PulseServer::SetEnvironment(const char* name, const QByteArray& value) {
     qputenv(name, value);
 }
 
-bool PulseServer::IsRunning() const {
-    return daemon_ && daemon_->state() == QProcess::Running;
-}
-
 bool PulseServer::Start() {
     Kill();
-    QStringList arguments{
-        QStringLiteral("-n"),
-        QStringLiteral("--daemonize=no"),
-        QStringLiteral("--exit-idle-time=-1"),
-        QStringLiteral("--use-pid-file=no"),
-        QStringLiteral("--disable-shm=yes"),
-        QStringLiteral("--load=module-native-protocol-unix auth-anonymous=1 socket=%1/native").arg(folder_.path())};
+    QString command =
+        QStringLiteral("pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes "
+                       "--log-level=error '--load=module-native-protocol-unix auth-anonymous=1 socket=%1/native'")
+            .arg(folder_.path());
     for (const QString& sink : sinks_)
-        arguments << QStringLiteral("--load=") + SinkModule(sink);
-    daemon_ = std::make_unique<QProcess>();
-    daemon_->setStandardOutputFile(QProcess::nullDevice());
-    daemon_->setStandardErrorFile(folder_.filePath(QStringLiteral("server.log")));
-    daemon_->start(QStringLiteral("pulseaudio"), arguments);
-    const bool answers = daemon_->waitForStarted() &&
-                         WaitUntil([this] { return !Control({QStringLiteral("info")}).isEmpty(); }, kPatience);
+        command += QStringLiteral(" '--load=%1'").arg(SinkModule(sink));
+    daemon_.emplace(command + QStringLiteral(" >/dev/null 2>&1"));
+    const bool answers = WaitUntil([this] { return !Control({QStringLiteral("info")}).isEmpty(); }, kPatience);
     return answers && (sinks_.isEmpty() || !Control({QStringLiteral("set-default-sink"), sinks_.first()}).isNull());
 }
 
 void PulseServer::Kill() {
-    if (!daemon_)
-        return;
-    daemon_->kill();
-    daemon_->waitForFinished();
     daemon_.reset();
     QFile::remove(folder_.filePath(QStringLiteral("native")));
 }
 
 bool PulseServer::AddSink(const QString& name) {
-    return !Control(QStringList{QStringLiteral("load-module")} + SinkModule(name).split(QLatin1Char(' '))).isEmpty();
+    return !Control({QStringLiteral("load-module"), SinkModule(name)}).isEmpty();
 }
 
 bool PulseServer::RemoveSink(const QString& name) {
@@ -107,29 +113,23 @@ bool PulseServer::RemoveSink(const QString& name) {
 }
 
 QByteArray PulseServer::Control(const QStringList& arguments) const {
-    QProcess control;
-    control.start(QStringLiteral("pactl"), arguments);
-    const bool done = control.waitForFinished(10'000) && control.exitStatus() == QProcess::NormalExit;
-    if (!done || control.exitCode() != 0)
-        return {};
-    const QByteArray output = control.readAllStandardOutput();
-    return output.isNull() ? QByteArray("") : output;
+    const QString command = QStringLiteral("exec timeout 10 pactl %1 2>/dev/null").arg(arguments.join(u' '));
+    std::FILE* const pipe = popen(command.toUtf8().constData(), "r");
+    QByteArray output("");
+    char piece[4096];
+    while (const std::size_t got = std::fread(piece, 1, sizeof piece, pipe))
+        output.append(piece, static_cast<qsizetype>(got));
+    return pclose(pipe) == 0 ? output : QByteArray();
 }
 
-PulseRecording::PulseRecording(const QString& sink) : file_(folder_.filePath(QStringLiteral("aufnahme.raw"))) {
-    recorder_.setStandardOutputFile(file_);
-    recorder_.setStandardErrorFile(QProcess::nullDevice());
-    recorder_.start(QStringLiteral("parec"),
-                    {QStringLiteral("--raw"), QStringLiteral("--device=%1.monitor").arg(sink),
-                     QStringLiteral("--format=float32le"), QStringLiteral("--rate=%1").arg(kSampleRate),
-                     QStringLiteral("--channels=2"), QStringLiteral("--latency-msec=20")});
-    EXPECT_TRUE(recorder_.waitForStarted());
+PulseRecording::PulseRecording(const QString& sink)
+    : file_(folder_.filePath(QStringLiteral("aufnahme.raw"))),
+      recorder_(QStringLiteral("parec --raw --device=%1.monitor --format=float32le --rate=%2 --channels=2 "
+                               "--latency-msec=20 >%3 2>/dev/null")
+                    .arg(sink)
+                    .arg(kSampleRate)
+                    .arg(file_)) {
     EXPECT_TRUE(WaitUntil([this] { return RecordedFrames() > 0; }, kPatience));
-}
-
-PulseRecording::~PulseRecording() {
-    recorder_.kill();
-    recorder_.waitForFinished();
 }
 
 std::size_t PulseRecording::RecordedFrames() const {

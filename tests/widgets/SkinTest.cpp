@@ -41,12 +41,11 @@ TEST(Skins, EveryTextCanBeReadAndEdgesStandOut) {
         expect(4.5, {skin.text, skin.dim}, {skin.window, skin.panel, skin.base, skin.alt, skin.button});
         expect(4.5, {skin.cued, skin.warning, skin.p1, skin.p2}, {skin.panel, skin.base});
         expect(4.5, {skin.text}, {skin.mark, skin.line});
-        expect(4.5, {skin.highlightText}, {skin.highlight});
-        expect(4.5, {skin.onAirInk}, {skin.onAir});
-        expect(4.5, {skin.cuedInk}, {skin.cued});
-        expect(4.5, {skin.warningFillInk}, {skin.warningFill});
-        expect(4.5, {skin.p1Ink}, {skin.p1});
-        expect(4.5, {skin.p2Ink}, {skin.p2});
+        const std::pair<QColor, QColor> pairs[] = {
+            {skin.highlightText, skin.highlight},    {skin.onAirInk, skin.onAir}, {skin.cuedInk, skin.cued},
+            {skin.warningFillInk, skin.warningFill}, {skin.p1Ink, skin.p1},       {skin.p2Ink, skin.p2}};
+        for (const auto& [ink, fill] : pairs)
+            expect(4.5, {ink}, {fill});
         expect(4.5, {skin.warning}, {skin.button});
         expect(3, {skin.edge}, {skin.button, skin.panel});
         expect(3, {skin.onAir}, {skin.window});

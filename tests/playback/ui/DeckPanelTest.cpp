@@ -1,4 +1,5 @@
 #include "playback/ui/DeckPanel.h"
+#include "support/PartOf.h"
 #include "widgets/DeckHead.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
@@ -14,12 +15,7 @@
 namespace kalvo {
 namespace {
 
-template<typename T = QWidget>
-T* Part(QWidget& panel, const char* name) {
-    auto* part = panel.findChild<T*>(QString::fromLatin1(name));
-    EXPECT_TRUE(part) << name;
-    return part;
-}
+using test::Part;
 
 DeckView OnAir() {
     DeckView view;
@@ -56,36 +52,30 @@ TEST(DeckPanelTest, EveryTextStandsUnderItsName) {
     EXPECT_FALSE(Part<IconButton>(deck, "cmdPlay2")->IsOn());
 }
 
-TEST(DeckPanelTest, EachButtonTellsItsOwnSignal) {
+TEST(DeckPanelTest, EachButtonTellsItsOwnSignalAndNamesItsKey) {
     struct Case {
-        const char* first;
-        const char* second;
+        const char* names[2];
         void (DeckPanel::*told)();
+        const char* tips[2]; ///< ends of the tooltips
     };
-    const Case cases[] = {
-        {"cmdPlay1", "cmdPlay2", &DeckPanel::PlayClicked}, {"cmdPause1", "cmdPause2", &DeckPanel::PauseClicked},
-        {"cmdStop1", "cmdStop2", &DeckPanel::StopClicked}, {"Command1", "Command3", &DeckPanel::NextClicked},
-        {"Command2", "Command4", &DeckPanel::MuteClicked}, {"cmdAnfang1", "cmdAnfang2", &DeckPanel::ToStartClicked}};
-    for (int number : {1, 2}) {
+    const Case cases[] = {{{"cmdPlay1", "cmdPlay2"}, &DeckPanel::PlayClicked, {"(F1)", "(F5)"}},
+                          {{"cmdPause1", "cmdPause2"}, &DeckPanel::PauseClicked, {"(F3)", "(F7)"}},
+                          {{"cmdStop1", "cmdStop2"}, &DeckPanel::StopClicked, {"(F2)", "(F6)"}},
+                          {{"Command1", "Command3"}, &DeckPanel::NextClicked, {"(F4)", "(F8)"}},
+                          {{"Command2", "Command4"}, &DeckPanel::MuteClicked, {"", ""}},
+                          {{"cmdAnfang1", "cmdAnfang2"}, &DeckPanel::ToStartClicked, {"", ""}}};
+    for (const int number : {1, 2}) {
         DeckPanel deck(number);
         for (const Case& c : cases) {
             int told = 0;
             QObject::connect(&deck, c.told, &deck, [&told] { ++told; });
-            auto* button = Part<QPushButton>(deck, number == 1 ? c.first : c.second);
+            auto* button = Part<QPushButton>(deck, c.names[number - 1]);
             button->click();
-            EXPECT_EQ(told, 1) << c.first;
+            EXPECT_EQ(told, 1) << c.names[number - 1];
             EXPECT_TRUE(button->accessibleName().startsWith(QStringLiteral("Player %1: ").arg(number)));
+            EXPECT_TRUE(button->toolTip().endsWith(QLatin1String(c.tips[number - 1]))) << c.names[number - 1];
         }
     }
-}
-
-TEST(DeckPanelTest, TooltipsNameTheKeysOfTheirPlayer) {
-    DeckPanel first(1);
-    DeckPanel second(2);
-    EXPECT_TRUE(Part(first, "cmdPlay1")->toolTip().endsWith(QStringLiteral("(F1)")));
-    EXPECT_TRUE(Part(first, "Command1")->toolTip().endsWith(QStringLiteral("(F4)")));
-    EXPECT_TRUE(Part(second, "cmdStop2")->toolTip().endsWith(QStringLiteral("(F6)")));
-    EXPECT_TRUE(Part(second, "cmdPause2")->toolTip().endsWith(QStringLiteral("(F7)")));
 }
 
 TEST(DeckPanelTest, OnlyTheUserChangesThePitchAloud) {
@@ -99,12 +89,6 @@ TEST(DeckPanelTest, OnlyTheUserChangesThePitchAloud) {
     EXPECT_EQ(Part<QLabel>(deck, "lblPitch1")->text(), QStringLiteral("\u22121,5 %"));
     Part<QSlider>(deck, "HScroll2")->setValue(20);
     EXPECT_THAT(told, ::testing::ElementsAre(20));
-}
-
-/** The colour of the deck's outer frame and of its head beside the signal. */
-std::pair<QColor, QColor> FrameAndHead(DeckPanel& deck) {
-    const QImage image = deck.grab().toImage();
-    return {image.pixelColor(1, image.height() / 2), image.pixelColor(SkinStyle::Units().Of(3.4), 5)};
 }
 
 TEST(DeckPanelTest, RedBelongsToTheDeckOnAirAlone) {
@@ -127,7 +111,9 @@ TEST(DeckPanelTest, RedBelongsToTheDeckOnAirAlone) {
         DeckView view = OnAir();
         view.signal = c.shown;
         deck.SetView(view);
-        EXPECT_EQ(FrameAndHead(deck), std::pair(c.frame, c.head)) << int(c.shown);
+        const QImage image = deck.grab().toImage();
+        EXPECT_EQ(image.pixelColor(1, image.height() / 2), c.frame) << int(c.shown);
+        EXPECT_EQ(image.pixelColor(SkinStyle::Units().Of(3.4), 5), c.head) << int(c.shown);
         EXPECT_EQ(DeckHead::WordOf(c.shown), QString::fromUtf8(c.word));
     }
 }
@@ -150,18 +136,19 @@ TEST(DeckPanelTest, ATickRepaintsOnlyWhatMoved) {
     deck.resize(480, 318);
     deck.show();
     DeckView view = OnAir();
-    deck.SetView(view);
-    QApplication::processEvents();
+    const auto show = [&] {
+        deck.SetView(view);
+        QApplication::processEvents();
+    };
+    show();
     PaintCounter position;
     PaintCounter title;
     Part(deck, "SPos1")->installEventFilter(&position);
     Part(deck, "LSong1")->installEventFilter(&title);
-    deck.SetView(view);
-    QApplication::processEvents();
+    show();
     EXPECT_EQ(position.pixels, 0);
     view.position += 0.005;
-    deck.SetView(view);
-    QApplication::processEvents();
+    show();
     const QSize whole = Part(deck, "SPos1")->size();
     EXPECT_GT(position.pixels, 0);
     EXPECT_LT(position.pixels, whole.width() * whole.height() / 6);
