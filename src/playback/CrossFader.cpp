@@ -23,6 +23,14 @@ bool CrossFader::Tick() {
     return true;
 }
 
+int CrossFader::StepsToBend() const {
+    if (step_ == 0) {
+        return 0;
+    }
+    const int towardsEnd = position_ * step_; // below 0: the centre is still to come
+    return towardsEnd < 0 ? -towardsEnd : kFaderEnd - towardsEnd;
+}
+
 int FadeSpeedIndex(int interval) {
     const auto at = [](int wanted) {
         const auto found = std::find_if(kFadeSpeeds.begin(), kFadeSpeeds.end(),

@@ -17,6 +17,9 @@ public:
     void FadeTowards(int player) { step_ = player == 1 ? -1 : 1; }
     void EndFade() { step_ = 0; }
 
+    /** Steps of the running fade to the next bend of the volume law, the centre or an end; 0 without a fade. */
+    int StepsToBend() const;
+
     /** One step of the running fade. True when the fade has arrived at an end with it. */
     bool Tick();
 

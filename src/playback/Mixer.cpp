@@ -8,8 +8,8 @@ namespace kalvo {
 
 namespace {
 
-/** Longer than a step: one that comes late still finds the volume on its way, so that its line has no kink. */
-constexpr int kSlideSteps = 2;
+/** ms that the volumes of a fade are on their way ahead of it: steps that come late do not bend their line. */
+constexpr int kFadeAhead = 250;
 
 } // namespace
 
@@ -159,7 +159,11 @@ void Mixer::FadeTo(int player, int selectedRow) {
 
 void Mixer::StepFade() {
     const int target = FadeTarget();
-    if (target == 0 || faderHeld_ || IsOpening(target)) {
+    if (target == 0) {
+        return;
+    }
+    if (faderHeld_ || IsOpening(target)) {
+        ApplyVolumes(); // they were on their way
         return;
     }
     const int silent = OtherPlayer(target);
@@ -171,9 +175,7 @@ void Mixer::StepFade() {
     const int before = fader_.Position();
     const bool arrived = fader_.Tick();
     if (fader_.Position() != before) {
-        for (const DeckData& deck : decks_) {
-            layer_.SlidePlayerVolume(deck.number, VolumeOf(deck), kSlideSteps * options_.fadeInterval);
-        }
+        SlideVolumes();
         Q_EMIT FaderMoved(fader_.Position());
     }
     if (!arrived) {
@@ -187,6 +189,19 @@ void Mixer::StepFade() {
 
 int Mixer::VolumeOf(const DeckData& deck) const {
     return PlayerVolume(deck.number, fader_.Position(), deck.muted);
+}
+
+void Mixer::SlideVolumes() {
+    const int steps = std::min(fader_.StepsToBend(), std::max(1, kFadeAhead / options_.fadeInterval));
+    if (steps == 0) {
+        ApplyVolumes();
+        return;
+    }
+    const int ahead = fader_.Position() + steps * fader_.Step();
+    for (const DeckData& deck : decks_) {
+        layer_.SlidePlayerVolume(deck.number, PlayerVolume(deck.number, ahead, deck.muted),
+                                 steps * options_.fadeInterval);
+    }
 }
 
 void Mixer::ApplyVolumes() {

@@ -150,6 +150,8 @@ private:
     void EndHandOver();
     int VolumeOf(const DeckData& deck) const;
     void ApplyVolumes();
+    /** To where the running fade is going. */
+    void SlideVolumes();
     bool IsAudible(int player) const;
     void TellEnd(int player);
     void MoveFader(int position);

@@ -91,6 +91,7 @@ bool Mixer::Start(const StartAction& action) {
 
 void Mixer::EndHandOver() {
     fader_.EndFade();
+    ApplyVolumes();
     handOverRunning_ = false;
 }
 

@@ -3,6 +3,7 @@
 #include "audio/AudioLibrary.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <map>
 #include <utility>
@@ -22,6 +23,9 @@ public:
         double position = 0;
         audio::Activity activity = audio::Activity::Stopped;
         audio::Attributes attributes;
+        double volume = 100; ///< the same as in the attributes, not rounded
+        double slideTo = 0;
+        double slideLeft = 0; ///< seconds
         audio::SyncProcedure onEnd = nullptr;
         void* user = nullptr;
         bool ended = false;
@@ -38,6 +42,7 @@ public:
     void Advance(double seconds) {
         for (auto& [handle, stream] : streams) {
             stream.opensIn -= seconds;
+            Slide(stream, seconds);
             if (stream.activity != audio::Activity::Playing)
                 continue;
             stream.position = std::min(stream.position + seconds, stream.length);
@@ -112,7 +117,8 @@ public:
     bool ChannelSetAttributes(audio::Handle handle, int frequency, int volume, int pan) override {
         audio::Attributes& attributes = At(handle).attributes;
         attributes.frequency = frequency == audio::kKeepFrequency ? attributes.frequency : frequency;
-        attributes.volume = volume == audio::kKeepVolume ? attributes.volume : volume;
+        if (volume != audio::kKeepVolume)
+            SetVolume(At(handle), volume);
         attributes.pan = pan == audio::kKeepPan ? attributes.pan : pan;
         return true;
     }
@@ -120,8 +126,11 @@ public:
         attributes = At(handle).attributes;
         return true;
     }
-    bool ChannelSlideAttributes(audio::Handle handle, int frequency, int volume, int pan, int) override {
-        return ChannelSetAttributes(handle, frequency, volume, pan);
+    /** Of volumes only. */
+    bool ChannelSlideAttributes(audio::Handle handle, int, int volume, int, int milliseconds) override {
+        At(handle).slideTo = volume;
+        At(handle).slideLeft = milliseconds / 1000.0;
+        return true;
     }
     audio::Handle ChannelSetSync(audio::Handle handle, std::uint32_t type, std::uint64_t,
                                  audio::SyncProcedure procedure, void* user) override {
@@ -148,6 +157,21 @@ public:
     bool FXGetParameters(audio::Handle, audio::EffectParameters&) override { return true; }
 
 private:
+    static void SetVolume(Stream& stream, double volume) {
+        stream.volume = volume;
+        stream.attributes.volume = static_cast<int>(std::lround(volume));
+        stream.slideLeft = 0;
+    }
+    static void Slide(Stream& stream, double seconds) {
+        if (stream.slideLeft <= seconds) {
+            if (stream.slideLeft > 0)
+                SetVolume(stream, stream.slideTo);
+            return;
+        }
+        const double left = stream.slideLeft - seconds;
+        SetVolume(stream, stream.volume + (stream.slideTo - stream.volume) * seconds / stream.slideLeft);
+        stream.slideLeft = left;
+    }
     bool Become(audio::Handle handle, audio::Activity activity) {
         At(handle).activity = activity;
         return true;
