@@ -46,16 +46,6 @@ TEST(DataFolder, JoinsGivenNames) {
     EXPECT_EQ(data.Path({}), u"/d/Kalvo"_s);
 }
 
-TEST(DataFolder, CreatesItsFoldersAgainAndAgain) {
-    const test::TestFolder folder;
-    const DataFolder data(folder.Path(u"neu/Kalvo"_s));
-    EXPECT_TRUE(data.CreateAll());
-    EXPECT_TRUE(data.CreateAll());
-    EXPECT_EQ(QDir(data.Root()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 7);
-    folder.Write(u"file"_s, "x");
-    EXPECT_FALSE(DataFolder(folder.Path(u"file"_s)).CreateAll());
-}
-
 TEST(FileName, SplitsAtEitherSeparator) {
     EXPECT_EQ(FileName::Last(u"D:\\x/y\\a.mp3"_s), u"a.mp3"_s);
     EXPECT_EQ(FileName::Folder(u"D:\\x/y\\a.mp3"_s), u"D:\\x/y\\"_s);

@@ -1,9 +1,14 @@
+#include "app/Form1.h"
+
 #include "app/FakeWindow.h"
 #include "app/frmHallo.h"
 #include "archive/ui/WindowActs.h"
 #include "support/WaitUntil.h"
 
+#include <QAbstractScrollArea>
+#include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QLabel>
 #include <sys/stat.h>
 
@@ -11,9 +16,9 @@ namespace kalvo {
 namespace {
 
 using namespace Qt::StringLiterals;
-using Form1LoadTest = test::FakeWindow;
+using Form1Test = test::FakeWindow;
 
-TEST_F(Form1LoadTest, TheSplashTellsEachStepInItsOrder) {
+TEST_F(Form1Test, TheSplashTellsEachStepInItsOrder) {
     const frmHallo splash(u"1.2.3"_s);
     EXPECT_EQ(In<QLabel>(splash, "lblVersion").text(), u"Version 1.2.3"_s);
     QStringList told;
@@ -28,7 +33,7 @@ TEST_F(Form1LoadTest, TheSplashTellsEachStepInItsOrder) {
         << told.join(u'|').toStdString();
 }
 
-TEST_F(Form1LoadTest, TheEndWritesFilesAndKeysInTheirOrder) {
+TEST_F(Form1Test, TheEndWritesFilesAndKeysInTheirOrder) {
     const auto written = [this](const char* name) {
         struct stat is {};
         EXPECT_EQ(::stat(QFile::encodeName(folder.Path(u"Kalvo/"_s + QLatin1String(name))).constData(), &is), 0)
@@ -47,7 +52,7 @@ TEST_F(Form1LoadTest, TheEndWritesFilesAndKeysInTheirOrder) {
               "[Mixer]\nWlLoeschen=0\nÜberblendgeschwindigkeit=30\nUmschaltzeitpunkt=9\n"_s);
 }
 
-TEST_F(Form1LoadTest, TheEqualizerOfTheMenuIsHeardAtOnceAndKept) {
+TEST_F(Form1Test, TheEqualizerOfTheMenuIsHeardAtOnceAndKept) {
     ASSERT_TRUE(window->Load());
     desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
     desk->mixer.Play(1, -1);
@@ -59,6 +64,57 @@ TEST_F(Form1LoadTest, TheEqualizerOfTheMenuIsHeardAtOnceAndKept) {
         EXPECT_EQ(action.isChecked(), on);
         EXPECT_EQ(fake->effects, on ? 11 : 0) << "ten bands and the reverb";
         EXPECT_TRUE(Read("kalvo.ini").contains(on ? "EQStatus=1" : "EQStatus=0"));
+    }
+}
+
+/** Parts that reach out of the widget that holds them; what scrolls may. */
+QStringList Clipped(const QWidget& window) {
+    QStringList clipped;
+    const QList<QWidget*> parts = window.findChildren<QWidget*>();
+    for (const QWidget* part : parts) {
+        const QWidget* holder = part->parentWidget();
+        if (part->isVisible() && !part->isWindow() &&
+            !qobject_cast<const QAbstractScrollArea*>(holder->parentWidget()) &&
+            !holder->rect().contains(part->geometry()))
+            clipped << QLatin1String(part->metaObject()->className()) + u' ' + part->objectName();
+    }
+    return clipped;
+}
+
+TEST_F(Form1Test, IsUsableOnTheSmallestScreenInEveryFontSize) {
+    ASSERT_TRUE(window->Load());
+    window->show();
+    const auto* const list = &In<QAbstractScrollArea>(*window, "List1");
+    const auto* const archive = In<QWidget>(*window, "DataGrid2").parentWidget();
+    for (const char* size : {"Schriftgrad_klein", "Schriftgrad_mittel", "Schriftgrad_groß"}) {
+        for (const char* buttons : {"Buttongroesse_klein", "Buttongroesse_gross"}) {
+            SCOPED_TRACE(std::string(size) + ", " + buttons);
+            In<QAction>(*window, size).trigger();
+            In<QAction>(*window, buttons).trigger();
+            for (const QSize screen : {QSize(1280, 800), QSize(800, 600)}) {
+                window->resize(screen);
+                QApplication::processEvents();
+                EXPECT_EQ(window->size(), screen);
+                EXPECT_EQ(Clipped(*window), QStringList());
+                EXPECT_GE(list->viewport()->height(), 2 * QFontMetrics(list->font()).height());
+                EXPECT_GE(archive->height(), 3 * QFontMetrics(list->font()).height());
+            }
+        }
+    }
+}
+
+TEST_F(Form1Test, EveryControlHasItsNames) {
+    ASSERT_TRUE(window->Load());
+    window->show();
+    const QList<QWidget*> parts = window->findChildren<QWidget*>();
+    for (QWidget* part : parts) {
+        if (!part->isVisible() || part->focusPolicy() == Qt::NoFocus || part->focusProxy() != nullptr)
+            continue;
+        const std::string what = std::string(part->metaObject()->className()) + " " + part->objectName().toStdString();
+        EXPECT_FALSE(part->objectName().isEmpty()) << what;
+        QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(part);
+        ASSERT_TRUE(spoken) << what;
+        EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << what;
     }
 }
 
