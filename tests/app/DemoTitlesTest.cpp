@@ -28,18 +28,6 @@ TEST(DemoSynth, TheLoudestPeakIsHalfAndTheEndsAreSilent) {
     EXPECT_LT(std::abs(stereo.back()), 0.001F);
 }
 
-TEST(DemoSynth, MusicNeverPausesInside) {
-    const DemoTune tune{90, 57, {-100, 8, 3, 10}, 4};
-    const std::vector<float> stereo = RenderDemoTune(tune);
-    const std::size_t window = kDemoSampleRate / 10 * 2;
-    for (std::size_t at = window; at + 3 * window < stereo.size(); at += window) {
-        double energy = 0;
-        for (std::size_t i = at; i < at + window; ++i)
-            energy += static_cast<double>(stereo[i]) * static_cast<double>(stereo[i]);
-        EXPECT_GT(std::sqrt(energy / static_cast<double>(window)), 0.01) << at;
-    }
-}
-
 TEST(DemoTitles, ADozenInBothFormatsCarryTheirTagsWithUmlauts) {
     const test::TestFolder folder;
     const QStringList titles = WriteDemoTitles(folder.Path(u"Musik/Vorführung"_s));
