@@ -109,8 +109,7 @@ TEST_F(DamageTest, AFolderThatCannotBeMadeIsTold) {
     program.CloseOrderly();
 }
 
-/** A disk of its own without room once it is filled; where none may be mounted, the program may not write a byte then.
- */
+/** A disk of its own that can be filled; where none may be mounted, programs may not write a byte instead. */
 class SmallDisk {
 public:
     explicit SmallDisk(const QString& path) : path_(path) {
