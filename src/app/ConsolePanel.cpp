@@ -50,9 +50,6 @@ void ConsolePanel::SetLayoutMode(LayoutMode mode) {
 
 void ConsolePanel::SetMeters(bool shown, const QColor& colour) {
     for (LevelBar* bar : findChildren<LevelBar*>()) {
-        QSizePolicy policy = bar->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        bar->setSizePolicy(policy);
         bar->setVisible(shown);
         bar->SetColour(colour);
     }

@@ -2,6 +2,7 @@
 
 #include "widgets/LayoutMode.h"
 
+#include <QColor>
 #include <QTimer>
 #include <QWidget>
 

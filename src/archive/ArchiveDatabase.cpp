@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 
 namespace kalvo {
 
@@ -21,6 +22,13 @@ constexpr qint64 kBatchMilliseconds = 100;
 const QString kTable = u"Daten"_s;
 const QString kInUse = u"Das Musikarchiv wird von einem anderen Programm benutzt"_s;
 const QString kProtected = u"Das Musikarchiv ist schreibgeschützt"_s;
+const QString kNoRoom = u"Der Datenträger des Musikarchivs ist voll"_s;
+constexpr qint64 kLeastRoom = 64 << 10; ///< bytes; the engine's shared memory alone takes 32 KiB
+
+QString WhyProtected(const QString& path) {
+    const QStorageInfo disk(QFileInfo(path).path());
+    return disk.isValid() && disk.bytesAvailable() < kLeastRoom ? kNoRoom : kProtected;
+}
 
 QString FieldNames(const QString& between) {
     QStringList names;
@@ -125,13 +133,13 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
     if (outcome == SqliteDatabase::Outcome::Locked)
         return OpenForReading(kInUse, message);
     if (outcome == SqliteDatabase::Outcome::Failed)
-        return OpenForReading(kProtected, message);
+        return OpenForReading(WhyProtected(path), message);
     const bool unfinished = outcome == SqliteDatabase::Outcome::Opened && IsEmpty(database_);
     if (outcome == SqliteDatabase::Outcome::NotDatabase || (!unfinished && !HasTitleTable(database_, kTable)))
         return Replace(message);
     if (PrepareForWriting() && (!unfinished || database_.Execute(CreateTableStatement(kTable, true))))
         return true;
-    return OpenForReading(database_.LastErrorIsLocked() ? kInUse : kProtected, message);
+    return OpenForReading(database_.LastErrorIsLocked() ? kInUse : WhyProtected(path), message);
 }
 
 bool ArchiveDatabase::Replace(QString& message) {

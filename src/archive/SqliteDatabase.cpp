@@ -110,9 +110,9 @@ qint64 SqliteStatement::Number(int column) const {
 SqliteDatabase::Outcome SqliteDatabase::Open(const QString& path, Mode mode, int busyMilliseconds) {
     const QByteArray name = QFile::encodeName(path);
     int code = OpenNamed(name, Flags(mode), busyMilliseconds);
-    const int kind = code & 0xFF;
-    if (mode == Mode::ReadOnly && (kind == SQLITE_CANTOPEN || kind == SQLITE_READONLY) && QFile::exists(path)) {
-        // Without write permission for the folder a log cannot be shared; then nobody writes and none is needed.
+    if (mode == Mode::ReadOnly && OutcomeOf(code) == Outcome::Failed && QFile::exists(path)) {
+        // Without write permission for the folder, or without room, a log cannot be shared; then nobody writes and none
+        // is needed.
         const QByteArray uri = QUrl::fromLocalFile(path).toEncoded() + "?immutable=1";
         code = OpenNamed(uri, Flags(mode) | SQLITE_OPEN_URI, busyMilliseconds);
     }

@@ -34,7 +34,9 @@ bool WriteAtomically(const QString& path, const QByteArray& bytes) {
     QSaveFile file(path); // syncs before it renames, follows links, keeps the permissions
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    if (file.write(bytes) != bytes.size()) {
+    // Flushed here: what fails in the flush of commit() is not looked at there, and a full disk would leave an empty
+    // file.
+    if (file.write(bytes) != bytes.size() || !file.flush()) {
         file.cancelWriting();
         return false;
     }

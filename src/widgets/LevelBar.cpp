@@ -24,7 +24,9 @@ const QColor& SegmentColour(const Skin& skin, double share) {
 
 LevelBar::LevelBar(QWidget* parent) : QWidget(parent) {
     setAccessibleName(QStringLiteral("Pegel"));
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    policy.setRetainSizeWhenHidden(true); // the deck keeps its shape
+    setSizePolicy(policy);
 }
 
 void LevelBar::SetHeight(double fontHeights) {

@@ -1,41 +1,22 @@
 #include "app/DeckPresenter.h"
 
-#include "playback/FakeAudio.h"
-#include "playback/Mixer.h"
-#include "support/TestFolder.h"
-
-#include <gtest/gtest.h>
+#include "app/FakeWindow.h"
 
 namespace kalvo {
 namespace {
 
-struct DeckPresenterTest : ::testing::Test {
+struct DeckPresenterTest : test::FakeWindow {
     DeckPresenterTest() {
-        auto library = std::make_unique<test::FakeAudio>();
-        fake = library.get();
-        layer = std::make_unique<AudioLayer>(std::move(library));
-        layer->InitAudio(1, 1024);
-        mixer = std::make_unique<Mixer>(*layer, list1, list2);
-        Add(list1, QStringLiteral("a-200"));
-        Add(list2, QStringLiteral("b-100"));
+        desk->layer.InitAudio(1, 1024);
+        desk->list1.Append({Entry("a-200")});
+        desk->list2.Append({Entry("b-100")});
     }
-
-    void Add(Playlist& list, const QString& name) {
-        PlaylistEntry entry;
-        entry.title = name;
-        entry.path = folder.Write(name, "x");
-        list.Append({entry});
+    PlaylistEntry Entry(const char* name) {
+        return {QLatin1String(name), {}, {}, {}, {}, folder.Write(QLatin1String(name), "x")};
     }
+    DeckView View(int player) { return PresentDeck(desk->mixer, player, 0.5F, 0); }
 
-    DeckView View(int player) const { return PresentDeck(*mixer, player, 0.5F, 0); }
-
-    test::TestFolder folder;
-    SystemRandom random;
-    Playlist list1{1, random};
-    Playlist list2{2, random};
-    test::FakeAudio* fake = nullptr;
-    std::unique_ptr<AudioLayer> layer;
-    std::unique_ptr<Mixer> mixer;
+    Mixer* mixer = &desk->mixer;
 };
 
 TEST_F(DeckPresenterTest, TellsWhoIsOnAirReadyAndPaused) {

@@ -94,17 +94,5 @@ TEST_F(OptionValuesTest, WhatIsOutOfRangeCountsAsAbsent) {
     EXPECT_EQ(values.buffer, u"normal"_s);
 }
 
-TEST_F(OptionValuesTest, OnlyWhatWasChangedIsTaken) {
-    const OptionValues opened = Read();
-    OptionValues edited = opened;
-    edited.switchOver = 12;
-    OptionValues now = opened;
-    now.volume = 90;
-    now.switchOver = 5;
-    edited.KeepChangesOnly(opened, now);
-    EXPECT_EQ(edited.switchOver, 12);
-    EXPECT_EQ(edited.volume, 90) << "moved in the main window meanwhile";
-}
-
 } // namespace
 } // namespace kalvo

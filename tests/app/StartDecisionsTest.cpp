@@ -7,30 +7,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(StartDecisions, FindTheFirstFaultInTheOrderOfTheChecks) {
-    struct Case {
-        ComponentFacts facts;
-        const char* message;
-        const char* component;
-    };
-    const QString sound = u"2.0"_s;
-    const Case cases[] = {
-        {{false, {}, false, false}, "bass.dll not exists", ""},
-        {{true, u"1.9"_s, true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
-        {{true, u"2.0.1"_s, true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
-        {{true, {}, true, true}, "Version der bass.dll ist veraltet!", "wenzo"},
-        {{true, sound, false, false}, "Version der bass.dll ist veraltet!", "wenzo"},
-        {{true, sound, true, false}, "", "CDDB"},
-    };
-    for (const Case& c : cases) {
-        const auto fault = FindComponentFault(c.facts);
-        ASSERT_TRUE(fault) << c.message << c.component;
-        EXPECT_EQ(fault->message, QString::fromUtf8(c.message));
-        EXPECT_EQ(fault->component, QString::fromUtf8(c.component));
-    }
-    EXPECT_FALSE(FindComponentFault({true, sound, true, true}));
-}
-
 TEST(StartDecisions, FarewellsNameTheAddressEachInItsOwnWay) {
     const QString outdated = FindComponentFault({true, {}, true, true})->farewell;
     EXPECT_TRUE(outdated.startsWith(u"Kalvo konnte nicht gestartet werden!, Führen Sie Kalvo erneut aus "

@@ -40,8 +40,7 @@ TEST(WindowValues, TakeDefaultsForWhatIsMissingOrBroken) {
     folder.Write(u"kalvo.dll"_s, "0,0,2000000000,700,0,-5,1999999999,1,#TRUE#,0,\"/m\",zu,viele");
     const WindowValues wild = WindowValues::Read(path);
     EXPECT_TRUE(wild.geometry.isNull());
-    EXPECT_EQ(wild.consoleHeight, 318);
-    EXPECT_EQ(wild.treeWidth, 210);
+    EXPECT_EQ(std::pair(wild.consoleHeight, wild.treeWidth), std::pair(318, 210));
     EXPECT_FALSE(wild.automatic);
     EXPECT_EQ(wild.importFolder, u"/m"_s);
 }

@@ -10,10 +10,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTimer>
 #include <gtest/gtest.h>
-
-#include <memory>
 
 namespace kalvo {
 namespace {
@@ -23,77 +20,44 @@ using namespace Qt::StringLiterals;
 using test::Answer;
 using test::WaitUntil;
 
-const QString kPath = u"/CdBase.ocx"_s;
-
-class frmDownloadTest : public ::testing::Test {
-protected:
-    frmDownloadTest() {
-        source_.address = server_.Address(QString());
-        source_.publicKey = keys_.publicKey;
-        source_.programFolder = folder_.Path();
-        const QByteArray signature = ComponentSignature::Sign(u"CdBase.ocx"_s, content_, keys_.secretKey);
-        server_.answers[kPath + u".sig"_s] = Answer::File(signature);
-    }
-
-    void Open() {
-        dialog_ = std::make_unique<frmDownload>(source_, u"CDDB"_s);
-        dialog_->show();
-    }
-    template<typename Widget>
-    Widget& Find(const char* name) const {
-        auto* found = dialog_->findChild<Widget*>(QString::fromLatin1(name));
-        EXPECT_NE(found, nullptr) << name;
-        return *found;
-    }
-    QPushButton& Again() const { return Find<QPushButton>("Command1"); }
-    QPushButton& Close() const { return Find<QPushButton>("Command2"); }
-    QString Text() const { return Find<QLabel>("Label1").text(); }
-    bool Ended() const { return Close().text() == u"Schließen"_s; }
-    void PressEscape() const {
+TEST(frmDownload, ShowsHowFarItIsIsCancelledByEscAndTriedAgain) {
+    const ComponentSignature::KeyPair keys = ComponentSignature::NewKeys();
+    const QByteArray content = QByteArray("Inhalt").repeated(100);
+    const QByteArray half = Answer::File(content).bytes.chopped(content.size() / 2);
+    const test::TestFolder folder;
+    test::MisbehavingServer server;
+    server.answers[u"/CdBase.ocx.sig"_s] =
+        Answer::File(ComponentSignature::Sign(u"CdBase.ocx"_s, content, keys.secretKey));
+    server.answers[u"/CdBase.ocx"_s] = {half, Answer::Then::Hang};
+    ComponentSource source;
+    source.address = server.Address(QString());
+    source.publicKey = keys.publicKey;
+    source.programFolder = folder.Path();
+    frmDownload dialog(source, u"CDDB"_s);
+    dialog.show();
+    const auto text = [&dialog](const char* label) { return dialog.findChild<QLabel*>(QLatin1String(label))->text(); };
+    const auto pressEscape = [&dialog] {
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-        QApplication::sendEvent(dialog_.get(), &press);
-    }
-
-    const ComponentSignature::KeyPair keys_ = ComponentSignature::NewKeys();
-    const QByteArray content_ = QByteArray("Inhalt").repeated(100);
-    test::TestFolder folder_;
-    test::MisbehavingServer server_;
-    ComponentSource source_;
-    std::unique_ptr<frmDownload> dialog_;
-};
-
-TEST_F(frmDownloadTest, ShowsHowFarItIsAndIsCancelledByEsc) {
-    const QByteArray whole = Answer::File(content_).bytes;
-    server_.answers[kPath] = {whole.chopped(content_.size() / 2), Answer::Then::Hang};
-    Open();
-    EXPECT_TRUE(WaitUntil([this] { return Find<QLabel>("Label2").text() == u"50%"_s; }));
-    EXPECT_EQ(Find<QProgressBar>("ProgressBar1").value(), 50);
-    EXPECT_EQ(Text(), u"CdBase.ocx wird heruntergeladen..."_s);
-    EXPECT_EQ(Close().text(), u"Abbrechen"_s);
-    EXPECT_FALSE(Again().isVisible());
-    PressEscape();
-    EXPECT_TRUE(dialog_->isVisible()) << "it says first what became of it";
-    EXPECT_EQ(Text(), u"Der Download wurde abgebrochen.\nEs wurde nichts installiert."_s);
-    EXPECT_FALSE(dialog_->Installed());
-    PressEscape();
-    EXPECT_FALSE(dialog_->isVisible());
-    EXPECT_TRUE(folder_.Read(u"CdBase.ocx"_s).isEmpty());
-}
-
-TEST_F(frmDownloadTest, AFailureCanBeTriedAgain) {
-    Open();
-    ASSERT_TRUE(WaitUntil([this] { return Ended(); }));
-    EXPECT_TRUE(Text().endsWith(u"\nEs wurde nichts installiert."_s)) << Text().toStdString();
-    ASSERT_TRUE(Again().isVisible());
-    server_.answers[kPath] = Answer::File(content_);
-    Again().click();
-    EXPECT_FALSE(Ended());
-    ASSERT_TRUE(WaitUntil([this] { return Ended(); }));
-    EXPECT_TRUE(dialog_->Installed());
-    EXPECT_EQ(Text(), u"Der Download ist fertig."_s);
-    EXPECT_EQ(Find<QLabel>("Label2").text(), u"100%"_s);
-    EXPECT_FALSE(Again().isVisible());
-    EXPECT_EQ(folder_.Read(u"CdBase.ocx"_s), content_);
+        QApplication::sendEvent(&dialog, &press);
+    };
+    auto* const again = dialog.findChild<QPushButton*>(u"Command1"_s);
+    EXPECT_TRUE(WaitUntil([&text] { return text("Label2") == u"50%"_s; }));
+    EXPECT_EQ(dialog.findChild<QProgressBar*>(u"ProgressBar1"_s)->value(), 50);
+    EXPECT_EQ(text("Label1"), u"CdBase.ocx wird heruntergeladen..."_s);
+    EXPECT_FALSE(again->isVisible());
+    pressEscape();
+    EXPECT_TRUE(dialog.isVisible()) << "it says first what became of it";
+    EXPECT_EQ(text("Label1"), u"Der Download wurde abgebrochen.\nEs wurde nichts installiert."_s);
+    EXPECT_FALSE(dialog.Installed());
+    server.answers[u"/CdBase.ocx"_s] = Answer::File(content);
+    again->click();
+    EXPECT_FALSE(again->isVisible());
+    ASSERT_TRUE(WaitUntil([&dialog] { return dialog.Installed(); }));
+    EXPECT_EQ(text("Label1"), u"Der Download ist fertig."_s);
+    EXPECT_EQ(text("Label2"), u"100%"_s);
+    EXPECT_EQ(folder.Read(u"CdBase.ocx"_s), content);
+    pressEscape();
+    EXPECT_FALSE(dialog.isVisible());
 }
 
 } // namespace

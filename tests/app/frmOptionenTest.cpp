@@ -37,9 +37,6 @@ protected:
     void Open(const OptionValues& values) {
         dialog = std::make_unique<frmOptionen>(values, devices);
         dialog->show();
-        QObject::connect(dialog.get(), &frmOptionen::LookChosen, [this](const QString& skin, const QString& fontSize) {
-            looks.append(skin + u'/' + fontSize);
-        });
     }
     template<typename Widget>
     Widget& Find(const char* name) {
@@ -56,7 +53,6 @@ protected:
     }
 
     std::unique_ptr<frmOptionen> dialog;
-    QStringList looks;
 };
 
 TEST_F(frmOptionenTest, UntouchedPagesChangeNothing) {
@@ -128,22 +124,6 @@ TEST_F(frmOptionenTest, ColumnsAreMovedNamedAndHidden) {
     EXPECT_EQ(GridColumns::VisibleFields(dialog->Values().columns).size(), 1) << "one is always left";
     Find<QPushButton>("cmdStandard").click();
     EXPECT_EQ(dialog->Values().columns.first().field, ArchiveField::Titel);
-}
-
-TEST_F(frmOptionenTest, CancelTakesTheLookBackAndConfirmDoesNot) {
-    Open(SomeValues());
-    Choose("Skin", u"Dark Blue"_s);
-    Choose("Schriftgrad", u"groß"_s);
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    QApplication::sendEvent(dialog.get(), &escape);
-    EXPECT_FALSE(dialog->isVisible());
-    EXPECT_EQ(looks, (QStringList{u"Dark Blue/klein"_s, u"Dark Blue/groß"_s, u"Light Green/klein"_s}));
-    looks.clear();
-    Open(SomeValues());
-    Choose("Skin", u"Grey"_s);
-    Find<QPushButton>("Command5").click();
-    EXPECT_EQ(dialog->result(), QDialog::Accepted);
-    EXPECT_EQ(looks, QStringList{u"Grey/klein"_s});
 }
 
 TEST_F(frmOptionenTest, TonesAreAskedForWhereACardIs) {

@@ -10,6 +10,9 @@
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace kalvo {
 
 using namespace Qt::StringLiterals;
@@ -33,6 +36,14 @@ TEST(AtomicFile, ReplacesWholeAndLeavesNothingBeside) {
     EXPECT_TRUE(QFileInfo(folder.Path(u"link"_s)).isSymLink());
     EXPECT_FALSE(WriteAtomically(folder.Path(u"fehlt/a"_s), "x"));
     EXPECT_FALSE(WriteAtomically(folder.Path(), "x")) << "a folder";
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit nothing{0, limit.rlim_max};
+    std::signal(SIGXFSZ, SIG_IGN);
+    ::setrlimit(RLIMIT_FSIZE, &nothing); // as on a full disk
+    EXPECT_FALSE(WriteAtomically(path, "lost"));
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(folder.Read(u"a"_s), QByteArray("new"));
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 2);
 }
 
@@ -44,16 +55,6 @@ TEST(DataFolder, JoinsGivenNames) {
     EXPECT_EQ(data.Path(u"\\sample.dll"_s), u"/d/Kalvo/sample.dll"_s);
     EXPECT_EQ(data.Path(u"kalvo.ini"_s), u"/d/Kalvo/kalvo.ini"_s);
     EXPECT_EQ(data.Path({}), u"/d/Kalvo"_s);
-}
-
-TEST(DataFolder, CreatesItsFoldersAgainAndAgain) {
-    const test::TestFolder folder;
-    const DataFolder data(folder.Path(u"neu/Kalvo"_s));
-    EXPECT_TRUE(data.CreateAll());
-    EXPECT_TRUE(data.CreateAll());
-    EXPECT_EQ(QDir(data.Root()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 7);
-    folder.Write(u"file"_s, "x");
-    EXPECT_FALSE(DataFolder(folder.Path(u"file"_s)).CreateAll());
 }
 
 TEST(FileName, SplitsAtEitherSeparator) {

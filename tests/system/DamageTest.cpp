@@ -109,35 +109,36 @@ TEST_F(DamageTest, AFolderThatCannotBeMadeIsTold) {
     program.CloseOrderly();
 }
 
-/** A disk of its own with no room left; where nothing may be mounted, the program may not write a byte. */
-class FullDisk {
+/** A disk of its own that can be filled; where none may be mounted, programs may not write a byte instead. */
+class SmallDisk {
 public:
-    explicit FullDisk(const QString& path) : path_(path) {
+    explicit SmallDisk(const QString& path) : path_(path) {
         QDir().mkpath(path);
-        mounted_ = ::mount("none", Native().c_str(), "tmpfs", 0, "size=16k") == 0;
-        if (!mounted_)
-            return;
-        QFile filler(path + u"/voll"_s);
-        EXPECT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-        while (filler.write(kZeros) == kZeros.size()) {
-        }
+        mounted_ = ::mount("none", Native().c_str(), "tmpfs", 0, "size=2m") == 0;
     }
-    ~FullDisk() {
+    ~SmallDisk() {
         if (mounted_)
             ::umount2(Native().c_str(), MNT_DETACH);
     }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
 
-    DrivenOptions Options() const {
+    /** For programs that are started on the full disk from now on. */
+    DrivenOptions Fill() const {
         DrivenOptions options;
-        if (!mounted_)
-            options.inChild = [] {
-                const rlimit nothing{0, 0};
-                std::signal(SIGXFSZ, SIG_IGN);
-                if (::setrlimit(RLIMIT_FSIZE, &nothing) != 0)
-                    ::_exit(99);
-            };
+        if (mounted_) {
+            QFile filler(path_ + u"/voll"_s);
+            EXPECT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            while (filler.write(kZeros) == kZeros.size()) {
+            }
+            return options;
+        }
+        options.inChild = [] {
+            const rlimit nothing{0, 0};
+            std::signal(SIGXFSZ, SIG_IGN);
+            if (::setrlimit(RLIMIT_FSIZE, &nothing) != 0)
+                ::_exit(99);
+        };
         return options;
     }
 
@@ -149,14 +150,32 @@ private:
 };
 
 TEST_F(DamageTest, AFullDiskIsToldAndTheDeskWorks) {
-    const FullDisk disk(folder_.Path(u"voll"_s));
+    const SmallDisk disk(folder_.Path(u"voll"_s));
     const QString title = folder_.Write(u"titel.mp3"_s, "x");
     DrivenProgram program(screen_->Display(), Arguments(folder_.Path(u"voll/Kalvo"_s)) + QStringList{title},
-                          disk.Options());
+                          disk.Fill());
     program.WaitForMessage({u"Das Musikarchiv kann nicht angelegt werden: "_s});
-    const QStringList told = program.CloseOrderly();
-    EXPECT_TRUE(told.contains(u"Die Wiedergabelisten konnten nicht gespeichert werden."_s))
-        << told.join(u'|').toStdString();
+    EXPECT_EQ(program.CloseOrderly(), QStringList{u"Die Wiedergabelisten konnten nicht gespeichert werden."_s});
+}
+
+TEST_F(DamageTest, ADiskThatHasBecomeFullLosesNothing) {
+    const SmallDisk disk(Data());
+    {
+        DrivenProgram program(screen_->Display(), Arguments());
+        program.WaitForMessage();
+        program.CloseOrderly();
+    }
+    const auto contents = [this] {
+        QList<QByteArray> all;
+        for (const char* name : {"kalvo.ini", "kalvo.dll", "mp3tabelle.dll", "meta.dat", "Musikarchiv/default.mav"})
+            all.append(folder_.Read(u"Kalvo/"_s + QLatin1String(name)));
+        return all;
+    };
+    const QList<QByteArray> before = contents();
+    DrivenProgram program(screen_->Display(), Arguments(), disk.Fill());
+    program.WaitForMessage({u"0 Titel gefunden"_s, u"Es kann nur gelesen werden."_s});
+    program.CloseOrderly();
+    EXPECT_EQ(contents(), before);
 }
 
 } // namespace

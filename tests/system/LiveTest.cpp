@@ -6,7 +6,6 @@
 #include "support/WaitUntil.h"
 #include "system/LiveDesk.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <gtest/gtest.h>
@@ -319,25 +318,6 @@ TEST_F(LiveTest, WithoutASoundServerTheOutputFailsAndOpensOnceThereIsOne) {
     EXPECT_TRUE(layer.InitAudio(audio::kNoSound, 1024));
     ASSERT_TRUE(server_->Start());
     EXPECT_TRUE(layer.InitAudio(audio::kDefaultDevice, 1024));
-}
-
-TEST_F(LiveTest, WithoutASoundServerTheStartSaysSoAndEnds) {
-    server_->Kill();
-    AudioModule module(qEnvironmentVariable("KALVO_BIN"));
-    Desk desk(DataFolder(DataFolderPath()), module.Create());
-    Form1 window(desk, CommandLine());
-    QString told;
-    QTimer look;
-    look.callOnTimeout([&told] {
-        if (QWidget* box = QApplication::activeModalWidget()) {
-            told =
-                box->windowTitle() + QStringLiteral(": ") + box->findChild<QLabel*>(QStringLiteral("lblText"))->text();
-            box->close();
-        }
-    });
-    look.start(20);
-    EXPECT_FALSE(window.Load());
-    EXPECT_EQ(told, QStringLiteral("Digital output: Error: Couldn't Initialize Digital Output"));
 }
 
 } // namespace

@@ -19,6 +19,7 @@ class StartTest : public DrivenTest {
 protected:
     DrivenOptions At(const ProgramFolder& place) const { return {place.Path(), {}, {}}; }
     QStringList WithStartChoice() const { return Arguments().mid(0, 4); }
+    QStringList WithStoredDevice() const { return Arguments().mid(0, 2) + Arguments().mid(4); }
 };
 
 /** The box that is open after the one of this text. */
@@ -44,10 +45,11 @@ TEST(CommandLineOfTheProgram, TellsVersionAndHelpWithoutAScreenAndRefusesWhatItD
     }
 }
 
-TEST_F(StartTest, RunsOncePerDataFolder) {
-    DrivenProgram first(screen_->Display(), Arguments());
+TEST_F(StartTest, RunsOncePerDataFolderAndFallsBackToTheStandardOutput) {
+    folder_.Write(u"Kalvo/kalvo.ini"_s, "[Soundkarte]\nDeviceW=99\n");
+    DrivenProgram first(screen_->Display(), WithStoredDevice());
     first.WaitForMessage();
-    DrivenProgram second(screen_->Display(), Arguments());
+    DrivenProgram second(screen_->Display(), WithStoredDevice());
     EXPECT_EQ(second.WaitForExit(), 0);
     EXPECT_FALSE(second.IsOpen(kBox));
     EXPECT_TRUE(first.IsRunning());
@@ -122,9 +124,7 @@ TEST_F(StartTest, AWaitingLibraryIsInstalledBeforeTheCheck) {
 TEST_F(StartTest, WithoutAnyOutputTheFatalMessageEndsTheProgram) {
     DrivenOptions options;
     options.environment = {{u"SDL_AUDIODRIVER"_s, u"pulseaudio"_s}, {u"PULSE_SERVER"_s, u"unix:/nonexistent"_s}};
-    QStringList arguments = Arguments();
-    arguments.remove(2, 2); // the device
-    DrivenProgram program(screen_->Display(), arguments, options);
+    DrivenProgram program(screen_->Display(), WithStoredDevice(), options);
     Expect(program, {}, u"Digital output"_s, u"Error: Couldn't Initialize Digital Output"_s);
     program.Press(kBox, u"OK"_s);
     EXPECT_GT(program.WaitForExit(), 0);
