@@ -1,8 +1,6 @@
 #include "archive/ArchiveSession.h"
-#include "archive/ArchiveStatements.h"
-#include "archive/TestClock.h"
 #include "archive/Trash.h"
-#include "support/TestFolder.h"
+#include "archive/ui/ArchiveDesk.h"
 #include "support/WaitUntil.h"
 
 #include <QFile>
@@ -14,12 +12,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class ArchiveDeleteTest : public ::testing::Test {
+class ArchiveDeleteTest : public ::testing::Test, protected ArchiveDesk {
 protected:
     ArchiveDeleteTest() {
-        EXPECT_TRUE(data.CreateAll());
-        EXPECT_TRUE(archive.Open(data));
-        EXPECT_TRUE(archive.WaitForIndex());
         Add(10);
         archive.Refresh();
     }
@@ -52,11 +47,6 @@ protected:
         SqliteStatement count = other.Prepare(u"SELECT count(*) FROM Daten"_s);
         return count.Step() ? count.Number(0) : -1;
     }
-
-    TestFolder folder;
-    DataFolder data{folder.Path(u"Kalvo"_s)};
-    TestClock clock;
-    Archive archive{clock};
 };
 
 } // namespace

@@ -167,12 +167,4 @@ TEST_F(ArchiveTest, PagesGiveEveryRow) {
         EXPECT_EQ(archive.RowAt(row).Titel, u"t%1"_s.arg(row, 4, 10, QChar(u'0')));
 }
 
-TEST_F(ArchiveTest, ADamagedFileIsToldAndReplaced) {
-    folder.Write(u"Kalvo/Musikarchiv/default.mav"_s, "this was an archive once, now it is not any more");
-    OpenReady();
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_TRUE(messages.at(0).contains(defaultPath + u".defekt-20260307-201530"_s));
-    EXPECT_EQ(archive.Count(), 0);
-}
-
 } // namespace kalvo::test
