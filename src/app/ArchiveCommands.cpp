@@ -85,10 +85,13 @@ void ArchiveCommands::BuildMenus(DeskActions& actions) {
 /** The tree comes back as it was left, once there is an archive to build missing lists from. */
 void ArchiveCommands::KeepTree(WindowValues& values) {
     panel_.SetTreeWidth(values.treeWidth);
-    connect(&archive_, &Archive::IndexReady, this, [this, &values] {
+    const auto show = [this, &values] {
         if (values.treeShown)
             panel_.ShowTree(true);
-    });
+    };
+    // Once: the index comes anew after large changes, when the user may have folded the tree away.
+    connect(&archive_, &Archive::IndexReady, this, show,
+            static_cast<Qt::ConnectionType>(Qt::AutoConnection | Qt::SingleShotConnection));
     connect(&panel_, &ArchivePanel::TreeChanged, this, [this, &values] {
         values.treeShown = panel_.IsTreeShown();
         values.treeWidth = panel_.TreeWidth();

@@ -33,8 +33,7 @@ Archive::~Archive() = default;
 bool Archive::Open(const DataFolder& folder) {
     loader_.reset();
     index_.reset();
-    binned_.clear();
-    undone_.clear();
+    log_ = {};
     ShowRows({});
     SettleLayout(folder);
     QString message;
@@ -156,13 +155,12 @@ std::vector<qint64> Archive::Select(const QString& statement) const {
     return query && index_ ? index_->Select(*query) : std::vector<qint64>();
 }
 
-QList<int> Archive::RowsHolding(const QString& text) const {
+int Archive::NextRowHolding(const QString& text, int from) const {
     const std::vector<qint64> numbers = index_ ? index_->NumbersHolding(text) : std::vector<qint64>();
-    QList<int> rows;
-    for (int row = 0; row < RowCount() && !numbers.empty(); ++row)
+    for (int row = std::max(0, from); row < RowCount() && !numbers.empty(); ++row)
         if (std::binary_search(numbers.begin(), numbers.end(), IdAt(row)))
-            rows.append(row);
-    return rows;
+            return row;
+    return -1;
 }
 
 qint64 Archive::Count() const {
@@ -197,11 +195,6 @@ WriteResult Archive::UpdateRecord(const TitleRecord& record) {
     if (const int row = RowOf(record.Nr); row >= 0)
         Q_EMIT RowChanged(row);
     return written;
-}
-
-void Archive::EndSession() {
-    database_.EndBatch();
-    ReloadAfterLoss();
 }
 
 /** A batch that could not be committed has taken back titles that the index holds already. */

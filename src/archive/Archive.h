@@ -1,8 +1,8 @@
 #pragma once
 
 #include "archive/ArchiveDatabase.h"
+#include "archive/DeletionLog.h"
 #include "archive/RecordSource.h"
-#include "archive/Trash.h"
 #include "base/Clock.h"
 #include "base/DataFolder.h"
 
@@ -72,8 +72,8 @@ public:
     int RowOf(qint64 nr) const;
     /** Many rows in one go, as Read() gives them. */
     QList<TitleRecord> RowsAt(const QList<int>& rows) const;
-    /** Rows whose artist + " - " + title holds the text, compared without case, ascending; all for an empty text. */
-    QList<int> RowsHolding(const QString& text) const;
+    /** The first row from `from` on whose artist + " - " + title holds the text, without case; -1 for none. */
+    int NextRowHolding(const QString& text, int from) const;
 
     /** Titles in the whole archive. */
     qint64 Count() const;
@@ -88,10 +88,9 @@ public:
     WriteResult DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files = {});
     /** Leaves an empty archive behind. */
     WriteResult DeleteAll();
-    bool CanUndo() const { return !database_.Deletions().isEmpty(); }
     /** Takes the latest deletion since Open() back, under the old numbers. After a failure it can be tried again. */
     WriteResult Undo();
-    /** Deletes again what Undo() brought back last; nothing else may have been deleted since. Not for a second try. */
+    /** Deletes again what Undo() brought back last, if nothing else was deleted since; after a failure no more. */
     WriteResult Redo();
 
     /** The first title, by artist and title, that meets the criterion; none without an index. */
@@ -113,35 +112,25 @@ Q_SIGNALS:
     void RecordsChanged();
     /** One shown row has new content. */
     void RowChanged(int row);
-    /** Count() has changed. */
     void CountChanged();
     /** So many titles were deleted, by DeleteTitles() or DeleteAll(). */
     void Deleted(qint64 titles);
     void IndexReady();
-    /** The archive could not be read. */
     void IndexFailed();
     /** A text for the status line. */
     void Message(const QString& text);
 
 private:
     enum class State { Closed, Loading, Ready, Failed };
-    /** A deletion that was taken back; files: those that had been moved to the bin. */
-    struct Undone {
-        QList<qint64> numbers;
-        QStringList files;
-    };
-
     void SettleLayout(const DataFolder& folder);
     void StartLoading();
     void TakeIndex(const std::shared_ptr<MemoryIndex>& index);
     void ShowRows(std::vector<qint64> rows);
     void PutIntoIndex(const TitleRecord& record);
     bool TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex);
-    void TellDeletion();
-    QList<Trash::Item> MoveToBinAgain(Undone& redo) const;
+    QList<Trash::Item> MoveToBinAgain(DeletionLog::Undone& redo) const;
     void TakeRestored(const QList<qint64>& numbers);
     void Reload();
-    void EndSession();
     void ReloadAfterLoss();
 
     LayoutFile layout_;
@@ -153,8 +142,7 @@ private:
     QString source_;
     RecordSource query_;
     std::vector<qint64> rows_;
-    QList<QList<Trash::Item>> binned_;    ///< files of each deletion that can be undone
-    QList<Undone> undone_;                ///< the latest last
+    DeletionLog log_;
     std::unique_ptr<IndexLoader> loader_; ///< last: its thread ends before the rest goes
 };
 

@@ -190,7 +190,7 @@ WriteResult ArchiveDatabase::Failure() {
 }
 
 WriteResult ArchiveDatabase::AddTitle(TitleRecord& record) {
-    record.Extra1.truncate(kMaximumCommentLength);
+    CutText(record.Extra1, kMaximumCommentLength);
     if (const QString reason = TooLong(record); !reason.isEmpty())
         return {false, reason};
     if (readOnly_ || !EnsureTransaction())

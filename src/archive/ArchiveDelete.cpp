@@ -25,22 +25,23 @@ void Restore(const QList<Trash::Item>& files) {
 WriteResult Archive::DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files) {
     WriteResult deleted = database_.Delete(numbers);
     if (TakeDeletion(files, [&] { index_->Remove({numbers.begin(), numbers.end()}); }))
-        TellDeletion();
+        Q_EMIT Deleted(database_.Deletions().last());
     return deleted;
 }
 
 WriteResult Archive::DeleteAll() {
     WriteResult deleted = database_.DeleteAll();
     if (TakeDeletion({}, [&] { *index_ = MemoryIndex(); }))
-        TellDeletion();
+        Q_EMIT Deleted(database_.Deletions().last());
     return deleted;
 }
 
 /** Follows a deletion; false when there was none. */
 bool Archive::TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex) {
-    if (binned_.size() == database_.Deletions().size())
+    if (log_.binned.size() == database_.Deletions().size())
         return false;
-    binned_.append(files);
+    log_.binned.append(files);
+    log_.undone.clear();
     cache_->Clear();
     if (index_)
         updateIndex();
@@ -50,23 +51,18 @@ bool Archive::TakeDeletion(const QList<Trash::Item>& files, const std::function<
     return true;
 }
 
-void Archive::TellDeletion() {
-    undone_.clear();
-    Q_EMIT Deleted(database_.Deletions().last());
-}
-
 WriteResult Archive::Undo() {
-    Undone undo;
+    DeletionLog::Undone undo;
     WriteResult undone = database_.UndoDelete(undo.numbers);
     if (!undone)
         return undone;
-    for (const Trash::Item& file : binned_.takeLast()) {
+    for (const Trash::Item& file : log_.binned.takeLast()) {
         undo.files.append(file.path);
         if (!Trash::Restore(file))
             undone.reason = u"Die Datei konnte nicht aus dem Papierkorb geholt werden: "_s + file.path;
     }
     TakeRestored(undo.numbers);
-    undone_.append(undo);
+    log_.undone.append(undo);
     Q_EMIT CountChanged();
     return undone;
 }
@@ -81,21 +77,24 @@ void Archive::TakeRestored(const QList<qint64>& numbers) {
 }
 
 WriteResult Archive::Redo() {
-    if (undone_.isEmpty())
+    if (log_.undone.isEmpty())
         return {false, u"Es wurde nichts zurückgenommen."_s};
-    Undone redo = undone_.takeLast();
+    DeletionLog::Undone redo = log_.undone.takeLast();
+    const QList<DeletionLog::Undone> others = log_.undone;
     QList<Trash::Item> files;
     if (!redo.files.isEmpty())
         files = MoveToBinAgain(redo);
     WriteResult deleted = database_.Delete(redo.numbers);
-    if (TakeDeletion(files, [&] { index_->Remove({redo.numbers.begin(), redo.numbers.end()}); }))
+    if (TakeDeletion(files, [&] { index_->Remove({redo.numbers.begin(), redo.numbers.end()}); })) {
+        log_.undone = others;
         return deleted;
+    }
     Restore(files);
     return {false, deleted ? u"Die Titel sind nicht mehr im Musikarchiv."_s : deleted.reason};
 }
 
 /** A title whose file the bin refuses stays. */
-QList<Trash::Item> Archive::MoveToBinAgain(Undone& redo) const {
+QList<Trash::Item> Archive::MoveToBinAgain(DeletionLog::Undone& redo) const {
     QList<Trash::Item> files;
     for (const TitleRecord& title : Read(redo.numbers)) {
         if (!redo.files.contains(title.Pfad))

@@ -63,6 +63,11 @@ QString FieldText(const TitleRecord& record, ArchiveField field) {
     return field == ArchiveField::Nr ? QString::number(record.Nr) : record.*Entry(field).place;
 }
 
+void CutText(QString& text, qsizetype characters) {
+    if (text.size() > characters)
+        text.truncate(characters - (text.at(characters - 1).isHighSurrogate() ? 1 : 0));
+}
+
 QString& FieldPlace(TitleRecord& record, ArchiveField field) {
     return record.*Entry(field).place;
 }

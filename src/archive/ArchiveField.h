@@ -44,6 +44,9 @@ std::optional<ArchiveField> FieldOfCaption(QStringView caption);
 
 /** The field's text in a record; `Nr` as a decimal number. */
 QString FieldText(const TitleRecord& record, ArchiveField field);
+/** Cuts a text to so many characters, but none into halves. */
+void CutText(QString& text, qsizetype characters);
+
 /** The record's place for a text field; not for `Nr`. */
 QString& FieldPlace(TitleRecord& record, ArchiveField field);
 

@@ -27,6 +27,14 @@ void Remove(const QString& path) {
         QFile::remove(name);
 }
 
+/** The table counts code points. */
+QString Fitting(const QString& text) {
+    if (text.size() <= kMaximumFieldLength)
+        return text;
+    const auto points = text.toStdU32String().substr(0, kMaximumFieldLength);
+    return QString::fromUcs4(points.data(), static_cast<qsizetype>(points.size()));
+}
+
 /** Copies from one damaged place to the other: from the front until the first failure, then from the back. */
 class Copy {
 public:
@@ -59,7 +67,7 @@ private:
             last_ = select.Number(0);
             insert_.Bind(1, last_);
             for (int i = 1; i <= static_cast<int>(kTextFields.size()); ++i)
-                insert_.Bind(i + 1, select.Text(i).left(kMaximumFieldLength));
+                insert_.Bind(i + 1, Fitting(select.Text(i)));
             written_ = insert_.Run();
             titles_ += written_ ? 1 : 0;
         }

@@ -8,7 +8,10 @@ namespace kalvo {
 class Archive::Session {
 public:
     explicit Session(Archive& archive) : archive_(archive) { archive_.database_.BeginBatch(); }
-    ~Session() { archive_.EndSession(); }
+    ~Session() {
+        archive_.database_.EndBatch();
+        archive_.ReloadAfterLoss();
+    }
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 

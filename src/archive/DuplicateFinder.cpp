@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <future>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 namespace kalvo {
 
@@ -15,6 +17,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using Numbers = std::vector<qint64>;
+using Paths = std::vector<std::string>;
 using Outcome = DuplicateReport::Outcome;
 
 /** Titles between two reports. */
@@ -46,26 +49,48 @@ public:
     }
 
 private:
-    /** False when stopped or failed. */
+    /** Files are asked for beside the reading of the next titles. False when stopped or failed. */
     bool ReadTitles(SqliteDatabase& database, const BackgroundRun& run,
                     const std::function<void(const QString&, int)>& tell) {
         const ArchiveField field = mode_ == DuplicateMode::FileNames ? ArchiveField::Pfad : ArchiveField::Titel;
         SqliteStatement select =
             database.Prepare(u"SELECT Nr, Pfad, %1 FROM \"Daten\" ORDER BY Nr"_s.arg(FieldName(field)));
+        Paths paths;
+        std::future<std::vector<bool>> asked;
         std::string folded;
         while (!run.Stopped() && select.Step()) {
             if (numbers_.size() % kBetween == 0) {
                 const std::size_t percent = std::min<std::size_t>(100, 100 * numbers_.size() / candidates_.size());
                 tell(DuplicateTexts::Preparing(static_cast<int>(percent)), static_cast<int>(percent));
+                TakeAnswers(asked);
+                asked = std::async(std::launch::async, Missing, std::exchange(paths, {}));
             }
-            std::error_code error;
-            missing_.push_back(!std::filesystem::exists(std::string(select.Utf8(1)), error));
+            paths.emplace_back(select.Utf8(1));
             numbers_.push_back(select.Number(0));
             folded.clear();
             TextFolding::AppendFolded(select.Utf8(2), folded);
             texts_.Append(folded);
         }
+        TakeAnswers(asked);
+        const std::vector<bool> last = Missing(paths);
+        missing_.insert(missing_.end(), last.begin(), last.end());
         return !run.Stopped() && !select.Failed();
+    }
+
+    static std::vector<bool> Missing(const Paths& paths) {
+        std::vector<bool> missing;
+        missing.reserve(paths.size());
+        std::error_code error;
+        for (const std::string& path : paths)
+            missing.push_back(!std::filesystem::exists(path, error));
+        return missing;
+    }
+
+    void TakeAnswers(std::future<std::vector<bool>>& asked) {
+        if (!asked.valid())
+            return;
+        const std::vector<bool> missing = asked.get();
+        missing_.insert(missing_.end(), missing.begin(), missing.end());
     }
 
     std::optional<std::uint32_t> PlaceOf(qint64 number) const {

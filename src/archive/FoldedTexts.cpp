@@ -128,8 +128,8 @@ FoldedTexts FoldedTexts::Reordered(std::span<const std::uint32_t> order) const {
     for (const std::uint32_t index : order)
         length += At(index).size() + 1;
     FoldedTexts reordered;
-    reordered.text_.reserve(length + kPadding);
-    reordered.offsets_.reserve(order.size() + 1);
+    reordered.text_.reserve(WithSpareRoom(length + kPadding));
+    reordered.offsets_.reserve(WithSpareRoom(order.size()));
     for (const std::uint32_t index : order)
         reordered.AppendUncounted(At(index));
     reordered.frequency_ = frequency_;

@@ -12,6 +12,11 @@
 
 namespace kalvo {
 
+/** Room for so many things and some to come, which would else all be moved for the first one that is added. */
+constexpr std::size_t WithSpareRoom(std::size_t size) {
+    return size + size / 32 + 64;
+}
+
 /**
  * Folded texts one behind the other in one piece of memory, each closed by a NUL, so that a search runs over all of
  * them in one sweep. Texts are numbered from 0; they are only ever appended.

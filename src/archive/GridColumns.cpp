@@ -2,7 +2,9 @@
 
 #include "base/Settings.h"
 
+#include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace kalvo::GridColumns {
 
@@ -16,12 +18,29 @@ QString Section(qsizetype column) {
     return QStringLiteral("MA%1").arg(column);
 }
 
-/** Wide enough for the caption with its mark; of the text fields in creation order. */
-constexpr std::array<double, kTextFields.size()> widths = {14, 12, 10.5, 7, 7, 4.6, 4.6, 16, 8, 10.4, 5, 4.6};
+/** Of the text fields in creation order. */
+struct DefaultColumn {
+    double width; ///< font heights; wide enough for the caption with its mark
+    double share; ///< of the room that is left over
+};
+constexpr std::array<DefaultColumn, kTextFields.size()> defaults = {{{13, 0.3},
+                                                                     {11, 0.2},
+                                                                     {10, 0.2},
+                                                                     {6.8, 0},
+                                                                     {6.5, 0},
+                                                                     {4.4, 0},
+                                                                     {4.4, 0},
+                                                                     {9, 0.2},
+                                                                     {7.4, 0.1},
+                                                                     {9.8, 0},
+                                                                     {4.8, 0},
+                                                                     {4.4, 0}}};
 
-int DefaultWidth(ArchiveField field, int fontHeight) {
+/** room: pixels that may be given away. */
+int DefaultWidth(ArchiveField field, int fontHeight, int room = 0) {
     const auto place = static_cast<std::size_t>(field) - static_cast<std::size_t>(kTextFields.front());
-    return qRound(widths[place] * fontHeight) * twipsPerPixel;
+    const DefaultColumn& column = defaults.at(place);
+    return static_cast<int>(column.width * fontHeight + column.share * room) * twipsPerPixel;
 }
 
 /** What a section holds; no field where it names none of the grid's. */
@@ -60,15 +79,22 @@ bool HasFreeCaption(ArchiveField field) {
     return field < ArchiveField::Extra1;
 }
 
-QList<GridColumn> Defaults(int fontHeight) {
+QList<GridColumn> Defaults(int fontHeight, int width) {
+    const double needed = std::accumulate(defaults.begin(), defaults.end(), 0.0,
+                                          [](double sum, const DefaultColumn& one) { return sum + one.width; });
+    const int room = std::max(0, width - static_cast<int>(needed * fontHeight));
     QList<GridColumn> columns;
     for (const ArchiveField field : kTextFields)
-        columns.append({field, FieldCaption(field), DefaultWidth(field, fontHeight), true});
+        columns.append({field, FieldCaption(field), DefaultWidth(field, fontHeight, room), true});
     return columns;
 }
 
+bool AreStored(const Settings& settings) {
+    return settings.GetSetting(Section(kTextFields.size() - 1), QStringLiteral("Caption"), missing) != missing;
+}
+
 QList<GridColumn> Read(const Settings& settings, int fontHeight) {
-    if (settings.GetSetting(Section(kTextFields.size() - 1), QStringLiteral("Caption"), missing) == missing)
+    if (!AreStored(settings))
         return Defaults(fontHeight);
     // All sections are read first: a damaged one must not take the field that a later one names.
     QList<ArchiveField> left(kTextFields.begin(), kTextFields.end());

@@ -28,8 +28,14 @@ constexpr int widestPixels = 4000;
 /** Whether the heading can be chosen: the extra fields stand under fixed ones. */
 bool HasFreeCaption(ArchiveField field);
 
-/** Every text field, visible, in creation order; fontHeight: of the chosen font in pixels. */
-QList<GridColumn> Defaults(int fontHeight);
+/**
+ * Every text field, visible, in creation order; fontHeight: of the chosen font in pixels. What a grid of this width in
+ * pixels has to spare goes to the columns with the long texts.
+ */
+QList<GridColumn> Defaults(int fontHeight, int width = 0);
+
+/** Whether the user's columns are in the settings; else the defaults hold. */
+bool AreStored(const Settings& settings);
 
 /**
  * The stored columns; the defaults when none are stored. Always every text field once: a section that names no field,

@@ -28,7 +28,9 @@ constexpr std::size_t PlaceIn(ArchiveField field) {
 
 template<typename Value>
 std::vector<Value> Picked(const std::vector<Value>& values, const std::vector<std::uint32_t>& rows) {
-    std::vector<Value> picked(rows.size());
+    std::vector<Value> picked;
+    picked.reserve(WithSpareRoom(rows.size()));
+    picked.resize(rows.size());
     std::transform(rows.begin(), rows.end(), picked.begin(), [&](std::uint32_t row) { return values[row]; });
     return picked;
 }

@@ -71,7 +71,11 @@ private:
         std::span<const std::uint32_t> codes; ///< empty: ranks are by row
         std::span<const std::uint32_t> ranks;
         std::size_t distinct = 0;
-        std::uint32_t RankOf(std::uint32_t row) const { return ranks[codes.empty() ? row : codes[row]]; }
+        bool descending = false;
+        std::uint32_t RankOf(std::uint32_t row) const {
+            const std::uint32_t rank = ranks[codes.empty() ? row : codes[row]];
+            return descending ? static_cast<std::uint32_t>(distinct) - 1 - rank : rank;
+        }
     };
 
     Column& ColumnOf(ArchiveField field) { return columns_[static_cast<std::size_t>(field)]; }
@@ -99,11 +103,12 @@ private:
     bool HoldsName(std::string_view folder, std::string_view name);
     bool HoldsPathFrom(std::string_view start, const LikePattern& pattern);
     std::vector<std::uint32_t> InDefaultOrder(const BitSet& rows) const;
-    std::vector<qint64> Sorted(const QList<RecordOrder>& order, std::vector<std::uint32_t> rows) const;
+    std::vector<qint64> Sorted(const QList<RecordOrder>& order, const std::vector<std::uint32_t>& rows) const;
+    std::vector<qint64> NumbersOf(const std::vector<std::uint32_t>& rows) const;
     std::vector<qint64> AllRanked(const SortRanks& ranks, bool descending) const;
     /** Whether the rows stand in the default order and none is dead. */
     bool IsPacked() const { return dead_ == 0 && packed_ == ids_.size(); }
-    RankedKey KeyOf(ArchiveField field, std::vector<std::uint32_t>& numberRanks) const;
+    RankedKey KeyOf(const RecordOrder& key, std::vector<std::uint32_t>& numberRanks) const;
     std::vector<std::uint32_t> NumberRanks() const;
 
     std::vector<qint64> ids_; ///< by row

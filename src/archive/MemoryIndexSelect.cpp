@@ -30,17 +30,43 @@ void DropDefaultTail(QList<RecordOrder>& order) {
         order.removeLast();
 }
 
-/** Stable. ranks: of the rows, in their order; valueOf(row): what is put into its place. */
+/** Between artist and title. */
+constexpr std::string_view kSeparator = " - ";
+
+/** Whether the needle can be found in parts before and behind the separator, or in it. */
+bool MayCrossSeparator(std::string_view needle) {
+    for (std::size_t begin = 1; begin < kSeparator.size(); ++begin)
+        if (needle.starts_with(kSeparator.substr(begin)))
+            return true;
+    for (std::size_t begin = 0; begin < needle.size(); ++begin)
+        if (needle.substr(begin).starts_with(kSeparator.substr(0, needle.size() - begin)))
+            return true;
+    return false;
+}
+
+/** A row with its rank in the field that it is sorted by next. */
+struct RankedRow {
+    std::uint32_t row;
+    std::uint32_t rank;
+};
+
+/** Stable. distinct: number of ranks; valueOf(row): what is put into its place. */
 template<typename Value, typename ValueOf>
-std::vector<Value> CountingSorted(const std::vector<std::uint32_t>& rows, const std::vector<std::uint32_t>& ranks,
-                                  std::size_t distinct, ValueOf valueOf) {
-    std::vector<std::uint32_t> next(distinct + 1, 0);
-    for (const std::uint32_t rank : ranks)
-        ++next[rank + 1];
-    std::partial_sum(next.begin(), next.end(), next.begin());
+std::vector<Value> SortedByRank(std::vector<RankedRow> rows, std::size_t distinct, ValueOf valueOf) {
     std::vector<Value> sorted(rows.size());
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        sorted[next[ranks[i]]++] = valueOf(rows[i]);
+    if (rows.size() < distinct / 8) {
+        std::stable_sort(rows.begin(), rows.end(),
+                         [](const RankedRow& left, const RankedRow& right) { return left.rank < right.rank; });
+        std::transform(rows.begin(), rows.end(), sorted.begin(),
+                       [&](const RankedRow& one) { return valueOf(one.row); });
+        return sorted;
+    }
+    std::vector<std::uint32_t> next(distinct + 1, 0);
+    for (const RankedRow& one : rows)
+        ++next[one.rank + 1];
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    for (const RankedRow& one : rows)
+        sorted[next[one.rank]++] = valueOf(one.row);
     return sorted;
 }
 
@@ -182,8 +208,7 @@ std::vector<qint64> MemoryIndex::NumbersHolding(const QString& text) const {
     artists.dictionary.Values().FindContaining(needle, codes);
     MatchCodes(artists, codes, rows);
     rows &= alive_;
-    // Only a text with a part of the separator in it can be found across it.
-    const bool crosses = needle.find_first_of(" -") != std::string::npos;
+    const bool crosses = MayCrossSeparator(needle);
     std::vector<qint64> numbers;
     alive_.ForEach([&](std::size_t row) {
         if (rows.Test(row) || (crosses && HeadingOf(row).find(needle) != std::string::npos))
@@ -195,7 +220,7 @@ std::vector<qint64> MemoryIndex::NumbersHolding(const QString& text) const {
 
 std::string MemoryIndex::HeadingOf(std::size_t row) const {
     const Column& artists = ColumnOf(ArchiveField::Interpret);
-    return std::string(artists.dictionary.Values().At(artists.codes[row])).append(" - ").append(titles_.At(row));
+    return std::string(artists.dictionary.Values().At(artists.codes[row])).append(kSeparator).append(titles_.At(row));
 }
 
 std::vector<std::uint32_t> MemoryIndex::InDefaultOrder(const BitSet& rows) const {
@@ -230,44 +255,44 @@ std::vector<std::uint32_t> MemoryIndex::NumberRanks() const {
     return ranks;
 }
 
-MemoryIndex::RankedKey MemoryIndex::KeyOf(ArchiveField field, std::vector<std::uint32_t>& numberRanks) const {
-    if (field == ArchiveField::Nr) {
+MemoryIndex::RankedKey MemoryIndex::KeyOf(const RecordOrder& key, std::vector<std::uint32_t>& numberRanks) const {
+    if (key.field == ArchiveField::Nr) {
         numberRanks = NumberRanks();
-        return {{}, numberRanks, numberRanks.size()};
+        return {{}, numberRanks, numberRanks.size(), key.descending};
     }
-    if (field == ArchiveField::Titel)
-        return {{}, titleRanks_.Ranks(), titleRanks_.Distinct()};
-    if (field == ArchiveField::Pfad)
-        return {{}, pathRanks_.Ranks(), pathRanks_.Distinct()};
-    const Column& column = ColumnOf(field);
-    return {column.codes, column.dictionary.Ranks().Ranks(), column.dictionary.Ranks().Distinct()};
+    if (key.field == ArchiveField::Titel)
+        return {{}, titleRanks_.Ranks(), titleRanks_.Distinct(), key.descending};
+    if (key.field == ArchiveField::Pfad)
+        return {{}, pathRanks_.Ranks(), pathRanks_.Distinct(), key.descending};
+    const Column& column = ColumnOf(key.field);
+    return {column.codes, column.dictionary.Ranks().Ranks(), column.dictionary.Ranks().Distinct(), key.descending};
 }
 
-/** The numbers of the rows, which come in the default order. */
-std::vector<qint64> MemoryIndex::Sorted(const QList<RecordOrder>& order, std::vector<std::uint32_t> rows) const {
-    const auto numberOf = [this](std::uint32_t row) { return ids_[row]; };
-    for (auto key = order.crbegin(); key != order.crend(); ++key) {
-        std::vector<std::uint32_t> numberRanks;
-        const RankedKey ranked = KeyOf(key->field, numberRanks);
-        if (rows.size() < ranked.distinct / 8) {
-            std::stable_sort(rows.begin(), rows.end(), [&](std::uint32_t left, std::uint32_t right) {
-                return key->descending ? ranked.RankOf(right) < ranked.RankOf(left)
-                                       : ranked.RankOf(left) < ranked.RankOf(right);
-            });
-            continue;
-        }
-        const auto last = static_cast<std::uint32_t>(ranked.distinct - 1);
-        std::vector<std::uint32_t> ranks(rows.size());
-        std::transform(rows.begin(), rows.end(), ranks.begin(), [&](std::uint32_t row) {
-            const std::uint32_t rank = ranked.RankOf(row);
-            return key->descending ? last - rank : rank;
-        });
-        if (std::next(key) == order.crend())
-            return CountingSorted<qint64>(rows, ranks, ranked.distinct, numberOf);
-        rows = CountingSorted<std::uint32_t>(rows, ranks, ranked.distinct, [](std::uint32_t row) { return row; });
-    }
+/**
+ * The numbers of the rows, which come in the default order. Sorted by the last field first; the ranks of the next one
+ * are fetched while the rows still stand in an order in which that is quick.
+ */
+std::vector<qint64> MemoryIndex::Sorted(const QList<RecordOrder>& order, const std::vector<std::uint32_t>& rows) const {
+    std::vector<std::uint32_t> numberRanks; // a field is named once
+    std::vector<RankedKey> keys;
+    for (auto key = order.crbegin(); key != order.crend(); ++key)
+        keys.push_back(KeyOf(*key, numberRanks));
+    if (keys.empty())
+        return NumbersOf(rows);
+    const auto rankedBy = [&keys](std::size_t key) {
+        return [&keys, key](std::uint32_t row) { return RankedRow{row, keys[key].RankOf(row)}; };
+    };
+    std::vector<RankedRow> ranked(rows.size());
+    std::transform(rows.begin(), rows.end(), ranked.begin(), rankedBy(0));
+    for (std::size_t key = 0; key + 1 < keys.size(); ++key)
+        ranked = SortedByRank<RankedRow>(std::move(ranked), keys[key].distinct, rankedBy(key + 1));
+    return SortedByRank<qint64>(std::move(ranked), keys.back().distinct,
+                                [this](std::uint32_t row) { return ids_[row]; });
+}
+
+std::vector<qint64> MemoryIndex::NumbersOf(const std::vector<std::uint32_t>& rows) const {
     std::vector<qint64> numbers(rows.size());
-    std::transform(rows.begin(), rows.end(), numbers.begin(), numberOf);
+    std::transform(rows.begin(), rows.end(), numbers.begin(), [this](std::uint32_t row) { return ids_[row]; });
     return numbers;
 }
 

@@ -19,13 +19,9 @@ constexpr int kAhead = 512;
 } // namespace
 
 void CutTagTexts(TitleRecord& record) {
-    for (const ArchiveField field : kTextFields) {
-        QString& text = FieldPlace(record, field);
-        if (field == ArchiveField::Pfad || text.size() <= kMaximumFieldLength)
-            continue;
-        const bool splits = text.at(kMaximumFieldLength - 1).isHighSurrogate();
-        text.truncate(kMaximumFieldLength - (splits ? 1 : 0));
-    }
+    for (const ArchiveField field : kTextFields)
+        if (field != ArchiveField::Pfad)
+            CutText(FieldPlace(record, field), kMaximumFieldLength);
 }
 
 QString ImportReport::Text() const {

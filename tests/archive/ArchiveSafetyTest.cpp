@@ -52,6 +52,16 @@ protected:
         ASSERT_TRUE(writer.written);
     }
 
+    /** Kills a child after so many reports; the last one that it wrote, or `certain`. */
+    static qint64 KillAfterReports(int reports, qint64 certain,
+                                   const std::function<void(const ChildProcess::Report&)>& work) {
+        ChildProcess child(work);
+        for (; reports > 0; --reports)
+            if (const qint64 told = child.Next(); told >= 0)
+                certain = told;
+        return child.KillAfter(certain);
+    }
+
     /** Titles in the file; fails unless it opens without a word, is sound and holds whole titles. */
     qint64 TitlesLeft() {
         Writer reader(path);
@@ -78,17 +88,13 @@ protected:
 TEST_F(ArchiveSafetyTest, AKilledImportKeepsEveryBatch) {
     qint64 before = 0;
     for (int round = 0; round < 12; ++round) {
-        ChildProcess child([&](const ChildProcess::Report& report) {
+        const qint64 certain = KillAfterReports(round, before, [&](const ChildProcess::Report& report) {
             Writer writer(path);
             for (qint64 i = before;; i += 40) {
                 writer.Add(i, i + 40);
                 report(i + 40);
             }
         });
-        qint64 certain = before;
-        for (int batches = 0; batches < round; ++batches)
-            certain = std::max(certain, child.Next());
-        certain = child.KillAfter(certain);
         if (!QFileInfo::exists(path))
             continue;
         const qint64 left = TitlesLeft();
@@ -104,7 +110,7 @@ TEST_F(ArchiveSafetyTest, AKilledDeletionIsWholeOrNotAtAll) {
     qint64 left = 4000;
     for (int round = 0; round < 8 && left > 0; ++round) {
         const qint64 first = 4000 - left + 1;
-        ChildProcess child([&](const ChildProcess::Report& report) {
+        const qint64 certain = KillAfterReports(round, left, [&](const ChildProcess::Report& report) {
             Writer writer(path);
             for (qint64 i = first; i <= 4000; i += 50) {
                 QList<qint64> numbers;
@@ -115,11 +121,6 @@ TEST_F(ArchiveSafetyTest, AKilledDeletionIsWholeOrNotAtAll) {
                 report(4000 - i - 49);
             }
         });
-        qint64 certain = left;
-        for (int deletions = 0; deletions < round; ++deletions)
-            if (const qint64 told = child.Next(); told >= 0)
-                certain = told;
-        certain = child.KillAfter(certain);
         left = TitlesLeft();
         EXPECT_LE(left, certain);
         EXPECT_EQ(left % 50, 0);
@@ -130,7 +131,7 @@ TEST_F(ArchiveSafetyTest, AKilledDeletionIsWholeOrNotAtAll) {
 TEST_F(ArchiveSafetyTest, DeletingEverythingAndUndoingItSurviveAKill) {
     Fill(1500);
     for (int round = 0; round < 10; ++round) {
-        ChildProcess child([&](const ChildProcess::Report& report) {
+        const qint64 cycles = KillAfterReports(round % 4, -1, [&](const ChildProcess::Report& report) {
             Writer writer(path);
             for (qint64 i = 0;; ++i) {
                 QList<qint64> numbers;
@@ -139,9 +140,7 @@ TEST_F(ArchiveSafetyTest, DeletingEverythingAndUndoingItSurviveAKill) {
                 report(i);
             }
         });
-        for (int cycles = 0; cycles < round % 4; ++cycles)
-            EXPECT_GE(child.Next(), 0);
-        child.KillAfter(0);
+        EXPECT_GE(cycles, round % 4 - 1);
         const qint64 left = TitlesLeft();
         EXPECT_TRUE(left == 0 || left == 1500) << left;
         if (left == 0)
@@ -153,7 +152,7 @@ TEST_F(ArchiveSafetyTest, AKilledUpdateLosesNoTitle) {
     Fill(500);
     for (int round = 0; round < 6; ++round) {
         const QString stamp = u"%1.03.2026"_s.arg(round);
-        ChildProcess child([&](const ChildProcess::Report& report) {
+        const qint64 certain = KillAfterReports(round, 0, [&](const ChildProcess::Report& report) {
             Writer writer(path);
             for (TitleRecord record : writer.database.Read({1, 2, 3, 4, 5, 6, 7, 8, 9, 10})) {
                 record.Extra2 = stamp;
@@ -162,10 +161,6 @@ TEST_F(ArchiveSafetyTest, AKilledUpdateLosesNoTitle) {
                 report(record.Nr);
             }
         });
-        qint64 certain = 0;
-        for (int updates = 0; updates < round; ++updates)
-            certain = std::max(certain, child.Next());
-        certain = child.KillAfter(certain);
         EXPECT_EQ(TitlesLeft(), 500);
         Writer reader(path);
         for (qint64 nr = 1; nr <= certain; ++nr)

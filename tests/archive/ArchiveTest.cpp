@@ -1,4 +1,4 @@
-#include "archive/ArchiveSession.h"
+#include "archive/Archive.h"
 
 #include "archive/ArchiveStatements.h"
 #include "archive/TestClock.h"
@@ -152,27 +152,6 @@ TEST_F(ArchiveTest, AnUpdatedRecordShowsAtOnce) {
     EXPECT_EQ(archive.RowAt(0).Extra2, u"07.03.2026"_s);
     ASSERT_TRUE(archive.SetRecordSource(u"Select * From Daten Where Extra2 Like '07*'"_s));
     EXPECT_EQ(archive.RowCount(), 1);
-}
-
-TEST_F(ArchiveTest, PagesGiveEveryRow) {
-    OpenReady();
-    {
-        Archive::Session session(archive);
-        for (int i = 0; i < 300; ++i)
-            Add(u"a"_s, u"t%1"_s.arg(i, 4, 10, QChar(u'0')));
-    }
-    archive.Refresh();
-    ASSERT_EQ(archive.RowCount(), 300);
-    for (const int row : {0, 63, 64, 127, 299, 1, 200})
-        EXPECT_EQ(archive.RowAt(row).Titel, u"t%1"_s.arg(row, 4, 10, QChar(u'0')));
-}
-
-TEST_F(ArchiveTest, ADamagedFileIsToldAndReplaced) {
-    folder.Write(u"Kalvo/Musikarchiv/default.mav"_s, "this was an archive once, now it is not any more");
-    OpenReady();
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_TRUE(messages.at(0).contains(defaultPath + u".defekt-20260307-201530"_s));
-    EXPECT_EQ(archive.Count(), 0);
 }
 
 } // namespace kalvo::test

@@ -24,13 +24,19 @@ void ExpectEveryFieldOnce(const QList<GridColumn>& columns) {
     EXPECT_EQ(columns.size(), static_cast<qsizetype>(kTextFields.size()));
 }
 
-TEST(GridColumnsTest, NothingStoredGivesTheBuiltInLayout) {
+TEST(GridColumnsTest, NothingStoredGivesTheBuiltInLayoutThatFillsTheGrid) {
     TestFolder folder;
     const Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
-    const QList<GridColumn> columns = GridColumns::Read(settings, fontHeight);
-    EXPECT_EQ(columns, GridColumns::Defaults(fontHeight));
-    EXPECT_EQ(columns.first().field, ArchiveField::Titel);
-    EXPECT_EQ(columns.last().field, ArchiveField::Extra4);
+    EXPECT_FALSE(GridColumns::AreStored(settings));
+    EXPECT_EQ(GridColumns::Read(settings, fontHeight), GridColumns::Defaults(fontHeight));
+    ExpectEveryFieldOnce(GridColumns::Defaults(fontHeight));
+    for (const int width : {1240, 1880}) {
+        int used = 0;
+        for (const GridColumn& column : GridColumns::Defaults(fontHeight, width))
+            used += column.width / GridColumns::twipsPerPixel;
+        EXPECT_LE(used, width);
+        EXPECT_GT(used, width - static_cast<int>(kTextFields.size()));
+    }
 }
 
 TEST(GridColumnsTest, WrittenColumnsComeBack) {
@@ -72,31 +78,22 @@ TEST(GridColumnsTest, DamagedSectionsLoseNoField) {
 
 TEST(GridColumnsTest, HeadingsOfTheUsersOwnComeBack) {
     const struct {
-        ArchiveField field;
+        qsizetype column;
         const char16_t* wanted;
         const char16_t* kept;
-    } cases[] = {{ArchiveField::Titel, u"Lied  & Größe", u"Lied & Größe"},
-                 {ArchiveField::Interpret, u"  ", u"Interpret"},
-                 {ArchiveField::Pfad, u"Fehler", u"Pfad"}, // stands for a missing layout
-                 {ArchiveField::Extra1, u"Notiz", u"Kommentar"},
-                 {ArchiveField::Extra4, u"Fehler", u"BPM"}};
+    } cases[] = {{0, u"Lied  & Größe", u"Lied & Größe"},
+                 {1, u"  ", u"Interpret"},
+                 {7, u"Fehler", u"Pfad"}, // stands for a missing layout
+                 {8, u"Notiz", u"Kommentar"},
+                 {11, u"Fehler", u"BPM"}};
     TestFolder folder;
     Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
     QList<GridColumn> columns = GridColumns::Defaults(fontHeight);
-    for (GridColumn& column : columns) {
-        for (const auto& [field, wanted, kept] : cases) {
-            if (column.field == field)
-                column.caption = QString::fromUtf16(wanted);
-        }
-    }
+    for (const auto& one : cases)
+        columns[one.column].caption = QString::fromUtf16(one.wanted);
     GridColumns::Write(settings, columns);
-    for (const GridColumn& column : GridColumns::Read(settings, fontHeight)) {
-        for (const auto& [field, wanted, kept] : cases) {
-            if (column.field == field) {
-                EXPECT_EQ(column.caption, QString::fromUtf16(kept));
-            }
-        }
-    }
+    for (const auto& one : cases)
+        EXPECT_EQ(GridColumns::Read(settings, fontHeight)[one.column].caption, QString::fromUtf16(one.kept));
 }
 
 TEST(GridColumnsTest, OneColumnAlwaysShows) {

@@ -1,7 +1,6 @@
 #include "archive/LastPlayed.h"
 
-#include "archive/Archive.h"
-#include "support/TestFolder.h"
+#include "archive/ui/ArchiveDesk.h"
 
 #include <gtest/gtest.h>
 
@@ -29,13 +28,8 @@ TEST(LastPlayed, SortsStampsByTheirAge) {
 }
 
 TEST(LastPlayed, TheArchiveCountsAndClearsThem) {
-    const test::TestFolder folder;
-    const DataFolder data(folder.Path());
-    ASSERT_TRUE(data.CreateAll());
-    const SystemClock clock;
-    Archive archive(clock);
-    ASSERT_TRUE(archive.Open(data));
-    ASSERT_TRUE(archive.WaitForIndex());
+    test::ArchiveDesk desk;
+    Archive& archive = desk.archive;
     for (const char* stamp : {"2026.11.21, 23:15", "", "2026.11.21, 23:15", "x"}) {
         TitleRecord title;
         title.Titel = QStringLiteral("T");

@@ -11,6 +11,7 @@
 #include <QDrag>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -39,6 +40,8 @@ ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
     setFrameShape(NoFrame);
     setHorizontalHeader(header_);
     setModel(model_);
+    // Heads never show a selection; asking the view's whether a column is selected goes through all rows.
+    header_->setSelectionModel(new QItemSelectionModel(model_, header_));
     setItemDelegate(delegate_);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -49,8 +52,8 @@ ArchiveGrid::ArchiveGrid(Archive& archive, Settings& settings, QWidget* parent)
     setWordWrap(false);
     setDragDropMode(DragOnly);
     SetUpHeader();
-    ApplyLook();
     ApplyColumns();
+    ApplyLook();
     ConnectRows();
 }
 
@@ -104,6 +107,20 @@ void ArchiveGrid::ApplyLook() {
     verticalHeader()->setDefaultSectionSize(units.TableRow());
     horizontalHeader()->setMinimumSectionSize(units.Of(2));
     horizontalHeader()->setFixedHeight(units.ColumnHead());
+    FitColumns();
+}
+
+/** Columns that nobody has changed yet follow the width of the grid. */
+void ArchiveGrid::FitColumns() {
+    if (GridColumns::AreStored(settings_))
+        return;
+    columns_ = GridColumns::Defaults(SkinStyle::Units().F(), viewport()->width());
+    ApplyColumns();
+}
+
+void ArchiveGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    FitColumns();
 }
 
 void ArchiveGrid::changeEvent(QEvent* event) {
@@ -197,7 +214,7 @@ void ArchiveGrid::ShowColumnMenu(const QPoint& position) {
     }
     menu.addSeparator();
     connect(menu.addAction(tr("Standard wiederherstellen")), &QAction::triggered, this, [this] {
-        columns_ = GridColumns::Defaults(SkinStyle::Units().F());
+        columns_ = GridColumns::Defaults(SkinStyle::Units().F(), viewport()->width());
         ApplyColumns();
         WriteColumns();
     });

@@ -66,12 +66,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     void SetUpHeader();
     void ApplyLook();
     void ApplyColumns();
+    void FitColumns();
     void TakeColumnsFromHeader();
     void ColumnsTouched();
     void WriteColumns();

@@ -1,6 +1,7 @@
 #include "archive/ui/frmDoubletten.h"
 
 #include "archive/ui/DuplicateModel.h"
+#include "archive/ui/SearchButton.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
@@ -13,7 +14,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QStringListModel>
 #include <QTableView>
 
@@ -22,10 +22,6 @@
 namespace kalvo {
 
 namespace {
-
-// The leading blanks are part of the captions.
-const QString kStart = QStringLiteral("      Suche starten");
-const QString kCancel = QStringLiteral("     Suche abbrechen");
 
 QString TimeText(const QDateTime& time) {
     return time.isValid() ? time.toString(QStringLiteral("dd.MM.yyyy hh:mm:ss")) : QStringLiteral("unbekannt");
@@ -47,13 +43,13 @@ void frmDoubletten::StartOrCancel() {
     hint_->clear();
     progress_->setValue(0);
     progressText_->SetText(tr("Bitte warten ..."));
-    start_->setText(kCancel);
+    start_->ShowRunning(true);
     mode_->setEnabled(false);
     finder_->Start(mode_->currentIndex() == 0 ? DuplicateMode::FileNames : DuplicateMode::TagTitles);
 }
 
 void frmDoubletten::ShowIdle(const QString& progress) {
-    start_->setText(kStart);
+    start_->ShowRunning(false);
     mode_->setEnabled(true);
     progressText_->SetText(progress);
 }
@@ -105,10 +101,14 @@ void frmDoubletten::ShowStale(const DuplicateReport& report) {
 /** A column takes what its texts need, but none the room of the others. */
 void frmDoubletten::FitColumns() {
     QHeaderView* head = list_->horizontalHeader();
+    const FontUnits& units = SkinStyle::Units();
     list_->resizeColumnsToContents();
-    head->resizeSection(DuplicateModel::Path, std::min(head->sectionSize(DuplicateModel::Path), width() * 3 / 5));
+    const auto bound = [head](int column, int least, int most) {
+        head->resizeSection(column, qBound(least, head->sectionSize(column), most));
+    };
+    bound(DuplicateModel::Path, units.Of(20), std::max(units.Of(20), width() * 3 / 5));
     for (const int column : {DuplicateModel::Artist, DuplicateModel::Title})
-        head->resizeSection(column, std::min(head->sectionSize(column), SkinStyle::Units().Of(18)));
+        bound(column, units.Of(10), units.Of(18));
 }
 
 // ---- what is done with the rows

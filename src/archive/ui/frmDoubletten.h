@@ -17,6 +17,7 @@ namespace kalvo {
 
 class DuplicateModel;
 class ElidedLabel;
+class SearchButton;
 
 /**
  * The duplicate finder: searches the archive for titles that it holds more than once, and deletes what the user marks
@@ -59,7 +60,7 @@ private:
     DuplicateModel* found_;
     QStringListModel* shownNumbers_; ///< of `List2`
     QComboBox* mode_;                ///< `Combo1`
-    QPushButton* start_;             ///< `Command1`
+    SearchButton* start_;            ///< `Command1`
     QTableView* list_;               ///< `List1`
     ElidedLabel* progressText_;      ///< `Label2`
     QProgressBar* progress_;         ///< `ProgressBar`

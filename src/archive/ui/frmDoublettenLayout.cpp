@@ -4,6 +4,7 @@
 #include "archive/ui/DuplicateModel.h"
 #include "archive/ui/FoundTextDelegate.h"
 #include "archive/ui/Named.h"
+#include "archive/ui/SearchButton.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/SkinStyle.h"
 
@@ -27,7 +28,7 @@ frmDoubletten::frmDoubletten(Archive& archive, QWidget* parent)
       found_(new DuplicateModel(this)),
       shownNumbers_(new QStringListModel(this)),
       mode_(Named(new QComboBox(this), QStringLiteral("Combo1"), tr("Vergleichen nach"))),
-      start_(Named(new QPushButton(this), QStringLiteral("Command1"), tr("Suche starten oder abbrechen"))),
+      start_(Named(new SearchButton(this), QStringLiteral("Command1"), tr("Suche starten oder abbrechen"))),
       list_(Named(new QTableView(this), QStringLiteral("List1"), tr("Gefundene Doubletten"))),
       progressText_(Named(new ElidedLabel(this), QStringLiteral("Label2"), tr("Fortschritt"))),
       progress_(Named(new QProgressBar(this), QStringLiteral("ProgressBar"), tr("Fortschritt"))),

@@ -17,8 +17,6 @@
 #include <QPointer>
 #include <QPushButton>
 
-#include <algorithm>
-
 namespace kalvo {
 
 namespace {
@@ -182,11 +180,9 @@ void frmSuchen::ShowFound() {
 
 void frmSuchen::SearchRows(bool onward) {
     count_->clear();
-    const QList<int> rows = archive_.RowsHolding(text_->text());
-    const int from = onward ? panel_.CurrentRow() + 1 : 0;
-    const auto found = std::lower_bound(rows.begin(), rows.end(), from);
-    if (found != rows.end())
-        return GoTo(*found);
+    const int found = archive_.NextRowHolding(text_->text(), onward ? panel_.CurrentRow() + 1 : 0);
+    if (found >= 0)
+        return GoTo(found);
     const QPointer<frmSuchen> alive(this);
     xMessageBox::Ask(this, windowTitle(), tr("Nicht's gefunden"), {});
     if (alive)

@@ -8,11 +8,9 @@
 #include "archive/ui/frmExplorer.h"
 #include "support/WaitUntil.h"
 
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QProgressBar>
 
 namespace kalvo {
 namespace {
@@ -154,21 +152,6 @@ TEST_F(ArchiveCategoriesTest, ANarrowWindowFoldsTheTreeUntilItsButtonIsPressed) 
     EXPECT_TRUE(Tree().isVisible());
     panel_.SetLayoutMode(LayoutMode::Normal);
     EXPECT_TRUE(Tree().isVisible());
-}
-
-TEST_F(ArchiveCategoriesTest, ACancelledBuildLeavesTheOldLists) {
-    ASSERT_TRUE(CategoryLists::Write(desk_.data, ArchiveField::Stil, {QStringLiteral("Alt")}));
-    frmExplorer window(desk_.archive, desk_.data);
-    int built = 0;
-    QObject::connect(&window, &frmExplorer::Built, &window, [&] { ++built; });
-    window.show();
-    window.Start();
-    window.findChild<QAbstractButton*>(QStringLiteral("Command1"))->click();
-    EXPECT_FALSE(window.isVisible());
-    QApplication::processEvents();
-    EXPECT_EQ(built, 0);
-    EXPECT_EQ(CategoryLists::Read(desk_.data, ArchiveField::Stil), QStringList(QStringLiteral("Alt")));
-    EXPECT_FALSE(CategoryLists::Read(desk_.data, ArchiveField::Interpret).has_value());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/Archive.h"
+#include "archive/TestClock.h"
 #include "base/Settings.h"
 #include "support/TestFolder.h"
 
@@ -30,7 +31,7 @@ struct ArchiveDesk {
     DataFolder data{folder.Path(QStringLiteral("Kalvo"))};
     QString iniPath = data.Path(QStringLiteral("\\kalvo.ini"));
     Settings settings{iniPath};
-    SystemClock clock;
+    TestClock clock;
     Archive archive{clock};
 };
 

@@ -6,6 +6,7 @@
 #include "archive/ui/ArchiveHeader.h"
 #include "archive/ui/WindowActs.h"
 
+#include <QHeaderView>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -136,6 +137,26 @@ TEST_F(ArchiveGridTest, TheArrowOfAHeadOpensItsValuesAndDoesNotSort) {
     grid_->setCurrentIndex(grid_->model()->index(0, ArchiveModel::ColumnOf(ArchiveField::Stil)));
     PressKey(*grid_, Qt::Key_Down, Qt::AltModifier);
     EXPECT_EQ(opened.last(), ArchiveField::Stil);
+}
+
+TEST_F(ArchiveGridTest, ColumnsFitTheWindowUntilTheUserChangesThem) {
+    grid_->resize(1300, 200);
+    QApplication::processEvents();
+    const int last = ArchiveModel::ColumnOf(ArchiveField::Extra4);
+    EXPECT_LE(grid_->columnViewportPosition(last) + grid_->columnWidth(last), grid_->viewport()->width());
+    QList<GridColumn> columns = grid_->Columns();
+    columns[0].caption = QStringLiteral("Lied");
+    columns[1].visible = false;
+    columns.move(0, 2);
+    GridColumns::Write(desk_.settings, columns);
+    grid_->ReloadColumns();
+    EXPECT_EQ(grid_->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Lied"));
+    EXPECT_TRUE(grid_->isColumnHidden(1));
+    EXPECT_EQ(grid_->horizontalHeader()->visualIndex(0), 2);
+    grid_->resize(700, 200);
+    QApplication::processEvents();
+    EXPECT_EQ(GridColumns::Read(desk_.settings, 13), columns) << "and kept as they were";
+    EXPECT_EQ(grid_->Columns(), columns);
 }
 
 TEST(MarkedTitlesTest, TooManySingleRowsAreNotMarkedAgain) {

@@ -1,0 +1,28 @@
+#include "archive/ui/SearchButton.h"
+
+#include "widgets/Icons.h"
+#include "widgets/SkinStyle.h"
+
+#include <QPainter>
+
+namespace kalvo {
+
+SearchButton::SearchButton(QWidget* parent) : QPushButton(parent) {
+    ShowRunning(false);
+}
+
+void SearchButton::ShowRunning(bool running) {
+    running_ = running;
+    setText(running ? tr("     Suche abbrechen") : tr("      Suche starten"));
+}
+
+void SearchButton::paintEvent(QPaintEvent* event) {
+    QPushButton::paintEvent(event);
+    const int size = SkinStyle::Units().Of(1.1);
+    const int left = (width() - fontMetrics().horizontalAdvance(text())) / 2;
+    QPainter(this).drawPixmap(left, (height() - size) / 2,
+                              Icons::Pixmap(running_ ? QStringLiteral("close") : QStringLiteral("search"),
+                                            palette().color(QPalette::ButtonText), size, devicePixelRatioF()));
+}
+
+} // namespace kalvo
