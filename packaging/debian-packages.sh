@@ -9,7 +9,7 @@ buildPackages=(
 
 testPackages=(
     libgtest-dev libgmock-dev clang-format
-    lame vorbis-tools opus-tools sox id3v2
+    lame vorbis-tools opus-tools sox id3v2 python3-mutagen
     pulseaudio pulseaudio-utils xvfb
     clang libclang-rt-dev
 )

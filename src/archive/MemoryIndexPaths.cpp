@@ -76,8 +76,14 @@ bool MemoryIndex::HoldsPathFrom(std::string_view start, const LikePattern& patte
     if (ids_.size() - pathRanks_.Size() > kSingly)
         RankPaths();
     const auto matches = [&](std::uint32_t row) { return alive_.Test(row) && pattern.Matches(PathOf(row)); };
+    const Column& folders = ColumnOf(ArchiveField::Pfad);
+    const auto begins = [&](std::uint32_t row) {
+        const std::string_view folder = folders.dictionary.Values().At(folders.codes[row]);
+        const std::size_t common = std::min(folder.size(), start.size());
+        return folder.substr(0, common) == start.substr(0, common) && names_.At(row).starts_with(start.substr(common));
+    };
     for (auto row = static_cast<std::uint32_t>(pathRanks_.Size()); row < ids_.size(); ++row)
-        if (matches(row))
+        if (begins(row) && matches(row))
             return true;
     const std::string key = TextFolding::SortKey(start);
     const auto order = pathRanks_.Order();

@@ -11,7 +11,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /** Between two turns, and what one may take: the windows stay alive in between. */
-constexpr int kTurnInterval = 10;
+constexpr int kTurnInterval = 2;
 constexpr int kTurnMilliseconds = 8;
 /** Files read ahead. */
 constexpr int kAhead = 512;

@@ -1,5 +1,6 @@
 #include "system/LiveDesk.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QEventLoop>
 #include <QFile>
@@ -48,6 +49,12 @@ void LiveDesk::With(const char* control, Send send) {
         return;
     }
     send(*widget);
+}
+
+void LiveDesk::Trigger(const char* command) {
+    auto* action = window_->findChild<QAction*>(QString::fromLatin1(command));
+    ASSERT_TRUE(action != nullptr && action->isEnabled()) << command;
+    action->trigger();
 }
 
 void LiveDesk::Click(const char* control) {

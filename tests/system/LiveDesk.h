@@ -25,6 +25,10 @@ public:
     /** Appends files to a player's list. */
     void Fill(int player, const QStringList& paths);
 
+    Playlist& List(int player) { return desk_->List(player); }
+    /** Chooses a command of the menus. */
+    void Trigger(const char* command);
+
     void Click(const char* control);
     /** A click into a horizontal control; fraction 0..1 of its width. */
     void ClickAt(const char* control, double fraction);

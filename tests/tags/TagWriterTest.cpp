@@ -59,6 +59,11 @@ TEST_F(TagWriterTest, EveryFieldComesBackAsItWasWritten) {
         EXPECT_EQ(SoundContent::Hash(path), sound) << "the sound is untouched";
     }
     EXPECT_EQ(Names(), (QStringList{QStringLiteral("a.mp3"), QStringLiteral("a.ogg")})) << "no copy is left";
+    const QString plain = Sound(QStringLiteral("v1.mp3"));
+    TagEdit v1;
+    v1.Text(TagField::V1Title) = QStringLiteral("Nur dies");
+    ASSERT_EQ(WriteTagEdit(tags, plain, v1).reason, QString());
+    EXPECT_FALSE(tags.ID3V2GetTextFrameW(FrameId("TENC")).isEmpty()) << "written on every save";
 }
 
 TEST_F(TagWriterTest, WhatIsNotEditedStaysByteForByte) {

@@ -6,7 +6,6 @@
 #include "tags/TagText.h"
 #include "tags/clsAudioGenie.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace kalvo {
@@ -20,11 +19,8 @@ using test::SoundSpec;
 
 struct TitleFieldsTest : ::testing::Test {
     QByteArray Plain() {
-        SoundSpec spec;
-        spec.options = {QStringLiteral("--noreplaygain")};
-        QFile file(MakeSound(folder.Path(), QStringLiteral("plain.mp3"), spec));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
+        MakeSound(folder.Path(), QStringLiteral("plain.mp3"), {.options = {QStringLiteral("--noreplaygain")}});
+        return folder.Read(QStringLiteral("plain.mp3"));
     }
     TitleRecord Read(const QString& path) { return ReadTitleFields(tags, path).value_or(TitleRecord{}); }
 
@@ -36,13 +32,10 @@ TEST_F(TitleFieldsTest, OnlyId3v1GivesItsTextsInWindows1252) {
     const QString path =
         folder.Write(QStringLiteral("a.mp3"), Plain() + Id3v1("M\xe4nner \x96 live", "Gr\xf6nemeyer", 17));
     const TitleRecord record = Read(path);
-    EXPECT_EQ(record.Titel, QStringLiteral("Männer – live"));
-    EXPECT_EQ(record.Interpret, QStringLiteral("Grönemeyer"));
-    EXPECT_EQ(record.Album, QStringLiteral("Album eins"));
-    EXPECT_EQ(record.Jahr, QStringLiteral("1987"));
-    EXPECT_EQ(record.Stil, QStringLiteral("Rock"));
-    EXPECT_EQ(record.Extra3, QStringLiteral("7"));
-    EXPECT_EQ(record.Extra1, QStringLiteral("Hallo"));
+    EXPECT_EQ((QStringList{record.Titel, record.Interpret, record.Album, record.Jahr, record.Stil, record.Extra3,
+                           record.Extra1})
+                  .join(u'|'),
+              QStringLiteral("Männer – live|Grönemeyer|Album eins|1987|Rock|7|Hallo"));
     EXPECT_EQ(record.Zeit, QStringLiteral("00:01"));
     EXPECT_EQ(record.Pfad, path);
 }
@@ -56,6 +49,7 @@ TEST_F(TitleFieldsTest, TheLongerTextWinsAndId3v2WhenEquallyLong) {
                   {"TRCK", Latin1("3/12")},
                   {"TBPM", Latin1("128")},
                   {"COMM", QByteArray("\0eng", 4) + QByteArray("MusicMatch_Preference\0sehr gut", 30)},
+                  {"COMM", QByteArray("\0eng", 4) + QByteArray("musicmatch_preference\0schlecht", 30)},
                   {"COMM", QByteArray("\0deu\0Tanzbar", 12)}});
     const TitleRecord record =
         Read(folder.Write(QStringLiteral("b.mp3"), v2 + Plain() + Id3v1("Nicht ganz so kurz", "Erster.", 8)));
@@ -67,11 +61,6 @@ TEST_F(TitleFieldsTest, TheLongerTextWinsAndId3v2WhenEquallyLong) {
     EXPECT_EQ(record.Extra1, QStringLiteral("Tanzbar"));
     EXPECT_EQ(record.Extra3, QStringLiteral("3/12"));
     EXPECT_EQ(record.Extra4, QStringLiteral("128"));
-}
-
-TEST_F(TitleFieldsTest, OtherSpellingsOfTheRatingAreNone) {
-    const QByteArray v2 = Id3v2(3, {{"COMM", QByteArray("\0eng", 4) + QByteArray("musicmatch_preference\0gut", 25)}});
-    EXPECT_EQ(Read(folder.Write(QStringLiteral("c.mp3"), v2 + Plain())).Bewertung, QString());
 }
 
 TEST_F(TitleFieldsTest, OggCommentsComeThroughTheSameFields) {
@@ -88,28 +77,11 @@ TEST_F(TitleFieldsTest, OggCommentsComeThroughTheSameFields) {
     for (const QString& name : {QStringLiteral("d.ogg"), QStringLiteral("d.opus"), QStringLiteral("d.mp3")}) {
         const TitleRecord record = Read(MakeSound(folder.Path(), name, spec));
         SCOPED_TRACE(name.toStdString());
-        EXPECT_EQ(record.Titel, spec.title);
-        EXPECT_EQ(record.Interpret, spec.artist);
-        EXPECT_EQ(record.Album, spec.album);
-        EXPECT_EQ(record.Stil, spec.genre);
-        EXPECT_EQ(record.Jahr, spec.year);
-        EXPECT_EQ(record.Extra3, spec.track);
-        EXPECT_EQ(record.Extra1, spec.comment);
+        EXPECT_EQ((QStringList{record.Titel, record.Interpret, record.Album, record.Stil, record.Jahr, record.Extra3,
+                               record.Extra1}),
+                  (QStringList{spec.title, spec.artist, spec.album, spec.genre, spec.year, spec.track, spec.comment}));
         EXPECT_EQ(record.Zeit, QStringLiteral("01:00")) << "59.6 s are rounded";
     }
-}
-
-TEST_F(TitleFieldsTest, VariableBitRateWithoutAHeaderHasItsExactLength) {
-    SoundSpec spec;
-    spec.seconds = 20;
-    spec.options = {QStringLiteral("-V"), QStringLiteral("5"), QStringLiteral("-t")};
-    const QString path = MakeSound(folder.Path(), QStringLiteral("vbr.mp3"), spec);
-    ASSERT_EQ(tags.AUDIOAnalyzeFileW(path), AudioFormat::Mpeg);
-    EXPECT_NEAR(tags.AUDIOGetDurationW(), 20, 0.1);
-    spec.coverBytes = 60000;
-    ASSERT_EQ(tags.AUDIOAnalyzeFileW(MakeSound(folder.Path(), QStringLiteral("cover.mp3"), spec)), AudioFormat::Mpeg);
-    EXPECT_NEAR(tags.AUDIOGetDurationW(), 20, 0.1);
-    EXPECT_EQ(tags.ID3V2GetPictureSizeW(1), 60000);
 }
 
 TEST_F(TitleFieldsTest, WhatHoldsNoSoundGivesNoRecord) {

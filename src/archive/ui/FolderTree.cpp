@@ -4,6 +4,7 @@
 #include "widgets/SkinStyle.h"
 
 #include <QEvent>
+#include <QFileIconProvider>
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QScopedValueRollback>
@@ -13,7 +14,15 @@ namespace kalvo {
 
 namespace {
 
-/** The program's own icon for every folder: no look-ups in themes or on slow shares. */
+/** Looks up no icons, in no theme and on no slow share. */
+class NoIcons : public QFileIconProvider {
+public:
+    QIcon icon(IconType) const override { return {}; }
+    QIcon icon(const QFileInfo&) const override { return {}; }
+    QString type(const QFileInfo&) const override { return {}; }
+};
+
+/** The program's own icon for every folder. */
 class FolderModel : public QFileSystemModel {
 public:
     using QFileSystemModel::QFileSystemModel;
@@ -31,6 +40,8 @@ public:
 
 FolderTree::FolderTree(QWidget* parent) : QTreeView(parent), folders_(new FolderModel(this)) {
     folders_->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
+    static NoIcons noIcons; // the model's thread asks it until the model is gone
+    folders_->setIconProvider(&noIcons);
     folders_->setOption(QFileSystemModel::DontUseCustomDirectoryIcons);
     folders_->setRootPath(QString());
     setModel(folders_);

@@ -20,6 +20,8 @@ PassedOverList::PassedOverList(QWidget* parent)
     list_->setObjectName(QStringLiteral("lstAusgelassen"));
     list_->setAccessibleName(tr("Nicht eingelesene Dateien und Gründe"));
     list_->setUniformItemSizes(true);
+    list_->setTextElideMode(Qt::ElideMiddle); // the reason stands at the end
+    list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list_->setAlternatingRowColors(true);
     list_->setFixedHeight(rowsShown * SkinStyle::Units().TableRow());
     auto* column = new QVBoxLayout(this);
@@ -34,7 +36,7 @@ void PassedOverList::Show(const QList<PassedOver>& files) {
     list_->clear();
     for (const PassedOver& file : files) {
         auto* item = new QListWidgetItem(FileName::Last(file.path) + QStringLiteral(": ") + file.reason, list_);
-        item->setToolTip(file.path);
+        item->setToolTip(file.path + QStringLiteral("\n") + file.reason);
     }
     const auto count = files.size();
     heading_->setText(count == 1 ? tr("Nicht eingelesen: 1 Datei") : tr("Nicht eingelesen: %1 Dateien").arg(count));

@@ -68,7 +68,7 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
     column->addLayout(BuildProgressRow());
     column->addWidget(passedOver_);
     column->addLayout(BuildButtons());
-    resize(units.Of(57), units.Of(42));
+    resize(units.Of(57), units.Of(48));
 
     connect(import_, &TitleImport::Progress, this, &frmTitelEinlesen::ShowProgress);
     connect(import_, &TitleImport::Finished, this, &frmTitelEinlesen::EndImport);

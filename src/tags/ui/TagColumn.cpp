@@ -35,6 +35,8 @@ void TagColumn::AddRow(TagField field, const QString& caption, const QString& na
     grid_->addWidget(control, row, 1);
     grid_->setRowStretch(row, 0);
     grid_->setRowStretch(row + 1, 1);
+    if (rows_.empty())
+        setFocusProxy(control);
     rows_.push_back({field, control});
 }
 

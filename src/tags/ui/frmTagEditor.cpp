@@ -88,6 +88,8 @@ void frmTagEditor::Show(const QList<TagForm>& forms) {
     const bool justSaved = std::exchange(justSaved_, false);
     state_->SetText(justSaved && refused.isEmpty() ? tr("Gespeichert.") : refused.join(QStringLiteral("  ")));
     ShowState();
+    if (!forms_.isEmpty() && focusWidget() == close_) // the others could not take the focus while files were read
+        id3v2_->setFocus();
 }
 
 void frmTagEditor::ShowHead() {

@@ -108,7 +108,8 @@ void frmTagEditor::BuildColumns() {
         connect(column, &TagColumn::Edited, this, &frmTagEditor::Touch);
 
     auto* arrows = new QVBoxLayout(between_);
-    arrows->setContentsMargins({});
+    const int ring = SkinStyle::Units().Gap(1); // around a button that has the focus
+    arrows->setContentsMargins(ring, 0, ring, 0);
     arrows->addStretch();
     const auto addArrow = [&](const QString& text, const QString& name, const QString& tip, bool toId3v1) {
         auto* arrow = new QPushButton(text, between_);
