@@ -13,6 +13,7 @@
 
 #include <QFileDialog>
 #include <QProgressDialog>
+#include <QScopeGuard>
 
 namespace kalvo {
 
@@ -54,8 +55,8 @@ void ListCommands::BuildMenu() {
                         &ListCommands::WiedergabelisteSpeichern, QKeySequence::Save);
     QAction* import = Add(QStringLiteral("m3uHinzufuegen"), QStringLiteral("Pl&aylist (m3u) hinzufügen..."),
                           &ListCommands::m3uHinzufuegen);
-    QAction* write = Add(QStringLiteral("m3uSpeichern"), QStringLiteral("Als Playliste (m3&u) speichern..."),
-                         &ListCommands::m3uSpeichern);
+    exporting_ = Add(QStringLiteral("m3uSpeichern"), QStringLiteral("Als Playliste (m3&u) speichern..."),
+                     &ListCommands::m3uSpeichern);
     for (const int player : {1, 2}) {
         fromPlayer_.at(static_cast<std::size_t>(player - 1)) =
             Add(QStringLiteral("TitelVonPlayer%1Hinzufuegen").arg(player),
@@ -63,7 +64,7 @@ void ListCommands::BuildMenu() {
                 [this, player] { AddFromPlayer(player); });
     }
     QAction* properties = Add(QStringLiteral("EigenschaftenWiedergabeliste"), QStringLiteral("&Eigenschaften..."),
-                              &ListCommands::EigenschaftenWiedergabeliste, QKeySequence(Qt::ALT | Qt::Key_Return));
+                              &ListCommands::EigenschaftenWiedergabeliste);
     fullView_ = Add(
         QStringLiteral("WLVollansicht"), QStringLiteral("&Vollansicht"), [] {}, QKeySequence(Qt::CTRL | Qt::Key_L));
     fullView_->setCheckable(true);
@@ -74,7 +75,7 @@ void ListCommands::BuildMenu() {
 
     QMenu& menu = *parts_.actions.listMenu;
     QAction* first = menu.actions().value(0);
-    menu.insertActions(first, {open, recentMenu_->menuAction(), save, import, write});
+    menu.insertActions(first, {open, recentMenu_->menuAction(), save, import, exporting_});
     menu.insertSeparator(first);
     menu.insertActions(parts_.actions.playNext, {fromPlayer_[0], fromPlayer_[1]});
     menu.insertSeparator(parts_.actions.playNext);
@@ -84,7 +85,7 @@ void ListCommands::BuildMenu() {
         PlaylistView& view = parts_.band.Panel(player).View();
         auto* separator = new QAction(this);
         separator->setSeparator(true);
-        view.addActions({separator, open, save, import, write, fullView_, properties});
+        view.addActions({separator, open, save, import, exporting_, fullView_, properties});
     }
 }
 
@@ -133,6 +134,8 @@ void ListCommands::m3uSpeichern() {
                                  {exportFilter, otherExportFilter}, QStringLiteral("m3u"));
     if (path.isEmpty())
         return;
+    const QScopeGuard done([this] { exporting_->setEnabled(true); });
+    exporting_->setEnabled(false); // the desk goes on meanwhile
     TitleLengths lengths(parts_.desk.layer.Audio(), parts_.lists.List(parts_.lists.ActiveList()).Count(),
                          parts_.window);
     files_.Export(path, [&lengths](const QString& title) { return lengths.Of(title); });

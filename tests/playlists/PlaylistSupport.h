@@ -35,17 +35,18 @@ inline QList<PlaylistEntry> EntriesOf(const char* names) {
     return entries;
 }
 
-/**
- * The list as a text, its titles in order; before a title "!" when it is red, "." played, ">" play-next, "<" the mark
- * removed.
- */
-inline std::string Shown(const Playlist& list) {
-    const char* const signs[] = {"", ".", ">", "<"};
+/** What stands before a title for its icon: "." played, ">" play-next, "<" the mark removed. */
+inline std::string Sign(int icon) {
+    return icon == 0 ? "" : std::string(1, " .><"[icon]);
+}
+
+/** The list as a text, its titles in order; "!" before the red one, then its sign. withKeys: the keys behind them. */
+inline std::string Shown(const Playlist& list, bool withKeys = false) {
     std::string text;
     for (int row = 0; row < list.Count(); ++row) {
-        text += row == list.CurrentRow() ? "!" : "";
-        text += signs[static_cast<int>(list.At(row).icon)];
-        text += list.At(row).title.toStdString();
+        const PlaylistEntry& entry = list.At(row);
+        text += (row == list.CurrentRow() ? "!" : "") + Sign(static_cast<int>(entry.icon)) + entry.title.toStdString();
+        text += withKeys ? entry.shuffleKey.toStdString() : "";
     }
     return text;
 }
