@@ -98,7 +98,7 @@ struct Oracle {
     std::string Shown() const {
         std::string text;
         for (const Item& item : items)
-            text += (item.isRed ? "!" : "") + test::Sign(item.icon) + item.title.toStdString() + item.key.toStdString();
+            text += test::Sign(item.isRed, item.icon) + item.title.toStdString() + item.key.toStdString();
         return text;
     }
     std::string Caption(int number) const {
