@@ -10,6 +10,7 @@
 #include "base/PlayTime.h"
 #include "playlists/ui/PlaylistPanel.h"
 #include "playlists/ui/frmWLEigenschaften.h"
+#include "widgets/SkinStyle.h"
 
 #include <QFileDialog>
 #include <QProgressDialog>
@@ -65,8 +66,9 @@ void ListCommands::BuildMenu() {
     }
     QAction* properties = Add(QStringLiteral("EigenschaftenWiedergabeliste"), QStringLiteral("&Eigenschaften..."),
                               &ListCommands::EigenschaftenWiedergabeliste);
-    fullView_ = Add(
-        QStringLiteral("WLVollansicht"), QStringLiteral("&Vollansicht"), [] {}, QKeySequence(Qt::CTRL | Qt::Key_L));
+    fullView_ = new QAction(QStringLiteral("&Vollansicht"), this);
+    fullView_->setObjectName(QStringLiteral("WLVollansicht"));
+    fullView_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     fullView_->setCheckable(true);
     parts_.actions.fullViews->addAction(fullView_);
     connect(fullView_, &QAction::toggled, this, &ListCommands::WLVollansicht); // also when another full view ends it
@@ -203,6 +205,9 @@ void ListCommands::ShowProgress(int done, int total) {
         progress_->setAttribute(Qt::WA_ShowWithoutActivating); // the keys stay the players'
         progress_->setAutoReset(false);
         progress_->setMinimumDuration(progressDelay);
+        const QRect room(parts_.window.mapToGlobal(QPoint()), parts_.window.size());
+        progress_->move(room.bottomRight() - QPoint(progress_->sizeHint().width(), progress_->sizeHint().height()) -
+                        QPoint(1, 1) * SkinStyle::Units().Of(3)); // the mixer stays in sight
         connect(progress_, &QProgressDialog::canceled, &parts_.intake, &PlaylistIntake::Cancel);
     }
     progress_->setMaximum(total);

@@ -2,6 +2,7 @@
 
 #include "playlists/PlaylistFileActions.h"
 
+#include <QKeySequence>
 #include <QObject>
 #include <QPointer>
 

@@ -1,13 +1,10 @@
 #include "playlists/ListUndo.h"
 
 #include "playlists/AnsweredQuestions.h"
-#include "playlists/NextTitle.h"
 #include "playlists/PlaylistActions.h"
 #include "playlists/PlaylistSupport.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace kalvo {
 
@@ -16,8 +13,6 @@ using test::Shown;
 
 class ListUndoTest : public ::testing::Test {
 protected:
-    static bool Exists(const QString& path) { return !path.back().isUpper(); }
-
     SystemRandom random;
     Playlist first{1, random}, second{2, random};
     test::AnsweredQuestions questions;
@@ -94,31 +89,6 @@ TEST_F(ListUndoTest, TheNameBelongsToIt) {
     EXPECT_EQ(stack.count(), 1);
     stack.undo();
     EXPECT_EQ(names.join(u' '), QStringLiteral("Party Standard"));
-}
-
-/** A player takes titles while the user acts and takes back: never two red, no entry doubled. */
-TEST_F(ListUndoTest, KeepsItsPromisesWhilePlaying) {
-    std::mt19937 dice(77);
-    const auto roll = [&dice](int sides) { return static_cast<int>(dice() % static_cast<unsigned>(sides)); };
-    for (int step = 0; step < 8000; ++step) {
-        const int row = roll(first.Count() + 1);
-        const int act = roll(6);
-        if (act == 0)
-            actions.AddEntries(1, EntriesOf(step % 7 == 0 ? "aX" : "b"), row);
-        else if (act == 1)
-            actions.RemoveRows(1, {row});
-        else if (act == 2)
-            actions.MarkPlayNext({row});
-        else if (act == 3)
-            first.SetCurrent(TakeNextTitle(first, roll(2) == 0, Exists));
-        else
-            act == 4 ? stack.undo() : stack.redo();
-        QSet<quint64> ids;
-        for (const PlaylistEntry& entry : first.Entries())
-            ids.insert(entry.id);
-        ASSERT_EQ(ids.size(), first.Count()) << "step " << step;
-        ASSERT_LT(first.CurrentRow(), first.Count());
-    }
 }
 
 } // namespace kalvo
