@@ -128,7 +128,7 @@ void ListCommands::m3uHinzufuegen() {
     const QString path =
         AskPath(false, QStringLiteral("Playlist Öffnen"), {importFilter, otherFilter}, QStringLiteral("m3u"));
     if (!path.isEmpty())
-        Take({path});
+        files_.Import(parts_.lists.ActiveList(), path);
 }
 
 void ListCommands::m3uSpeichern() {

@@ -83,7 +83,8 @@ TEST_F(PlaylistFileActionsTest, BadFilesChangeNothing) {
     files.Open(party);
     files.Open(folder.Path(QStringLiteral("fehlt.wil")));
     const QString m3u = folder.Write(QStringLiteral("leer.m3u"), "http://x/a.mp3\n");
-    files.Take(1, {m3u, folder.Path(QStringLiteral("fehlt.pls"))});
+    files.Import(1, m3u);
+    files.Import(1, folder.Path(QStringLiteral("bild.jpg")));
     EXPECT_EQ(Both(), "a|");
     ASSERT_EQ(questions.said.size(), 4);
     EXPECT_EQ(questions.said.at(2), QStringLiteral("Keine gültige m3u Datei!"));
