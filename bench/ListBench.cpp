@@ -53,7 +53,7 @@ struct Lists {
     Playlist first{1, random};
     Playlist second{2, random};
     NoQuestions questions;
-    PlaylistActions actions{first, second, questions, [](const QString&) { return true; }};
+    PlaylistActions actions{first, second, questions};
 };
 
 /** Written in one go, record by record would take its time. */
@@ -102,7 +102,7 @@ void AddTitles(benchmark::State& state) {
         titles[number].Pfad = PathOf(number);
     for (auto _ : state) {
         Lists lists;
-        lists.actions.AddTitles(1, titles);
+        lists.actions.AddTitles(1, titles, {});
         benchmark::DoNotOptimize(lists.first.Count());
     }
 }

@@ -65,7 +65,7 @@ void DeskActions::CreateListActions() {
     playNextRemoved = Add(QStringLiteral("TitelAlsNaechstes2"), QStringLiteral("&Nicht als nächsten Titel spielen"));
     shuffle = Add(QStringLiteral("Shuffle"), QStringLiteral("&Shuffle"));
     removeMarked = Add(QStringLiteral("MarkiertenTitelAusWiedergabelisteLoeschen"),
-                       QStringLiteral("&Markierte Titel aus Wiedergabeliste löschen"));
+                       QStringLiteral("&Markierte Titel aus Wiedergabeliste löschen\tEntf"));
     removeAll = Add(QStringLiteral("AlleTitelAusWiedergabelisteLoeschen"),
                     QStringLiteral("&Alle Titel aus Wiedergabeliste löschen..."));
 }

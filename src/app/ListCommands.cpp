@@ -10,9 +10,11 @@
 #include "base/PlayTime.h"
 #include "playlists/ui/PlaylistPanel.h"
 #include "playlists/ui/frmWLEigenschaften.h"
+#include "widgets/SkinStyle.h"
 
 #include <QFileDialog>
 #include <QProgressDialog>
+#include <QScopeGuard>
 
 namespace kalvo {
 
@@ -54,8 +56,8 @@ void ListCommands::BuildMenu() {
                         &ListCommands::WiedergabelisteSpeichern, QKeySequence::Save);
     QAction* import = Add(QStringLiteral("m3uHinzufuegen"), QStringLiteral("Pl&aylist (m3u) hinzufügen..."),
                           &ListCommands::m3uHinzufuegen);
-    QAction* write = Add(QStringLiteral("m3uSpeichern"), QStringLiteral("Als Playliste (m3&u) speichern..."),
-                         &ListCommands::m3uSpeichern);
+    exporting_ = Add(QStringLiteral("m3uSpeichern"), QStringLiteral("Als Playliste (m3&u) speichern..."),
+                     &ListCommands::m3uSpeichern);
     for (const int player : {1, 2}) {
         fromPlayer_.at(static_cast<std::size_t>(player - 1)) =
             Add(QStringLiteral("TitelVonPlayer%1Hinzufuegen").arg(player),
@@ -63,9 +65,10 @@ void ListCommands::BuildMenu() {
                 [this, player] { AddFromPlayer(player); });
     }
     QAction* properties = Add(QStringLiteral("EigenschaftenWiedergabeliste"), QStringLiteral("&Eigenschaften..."),
-                              &ListCommands::EigenschaftenWiedergabeliste, QKeySequence(Qt::ALT | Qt::Key_Return));
-    fullView_ = Add(
-        QStringLiteral("WLVollansicht"), QStringLiteral("&Vollansicht"), [] {}, QKeySequence(Qt::CTRL | Qt::Key_L));
+                              &ListCommands::EigenschaftenWiedergabeliste);
+    fullView_ = new QAction(QStringLiteral("&Vollansicht"), this);
+    fullView_->setObjectName(QStringLiteral("WLVollansicht"));
+    fullView_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     fullView_->setCheckable(true);
     parts_.actions.fullViews->addAction(fullView_);
     connect(fullView_, &QAction::toggled, this, &ListCommands::WLVollansicht); // also when another full view ends it
@@ -74,7 +77,7 @@ void ListCommands::BuildMenu() {
 
     QMenu& menu = *parts_.actions.listMenu;
     QAction* first = menu.actions().value(0);
-    menu.insertActions(first, {open, recentMenu_->menuAction(), save, import, write});
+    menu.insertActions(first, {open, recentMenu_->menuAction(), save, import, exporting_});
     menu.insertSeparator(first);
     menu.insertActions(parts_.actions.playNext, {fromPlayer_[0], fromPlayer_[1]});
     menu.insertSeparator(parts_.actions.playNext);
@@ -84,7 +87,7 @@ void ListCommands::BuildMenu() {
         PlaylistView& view = parts_.band.Panel(player).View();
         auto* separator = new QAction(this);
         separator->setSeparator(true);
-        view.addActions({separator, open, save, import, write, fullView_, properties});
+        view.addActions({separator, open, save, import, exporting_, fullView_, properties});
     }
 }
 
@@ -125,7 +128,7 @@ void ListCommands::m3uHinzufuegen() {
     const QString path =
         AskPath(false, QStringLiteral("Playlist Öffnen"), {importFilter, otherFilter}, QStringLiteral("m3u"));
     if (!path.isEmpty())
-        Take({path});
+        files_.Import(parts_.lists.ActiveList(), path);
 }
 
 void ListCommands::m3uSpeichern() {
@@ -133,6 +136,8 @@ void ListCommands::m3uSpeichern() {
                                  {exportFilter, otherExportFilter}, QStringLiteral("m3u"));
     if (path.isEmpty())
         return;
+    const QScopeGuard done([this] { exporting_->setEnabled(true); });
+    exporting_->setEnabled(false); // the desk goes on meanwhile
     TitleLengths lengths(parts_.desk.layer.Audio(), parts_.lists.List(parts_.lists.ActiveList()).Count(),
                          parts_.window);
     files_.Export(path, [&lengths](const QString& title) { return lengths.Of(title); });
@@ -200,6 +205,9 @@ void ListCommands::ShowProgress(int done, int total) {
         progress_->setAttribute(Qt::WA_ShowWithoutActivating); // the keys stay the players'
         progress_->setAutoReset(false);
         progress_->setMinimumDuration(progressDelay);
+        const QRect room(parts_.window.mapToGlobal(QPoint()), parts_.window.size());
+        progress_->move(room.bottomRight() - QPoint(progress_->sizeHint().width(), progress_->sizeHint().height()) -
+                        QPoint(1, 1) * SkinStyle::Units().Of(3)); // the mixer stays in sight
         connect(progress_, &QProgressDialog::canceled, &parts_.intake, &PlaylistIntake::Cancel);
     }
     progress_->setMaximum(total);

@@ -2,6 +2,7 @@
 
 #include "playlists/PlaylistFileActions.h"
 
+#include <QKeySequence>
 #include <QObject>
 #include <QPointer>
 
@@ -62,6 +63,7 @@ private:
     PlaylistFileActions files_;
     QMenu* recentMenu_;
     QAction* fullView_ = nullptr;
+    QAction* exporting_ = nullptr; ///< `m3uSpeichern`
     std::array<QAction*, 2> fromPlayer_{};
     QString folder_; ///< where a dialog for M3U files was last; "" at first
     QPointer<QProgressDialog> progress_;

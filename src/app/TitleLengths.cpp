@@ -13,11 +13,11 @@ TitleLengths::TitleLengths(audio::AudioLibrary& library, int count, QWidget& win
                 &window) {
     progress_.setObjectName(QStringLiteral("frmFortschritt"));
     progress_.setWindowTitle(QStringLiteral("Titel als Playliste (m3u) speichern"));
-    progress_.setWindowModality(Qt::WindowModal);
+    progress_.setAttribute(Qt::WA_ShowWithoutActivating); // the keys stay the players'
 }
 
 std::optional<double> TitleLengths::Of(const QString& path) {
-    progress_.setValue(done_++); // processes events
+    progress_.setValue(done_++);
     QCoreApplication::processEvents();
     if (progress_.wasCanceled())
         return std::nullopt;

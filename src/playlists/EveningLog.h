@@ -21,6 +21,8 @@ struct PlayedTitle {
     int length = 0;  ///< seconds, 0 = unknown
     int played = -1; ///< seconds it was heard; -1 while it plays, or when the program was cut off
     QString path;
+
+    bool operator==(const PlayedTitle&) const = default;
 };
 
 /** "Player", "Wunsch", "Automatik", "Jingle". */

@@ -15,7 +15,7 @@ namespace kalvo {
 namespace {
 
 /** A playlist is some kilobytes; what is much larger is something else. */
-constexpr qint64 maximumPlaylistSize = 64 * 1024 * 1024;
+constexpr qint64 maximumPlaylistSize = 64LL * 1024 * 1024;
 
 QStringList MusicBelow(const QString& folder, const FileProgress& progress) {
     QStringList found;

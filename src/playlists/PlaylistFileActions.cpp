@@ -3,6 +3,7 @@
 #include "base/AtomicFile.h"
 #include "base/FileName.h"
 #include "playlists/ListCaption.h"
+#include "playlists/M3uReader.h"
 #include "playlists/PlaylistFile.h"
 
 namespace kalvo {
@@ -10,6 +11,7 @@ namespace kalvo {
 namespace {
 
 const auto appendCaption = QStringLiteral("Anhängen");
+const auto noPlaylist = QStringLiteral("Keine gültige m3u Datei!");
 
 } // namespace
 
@@ -76,6 +78,13 @@ void PlaylistFileActions::Save(const QString& path) {
     recent_.Add(path);
 }
 
+void PlaylistFileActions::Import(int number, const QString& path) {
+    if (IsM3uName(path))
+        Take(number, {path});
+    else
+        lists_.Questions().Tell(noPlaylist);
+}
+
 void PlaylistFileActions::Take(int number, const QStringList& paths, int row) {
     QStringList files;
     for (const QString& path : paths) {
@@ -88,7 +97,7 @@ void PlaylistFileActions::Take(int number, const QStringList& paths, int row) {
         return;
     intake_.AddFiles(number, files, row, [this](const GatheredFiles& gathered) {
         for (const QString& path : gathered.unusable) {
-            lists_.Questions().Tell(QStringLiteral("Keine gültige m3u Datei!"));
+            lists_.Questions().Tell(noPlaylist);
             recent_.Remove(path);
         }
         for (const QString& path : gathered.playlists)

@@ -20,6 +20,8 @@ public:
     void Open(const QString& path);
     /** Both lists into a ".wil" file; asks whether to append when it exists. */
     void Save(const QString& path);
+    /** A chosen M3U or PLS file to the end of the list. */
+    void Import(int number, const QString& path);
     /**
      * What was dropped, chosen or given at the start: ".wil" files are opened, then the titles of M3U and PLS files,
      * music files and folders go into the list in the given order, before `row`, -1: at its end. A playlist without a

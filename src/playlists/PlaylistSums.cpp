@@ -2,39 +2,44 @@
 
 #include "playlists/ListCaption.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLocale>
 
-#include <utility>
-
 namespace kalvo {
 
-PlaylistSums::PlaylistSums(QList<PlaylistEntry> entries) : entries_(std::move(entries)) {
-    for (const PlaylistEntry& entry : std::as_const(entries_)) {
+PlaylistSums::PlaylistSums(const QList<PlaylistEntry>& entries) : titles_(entries.size()) {
+    QStringList paths;
+    for (const PlaylistEntry& entry : entries) {
         const int seconds = DurationSeconds(entry.duration);
         seconds_ += seconds;
         unknown_ += seconds == 0 ? 1 : 0;
+        paths.append(entry.path);
     }
+    worker_.Do([paths, files = files_]() -> BackgroundWorker::Answer {
+        LookAt(paths, *files);
+        return {};
+    });
 }
 
-bool PlaylistSums::Step(int milliseconds) {
-    QElapsedTimer time;
-    time.start();
-    for (; next_ < entries_.size(); ++next_) {
-        if (time.elapsed() >= milliseconds)
-            return false;
-        const QFileInfo file(entries_.at(next_).path);
+PlaylistSums::~PlaylistSums() {
+    files_->unwanted = true;
+}
+
+void PlaylistSums::LookAt(const QStringList& paths, Files& files) {
+    for (const QString& path : paths) {
+        if (files.unwanted)
+            return;
+        const QFileInfo file(path);
         if (file.isFile())
-            bytes_ += file.size();
+            files.bytes += file.size();
         else
-            ++missing_;
+            ++files.missing;
+        ++files.looked;
     }
-    return true;
 }
 
 int PlaylistSums::Percent() const {
-    return entries_.isEmpty() ? 100 : static_cast<int>(100 * next_ / entries_.size());
+    return titles_ == 0 ? 100 : static_cast<int>(100 * files_->looked / titles_);
 }
 
 QString MegabyteText(qint64 bytes) {

@@ -1,39 +1,53 @@
 #pragma once
 
+#include "base/BackgroundWorker.h"
 #include "playlists/PlaylistEntry.h"
 
 #include <QList>
+#include <QStringList>
+
+#include <atomic>
+#include <memory>
 
 namespace kalvo {
 
 /**
- * What the properties of a list tell. Its files are looked at a few at a time, since a share may answer slowly: call
- * Step() until it says that all is done.
+ * What the properties of a list tell. Its files are looked at by a thread, since a share may answer slowly: the figures
+ * about them grow until all are done. UI thread.
  */
 class PlaylistSums {
 public:
-    explicit PlaylistSums(QList<PlaylistEntry> entries);
+    explicit PlaylistSums(const QList<PlaylistEntry>& entries);
+    ~PlaylistSums();
+    PlaylistSums(const PlaylistSums&) = delete;
+    PlaylistSums& operator=(const PlaylistSums&) = delete;
 
-    /** Looks at the next files for about this long. Whether all are done. */
-    bool Step(int milliseconds);
-
-    qsizetype Titles() const { return entries_.size(); }
+    qsizetype Titles() const { return titles_; }
     /** Sum of the known durations. */
     qint64 Seconds() const { return seconds_; }
     qsizetype UnknownDurations() const { return unknown_; }
     /** Of the files looked at so far. */
-    qint64 Bytes() const { return bytes_; }
-    qsizetype MissingFiles() const { return missing_; }
+    qint64 Bytes() const { return files_->bytes; }
+    qsizetype MissingFiles() const { return files_->missing; }
+    bool IsDone() const { return files_->looked == titles_; }
     /** Share of the files looked at, 0..100. */
     int Percent() const;
 
 private:
-    QList<PlaylistEntry> entries_;
-    qsizetype next_ = 0;
+    /** Written by the thread that looks. */
+    struct Files {
+        std::atomic<qint64> bytes{0};
+        std::atomic<qsizetype> missing{0};
+        std::atomic<qsizetype> looked{0};
+        std::atomic<bool> unwanted{false};
+    };
+    static void LookAt(const QStringList& paths, Files& files);
+
+    qsizetype titles_;
     qint64 seconds_ = 0;
     qsizetype unknown_ = 0;
-    qint64 bytes_ = 0;
-    qsizetype missing_ = 0;
+    std::shared_ptr<Files> files_ = std::make_shared<Files>();
+    BackgroundWorker worker_;
 };
 
 /** "12,4 MB", a megabyte of 1,048,576 bytes. */

@@ -142,4 +142,22 @@ TEST_F(ListCommandsTest, WhatIsPlayedShowsInItsWindows) {
     EXPECT_EQ(desk.list1.At(4).duration, QStringLiteral("01:00"));
 }
 
+TEST_F(ListCommandsTest, ATitleWhosePathTheChartsCutIsFoundAgain) {
+    ASSERT_TRUE(test::WaitUntil([this] { return desk.archive.IsIndexReady(); }));
+    TitleRecord title;
+    title.Titel = QStringLiteral("Nacht");
+    title.Pfad = folder.Write(QString(100, QChar(0x043D)) + QStringLiteral("'s.mp3"), "x"); // 200 bytes and more
+    TitleRecord other = title;
+    other.Titel = QStringLiteral("Tag");
+    other.Pfad = folder.Write(QString(100, QChar(0x043D)) + QStringLiteral(".mp3"), "x");
+    ASSERT_TRUE(desk.archive.AddTitle(other) && desk.archive.AddTitle(title));
+    ASSERT_TRUE(desk.charts.Count(PlaySource::Player1, title.Pfad, title.Titel, {}, desk.clock.Now()));
+    ASSERT_NE(desk.charts.Entries().front().path, title.Pfad);
+    Action("MeineCharts")->trigger();
+    window.findChild<frmCharts*>()->AllesMarkieren();
+    Action("TitelInPlayer2Wiedergeben")->trigger();
+    ASSERT_TRUE(test::WaitUntil([this] { return desk.list2.Count() == 1; }));
+    EXPECT_EQ(desk.list2.At(0).path, title.Pfad);
+}
+
 } // namespace kalvo

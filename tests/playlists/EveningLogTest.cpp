@@ -37,17 +37,11 @@ protected:
 };
 
 TEST_F(EveningLogTest, TitlesComeBackWhole) {
-    const PlayedTitle written = Title(At(21, 23, 15), "Männer\nund");
+    PlayedTitle written = Title(At(21, 23, 15), "Männer\nund");
     ASSERT_TRUE(log.Write(written));
-    const QList<PlayedTitle> read = log.Read(QDate(2026, 11, 21));
-    ASSERT_EQ(read.size(), 1);
-    EXPECT_EQ(read[0].start, written.start);
-    EXPECT_EQ(read[0].origin, PlayOrigin::Wish);
-    EXPECT_EQ(read[0].player, 2);
-    EXPECT_EQ(read[0].artist, written.artist);
-    EXPECT_EQ(read[0].title, QStringLiteral("Männer und"));
-    EXPECT_EQ(read[0].length, 245);
-    EXPECT_EQ(read[0].played, -1);
+    written.title.replace(u'\n', u' ');
+    written.path.replace(u'\n', u' ');
+    EXPECT_EQ(log.Read(QDate(2026, 11, 21)), QList{written});
 }
 
 TEST_F(EveningLogTest, TheNightBelongsToItsEvening) {

@@ -1,7 +1,6 @@
 #include "playlists/ListCaption.h"
 
 #include "playlists/CueText.h"
-#include "playlists/DisplayName.h"
 #include "playlists/PlaylistSupport.h"
 
 #include <gtest/gtest.h>
@@ -34,24 +33,6 @@ TEST(ListCaption, SumsDurations) {
     EXPECT_EQ(RestText(3492), QStringLiteral("Rest 00:58:12"));
     EXPECT_EQ(RestText(360059), QStringLiteral("Rest 100:00:59"));
     EXPECT_EQ(UntilText(3492, QDateTime(QDate(2026, 1, 1), QTime(23, 41, 7))), QStringLiteral("bis 00:39"));
-}
-
-TEST(DisplayName, SplitsAtTheFirstHyphen) {
-    const struct {
-        const char* path;
-        const char* artist;
-        const char* title;
-    } cases[] = {{"/m/Mara Lind - Blaue-Stunde.mp3", "Mara Lind", "Blaue-Stunde"},
-                 {"D:\\m\\ Hafen .OGG", "", "Hafen"},
-                 {"/a-b/x.mp3", "", "x"},
-                 {"/m/-x.mp3", "", "x"}};
-    for (const auto& [path, artist, title] : cases) {
-        const PlaylistEntry entry = EntryFromFile(QString::fromUtf8(path));
-        EXPECT_EQ(entry.artist.toStdString(), artist);
-        EXPECT_EQ(entry.title.toStdString(), title);
-        EXPECT_EQ(entry.duration, QStringLiteral("0"));
-        EXPECT_EQ(entry.path, QString::fromUtf8(path));
-    }
 }
 
 TEST(CueText, IsOnlyWhatItWrites) {

@@ -51,15 +51,4 @@ TEST_F(NextTitleTest, TakesMarksFirstAndPassesMissingFilesOver) {
     }
 }
 
-TEST_F(NextTitleTest, WhatWasPassedOverIsNotRemovedLater) {
-    list.Append(EntriesOf("aBC"));
-    list.SetCurrent(0);
-    EXPECT_EQ(Play(true), -1);
-    EXPECT_EQ(Play(true), -1);
-    EXPECT_EQ(Shown(list), "B!C");
-    list.Append(EntriesOf("d"));
-    EXPECT_EQ(Play(true), 2);
-    EXPECT_EQ(Shown(list), "BC!.d");
-}
-
 } // namespace kalvo

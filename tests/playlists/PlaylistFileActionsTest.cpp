@@ -21,17 +21,6 @@ protected:
         ASSERT_EQ(PlaylistFile(path, clock).Save({EntriesOf(one), EntriesOf(two)}).outcome,
                   PlaylistFile::Outcome::Done);
     }
-    std::string Content(const QString& path) const {
-        PlaylistFile::Lists stored;
-        PlaylistFile(path, clock).Load(stored);
-        QString text;
-        for (const QList<PlaylistEntry>& list : stored) {
-            for (const PlaylistEntry& entry : list)
-                text += entry.title;
-            text += u'|';
-        }
-        return text.toStdString();
-    }
     std::string Both() const { return Shown(first) + "|" + Shown(second); }
 
     test::TestFolder folder;
@@ -74,14 +63,14 @@ TEST_F(PlaylistFileActionsTest, SavingAppendsBehindWhatTheFileHolds) {
     first.SetCurrent(0);
     questions.answers = {QStringLiteral("Ja"), QStringLiteral("Nein")};
     files.Save(party);
-    EXPECT_EQ(Content(party), "abcd|x|");
+    EXPECT_EQ(test::Stored(party), "abcd|x");
     EXPECT_EQ(Both(), "ab!.cd|x") << "the red entry stays red";
     EXPECT_EQ(questions.said.front(),
               QStringLiteral("Anhängen|Die Titel dieser Wiedergabeliste können an die zu speichernde "
                              "Wiedergabeliste:\nParty\nangehängt werden.\nMöchten Sie die Titel anhängen?"));
     lists.RemoveRows(1, {0, 1});
     files.Save(party);
-    EXPECT_EQ(Content(party), "cd|x|");
+    EXPECT_EQ(test::Stored(party), "cd|x");
     files.Save(folder.Path(QStringLiteral("Neu.wil")));
     EXPECT_EQ(questions.said.size(), 2) << "a new file asks nothing";
     EXPECT_EQ(lists.Undo().Name(), QStringLiteral("Neu"));
@@ -94,7 +83,8 @@ TEST_F(PlaylistFileActionsTest, BadFilesChangeNothing) {
     files.Open(party);
     files.Open(folder.Path(QStringLiteral("fehlt.wil")));
     const QString m3u = folder.Write(QStringLiteral("leer.m3u"), "http://x/a.mp3\n");
-    files.Take(1, {m3u, folder.Path(QStringLiteral("fehlt.pls"))});
+    files.Import(1, m3u);
+    files.Import(1, folder.Path(QStringLiteral("bild.jpg")));
     EXPECT_EQ(Both(), "a|");
     ASSERT_EQ(questions.said.size(), 4);
     EXPECT_EQ(questions.said.at(2), QStringLiteral("Keine gültige m3u Datei!"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "playlists/Playlist.h"
+#include "playlists/PlaylistFile.h"
 
 #include <deque>
 
@@ -35,19 +36,36 @@ inline QList<PlaylistEntry> EntriesOf(const char* names) {
     return entries;
 }
 
-/**
- * The list as a text, its titles in order; before a title "!" when it is red, "." played, ">" play-next, "<" the mark
- * removed.
- */
-inline std::string Shown(const Playlist& list) {
+/** What stands before a title: "!" when it is red, then for its icon "." played, ">" play-next, "<" mark removed. */
+inline std::string Sign(bool isRed, int icon) {
     const char* const signs[] = {"", ".", ">", "<"};
+    std::string sign = isRed ? "!" : "";
+    return sign.append(signs[icon]);
+}
+
+/** The list as a text, its titles in order behind their signs. withKeys: the shuffle keys behind them. */
+inline std::string Shown(const Playlist& list, bool withKeys = false) {
     std::string text;
     for (int row = 0; row < list.Count(); ++row) {
-        text += row == list.CurrentRow() ? "!" : "";
-        text += signs[static_cast<int>(list.At(row).icon)];
-        text += list.At(row).title.toStdString();
+        const PlaylistEntry& entry = list.At(row);
+        text += Sign(row == list.CurrentRow(), static_cast<int>(entry.icon)) + entry.title.toStdString();
+        text += withKeys ? entry.shuffleKey.toStdString() : std::string();
     }
     return text;
+}
+
+/** Titles of both lists of a playlist file as "abc|de", or what went wrong. */
+inline std::string Stored(const QString& path) {
+    const SystemClock clock;
+    PlaylistFile::Lists lists;
+    const PlaylistFile::Result result = PlaylistFile(path, clock).Load(lists);
+    QString text = result.message;
+    for (const QList<PlaylistEntry>& list : lists) {
+        for (const PlaylistEntry& entry : list)
+            text += entry.title;
+        text += u'|';
+    }
+    return text.chopped(1).toStdString();
 }
 
 } // namespace kalvo::test

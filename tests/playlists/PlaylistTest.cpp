@@ -34,17 +34,9 @@ TEST_F(PlaylistTest, ShuffleSortsAsTextAndStaysOn) {
     list.Move({0}, 5);
     list.Append({test::Entry(QStringLiteral("f"), QStringLiteral("0"))});
     EXPECT_EQ(Shown(list), "ced!.abf") << "a move by hand ends the sorting";
-}
-
-TEST_F(PlaylistTest, RemovingTakesTheRedMarkAlong) {
-    list.Append(EntriesOf("abcde"));
-    list.SetCurrent(3);
-    list.Remove({4, 0, 0, 17});
-    EXPECT_EQ(Shown(list), "bc!.d");
+    list.Remove({5, 0, 0, 17, -1});
     list.Move({7, -1}, 0);
-    EXPECT_EQ(Shown(list), "bc!.d") << "rows that are gone do nothing";
-    list.Remove({2});
-    EXPECT_EQ(list.CurrentRow(), -1);
+    EXPECT_EQ(Shown(list), "ed!.ab") << "rows that are gone do nothing";
 }
 
 } // namespace kalvo

@@ -12,9 +12,9 @@ namespace {
 
 constexpr double rowPoints = 15;
 constexpr double fontPoints = 9;
-constexpr double gapPoints = 4;
+constexpr double gapPoints = 9;
 /** Shares of the columns, in the order of the headers. */
-constexpr std::array<double, 8> shares{0.05, 0.21, 0.25, 0.07, 0.07, 0.06, 0.08, 0.21};
+constexpr std::array<double, 8> shares{0.06, 0.19, 0.26, 0.08, 0.08, 0.07, 0.08, 0.18};
 /** Page header, column headers, and the footer with an empty row above. */
 constexpr int otherRows = 5;
 

@@ -22,6 +22,22 @@ constexpr int comingRows = 3;
 constexpr double timeWidth = 4.2, infoWidth = 5.6;
 constexpr double titleShare = 1.25 / 2.25;
 
+/** A tag with a text that goes along with the pointer. */
+QPixmap DragPicture(const QString& text, double ratio) {
+    const FontUnits& units = SkinStyle::Units();
+    const QFontMetrics metrics(units.Font());
+    const QString shown = metrics.elidedText(text.simplified(), Qt::ElideRight, units.Of(14));
+    const QSize size(metrics.horizontalAdvance(shown) + units.Of(1.2), units.TableRow());
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(SkinStyle::Colours().highlight);
+    QPainter painter(&picture);
+    painter.setFont(units.Font());
+    painter.setPen(SkinStyle::Colours().highlightText);
+    painter.drawText(QRect(QPoint(), size), Qt::AlignCenter, shown);
+    return picture;
+}
+
 } // namespace
 
 PlaylistView::PlaylistView(Playlist& list, QWidget* parent)
@@ -129,6 +145,9 @@ void PlaylistView::startDrag(Qt::DropActions) {
         return;
     auto* drag = new QDrag(this);
     drag->setMimeData(PlaylistDrag::Pack(list_, rows).release());
+    const QString what = rows.size() == 1 ? list_.At(rows.first()).title : QStringLiteral("%1 Titel").arg(rows.size());
+    drag->setPixmap(DragPicture(what, devicePixelRatioF()));
+    drag->setHotSpot(QPoint(-1, -1) * SkinStyle::Units().Of(1)); // beside the pointer, the line between rows stays free
     drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
 }
 

@@ -2,6 +2,7 @@
 
 #include "widgets/SkinStyle.h"
 
+#include <QEvent>
 #include <QHeaderView>
 
 #include <algorithm>
@@ -74,8 +75,8 @@ QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, in
     return role == Qt::DisplayRole ? headers_.value(section) : QVariant();
 }
 
-TextTable::TextTable(TextTableModel& model, const QList<double>& widths, QWidget* parent) : QTableView(parent) {
-    const FontUnits& units = SkinStyle::Units();
+TextTable::TextTable(TextTableModel& model, const QList<double>& widths, QWidget* parent)
+    : QTableView(parent), widths_(widths) {
     setModel(&model);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -87,14 +88,26 @@ TextTable::TextTable(TextTableModel& model, const QList<double>& widths, QWidget
     setCornerButtonEnabled(false);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(0);
-    verticalHeader()->setDefaultSectionSize(units.TableRow());
     horizontalHeader()->setHighlightSections(false);
+    for (int column = 0; column < widths.size(); ++column)
+        horizontalHeader()->setSectionResizeMode(column, widths.at(column) > 0 ? QHeaderView::Interactive
+                                                                               : QHeaderView::Stretch);
+    TakeUnits();
+}
+
+void TextTable::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::StyleChange)
+        TakeUnits();
+}
+
+void TextTable::TakeUnits() {
+    const FontUnits& units = SkinStyle::Units();
+    verticalHeader()->setDefaultSectionSize(units.TableRow());
     horizontalHeader()->setFixedHeight(units.ColumnHead());
-    for (int column = 0; column < widths.size(); ++column) {
-        const double width = widths.at(column);
-        horizontalHeader()->setSectionResizeMode(column, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
-        if (width > 0)
-            setColumnWidth(column, units.Of(width));
+    for (int column = 0; column < widths_.size(); ++column) {
+        if (widths_.at(column) > 0)
+            setColumnWidth(column, units.Of(widths_.at(column)));
     }
 }
 

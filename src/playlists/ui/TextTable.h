@@ -44,6 +44,14 @@ public:
 
     /** In rising order. */
     QList<int> SelectedRows() const;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void TakeUnits();
+
+    QList<double> widths_;
 };
 
 } // namespace kalvo

@@ -177,12 +177,13 @@ void frmCharts::ChartsDrucken() {
 }
 
 void frmCharts::ChartsDruckvorschau() {
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintPreviewDialog preview(&printer, this);
-    preview.setWindowTitle(QStringLiteral("Druckvorschau"));
-    connect(&preview, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* paper) { PrintOn(*paper); });
-    preview.resize(size());
-    preview.exec();
+    auto* preview = new QPrintPreviewDialog(this); // modeless: the players are needed meanwhile
+    preview->setAttribute(Qt::WA_DeleteOnClose);
+    preview->setObjectName(QStringLiteral("frmDruckvorschau"));
+    preview->setWindowTitle(QStringLiteral("Druckvorschau"));
+    connect(preview, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* paper) { PrintOn(*paper); });
+    preview->resize(size());
+    preview->show();
 }
 
 void frmCharts::ChartsAlsPdf() {

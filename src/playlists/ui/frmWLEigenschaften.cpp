@@ -13,7 +13,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int stepMilliseconds = 8;
+constexpr int showInterval = 100; // ms
 
 } // namespace
 
@@ -44,9 +44,9 @@ frmWLEigenschaften::frmWLEigenschaften(const Playlist& list, const QString& name
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetMinimumSize);
     setMinimumWidth(units.Of(28));
-    connect(&stepping_, &QTimer::timeout, this, &frmWLEigenschaften::Step);
-    stepping_.start(0);
-    Step();
+    connect(&showing_, &QTimer::timeout, this, &frmWLEigenschaften::ShowFiles);
+    showing_.start(showInterval);
+    ShowFiles();
 }
 
 QLabel* frmWLEigenschaften::AddRow(QFormLayout& form, const QString& caption, const QString& name) {
@@ -58,13 +58,13 @@ QLabel* frmWLEigenschaften::AddRow(QFormLayout& form, const QString& caption, co
     return label;
 }
 
-void frmWLEigenschaften::Step() {
-    const bool isDone = sums_.Step(stepMilliseconds);
+void frmWLEigenschaften::ShowFiles() {
+    const bool isDone = sums_.IsDone();
     const QString size = MegabyteText(sums_.Bytes());
     size_->setText(isDone ? size : size + QStringLiteral(" (%1%)").arg(sums_.Percent()));
     missing_->setText(QString::number(sums_.MissingFiles()));
     if (isDone)
-        stepping_.stop();
+        showing_.stop();
 }
 
 } // namespace kalvo

@@ -21,12 +21,12 @@ public:
 
 private:
     QLabel* AddRow(QFormLayout& form, const QString& caption, const QString& name);
-    void Step();
+    void ShowFiles();
 
     PlaylistSums sums_;
     QLabel* size_;
     QLabel* missing_;
-    QTimer stepping_;
+    QTimer showing_;
 };
 
 } // namespace kalvo

@@ -98,8 +98,7 @@ struct Oracle {
     std::string Shown() const {
         std::string text;
         for (const Item& item : items)
-            text += (item.isRed ? "!" : "") + std::string(1, " .><"[item.icon]) + item.title.toStdString() +
-                    item.key.toStdString();
+            text += test::Sign(item.isRed, item.icon) + item.title.toStdString() + item.key.toStdString();
         return text;
     }
     std::string Caption(int number) const {
@@ -110,16 +109,6 @@ struct Oracle {
                std::to_string(items.size()) + " in Standard";
     }
 };
-
-std::string ShownKeys(const Playlist& list) {
-    std::string text;
-    for (int row = 0; row < list.Count(); ++row) {
-        const PlaylistEntry& entry = list.At(row);
-        text += (row == list.CurrentRow() ? "!" : "") + std::string(1, " .><"[static_cast<int>(entry.icon)]) +
-                entry.title.toStdString() + entry.shuffleKey.toStdString();
-    }
-    return text;
-}
 
 struct ListRulesTest : ::testing::Test {
     using Lists = std::array<Oracle, 2>;
@@ -158,7 +147,7 @@ struct ListRulesTest : ::testing::Test {
     void Compare(int step) {
         for (const int number : {1, 2}) {
             Oracle& oracle = oracles.at(static_cast<std::size_t>(number - 1));
-            ASSERT_EQ(ShownKeys(actions.List(number)), oracle.Shown()) << "step " << step;
+            ASSERT_EQ(test::Shown(actions.List(number), true), oracle.Shown()) << "step " << step;
             PlaylistPanel& panel = number == 1 ? first : second;
             ASSERT_EQ(panel.findChild<QLabel*>(QStringLiteral("Label%1").arg(15 + number))->text().toStdString(),
                       oracle.Caption(number))

@@ -69,19 +69,12 @@ TEST(frmWLEigenschaftenTest, AddsUpTitlesTimeAndSize) {
     const test::TestFolder folder;
     SystemRandom random;
     Playlist list(2, random);
-    list.Append({{QStringLiteral("a"),
-                  {},
-                  QStringLiteral("59:59"),
-                  {},
-                  {},
-                  folder.Write(QStringLiteral("a"), QByteArray(1024 * 1024, 'x'))},
-                 {QStringLiteral("b"),
-                  {},
-                  QStringLiteral("61"),
-                  {},
-                  {},
-                  folder.Write(QStringLiteral("b"), QByteArray(512 * 1024, 'x'))},
-                 {QStringLiteral("c"), {}, QStringLiteral("0"), {}, {}, folder.Path(QStringLiteral("fehlt"))}});
+    const auto add = [&list](const char* duration, const QString& path) {
+        list.Append({{QStringLiteral("a"), {}, QString::fromLatin1(duration), {}, {}, path}});
+    };
+    add("59:59", folder.Write(QStringLiteral("a"), QByteArray(1024 * 1024, 'x')));
+    add("61", folder.Write(QStringLiteral("b"), QByteArray(512 * 1024, 'x')));
+    add("0", folder.Path(QStringLiteral("fehlt")));
     auto* window = new frmWLEigenschaften(list, QStringLiteral("Party"));
     const auto text = [window](const char* name) {
         return window->findChild<QLabel*>(QString::fromLatin1(name))->text();
