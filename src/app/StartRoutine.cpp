@@ -18,7 +18,10 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QTextStream>
+#include <QTranslator>
 
 namespace kalvo {
 
@@ -47,6 +50,15 @@ void ApplyStoredStyle(QApplication& application, const DataFolder& folder) {
     };
     SkinStyle::Apply(application, setting("Skin", "Light Green"), setting("Schriftgrad", "klein"),
                      setting("Buttongroesse", "klein"));
+}
+
+/** Qt's own windows and key names in German. What it is not installed for stays English. */
+void SpeakGerman(QApplication& application) {
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    auto* texts = new QTranslator(&application);
+    if (texts->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QApplication::installTranslator(texts);
+    }
 }
 
 /** Loads the main window behind the splash and runs it to its end. */
@@ -84,6 +96,7 @@ int RunWindow(QApplication& application, const CommandLine& line) {
         instance.HandOver(line.files);
         return 0;
     }
+    SpeakGerman(application);
     ApplyStoredStyle(application, folder.Data());
     const QString programFolder = QCoreApplication::applicationDirPath();
     QDir::setCurrent(programFolder);
