@@ -27,13 +27,24 @@ UndoCommands::UndoCommands(QMenu& editMenu, QObject* parent)
 
 void UndoCommands::Add(QUndoStack& stack) {
     connect(&stack, &QUndoStack::indexChanged, this, [this, &stack] { TakeChange(stack); });
+    connect(&stack, &QObject::destroyed, this, [this, gone = &stack] { Forget(gone); });
 }
 
-/** Told of each push, and of what Undo() and Redo() do themselves. */
+void UndoCommands::Forget(const QUndoStack* stack) {
+    for (qsizetype place = history_.size() - 1; place >= 0; --place)
+        if (history_.at(place) == stack) {
+            history_.removeAt(place);
+            done_ -= place < done_ ? 1 : 0;
+        }
+}
+
+/** Told of each push and clearing, and of what Undo() and Redo() do themselves. */
 void UndoCommands::TakeChange(QUndoStack& stack) {
     if (isActing_)
         return;
-    if (stack.canUndo() && !stack.canRedo()) {
+    if (stack.count() == 0) {
+        Forget(&stack);
+    } else if (stack.canUndo() && !stack.canRedo()) {
         history_.resize(done_);
         history_.append(&stack);
         ++done_;
@@ -56,7 +67,10 @@ void UndoCommands::Redo() {
         QUndoStack& stack = *history_.at(done_);
         const int before = stack.index();
         stack.redo();
-        stack.index() > before ? void(++done_) : history_.removeAt(done_);
+        if (stack.index() > before)
+            ++done_;
+        else
+            history_.removeAt(done_);
     }
     Show();
 }

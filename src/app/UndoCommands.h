@@ -19,7 +19,7 @@ class UndoCommands : public QObject {
 public:
     explicit UndoCommands(QMenu& editMenu, QObject* parent = nullptr);
 
-    /** From then on the stack, which outlives this, is only pushed on and cleared by its owner. */
+    /** From then on the stack is only pushed on and cleared by its owner. It may go earlier than this. */
     void Add(QUndoStack& stack);
 
 protected:
@@ -28,6 +28,7 @@ protected:
 
 private:
     void TakeChange(QUndoStack& stack);
+    void Forget(const QUndoStack* stack);
     void Undo();
     void Redo();
     /** Texts and whether they can be chosen. */

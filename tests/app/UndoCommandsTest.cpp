@@ -97,6 +97,21 @@ TEST_F(UndoCommandsTest, PassesOverWhatAStackHasForgotten) {
     EXPECT_EQ(done, QStringLiteral("ab"));
 }
 
+TEST_F(UndoCommandsTest, AStackThatGoesTakesItsCommandsAlong) {
+    {
+        QUndoStack passing;
+        commands->Add(passing);
+        for (const QChar name : QStringLiteral("xyz")) {
+            lists.push(new Named(done, name.toUpper()));
+            passing.push(new Named(done, name));
+        }
+    }
+    Undo()->trigger();
+    Undo()->trigger();
+    EXPECT_EQ(done, QStringLiteral("Xxyz"));
+    EXPECT_EQ(Undo()->text(), QStringLiteral("&Rückgängig: X"));
+}
+
 TEST_F(UndoCommandsTest, ACommandThatCannotBeDoneAgainIsGone) {
     lists.push(new Named(done, u'a'));
     archive.push(new Named(done, u'!'));
