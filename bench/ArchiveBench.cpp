@@ -23,8 +23,6 @@ using bench::Collection;
 using bench::FilledArchive;
 using namespace Qt::StringLiterals;
 
-};
-
 const QStringList kNeedles = {u"stern"_s, u"su"_s, u"grü"_s, u"tanzt"_s, u"xyz"_s, u"kla"_s};
 
 QList<ArchiveField> AllColumns() {

@@ -151,5 +151,6 @@ struct FilledArchive {
     DataFolder data{folder.filePath(u"Kalvo"_s)};
     SystemClock clock;
     Archive archive{clock};
+};
 
 } // namespace kalvo::bench
