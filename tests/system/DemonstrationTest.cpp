@@ -35,7 +35,9 @@ TEST(Demonstration, PlaysAndHandsOverWithinAMinute) {
     const XServer screen;
     const TestFolder folder;
     const PulseRecording recording(QStringLiteral("haupt"));
-    const DrivenProgram program(screen.Display(), Demonstration(folder));
+    DrivenOptions options;
+    options.environment.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("pulseaudio"));
+    const DrivenProgram program(screen.Display(), Demonstration(folder), options);
     const auto isHeard = [&recording] {
         const std::vector<float> heard = recording.Mono();
         return std::any_of(heard.begin(), heard.end(), [](float sample) { return sample > 0.05F; });
