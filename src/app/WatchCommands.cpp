@@ -39,6 +39,7 @@ void WatchCommands::FollowMove(const QString& from, const QString& to) {
                 list.SetPath(row, to);
         }
     }
+    desk_.mixer.FollowMove(from, to);
     const std::optional<TitleRecord> title = desk_.archive.FindByPath(to);
     desk_.charts.Move(from, to, title ? title->Titel : QString());
     Q_EMIT Message(tr("Wiedergefunden: ") + FileName::Last(to));

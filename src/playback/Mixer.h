@@ -53,6 +53,8 @@ public:
      * as they are. False, after a Message, when the file cannot be played.
      */
     bool ResumeTitle(int player, const DeckTitle& title, double second, bool paused);
+    /** A file has been moved: who has it loaded goes on with its new path. */
+    void FollowMove(const QString& from, const QString& to);
     void Pause(int player);
     void Stop(int player);
     /** Takes the next title of the player's list; a player whose list is at its end stays stopped. */

@@ -89,6 +89,15 @@ bool Mixer::ResumeTitle(int player, const DeckTitle& title, double second, bool 
     return true;
 }
 
+void Mixer::FollowMove(const QString& from, const QString& to) {
+    for (DeckData& deck : decks_) {
+        if (deck.title.path == from) {
+            deck.title.path = to;
+            Q_EMIT PlayerChanged(deck.number);
+        }
+    }
+}
+
 /** Of a long title both are known for certain only a while after it has been opened. */
 void Mixer::ReadLength(int player) {
     DeckTitle& title = Deck(player).title;

@@ -94,6 +94,7 @@ void PlayCounter::FadedTo(int player) {
 
 void PlayCounter::Count(Heard& heard) {
     heard.isCounted = true;
+    heard.title.path = mixer_.Title(heard.title.player).path; // the file may have been moved since the start
     mixer_.Layer().Record(heard.title.player).state = PlayState::Counted;
     const PlayedTitle& title = heard.title;
     const PlaySource source = title.player == 2 ? PlaySource::Player2 : PlaySource::Player1;

@@ -134,6 +134,17 @@ TEST_F(PlayCounterTest, TheHistoryTellsWhoseTitleItWas) {
     EXPECT_EQ(Evening(), "a-5:Wunsch:4 b-60:Automatik:3 ") << "the end of the program ends it";
 }
 
+TEST_F(PlayCounterTest, AFileThatIsMovedWhileItPlaysCountsAtItsNewPlace) {
+    Fill(list1, {QStringLiteral("a-60")});
+    mixer.PlayRow(1, 0);
+    Seconds(5);
+    mixer.FollowMove(folder.Path(QStringLiteral("a-60")), QStringLiteral("/neu/a-60"));
+    EXPECT_EQ(mixer.Title(1).path, QStringLiteral("/neu/a-60"));
+    Seconds(5);
+    ASSERT_EQ(charts.Size(), 1);
+    EXPECT_EQ(charts.Entries().constFirst().path, QStringLiteral("/neu/a-60"));
+}
+
 TEST_F(PlayCounterTest, TellsWhatItCannotWrite) {
     Fill(list1, {QStringLiteral("a-60")});
     folder.Write(QStringLiteral("Verlauf"), "keine Mappe");
