@@ -21,6 +21,7 @@ using namespace Qt::StringLiterals;
 
 constexpr double kFull = 0.2 * 0.75; ///< the second channel is half as loud
 constexpr double kInaudible = -60;   ///< dBFS
+constexpr double kGap = 0.01;        ///< seconds
 
 /** In the order of their titles, which is that of the archive. */
 struct Kind {
@@ -115,21 +116,23 @@ TEST(LiveImport, EveryKindOfFileIsImportedHeardAndHandedOver) {
     const PulseServer server({u"haupt"_s});
     Evening evening;
     double left = 0;
+    double gap = 0;
     // The sink of a busy machine runs dry now and then; what the program does wrong is in every run.
     for (int run = 0; run < 3; ++run) {
         evening = Play(folder.Path(u"Musik"_s), u"haupt"_s);
         ASSERT_EQ(evening.onsets.size(), Kinds().size());
         ASSERT_GT(evening.onsets.back(), 0) << "a title is not heard";
         left = evening.meter.ResidualPeak({Kinds()[0].tone}, evening.onsets[0] + 0.1, evening.onsets[1] - 0.05);
-        if (left < kInaudible)
+        gap = evening.meter.LongestSilence(0.1 * kFull, evening.onsets.front(), evening.onsets.back() + 2);
+        if (left < kInaudible && gap < kGap)
             break;
-        std::cout << "There is a click, once more." << std::endl;
+        std::cout << "There is a click or a gap, once more." << std::endl;
     }
     EXPECT_LT(left, kInaudible) << "saving the title on air is not heard";
     EXPECT_EQ(evening.saved, QString());
     for (std::size_t i = 1; i < evening.onsets.size(); ++i)
         EXPECT_NEAR(evening.onsets[i] - evening.onsets[i - 1], 2.75, 1) << Kinds()[i].file;
-    EXPECT_LT(evening.meter.LongestSilence(0.1 * kFull, evening.onsets.front(), evening.onsets.back() + 2), 0.01);
+    EXPECT_LT(gap, kGap);
     EXPECT_EQ(evening.starvations, u"Aussetzer 0"_s);
 }
 
