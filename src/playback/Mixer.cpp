@@ -153,6 +153,9 @@ void Mixer::FadeTo(int player, int selectedRow) {
     if (layer_.Activity(player) != audio::Activity::Playing) {
         Play(player, selectedRow);
     }
+    if (layer_.Activity(player) == audio::Activity::Playing || IsOpening(player)) {
+        heldByUser_ = false; // who fades to it wants to hear it
+    }
     fader_.FadeTowards(player);
     Q_EMIT FadedTo(player);
 }
