@@ -1,5 +1,6 @@
 #include "widgets/TimeLabel.h"
 
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -33,8 +34,17 @@ QSize TimeLabel::sizeHint() const {
     return {metrics.horizontalAdvance(longest_) + 2, qRound(metrics.capHeight() * 1.3)};
 }
 
+QFont TimeLabel::FittingFont() const {
+    QFont fitting = font();
+    while (QFontMetrics(fitting).horizontalAdvance(longest_) > width() && QFontInfo(fitting).pixelSize() > 6) {
+        fitting.setPixelSize(QFontInfo(fitting).pixelSize() - 1);
+    }
+    return fitting;
+}
+
 void TimeLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.setFont(FittingFont());
     painter.setPen(ColourOf(tone_));
     const QFontMetrics metrics = painter.fontMetrics();
     const int spare = width() - metrics.horizontalAdvance(text());

@@ -18,6 +18,9 @@ public:
     void SetText(const QString& text);
     void SetTone(Tone tone);
 
+    /** The label's font, or the largest smaller one in which the longest text fits where there is less room. */
+    QFont FittingFont() const;
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 

@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QSlider>
 #include <gmock/gmock.h>
@@ -121,7 +122,10 @@ TEST_P(ConsoleFits, WithoutCutTextsOrSmallButtons) {
     EXPECT_LE(console.minimumSizeHint().height(), height / 2) << "lists and archive need the rest";
     for (auto* label : console.findChildren<TimeLabel*>()) {
         if (label->isVisible()) {
-            EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text()))
+            const QFont fitting = label->FittingFont();
+            EXPECT_GE(label->width(), QFontMetrics(fitting).horizontalAdvance(label->text()))
+                << label->objectName().toStdString();
+            EXPECT_GE(QFontInfo(fitting).pixelSize(), 0.75 * QFontInfo(label->font()).pixelSize())
                 << label->objectName().toStdString();
         }
     }
