@@ -72,6 +72,12 @@ private:
     static void Lost(Handle, Handle, std::uint32_t, void* user) { ++static_cast<LiveDesk*>(user)->losses; }
 };
 
+/** Without the machine's sound system, whose daemon may take seconds to start. */
+struct OutputDeviceTest : ::testing::Test {
+    void SetUp() override { qputenv("SDL_AUDIODRIVER", "dummy"); }
+    void TearDown() override { qunsetenv("SDL_AUDIODRIVER"); }
+};
+
 /** With two cards on a sound server. */
 struct CardsTest : ::testing::Test {
     void SetUp() override {
@@ -98,7 +104,7 @@ struct CardsTest : ::testing::Test {
 
 } // namespace
 
-TEST(OutputDeviceTest, TheSilentDeviceKeepsTheTime) {
+TEST_F(OutputDeviceTest, TheSilentDeviceKeepsTheTime) {
     LiveDesk desk;
     EXPECT_EQ(desk.library.GetDeviceDescription(0), "Kein Ton");
     const auto begin = std::chrono::steady_clock::now();
@@ -113,7 +119,7 @@ TEST(OutputDeviceTest, TheSilentDeviceKeepsTheTime) {
     EXPECT_GT(desk.library.GetOutputLevels(Output::Main).left, 0.4F);
 }
 
-TEST(OutputDeviceTest, WhatDoesNotExistIsRefused) {
+TEST_F(OutputDeviceTest, WhatDoesNotExistIsRefused) {
     qputenv("SDL_AUDIODRIVER", "pulseaudio");
     qputenv("PULSE_SERVER", "unix:/nowhere/native");
     LiveDesk desk;
@@ -122,21 +128,16 @@ TEST(OutputDeviceTest, WhatDoesNotExistIsRefused) {
     EXPECT_EQ(desk.Init(Output::Main, kNoSound, 1000), ErrorCode::Argument);
     EXPECT_EQ(desk.library.StreamCreateFile(Output::Main, "tone"), 0U);
     EXPECT_EQ(desk.library.ErrorGetCode(), ErrorCode::NotInitialised);
-    qunsetenv("SDL_AUDIODRIVER");
     qunsetenv("PULSE_SERVER");
 }
 
-TEST(OutputDeviceTest, ARealDeviceRendersAndClosesWhilePlaying) {
-    qputenv("SDL_AUDIODRIVER", "dummy");
-    {
-        LiveDesk desk;
-        ASSERT_EQ(desk.Init(Output::Main, kDefaultDevice, 512), ErrorCode::None);
-        EXPECT_EQ(desk.Device(), "Standardausgabe");
-        EXPECT_TRUE(desk.Advances(desk.Play()));
-        ASSERT_EQ(desk.Init(Output::Main, kNoSound, 512), ErrorCode::None) << "closes the other first";
-        EXPECT_TRUE(desk.Advances(desk.Play()));
-    }
-    qunsetenv("SDL_AUDIODRIVER");
+TEST_F(OutputDeviceTest, ARealDeviceRendersAndClosesWhilePlaying) {
+    LiveDesk desk;
+    ASSERT_EQ(desk.Init(Output::Main, kDefaultDevice, 512), ErrorCode::None);
+    EXPECT_EQ(desk.Device(), "Standardausgabe");
+    EXPECT_TRUE(desk.Advances(desk.Play()));
+    ASSERT_EQ(desk.Init(Output::Main, kNoSound, 512), ErrorCode::None) << "closes the other first";
+    EXPECT_TRUE(desk.Advances(desk.Play()));
 }
 
 TEST_F(CardsTest, AVanishedCardIsReplacedAndTakenBack) {
