@@ -2,10 +2,10 @@
 
 #include "archive/ArchiveStatements.h"
 #include "archive/DuplicateGroups.h"
+#include "archive/FilePresence.h"
 #include "archive/TextFolding.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <future>
 #include <numeric>
 #include <optional>
@@ -22,6 +22,10 @@ using Outcome = DuplicateReport::Outcome;
 
 /** Titles between two reports. */
 constexpr std::size_t kBetween = 500;
+/** Rows are asked for one by one while they are fewer than the table's by this factor. */
+constexpr std::size_t kFewRows = 8;
+const QString kShown = u"SELECT Pfad, Interpret, Titel, Nr FROM \"Daten\""_s;
+constexpr int kNumberColumn = 3;
 
 /** One search from the reading of the archive to the report; on the run's thread. */
 class Search {
@@ -63,7 +67,7 @@ private:
                 const std::size_t percent = std::min<std::size_t>(100, 100 * numbers_.size() / candidates_.size());
                 tell(DuplicateTexts::Preparing(static_cast<int>(percent)), static_cast<int>(percent));
                 TakeAnswers(asked);
-                asked = std::async(std::launch::async, Missing, std::exchange(paths, {}));
+                asked = std::async(std::launch::async, FilePresence::Missing, std::exchange(paths, {}));
             }
             paths.emplace_back(select.Utf8(1));
             numbers_.push_back(select.Number(0));
@@ -72,18 +76,9 @@ private:
             texts_.Append(folded);
         }
         TakeAnswers(asked);
-        const std::vector<bool> last = Missing(paths);
+        const std::vector<bool> last = FilePresence::Missing(paths);
         missing_.insert(missing_.end(), last.begin(), last.end());
         return !run.Stopped() && !select.Failed();
-    }
-
-    static std::vector<bool> Missing(const Paths& paths) {
-        std::vector<bool> missing;
-        missing.reserve(paths.size());
-        std::error_code error;
-        for (const std::string& path : paths)
-            missing.push_back(!std::filesystem::exists(path, error));
-        return missing;
     }
 
     void TakeAnswers(std::future<std::vector<bool>>& asked) {
@@ -138,16 +133,42 @@ private:
         std::sort(places.begin(), places.end(), [&](std::uint32_t left, std::uint32_t right) {
             return numbers_[rows[left]] < numbers_[rows[right]];
         });
-        const SqliteDatabase::ReadPass pass(database);
-        SqliteStatement select = database.Prepare(u"SELECT Pfad, Interpret, Titel FROM \"Daten\" WHERE Nr = ?"_s);
         QList<TitleRecord> titles(static_cast<qsizetype>(rows.size()));
+        const auto take = [&](std::uint32_t place, const SqliteStatement& row) {
+            titles[place] = ShownOf(numbers_[rows[place]], row);
+        };
+        if (rows.size() > numbers_.size() / kFewRows)
+            ReadInPassing(database, rows, places, take);
+        else
+            ReadOneByOne(database, rows, places, take);
+        return titles;
+    }
+
+    template<class Take>
+    void ReadOneByOne(SqliteDatabase& database, const std::vector<std::uint32_t>& rows,
+                      const std::vector<std::uint32_t>& places, const Take& take) const {
+        const SqliteDatabase::ReadPass pass(database);
+        SqliteStatement select = database.Prepare(kShown + u" WHERE Nr = ?"_s);
         for (const std::uint32_t place : places) {
-            const qint64 number = numbers_[rows[place]];
-            if (select.Bind(1, number).Step())
-                titles[place] = ShownOf(number, select);
+            if (select.Bind(1, numbers_[rows[place]]).Step())
+                take(place, select);
             select.Reset();
         }
-        return titles;
+    }
+
+    /** Goes through the whole table, which is faster than many single questions. */
+    template<class Take>
+    void ReadInPassing(SqliteDatabase& database, const std::vector<std::uint32_t>& rows,
+                       const std::vector<std::uint32_t>& places, const Take& take) const {
+        SqliteStatement select = database.Prepare(kShown + u" ORDER BY Nr"_s);
+        auto place = places.begin();
+        while (place != places.end() && select.Step()) {
+            const qint64 number = select.Number(kNumberColumn);
+            while (place != places.end() && numbers_[rows[*place]] < number) // deleted meanwhile
+                ++place;
+            if (place != places.end() && numbers_[rows[*place]] == number)
+                take(*place++, select);
+        }
     }
 
     static TitleRecord ShownOf(qint64 number, const SqliteStatement& row) {

@@ -1,0 +1,51 @@
+#include "archive/FilePresence.h"
+#include "support/TestFolder.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace kalvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/** A folder that is listed answers as single questions do: links, folders, what is gone, what lies among many others.
+ */
+TEST(FilePresence, AListedFolderAnswersAsEachFileAskedForAlone) {
+    const test::TestFolder folder;
+    const auto make = [&](const QString& name) {
+        QFile file(folder.Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    };
+    for (const QString& name : {u"a.mp3"_s, u"Ä 'b'.ogg"_s, u"c"_s, u"voll/1"_s}) {
+        QDir().mkpath(folder.Path(name).section(u'/', 0, -2));
+        make(name);
+    }
+    for (int other = 0; other < 200; ++other)
+        make(u"voll/x%1"_s.arg(other));
+    QFile::link(folder.Path(u"a.mp3"_s), folder.Path(u"link"_s));
+    QFile::link(folder.Path(u"nichts"_s), folder.Path(u"tot"_s));
+
+    std::vector<std::string> paths;
+    for (const QString& name : {u"a.mp3"_s, u"A.mp3"_s, u"Ä 'b'.ogg"_s, u"c"_s, u"link"_s, u"tot"_s, u"weg"_s,
+                                u"voll"_s, u"voll/1"_s, u"voll/2"_s, u"voll/x7"_s, u"voll/x199"_s, u"voll/weg"_s,
+                                u"fort/1"_s, u"fort/2"_s, u"fort/3"_s, u"fort/4"_s, u"a.mp3"_s})
+        paths.push_back(folder.Path(name).toStdString());
+    paths.emplace_back("ohne Ordner");
+    paths.emplace_back();
+
+    const std::vector<bool> missing = FilePresence::Missing(paths);
+    ASSERT_EQ(missing.size(), paths.size());
+    int there = 0;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        EXPECT_EQ(missing[i], !std::filesystem::exists(paths[i])) << paths[i];
+        there += missing[i] ? 0 : 1;
+    }
+    EXPECT_EQ(there, 9);
+}
+
+} // namespace
+} // namespace kalvo
