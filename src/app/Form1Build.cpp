@@ -3,6 +3,7 @@
 #include "app/Form1.h"
 
 #include "app/ArchiveCommands.h"
+#include "app/AutoDjCommands.h"
 #include "app/ChartsCommands.h"
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
@@ -74,6 +75,8 @@ void Form1::Build() {
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
+    auto* autoDj = new AutoDjCommands({desk_, listActions_, actions_, *archive_, *status_, *this});
+    connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

@@ -94,4 +94,9 @@ QString WishFile::StoredDisplay(const QString& display) {
     return Stored(display, kDisplayWidth);
 }
 
+bool WishFile::MayBeCut(const QString& path) {
+    constexpr int longestCharacter = 4; // bytes: a cut never splits one
+    return AnsiText::Encode(path).size() > kPathWidth - longestCharacter;
+}
+
 } // namespace kalvo

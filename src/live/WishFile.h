@@ -48,6 +48,8 @@ public:
     /** A text as it comes back from the field for paths, or for display texts. */
     static QString StoredPath(const QString& path);
     static QString StoredDisplay(const QString& display);
+    /** Whether a path out of the file may be the beginning of a longer one. */
+    static bool MayBeCut(const QString& path);
 
 private:
     FixedRecords records_;

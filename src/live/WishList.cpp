@@ -31,6 +31,7 @@ quint64 WishList::Add(Wish wish) {
     wishes_.append(wish);
     Note(isSaved_ ? file_.Append(wish) : file_.Write(wishes_));
     Q_EMIT Changed();
+    Q_EMIT Added(wish);
     return wish.id;
 }
 

@@ -47,6 +47,8 @@ public:
 
 Q_SIGNALS:
     void Changed();
+    /** A wish has come in; Changed() has been told. */
+    void Added(const kalvo::Wish& wish);
     /** German. The wishes are still here. */
     void WriteFailed(const QString& reason);
 
