@@ -4,6 +4,7 @@
 #include "base/PlainText.h"
 #include "base/SetAside.h"
 #include "base/ValueFile.h"
+#include "live/WishFile.h"
 #include "playlists/ChartsFile.h"
 
 #include <QFile>
@@ -86,6 +87,9 @@ QStringList SetDamagedFilesAside(const DataFolder& folder, const Clock& clock) {
     }
     if (const QString path = folder.Path(u"\\Charts"_s); ChartsFile(path, clock).IsDamaged()) {
         told.append(PutAside(path, u"die Charts beginnen von vorn"_s, clock));
+    }
+    if (const QString path = folder.Path(u"\\WZ"_s); WishFile(path, clock).IsDamaged()) {
+        told.append(PutAside(path, u"der Wunschzettel ist leer"_s, clock));
     }
     return told;
 }

@@ -14,11 +14,8 @@ Desk::Desk(const DataFolder& dataFolder, std::unique_ptr<audio::AudioLibrary> li
              [this] { writer.Flush(); }), // the journal first: it must never be the older of the two
       archive(clock),
       charts(folder.Path(QStringLiteral("\\Charts")), clock),
+      wishes(folder.Path(QStringLiteral("\\WZ")), clock),
       evening(folder.Path(QStringLiteral("\\Verlauf"))),
       counter(mixer, list1, list2, {charts, evening, archive}, clock) {}
-
-PlaylistEntry EntryOf(const TitleRecord& title) {
-    return {title.Titel, title.Interpret, title.Zeit, {}, title.Extra1, title.Pfad};
-}
 
 } // namespace kalvo

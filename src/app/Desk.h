@@ -6,6 +6,7 @@
 #include "base/DataFolder.h"
 #include "base/RandomSource.h"
 #include "base/Settings.h"
+#include "live/WishList.h"
 #include "playback/Mixer.h"
 #include "playback/PlayCounter.h"
 #include "playlists/Playlist.h"
@@ -37,11 +38,9 @@ struct Desk {
     Archive archive;
     clsAudioGenie tags;
     ChartsFile charts;
+    WishList wishes;
     EveningLog evening;
     PlayCounter counter;
 };
-
-/** A playlist entry of an archive title, without a shuffle key. */
-PlaylistEntry EntryOf(const TitleRecord& title);
 
 } // namespace kalvo

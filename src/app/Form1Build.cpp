@@ -3,6 +3,7 @@
 #include "app/Form1.h"
 
 #include "app/ArchiveCommands.h"
+#include "app/AutoDjCommands.h"
 #include "app/ChartsCommands.h"
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
@@ -16,6 +17,7 @@
 #include "app/TagCommands.h"
 #include "app/UndoCommands.h"
 #include "app/WatchCommands.h"
+#include "app/WishCommands.h"
 #include "archive/ui/ArchivePanel.h"
 #include "archive/ui/frmTitelEinlesen.h"
 #include "playback/ui/MixerPanel.h"
@@ -74,6 +76,10 @@ void Form1::Build() {
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
+    auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
+    connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);
+    auto* autoDj = new AutoDjCommands({desk_, listActions_, actions_, *archive_, *status_, *this});
+    connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

@@ -49,7 +49,7 @@ int ListBand::SelectedRow(int player) const {
 }
 
 QString ListBand::Caption(int player) const {
-    return ListCaption(player, SelectedRow(player), desk_.List(player).Count(), listActions_.Undo().Name());
+    return panels_.at(static_cast<std::size_t>(player - 1))->Caption();
 }
 
 void ListBand::ConnectPanel(int player) {

@@ -13,6 +13,10 @@ QString ListCaption(int number, int selectedRow, int count, const QString& playl
            QStringLiteral(" in ") + playlistName;
 }
 
+QString WishCaption(int number, const QString& guest) {
+    return QStringLiteral("Player ") + QString::number(number) + QStringLiteral("       gewünscht von: ") + guest;
+}
+
 QString PlaylistName(const QString& path) {
     const QString file = FileName::Last(path);
     const qsizetype extension = file.lastIndexOf(QLatin1String(".wil"), -1, Qt::CaseInsensitive);

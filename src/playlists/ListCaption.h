@@ -9,6 +9,9 @@ namespace kalvo {
 /** Header caption of list `number`, "Player 1       3. von 17 in Standard". selectedRow: from 0, -1 for none. */
 QString ListCaption(int number, int selectedRow, int count, const QString& playlistName);
 
+/** The same while a wish is on the player, "Player 1       gewünscht von: Anna". */
+QString WishCaption(int number, const QString& guest);
+
 /** Base name of a ".wil" path, what stands between the last separator and ".wil"; "Standard" without a ".wil". */
 QString PlaylistName(const QString& path);
 

@@ -9,10 +9,6 @@ namespace {
 
 const auto warningCaption = QStringLiteral(" Achtung!");
 
-PlaylistEntry EntryOf(const TitleRecord& title) {
-    return {title.Titel, title.Interpret, title.Zeit, {}, title.Extra1, title.Pfad};
-}
-
 /** As a fresh entry of another list: without mark, with a key of its own. */
 PlaylistEntry Moved(PlaylistEntry entry) {
     entry.shuffleKey.clear();
@@ -56,6 +52,10 @@ QList<int> RowsNow(const Playlist& list, const QList<DraggedEntry>& dragged) {
 
 } // namespace
 
+PlaylistEntry EntryOf(const TitleRecord& title) {
+    return {title.Titel, title.Interpret, title.Zeit, {}, title.Extra1, title.Pfad};
+}
+
 /** A list that titles are added to: they are gathered, so that thousands are one change. */
 struct PlaylistActions::Target {
     Target(Playlist& target, int before) : list(target), row(before) { TakePaths(); }
@@ -64,9 +64,10 @@ struct PlaylistActions::Target {
         for (const PlaylistEntry& entry : list.Entries())
             held.insert(entry.path);
     }
-    void Add(const TitleRecord& title) {
+    void Add(const TitleRecord& title, EntryOrigin origin) {
         held.insert(title.Pfad);
         gathered.append(EntryOf(title));
+        gathered.last().origin = origin;
     }
     void Flush() {
         InsertOrAppend(list, row, gathered);
@@ -83,7 +84,8 @@ struct PlaylistActions::Target {
 PlaylistActions::PlaylistActions(Playlist& first, Playlist& second, PlaylistQuestions& questions)
     : first_(first), second_(second), questions_(questions), undo_(first, second) {}
 
-void PlaylistActions::AddTitles(int number, const QList<TitleRecord>& titles, const QSet<QString>& missing, int row) {
+void PlaylistActions::AddTitles(int number, const QList<TitleRecord>& titles, const QSet<QString>& missing, int row,
+                                EntryOrigin origin) {
     const ListUndo::Step step(undo_, QStringLiteral("Titel hinzufügen"));
     Target target(List(number), row);
     for (const TitleRecord& title : titles) {
@@ -96,7 +98,7 @@ void PlaylistActions::AddTitles(int number, const QList<TitleRecord>& titles, co
             if (!exists || !WantsDuplicate(target, title))
                 continue;
         }
-        target.Add(title);
+        target.Add(title, origin);
     }
     target.Flush();
 }
@@ -117,7 +119,7 @@ void PlaylistActions::Distribute(const QList<TitleRecord>& titles, const QSet<QS
             if (!WantsDuplicate(target, title))
                 continue;
         }
-        target.Add(title);
+        target.Add(title, EntryOrigin::Player);
     }
     targets[0].Flush();
     targets[1].Flush();

@@ -14,6 +14,9 @@ struct DraggedEntry {
     int row = -1;
 };
 
+/** A playlist entry of an archive title, without a shuffle key. */
+PlaylistEntry EntryOf(const TitleRecord& title);
+
 /**
  * What the commands do with the two lists; each is one step of undo. Asks no disk: see PlaylistIntake. Lists are named
  * by their number, 1 or 2; rows count from 0 and may have become invalid, since a list goes on while a question is
@@ -36,7 +39,8 @@ public:
      * already is asked about, and only "Nein" skips it. missing: paths without a file. row: before which to put them,
      * -1 appends.
      */
-    void AddTitles(int number, const QList<TitleRecord>& titles, const QSet<QString>& missing, int row = -1);
+    void AddTitles(int number, const QList<TitleRecord>& titles, const QSet<QString>& missing, int row = -1,
+                   EntryOrigin origin = EntryOrigin::Player);
     /** One after the other over both lists, the first to list 1; missing files are skipped silently. */
     void Distribute(const QList<TitleRecord>& titles, const QSet<QString>& missing);
     /** Moves rows of the other list to the end of list `target`. */

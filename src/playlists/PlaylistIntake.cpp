@@ -83,10 +83,12 @@ PlaylistIntake::~PlaylistIntake() {
     Cancel();
 }
 
-void PlaylistIntake::AddTitles(int number, const QList<TitleRecord>& titles, int row) {
-    Run([this, number, titles, place = Keep(number, row)](FileProgress& progress) -> Answer {
+void PlaylistIntake::AddTitles(int number, const QList<TitleRecord>& titles, int row, EntryOrigin origin) {
+    Run([this, number, titles, origin, place = Keep(number, row)](FileProgress& progress) -> Answer {
         const QSet<QString> missing = MissingFiles(PathsOf(titles), progress);
-        return [this, number, titles, missing, place] { lists_.AddTitles(number, titles, missing, place()); };
+        return [this, number, titles, missing, origin, place] {
+            lists_.AddTitles(number, titles, missing, place(), origin);
+        };
     });
 }
 

@@ -35,7 +35,8 @@ public:
     ~PlaylistIntake() override;
 
     /** As PlaylistActions::AddTitles and Distribute. */
-    void AddTitles(int number, const QList<TitleRecord>& titles, int row = -1);
+    void AddTitles(int number, const QList<TitleRecord>& titles, int row = -1,
+                   EntryOrigin origin = EntryOrigin::Player);
     void Distribute(const QList<TitleRecord>& titles);
     /**
      * Files, folders and M3U or PLS files, in this order; with the setting `ID3WL` their titles take their texts from

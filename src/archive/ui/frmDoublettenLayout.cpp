@@ -3,9 +3,9 @@
 
 #include "archive/ui/DuplicateModel.h"
 #include "archive/ui/FoundTextDelegate.h"
-#include "archive/ui/Named.h"
 #include "archive/ui/SearchButton.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Named.h"
 #include "widgets/SkinStyle.h"
 
 #include <QAction>

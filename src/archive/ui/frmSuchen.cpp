@@ -4,8 +4,8 @@
 #include "archive/ArchiveStatements.h"
 #include "archive/ArchiveTexts.h"
 #include "archive/ui/ArchivePanel.h"
-#include "archive/ui/Named.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Named.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
 

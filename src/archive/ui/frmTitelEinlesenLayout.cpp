@@ -6,12 +6,12 @@
 #include "archive/ui/ImportFileModel.h"
 #include "archive/ui/MarkedFileDelegate.h"
 #include "archive/ui/MenuButton.h"
-#include "archive/ui/Named.h"
 #include "archive/ui/PassedOverList.h"
 #include "archive/ui/TagValues.h"
 #include "archive/ui/WatchedList.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
+#include "widgets/Named.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHBoxLayout>

@@ -43,6 +43,16 @@ void PlaylistPanel::SetPlaylistName(const QString& name) {
     ShowCaption();
 }
 
+void PlaylistPanel::SetWishedBy(const QString& guest) {
+    guest_ = guest;
+    ShowCaption();
+}
+
+QString PlaylistPanel::Caption() const {
+    return guest_.isEmpty() ? ListCaption(list_.Number(), view_->FirstSelectedRow(), list_.Count(), name_)
+                            : WishCaption(list_.Number(), guest_);
+}
+
 void PlaylistPanel::ResetCaption() {
     header_->Caption().SetText(QStringLiteral("Player %1").arg(list_.Number()));
 }
@@ -67,7 +77,7 @@ bool PlaylistPanel::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PlaylistPanel::ShowCaption() {
-    header_->Caption().SetText(ListCaption(list_.Number(), view_->FirstSelectedRow(), list_.Count(), name_));
+    header_->Caption().SetText(Caption());
 }
 
 void PlaylistPanel::ShowEnd() {

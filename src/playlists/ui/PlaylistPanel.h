@@ -22,6 +22,10 @@ public:
     void SetLayoutMode(LayoutMode mode);
     /** "Standard" at first. */
     void SetPlaylistName(const QString& name);
+    /** Who wished the title that is on the player: told instead of the list's place; empty for none. */
+    void SetWishedBy(const QString& guest);
+    /** What the head says. */
+    QString Caption() const;
     /** "Player 1" alone, until the list or its selection changes. */
     void ResetCaption();
     /** "Rest 00:58:12" and "bis 00:39"; the narrow layout shows only the second. Empty texts show nothing. */
@@ -44,6 +48,7 @@ private:
     PlaylistHeader* header_;
     PlaylistView* view_;
     QString name_;
+    QString guest_;
     QString rest_;
     QString until_;
     LayoutMode mode_ = LayoutMode::Normal;

@@ -4,8 +4,8 @@
 #include "base/Clock.h"
 #include "base/FileName.h"
 #include "playlists/ui/ChartsPrint.h"
-#include "playlists/ui/TextTable.h"
 #include "widgets/SkinStyle.h"
+#include "widgets/TextTable.h"
 #include "widgets/xMessageBox.h"
 
 #include <QFileDialog>

@@ -4,8 +4,8 @@
 #include "base/FileName.h"
 #include "base/PlayTime.h"
 #include "playlists/ListCaption.h"
-#include "playlists/ui/TextTable.h"
 #include "widgets/SkinStyle.h"
+#include "widgets/TextTable.h"
 
 #include <QComboBox>
 #include <QFileDialog>

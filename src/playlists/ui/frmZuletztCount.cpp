@@ -1,7 +1,7 @@
 #include "playlists/ui/frmZuletztCount.h"
 
-#include "playlists/ui/TextTable.h"
 #include "widgets/SkinStyle.h"
+#include "widgets/TextTable.h"
 
 #include <QLocale>
 #include <QVBoxLayout>

@@ -2,8 +2,8 @@
 
 #include "base/Clock.h"
 #include "playlists/AnsweredQuestions.h"
-#include "playlists/ui/TextTable.h"
 #include "support/TestFolder.h"
+#include "widgets/TextTable.h"
 #include "widgets/xMessageBox.h"
 
 #include <QAction>

@@ -1,11 +1,11 @@
 #include "playlists/ui/frmVerlauf.h"
 
 #include "playlists/AnsweredQuestions.h"
-#include "playlists/ui/TextTable.h"
 #include "playlists/ui/frmWLEigenschaften.h"
 #include "playlists/ui/frmZuletztCount.h"
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
+#include "widgets/TextTable.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "playlists/ui/TextTable.h"
+#include "widgets/TextTable.h"
 
 #include "widgets/SkinStyle.h"
 
