@@ -7,11 +7,13 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/JingleCommands.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
+#include "app/SamplerCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
 #include "app/UndoCommands.h"
@@ -74,6 +76,8 @@ void Form1::Build() {
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
+    connect(new JingleCommands(desk_, actions_, *this), &JingleCommands::Warned, status_, &StatusLine::Warn);
+    new SamplerCommands(desk_, actions_, *this);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

@@ -64,6 +64,10 @@ QString AfterTitleKey(std::size_t index) {
 JingleFile::JingleFile(const QString& path, Settings& settings, const Clock& clock)
     : path_(path), settings_(settings), file_(path, Layout(), clock) {}
 
+bool JingleFile::IsDamaged(const QString& path, const Clock& clock) {
+    return FixedRecords(path, Layout(), clock).IsDamaged();
+}
+
 JingleRecords JingleFile::Read() {
     if (!QFileInfo::exists(path_))
         file_.WriteAll({});

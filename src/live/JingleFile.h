@@ -23,8 +23,8 @@ public:
     JingleRecords Read();
     /** Atomically. Records behind the twentieth stay. False when it could not be written: then nothing has changed. */
     bool Write(const JingleRecords& records);
-    /** No schedule file: to be set aside before Write would replace it. */
-    bool IsDamaged() const { return file_.IsDamaged(); }
+    /** Something else than a schedule file: to be set aside before Write() would replace it. */
+    static bool IsDamaged(const QString& path, const Clock& clock);
 
 private:
     QString path_;

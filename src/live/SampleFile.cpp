@@ -8,7 +8,9 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kRecordLength = 172;
+RecordLayout Layout() {
+    return {172, {RecordLayout::kNumber, SampleSlot::kTitleWidth, SampleSlot::kPathWidth}};
+}
 
 } // namespace
 
@@ -20,8 +22,11 @@ QString SampleSlot::CutTitle(const QString& title) {
     return AnsiText::Decode(AnsiText::EncodeCut(title, kTitleWidth));
 }
 
-SampleFile::SampleFile(const QString& path, const Clock& clock)
-    : file_(path, {kRecordLength, {RecordLayout::kNumber, SampleSlot::kTitleWidth, SampleSlot::kPathWidth}}, clock) {}
+SampleFile::SampleFile(const QString& path, const Clock& clock) : file_(path, Layout(), clock) {}
+
+bool SampleFile::IsDamaged(const QString& path, const Clock& clock) {
+    return FixedRecords(path, Layout(), clock).IsDamaged();
+}
 
 SampleSlots SampleFile::Read() const {
     const std::vector<Record> records = file_.ReadAll();

@@ -38,8 +38,8 @@ public:
     SampleSlots Read() const;
     /** Atomically; a title is cut to its field. False when it could not be written: then nothing has changed. */
     bool Write(const SampleSlots& slots);
-    /** No slot file: to be set aside before Write would replace it. */
-    bool IsDamaged() const { return file_.IsDamaged(); }
+    /** Something else than a slot file: to be set aside before Write() would replace it. */
+    static bool IsDamaged(const QString& path, const Clock& clock);
 
 private:
     FixedRecords file_;

@@ -12,7 +12,7 @@ namespace kalvo {
 namespace {
 
 /** ms that a press may wait for a file that is not open yet. */
-constexpr int kPatience = 20;
+constexpr int kPatience = 10;
 
 } // namespace
 
@@ -39,15 +39,14 @@ void Sampler::Close(int pad) {
 
 audio::OpenState Sampler::Ready(int pad, int patience) {
     audio::Handle& stream = Stream(pad);
-    const auto open = [&] {
-        stream = audio_.StreamOpenFile(
-            audio::Output::Main, QFile::encodeName(slots_.at(static_cast<std::size_t>(pad - 1)).path).toStdString());
-    };
-    if (stream == 0)
-        open();
-    if (stream == 0)
-        return audio::OpenState::Failed;
-    const audio::OpenState state = audio_.StreamAwaitOpen(stream, patience);
+    audio::OpenState state = stream == 0 ? audio::OpenState::Failed : audio_.StreamAwaitOpen(stream, patience);
+    const bool isGone = state == audio::OpenState::Failed; // never there, or closed with the output
+    if (isGone) {
+        const QString& path = slots_.at(static_cast<std::size_t>(pad - 1)).path;
+        stream = audio_.StreamOpenFile(audio::Output::Main, QFile::encodeName(path).toStdString());
+    }
+    if (isGone && stream != 0)
+        state = audio_.StreamAwaitOpen(stream, patience);
     if (state == audio::OpenState::Failed)
         stream = 0;
     return state;
@@ -66,8 +65,8 @@ bool Sampler::Press(int pad) {
     return true;
 }
 
-void Sampler::Release() {
-    if (held_ == 0)
+void Sampler::Release(int pad) {
+    if (held_ == 0 || held_ != pad)
         return;
     EndSound();
     mixer_.SetDip(0, 100);

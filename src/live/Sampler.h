@@ -36,8 +36,9 @@ public:
 
     /** Ends the pad held before. False, with nothing done, when the pad has no sound assigned. */
     bool Press(int pad);
-    /** Ends the sound and the dip. */
-    void Release();
+    /** Ends the sound and the dip; of this pad only: another one may have been pressed since. */
+    void Release(int pad);
+    void Release() { Release(held_); }
     /** 0: none. */
     int HeldPad() const { return held_; }
     /** How much of the held pad's sound has been played, 0..1; 1 at its end, 0 without one. */
