@@ -6,7 +6,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyleOptionButton>
+#include <QStyleOption>
+#include <QTextOption>
 
 #include <utility>
 
@@ -39,7 +40,7 @@ void PadButton::SetHeld(bool held, double progress) {
 
 QSize PadButton::sizeHint() const {
     const FontUnits& units = SkinStyle::Units();
-    return wide_ ? QSize(units.Of(20), units.BigButton() - units.G()) : QSize(units.Of(7.6), units.Of(7));
+    return wide_ ? QSize(units.Of(20), units.BigButton() - units.G()) : QSize(units.Of(9), units.Of(7));
 }
 
 void PadButton::Begin() {
@@ -142,7 +143,9 @@ void PadButton::PaintTexts(QPainter& painter, const QRect& body, const QColor& i
     painter.setFont(units.Font());
     painter.setPen(assigned_ ? ink : quiet);
     const QRect place = wide_ ? inner.adjusted(units.Of(2.2), 0, 0, 0) : inner.adjusted(0, units.Of(1.7), 0, 0);
-    painter.drawText(place, Qt::AlignLeft | Qt::TextWordWrap | (wide_ ? Qt::AlignVCenter : Qt::AlignBottom), text());
+    QTextOption option(Qt::AlignLeft | (wide_ ? Qt::AlignVCenter : Qt::AlignBottom));
+    option.setWrapMode(wide_ ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    painter.drawText(place, text(), option);
 }
 
 } // namespace kalvo

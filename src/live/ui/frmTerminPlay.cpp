@@ -57,10 +57,15 @@ frmTerminPlay::frmTerminPlay(const JingleRecord& record, const QString& folder, 
     file->addWidget(path_, 1);
     file->addWidget(choose);
     accept_ = Button(QStringLiteral("Command2"), QStringLiteral("check"), QStringLiteral("Übernehmen"), this);
+    accept_->SetOn(true);
     accept_->setDefault(true);
     connect(accept_, &QPushButton::clicked, this, &frmTerminPlay::accept);
     auto* cancel = Button(QStringLiteral("Command3"), QStringLiteral("close"), QStringLiteral("Abbrechen"), this);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    auto* switches = new QHBoxLayout;
+    switches->addWidget(active_);
+    switches->addWidget(afterTitle_);
+    switches->addStretch(1);
     auto* foot = new QHBoxLayout;
     foot->addStretch(1);
     foot->addWidget(cancel);
@@ -68,12 +73,12 @@ frmTerminPlay::frmTerminPlay(const JingleRecord& record, const QString& folder, 
     auto* column = new QVBoxLayout(this);
     column->addLayout(file);
     column->addLayout(BuildSlots());
-    column->addWidget(active_);
-    column->addWidget(afterTitle_);
+    column->addLayout(switches);
     column->addStretch(1);
     column->addLayout(foot);
     TakeUnits();
     ShowPath();
+    (record_.IsEmpty() ? static_cast<QWidget*>(choose) : rows_.front().mode)->setFocus();
 }
 
 QGridLayout* frmTerminPlay::BuildSlots() {

@@ -8,13 +8,13 @@
 
 class QComboBox;
 class QGridLayout;
-class QPushButton;
 class QTimeEdit;
 
 namespace kalvo {
 
 class CheckButton;
 class ElidedLabel;
+class IconButton;
 
 /** The editor of one scheduled file: the file, its five times, whether it is active and whether it waits. */
 class frmTerminPlay : public QDialog {
@@ -58,7 +58,7 @@ private:
     CheckButton* active_;
     CheckButton* afterTitle_;
     std::array<SlotRow, JingleRecord::kSlots> rows_{};
-    QPushButton* accept_ = nullptr;
+    IconButton* accept_ = nullptr;
 };
 
 } // namespace kalvo
