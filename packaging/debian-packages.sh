@@ -10,7 +10,7 @@ buildPackages=(
 testPackages=(
     libgtest-dev libgmock-dev clang-format
     lame vorbis-tools opus-tools sox id3v2 python3-mutagen
-    pulseaudio pulseaudio-utils xvfb
+    pulseaudio pulseaudio-utils xvfb tzdata
     clang libclang-rt-dev
 )
 

@@ -4,6 +4,8 @@
 #include "base/PlainText.h"
 #include "base/SetAside.h"
 #include "base/ValueFile.h"
+#include "live/JingleFile.h"
+#include "live/SampleFile.h"
 #include "live/WishFile.h"
 #include "playlists/ChartsFile.h"
 
@@ -90,6 +92,12 @@ QStringList SetDamagedFilesAside(const DataFolder& folder, const Clock& clock) {
     }
     if (const QString path = folder.Path(u"\\WZ"_s); WishFile(path, clock).IsDamaged()) {
         told.append(PutAside(path, u"der Wunschzettel ist leer"_s, clock));
+    }
+    if (const QString path = folder.Path(u"\\TerminPlayNeu.dll"_s); JingleFile::IsDamaged(path, clock)) {
+        told.append(PutAside(path, u"es sind keine Termin-Plays eingetragen"_s, clock));
+    }
+    if (const QString path = folder.Path(u"\\sample.dll"_s); SampleFile::IsDamaged(path, clock)) {
+        told.append(PutAside(path, u"die Samples sind neu zuzuweisen"_s, clock));
     }
     return told;
 }

@@ -8,11 +8,13 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/JingleCommands.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
+#include "app/SamplerCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
 #include "app/UndoCommands.h"
@@ -80,6 +82,8 @@ void Form1::Build() {
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);
     auto* autoDj = new AutoDjCommands({desk_, listActions_, actions_, *archive_, *status_, *this});
     connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
+    connect(new JingleCommands(desk_, actions_, *this), &JingleCommands::Warned, status_, &StatusLine::Warn);
+    new SamplerCommands(desk_, actions_, *this);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

@@ -10,9 +10,21 @@ constexpr int FaderVolume(int player, int fader) {
     return towardsPlayer >= 0 ? 100 : 100 + towardsPlayer;
 }
 
-/** Volume of a player, 0..100, by all that touches it: mute goes before the fader. */
-constexpr int PlayerVolume(int player, int fader, bool muted) {
-    return muted ? 0 : FaderVolume(player, fader);
+/** What the live tools do to the players' volumes. */
+struct LiveVolumes {
+    bool jingle = false; ///< a scheduled file plays: both players are silent
+    bool full = false;   ///< it has ended: both are at 100 until the fader moves again
+    int dipped = 0;      ///< the player that a sampler pad turns down; 0 = none
+    int dip = 100;       ///< to this volume, 0..100
+};
+
+/** Volume of a player, 0..100, by all that touches it: the jingle goes before mute, dip and fader. */
+constexpr int PlayerVolume(int player, int fader, bool muted, const LiveVolumes& live = {}) {
+    if (live.jingle || muted) {
+        return 0;
+    }
+    const int own = live.full ? 100 : FaderVolume(player, fader);
+    return live.dipped == player && live.dip < own ? live.dip : own;
 }
 
 /** Where the fader stands when only this player is heard. */

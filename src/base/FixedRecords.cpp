@@ -82,6 +82,18 @@ std::vector<Record> FixedRecords::ReadAll() const {
     return records;
 }
 
+bool FixedRecords::IsDamaged() const {
+    const auto isControl = [](QChar character) { return character < u' '; };
+    const auto isDamaged = [isControl](const std::variant<qint16, QString>& value) {
+        const auto* text = std::get_if<QString>(&value);
+        return text != nullptr && std::any_of(text->begin(), text->end(), isControl);
+    };
+    const std::vector<Record> records = ReadAll();
+    return std::any_of(records.begin(), records.end(), [isDamaged](const Record& record) {
+        return std::any_of(record.begin(), record.end(), isDamaged);
+    });
+}
+
 bool FixedRecords::Write(int number, const Record& record) {
     QFile file(path_);
     if (number < 1 || !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))

@@ -43,6 +43,8 @@ public:
     std::optional<Record> Read(int number) const;
     /** Every record in order; empty when the file is missing or cannot be read. */
     std::vector<Record> ReadAll() const;
+    /** Control characters in a text: no file of such records. */
+    bool IsDamaged() const;
 
     /**
      * Writes one record in its place with one call, so that a killed program leaves the old or the new one; syncing is

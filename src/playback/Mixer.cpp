@@ -98,7 +98,8 @@ void Mixer::TellEnd(int player) {
 }
 
 bool Mixer::IsAudible(int player) const {
-    return layer_.Activity(player) == audio::Activity::Playing && VolumeOf(Deck(player)) > 0;
+    return layer_.Activity(player) == audio::Activity::Playing &&
+           PlayerVolume(player, fader_.Position(), Deck(player).muted) > 0; // a jingle is no silence of the player's
 }
 
 void Mixer::ToggleMute(int player) {
@@ -145,6 +146,7 @@ void Mixer::MoveFader(int position) {
         return;
     }
     fader_.SetPosition(position);
+    live_.full = false;
     ApplyVolumes();
     Q_EMIT FaderMoved(fader_.Position());
 }
@@ -178,6 +180,7 @@ void Mixer::StepFade() {
     const int before = fader_.Position();
     const bool arrived = fader_.Tick();
     if (fader_.Position() != before) {
+        live_.full = false;
         SlideVolumes();
         Q_EMIT FaderMoved(fader_.Position());
     }
@@ -191,7 +194,7 @@ void Mixer::StepFade() {
 }
 
 int Mixer::VolumeOf(const DeckData& deck) const {
-    return PlayerVolume(deck.number, fader_.Position(), deck.muted);
+    return PlayerVolume(deck.number, fader_.Position(), deck.muted, live_);
 }
 
 void Mixer::SlideVolumes() {
@@ -202,9 +205,21 @@ void Mixer::SlideVolumes() {
     }
     const int ahead = fader_.Position() + steps * fader_.Step();
     for (const DeckData& deck : decks_) {
-        layer_.SlidePlayerVolume(deck.number, PlayerVolume(deck.number, ahead, deck.muted),
+        layer_.SlidePlayerVolume(deck.number, PlayerVolume(deck.number, ahead, deck.muted, live_),
                                  steps * options_.fadeInterval);
     }
+}
+
+void Mixer::SetJingle(bool plays) {
+    live_.full = live_.jingle && !plays;
+    live_.jingle = plays;
+    ApplyVolumes();
+}
+
+void Mixer::SetDip(int player, int volume) {
+    live_.dipped = player;
+    live_.dip = volume;
+    ApplyVolumes();
 }
 
 void Mixer::ApplyVolumes() {

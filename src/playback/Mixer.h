@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/FaderLaw.h"
 #include "playback/AudioLayer.h"
 #include "playback/CrossFader.h"
 #include "playback/DeckTitles.h"
@@ -74,6 +75,13 @@ public:
     void HoldFader(bool held) { faderHeld_ = held; }
     /** A fade by hand towards a player; a stopped one starts its title first. selectedRow as Play. */
     void FadeTo(int player, int selectedRow);
+
+    // ---- live tools
+
+    /** A scheduled file plays: both players run on silently. Afterwards both are at 100 until the fader moves. */
+    void SetJingle(bool plays);
+    /** Turns a player down to a volume, 0..100; player 0 takes it back. */
+    void SetDip(int player, int volume);
 
     // ---- called by timers
 
@@ -171,6 +179,7 @@ private:
     std::array<DeckData, 2> decks_;
     MixerOptions options_;
     CrossFader fader_;
+    LiveVolumes live_;
     FileProbe files_;
     std::function<bool(const QString& path)> exists_ = [this](const QString& path) { return files_.Exists(path); };
     int patience_ = 40; ///< ms

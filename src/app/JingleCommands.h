@@ -1,0 +1,57 @@
+#pragma once
+
+#include "live/JingleFile.h"
+#include "live/JinglePlayer.h"
+#include "live/JingleScheduler.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+class QWidget;
+
+namespace kalvo {
+
+struct Desk;
+class DeskActions;
+class frmJingle;
+class frmJingleAnzeige;
+class xMessageBox;
+
+/**
+ * Scheduled play in the main window: `Timer6` looks every second for what is due; the window's caption tells what
+ * plays. Messages stand beside the running program: nothing waits for their answer.
+ */
+class JingleCommands : public QObject {
+    Q_OBJECT
+
+public:
+    /** desk, actions and window outlive the commands. */
+    JingleCommands(Desk& desk, DeskActions& actions, QWidget& window);
+
+    void TerminPlay();
+
+Q_SIGNALS:
+    /** For the status line; stays there for a while. */
+    void Warned(const QString& text);
+
+private:
+    void Check();
+    void Tick();
+    void ShowStarted(const DueJingle& jingle);
+    void ShowEnded();
+    void TellFailed(const QString& path);
+
+    Desk& desk_;
+    QWidget& window_;
+    JingleFile file_;
+    JingleScheduler scheduler_;
+    JinglePlayer player_;
+    QTimer* timer6_;
+    QTimer* ticks_; ///< while something plays, opens or waits
+    QPointer<frmJingle> list_;
+    frmJingleAnzeige* display_;
+    QPointer<xMessageBox> message_;
+};
+
+} // namespace kalvo
