@@ -7,8 +7,10 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/HeadphoneCommands.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
+#include "app/ListenCommands.h"
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
@@ -74,6 +76,10 @@ void Form1::Build() {
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
+    auto* listen = new ListenCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
+    connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
+    auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
+    connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

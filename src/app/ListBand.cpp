@@ -49,6 +49,9 @@ int ListBand::SelectedRow(int player) const {
 }
 
 QString ListBand::Caption(int player) const {
+    const QString& other = panels_.at(static_cast<std::size_t>(player - 1))->OtherCaption();
+    if (!other.isEmpty())
+        return other;
     return ListCaption(player, SelectedRow(player), desk_.List(player).Count(), listActions_.Undo().Name());
 }
 

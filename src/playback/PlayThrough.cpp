@@ -3,9 +3,6 @@
 #include "base/FaderLaw.h"
 #include "playback/Mixer.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace kalvo {
 
 PlayThrough::PlayThrough(Mixer& mixer, Playlist& first, Playlist& second, QObject* parent)
@@ -51,10 +48,8 @@ void PlayThrough::Tick() {
 
 /** The list may have been sorted or thinned out meanwhile; of an entry that is gone the next has moved up. */
 int PlayThrough::RowAfterPiece() {
-    const QList<PlaylistEntry>& entries = List().Entries();
-    const auto piece =
-        std::find_if(entries.begin(), entries.end(), [this](const PlaylistEntry& entry) { return entry.id == entry_; });
-    return piece == entries.end() ? row_ : static_cast<int>(piece - entries.begin()) + 1;
+    const int row = List().FindEntry(entry_);
+    return row < 0 ? row_ : row + 1;
 }
 
 void PlayThrough::PlayFrom(int row) {

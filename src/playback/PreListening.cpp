@@ -116,6 +116,14 @@ void PreListening::End() {
     Q_EMIT Changed();
 }
 
+void PreListening::Abandon() {
+    if (IsFading() || playing_) {
+        StopFading();
+        playing_ = false;
+        Q_EMIT Changed();
+    }
+}
+
 void PreListening::Look() {
     if (!playing_ || mixer_.IsListened(kPlayer)) {
         return;

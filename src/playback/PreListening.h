@@ -34,6 +34,8 @@ public:
     void Tick();
     /** Back to the music, in either phase. Nothing otherwise. */
     void End();
+    /** Ends without touching players and music: somebody else listens on. */
+    void Abandon();
 
     /** The music is being faded out. */
     bool IsFading() const { return timer7_.isActive(); }

@@ -47,6 +47,11 @@ void PlaylistPanel::ResetCaption() {
     header_->Caption().SetText(QStringLiteral("Player %1").arg(list_.Number()));
 }
 
+void PlaylistPanel::SetOtherCaption(const QString& caption) {
+    otherCaption_ = caption;
+    ShowCaption();
+}
+
 void PlaylistPanel::SetEndTime(const QString& rest, const QString& until) {
     rest_ = rest;
     until_ = until;
@@ -67,7 +72,9 @@ bool PlaylistPanel::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PlaylistPanel::ShowCaption() {
-    header_->Caption().SetText(ListCaption(list_.Number(), view_->FirstSelectedRow(), list_.Count(), name_));
+    header_->Caption().SetText(otherCaption_.isEmpty()
+                                   ? ListCaption(list_.Number(), view_->FirstSelectedRow(), list_.Count(), name_)
+                                   : otherCaption_);
 }
 
 void PlaylistPanel::ShowEnd() {

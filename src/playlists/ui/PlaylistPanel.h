@@ -24,6 +24,9 @@ public:
     void SetPlaylistName(const QString& name);
     /** "Player 1" alone, until the list or its selection changes. */
     void ResetCaption();
+    /** In place of the caption while it is not empty. */
+    void SetOtherCaption(const QString& caption);
+    const QString& OtherCaption() const { return otherCaption_; }
     /** "Rest 00:58:12" and "bis 00:39"; the narrow layout shows only the second. Empty texts show nothing. */
     void SetEndTime(const QString& rest, const QString& until);
     /** The context menu; the actions stay the caller's. */
@@ -44,6 +47,7 @@ private:
     PlaylistHeader* header_;
     PlaylistView* view_;
     QString name_;
+    QString otherCaption_;
     QString rest_;
     QString until_;
     LayoutMode mode_ = LayoutMode::Normal;
