@@ -8,9 +8,11 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/HeadphoneCommands.h"
 #include "app/JingleCommands.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
+#include "app/ListenCommands.h"
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
@@ -84,6 +86,10 @@ void Form1::Build() {
     connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
     connect(new JingleCommands(desk_, actions_, *this), &JingleCommands::Warned, status_, &StatusLine::Warn);
     new SamplerCommands(desk_, actions_, *this);
+    auto* listen = new ListenCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
+    connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
+    auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
+    connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

@@ -24,7 +24,7 @@ public:
     PlaylistPanel& Panel(int player) { return *panels_.at(static_cast<std::size_t>(player - 1)); }
     /** First selected row of a player's list, -1 for none. */
     int SelectedRow(int player) const;
-    /** Header caption of a player's list. */
+    /** Header caption of a player's list, as it is shown. */
     QString Caption(int player) const;
     /** Remaining time and end of both lists; called every second and after changes. */
     void RefreshTimes();

@@ -10,6 +10,7 @@ namespace {
 
 /** ms that the volumes of a fade are on their way ahead of it: steps that come late do not bend their line. */
 constexpr int kFadeAhead = 250;
+constexpr int kFullVolume = 100;
 
 } // namespace
 
@@ -44,7 +45,9 @@ void Mixer::Play(int player, int selectedRow) {
     const audio::Activity activity = layer_.Activity(player);
     DeckData& deck = Deck(player);
     const int current = deck.list->CurrentRow();
-    if (activity == audio::Activity::Paused) {
+    if (deck.limit < kFullVolume && activity == audio::Activity::Playing) {
+        Q_EMIT WantedBack(player);
+    } else if (activity == audio::Activity::Paused) {
         EnsurePlaying(player);
     } else if (IsOpening(player) && (selectedRow < 0 || selectedRow == current)) {
         return; // under way
@@ -194,7 +197,7 @@ void Mixer::StepFade() {
 }
 
 int Mixer::VolumeOf(const DeckData& deck) const {
-    return PlayerVolume(deck.number, fader_.Position(), deck.muted, live_);
+    return std::min(deck.limit, PlayerVolume(deck.number, fader_.Position(), deck.muted, live_));
 }
 
 void Mixer::SlideVolumes() {

@@ -82,6 +82,27 @@ public:
     void SetJingle(bool plays);
     /** Turns a player down to a volume, 0..100; player 0 takes it back. */
     void SetDip(int player, int volume);
+    // ---- listening: pre-listening and play-through on the main output
+
+    /**
+     * The hand-over and its safety net keep out of it until EndListening or LeaveListening; a running fade stops where
+     * it is. While one goes on already the next one takes its place.
+     */
+    void BeginListening();
+    bool IsListening() const { return listening_; }
+    /**
+     * Loads and plays a title from its start without a list, as PlayState::Listened; what was on the player is gone.
+     * status: shown while it plays. False, after a Message, when the file cannot be played.
+     */
+    bool PlayListened(int player, const DeckTitle& title, const QString& status = QStringLiteral("play"));
+    /** Whether a listened title is on the player, its file perhaps not open yet. */
+    bool IsListened(int player) const { return layer_.Record(player).state == PlayState::Listened; }
+    /** The player is no louder than this, whatever the fader says; 100 lifts it. Reached within the time. */
+    void LimitVolume(int player, int volume, int milliseconds);
+    /** The player stops, and the music that ran before goes on by AfterListening. */
+    void EndListening(int player);
+    /** Somebody has started music meanwhile: the hand-over watches again, that is all. */
+    void LeaveListening();
 
     // ---- called by timers
 
@@ -98,7 +119,7 @@ public:
     /** Tenths of a percent. */
     int Pitch(int player) const { return layer_.Record(player).pitch; }
     const DeckTitle& Title(int player) const { return Deck(player).title; }
-    /** "play", "pause", "stop" or "mute"; "lädt" while it waits for its file. */
+    /** "play", "pause", "stop" or "mute"; "lädt" while it waits for its file; a listened title's own text. */
     QString StatusText(int player) const;
     audio::Activity Activity(int player) const { return layer_.Activity(player); }
     /** Started, and its file is not open yet. */
@@ -122,6 +143,10 @@ Q_SIGNALS:
     void Message(const QString& text);
     /** The output's device has gone, been replaced or come back; Message has said it, too. */
     void OutputChanged(const OutputNews& news);
+    /** A listened title has played to its end; its player stands still. */
+    void ListenedToEnd(int player);
+    /** Play was pressed on a player whose volume is limited: it does nothing else. */
+    void WantedBack(int player);
     /** Continuous play has come to the end of both lists. */
     void Finished();
 
@@ -138,6 +163,8 @@ private:
         bool prepareDue = true; ///< the list has changed since the next title was looked up
         bool preparing = false; ///< the next title's file has not been seen open yet
         int preparedRow = -1;
+        int limit = 100;        ///< volume, for LimitVolume
+        QString listenedStatus; ///< of a listened title that plays
     };
 
     DeckData& Deck(int player) { return decks_.at(static_cast<std::size_t>(player - 1)); }
@@ -188,6 +215,8 @@ private:
     bool handOverRunning_ = false;
     bool heldByUser_ = true;
     int lastOnAir_ = 0;
+    bool listening_ = false;
+    bool musicRan_ = false; ///< when the listening began
 };
 
 } // namespace kalvo

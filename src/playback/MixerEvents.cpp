@@ -47,7 +47,7 @@ void Mixer::CheckHandOver() {
     }
     heldByUser_ = heldByUser_ && !IsAudible(1) && !IsAudible(2);
     const bool silent = OnAir(state) == 0 && !heldByUser_;
-    if (WantsHandOver(state) || silent) {
+    if (!listening_ && (WantsHandOver(state) || silent)) {
         state = StateNow(true);
         Start(silent ? SilenceDecision(state) : HandOverDecision(state));
     }
@@ -96,6 +96,14 @@ void Mixer::EndHandOver() {
 }
 
 void Mixer::TitleEnded(int player) {
+    if (listening_) {
+        const bool listened = IsListened(player);
+        StopPlayer(player);
+        if (listened) {
+            Q_EMIT ListenedToEnd(player);
+        }
+        return;
+    }
     const StartAction action = EndDecision(StateNow(true), player);
     const bool silentNow = layer_.Activity(OtherPlayer(player)) != audio::Activity::Playing;
     StopPlayer(player);
@@ -139,7 +147,7 @@ QString Mixer::StatusText(int player) const {
     }
     switch (layer_.Activity(player)) {
     case audio::Activity::Playing:
-        return QStringLiteral("play");
+        return IsListened(player) ? Deck(player).listenedStatus : QStringLiteral("play");
     case audio::Activity::Paused:
         return QStringLiteral("pause");
     case audio::Activity::Stopped:

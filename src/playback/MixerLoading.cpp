@@ -61,6 +61,9 @@ void Mixer::StartLoaded(int player) {
     DeckData& deck = Deck(player);
     ReadyLoaded(player);
     StartStream(player);
+    if (IsListened(player)) {
+        return; // no entry's start, and nothing that counts
+    }
     if (const int row = deck.list->CurrentRow(); row >= 0) { // it may have been removed while the file opened
         Q_EMIT TitleStarted(player, row, deck.asked);
     }

@@ -57,6 +57,12 @@ int Playlist::FindPath(const QString& path) const {
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 
+int Playlist::FindEntry(quint64 id) const {
+    const auto found =
+        std::find_if(entries_.cbegin(), entries_.cend(), [id](const PlaylistEntry& entry) { return entry.id == id; });
+    return found == entries_.cend() ? -1 : static_cast<int>(found - entries_.cbegin());
+}
+
 void Playlist::Append(const QList<PlaylistEntry>& entries) {
     if (entries.isEmpty())
         return;

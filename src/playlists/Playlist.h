@@ -47,6 +47,8 @@ public:
 
     /** Row of the first entry with this path, compared exactly; -1 when there is none. */
     int FindPath(const QString& path) const;
+    /** Row of the entry with this id, -1 when it has gone. */
+    int FindEntry(quint64 id) const;
 
     /** Appends; an empty shuffle key gets a fresh one. While sorting is on each takes its place by its key. */
     void Append(const QList<PlaylistEntry>& entries);

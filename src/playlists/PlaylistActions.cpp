@@ -160,6 +160,16 @@ void PlaylistActions::UnmarkPlayNext(const QList<int>& rows) {
         List(active_).UnmarkPlayNext(row);
 }
 
+bool PlaylistActions::SetCue(int number, quint64 entry, const QString& cue) {
+    const int row = List(number).FindEntry(entry);
+    if (row < 0)
+        return false;
+    const ListUndo::Step step(undo_,
+                              cue.isEmpty() ? QStringLiteral("Cue-Punkt löschen") : QStringLiteral("Cue-Punkt setzen"));
+    List(number).SetInfo(row, cue);
+    return true;
+}
+
 void PlaylistActions::Shuffle() {
     const ListUndo::Step step(undo_, QStringLiteral("Shuffle"));
     List(active_).Shuffle();

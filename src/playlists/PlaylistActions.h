@@ -52,6 +52,9 @@ public:
     /** `TitelAlsNaechstes`, on rows of the active list. */
     void MarkPlayNext(const QList<int>& rows);
     void UnmarkPlayNext(const QList<int>& rows);
+    /** The fifth place of the entry with this id: a cue point in the form of CueText, or empty. False when it is gone.
+     */
+    bool SetCue(int number, quint64 entry, const QString& cue);
     /** Shuffles the active list. */
     void Shuffle();
     void RemoveRows(int number, const QList<int>& rows);

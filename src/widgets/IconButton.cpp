@@ -1,6 +1,5 @@
 #include "widgets/IconButton.h"
 
-#include "widgets/ButtonPainting.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 
@@ -63,15 +62,25 @@ QSize IconButton::sizeHint() const {
     return {width + 2 * focusRingMargin, height + 2 * focusRingMargin};
 }
 
-void IconButton::paintEvent(QPaintEvent*) {
+ButtonColours IconButton::Colours(QStyle::State state) const {
     const Skin& skin = SkinStyle::Colours();
+    if (fill_ == Fill::Warning) {
+        ButtonColours colours = ColoursOf(state, skin.warningFill, skin.warningFillInk);
+        if (isEnabled() && !(state & (QStyle::State_On | QStyle::State_Sunken)))
+            colours.edge = colours.ink = skin.warning;
+        return colours;
+    }
+    if (fill_ == Fill::Highlight)
+        return ColoursOf(state);
+    const int player = fill_ == Fill::Player2 ? 2 : 1;
+    return ColoursOf(state, skin.Player(player), skin.PlayerInk(player));
+}
+
+void IconButton::paintEvent(QPaintEvent*) {
     QStyleOptionButton option;
     initStyleOption(&option);
     option.state.setFlag(QStyle::State_On, on_ && !isDown());
-    const int player = fill_ == Fill::Player2 ? 2 : 1;
-    const bool ofPlayer = fill_ != Fill::Highlight;
-    const ButtonColours colours = ColoursOf(option.state, ofPlayer ? skin.Player(player) : QColor(),
-                                            ofPlayer ? skin.PlayerInk(player) : QColor());
+    const ButtonColours colours = Colours(option.state);
 
     QPainter painter(this);
     const QRect frame = rect().adjusted(focusRingMargin, focusRingMargin, -focusRingMargin, -focusRingMargin);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/ButtonPainting.h"
+
 #include <QPushButton>
 
 namespace kalvo {
@@ -11,7 +13,8 @@ class IconButton : public QPushButton {
 public:
     enum class Size { Normal, Big };
     enum class IconSide { Left, Right };
-    enum class Fill { Highlight, Player1, Player2 };
+    /** Warning: an amber edge also while it is off, for what can touch the programme by mistake. */
+    enum class Fill { Highlight, Player1, Player2, Warning };
 
     IconButton(const QString& icon, Size size, QWidget* parent = nullptr);
 
@@ -32,6 +35,7 @@ protected:
 
 private:
     int IconSize() const;
+    ButtonColours Colours(QStyle::State state) const;
 
     QString icon_;
     Size size_;

@@ -159,6 +159,12 @@ void ArchivePanel::ConnectGrid() {
     connect(grid_, &ArchiveGrid::ColumnsChanged, this, &ArchivePanel::SaveLayout);
     connect(line_, &SelectedTitleLine::AddToListRequested, this,
             [this](int list) { Q_EMIT AddToListRequested(list, SelectedRecords()); });
+    connect(line_, &SelectedTitleLine::PreListenRequested, this, [this] {
+        if (grid_->HasCurrent())
+            Q_EMIT PreListenRequested(CurrentRecord());
+    });
+    connect(line_, &SelectedTitleLine::HeadphonesRequested, this,
+            [this] { Q_EMIT HeadphonesRequested(CurrentRecord()); });
     connect(empty_, &EmptyArchive::ImportRequested, this, &ArchivePanel::ImportRequested);
 }
 

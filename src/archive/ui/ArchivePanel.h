@@ -64,6 +64,8 @@ public:
     /** Width that the tree had last, in logical pixels. */
     int TreeWidth() const { return treeWidth_; }
     void SetTreeWidth(int width);
+    /** The line of the selected title: where pre-listening starts, and what it has to say. */
+    SelectedTitleLine& TitleLine() { return *line_; }
     ArchiveCategories& Categories() { return *categories_; }
 
     /** Narrow leaves out the tree, the line of the selected title and the tool buttons. */
@@ -78,8 +80,10 @@ public:
 Q_SIGNALS:
     /** Double click. */
     void TitleActivated(const kalvo::TitleRecord& record);
-    /** Enter in the grid. */
+    /** Enter in the grid, or `Label5`. */
     void PreListenRequested(const kalvo::TitleRecord& record);
+    /** Other mouse buttons on `Label5`, or the button beside it; an empty record when no title is selected. */
+    void HeadphonesRequested(const kalvo::TitleRecord& record);
     /** list: 1 or 2. */
     void AddToListRequested(int list, const QList<kalvo::TitleRecord>& records);
     /** The import dialog is wanted. */

@@ -6,6 +6,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace kalvo {
@@ -27,6 +28,7 @@ SelectedTitleLine::SelectedTitleLine(QWidget* parent)
     row->addWidget(path_, 1);
     for (const int list : {1, 2})
         buttons_.append(AddListButton(*row, list));
+    AddListening(*row);
     ApplyLook();
     Show({});
 }
@@ -43,6 +45,50 @@ IconButton* SelectedTitleLine::AddListButton(QBoxLayout& row, int list) {
     return button;
 }
 
+/** Pre-listening touches the programme: it stands apart and looks like it. */
+void SelectedTitleLine::AddListening(QBoxLayout& row) {
+    headphones_ = new IconButton(QStringLiteral("headphones"), IconButton::Size::Normal, this);
+    headphones_->setObjectName(QStringLiteral("cmdKopfhoerer"));
+    headphones_->setText(tr("Kopfhörer"));
+    headphones_->setAccessibleName(tr("Titel mit Kopfhörer vorhören"));
+    headphones_->setToolTip(headphones_->accessibleName());
+    preListen_ = new IconButton(QStringLiteral("play"), IconButton::Size::Normal, this);
+    preListen_->setObjectName(QStringLiteral("Label5"));
+    preListen_->setText(tr("Probehören"));
+    preListen_->setAccessibleName(tr("Titel über die Anlage probehören"));
+    preListen_->setToolTip(tr("Links: über die Anlage, die laufende Musik wird ausgeblendet\n"
+                              "Andere Maustasten: mit Kopfhörer"));
+    preListen_->SetFill(IconButton::Fill::Warning);
+    preListen_->installEventFilter(this);
+    for (IconButton* button : {headphones_, preListen_}) {
+        button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        row.addWidget(button);
+    }
+    row.insertSpacing(row.indexOf(preListen_), SkinStyle::Units().Of(1));
+    connect(headphones_, &QPushButton::clicked, this, &SelectedTitleLine::HeadphonesRequested);
+    connect(preListen_, &QPushButton::clicked, this, &SelectedTitleLine::PreListenRequested);
+}
+
+bool SelectedTitleLine::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == preListen_ && event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) {
+        Q_EMIT HeadphonesRequested();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void SelectedTitleLine::ShowPreListening(bool on) {
+    preListen_->SetOn(on);
+}
+
+void SelectedTitleLine::ShowInPlaceOfArtist(const QString& text) {
+    artist_->SetText(text);
+    title_->SetText(text);
+    title_->SetTone(Tone::Warning);
+    title_->updateGeometry();
+}
+
 void SelectedTitleLine::ApplyLook() {
     const FontUnits& units = SkinStyle::Units();
     setFixedHeight(qMax(units.ListHead(), units.Button() + units.Gap(2)));
@@ -54,6 +100,7 @@ void SelectedTitleLine::ApplyLook() {
 void SelectedTitleLine::Show(const TitleRecord& record) {
     const bool any = !record.Pfad.isEmpty();
     artist_->SetText(record.Interpret);
+    title_->SetTone(Tone::Text);
     title_->SetText(any ? record.Interpret + QStringLiteral(" - ") + record.Titel : QString());
     path_->SetText(record.Pfad);
     title_->updateGeometry();

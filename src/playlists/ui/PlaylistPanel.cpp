@@ -49,12 +49,19 @@ void PlaylistPanel::SetWishedBy(const QString& guest) {
 }
 
 QString PlaylistPanel::Caption() const {
+    if (!otherCaption_.isEmpty())
+        return otherCaption_;
     return guest_.isEmpty() ? ListCaption(list_.Number(), view_->FirstSelectedRow(), list_.Count(), name_)
                             : WishCaption(list_.Number(), guest_);
 }
 
 void PlaylistPanel::ResetCaption() {
     header_->Caption().SetText(QStringLiteral("Player %1").arg(list_.Number()));
+}
+
+void PlaylistPanel::SetOtherCaption(const QString& caption) {
+    otherCaption_ = caption;
+    ShowCaption();
 }
 
 void PlaylistPanel::SetEndTime(const QString& rest, const QString& until) {

@@ -28,6 +28,8 @@ public:
     QString Caption() const;
     /** "Player 1" alone, until the list or its selection changes. */
     void ResetCaption();
+    /** In place of the caption while it is not empty. */
+    void SetOtherCaption(const QString& caption);
     /** "Rest 00:58:12" and "bis 00:39"; the narrow layout shows only the second. Empty texts show nothing. */
     void SetEndTime(const QString& rest, const QString& until);
     /** The context menu; the actions stay the caller's. */
@@ -49,6 +51,7 @@ private:
     PlaylistView* view_;
     QString name_;
     QString guest_;
+    QString otherCaption_;
     QString rest_;
     QString until_;
     LayoutMode mode_ = LayoutMode::Normal;
