@@ -22,6 +22,7 @@ ConsolePanel::ConsolePanel(Mixer& mixer, QWidget* parent)
       mixer_(mixer),
       decks_{new DeckPanel(1, this), new DeckPanel(2, this)},
       mixing_(new MixerPanel(this)),
+      meter_(mixer.Layer(), mixing_->Meter()),
       timer8_(new QTimer(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
@@ -36,6 +37,7 @@ ConsolePanel::ConsolePanel(Mixer& mixer, QWidget* parent)
     connect(timer8_, &QTimer::timeout, this, [this] {
         mixer_.Dispatch();
         Refresh();
+        meter_.Refresh();
     });
     timer8_->start();
 }
@@ -48,9 +50,10 @@ void ConsolePanel::SetLayoutMode(LayoutMode mode) {
     mixing_->SetLayoutMode(mode);
 }
 
-void ConsolePanel::SetMeters(bool shown, const QColor& colour) {
+void ConsolePanel::SetMeters(MeterStyle style, const QColor& colour) {
+    mixing_->SetMeter(style, colour);
     for (LevelBar* bar : findChildren<LevelBar*>()) {
-        bar->setVisible(shown);
+        bar->setVisible(style != MeterStyle::None);
         bar->SetColour(colour);
     }
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "app/MasterMeter.h"
 #include "widgets/LayoutMode.h"
+#include "widgets/MeterStyle.h"
 
 #include <QColor>
 #include <QTimer>
@@ -28,8 +30,8 @@ public:
 
     MixerPanel& Mixing() { return *mixing_; }
     void SetLayoutMode(LayoutMode mode);
-    /** The decks' level bars; an invalid colour: the skin's. */
-    void SetMeters(bool shown, const QColor& colour);
+    /** The mixer's display and the decks' level bars; an invalid colour: the skin's. */
+    void SetMeters(MeterStyle style, const QColor& colour);
     /** Gives the selected row of a player's list, -1 for none. */
     void SetSelection(std::function<int(int player)> selectedRow) { selectedRow_ = std::move(selectedRow); }
     /** Gives the header caption of a player's list, for the deck's tooltip. */
@@ -49,6 +51,7 @@ private:
     Mixer& mixer_;
     std::array<DeckPanel*, 2> decks_;
     MixerPanel* mixing_;
+    MasterMeter meter_;
     QTimer* timer8_;
     std::function<int(int)> selectedRow_ = [](int) { return -1; };
     std::function<QString(int)> caption_ = [](int player) { return QStringLiteral("Player %1 ").arg(player); };

@@ -67,7 +67,7 @@ void Form1::Build() {
     console_->SetCaption([this](int player) { return lists_->Caption(player); });
     archive_->AddContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
                                  actions_.selectAllTitles, actions_.importTitles});
-    equalizer_ = new EqualizerCommand(desk_, *actions_.mixerMenu, this);
+    equalizer_ = new EqualizerCommand(desk_, *actions_.mixerMenu, *this);
     options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, *console_, *this);
     connect(options_, &OptionCommands::LookChosen, this, &Form1::ShowStyle);
     connect(options_, &OptionCommands::OutputChosen, this, &Form1::ChooseDevice);

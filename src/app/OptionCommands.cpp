@@ -80,8 +80,7 @@ void OptionCommands::Apply(const OptionValues& values) {
 
 void OptionCommands::ApplyViews(const OptionValues& values) {
     archive_.SetWheelRows(values.wheelRows);
-    console_.SetMeters(values.meterStyle != OptionValues::MeterStyles().constFirst(),
-                       OptionValues::ColourOf(values.meterColour));
+    console_.SetMeters(OptionValues::MeterStyleOf(values.meterStyle), OptionValues::ColourOf(values.meterColour));
 }
 
 void OptionCommands::ApplyMixing(const OptionValues& values) {

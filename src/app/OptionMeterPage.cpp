@@ -1,6 +1,7 @@
 #include "app/OptionMeterPage.h"
 
 #include "app/LevelRow.h"
+#include "widgets/MeterDisplay.h"
 
 #include <QColor>
 #include <QComboBox>
@@ -10,7 +11,8 @@ namespace kalvo {
 
 namespace {
 
-constexpr int swatchSize = 32; // pixels; shown at the box's icon size
+constexpr int kPreviewInterval = 50; // ms
+constexpr int swatchSize = 32;       // pixels; shown at the box's icon size
 
 /** The number as settings files keep it: red + 256 green + 65536 blue. */
 int NumberOf(const QColor& colour) {
@@ -34,7 +36,46 @@ OptionMeterPage::OptionMeterPage(QWidget* parent) : OptionPage(tr("Pegel"), pare
     AddColour(tr("Orange"), NumberOf(QColor(0xff, 0x8c, 0x1a)));
     AddColour(tr("Gelb"), NumberOf(QColor(0xff, 0xd2, 0x3f)));
     AddColour(tr("Weiß"), NumberOf(QColor(0xff, 0xff, 0xff)));
-    AddHint(tr("\"wie der Skin\" zeigt leise Pegel grün, laute gelb und übersteuerte rot."));
+    preview_ = Named(new MeterDisplay(this), QStringLiteral("Vorschau"), tr("Vorschau der Pegelanzeige"));
+    AddRow(tr("Vorschau"), preview_);
+    AddHint(tr("\"wie der Skin\" zeigt leise Pegel grün, laute gelb und übersteuerte rot. Am rechten Rand der Anzeige "
+               "leuchtet es rot, wenn ein Kanal übersteuert."));
+    moving_.setInterval(kPreviewInterval);
+    connect(&moving_, &QTimer::timeout, this, &OptionMeterPage::MovePreview);
+    connect(style_, &QComboBox::currentIndexChanged, this, &OptionMeterPage::ShowStyle);
+    connect(colour_, &QComboBox::currentIndexChanged, this, &OptionMeterPage::ShowStyle);
+    ShowStyle();
+}
+
+void OptionMeterPage::showEvent(QShowEvent* event) {
+    OptionPage::showEvent(event);
+    moving_.start();
+}
+
+void OptionMeterPage::hideEvent(QHideEvent* event) {
+    OptionPage::hideEvent(event);
+    moving_.stop();
+}
+
+void OptionMeterPage::ShowStyle() {
+    preview_->SetStyle(OptionValues::MeterStyleOf(style_->currentText()));
+    preview_->SetColour(OptionValues::ColourOf(colour_->currentData().toInt()));
+}
+
+/** Four beats in two seconds, the second channel a little behind, the treble shorter than the bass. */
+void OptionMeterPage::MovePreview() {
+    constexpr int beat = 10;
+    const auto beatOf = [this](int delay) { return static_cast<float>((moment_ + beat - delay) % beat) / beat; };
+    MeterReading reading;
+    reading.levels = {0.95F - 0.6F * beatOf(0), 0.9F - 0.6F * beatOf(1)};
+    reading.clipped[0] = moment_ % (8 * beat) == 0;
+    for (std::size_t band = 0; band < kMeterBands; ++band) {
+        const float height = static_cast<float>(band) / kMeterBands;
+        const auto delay = static_cast<int>(band * 7 % beat);
+        reading.bands.at(band) = (0.95F - 0.5F * height) * (1 - (0.3F + 0.6F * height) * beatOf(delay));
+    }
+    preview_->Show(reading);
+    ++moment_;
 }
 
 LevelRow* OptionMeterPage::AddLevel(const QString& name, const QString& caption) {

@@ -99,6 +99,11 @@ QStringList OptionValues::MeterStyles() {
             QStringLiteral("Kreis 2Kanal"), QStringLiteral("Ellipse 1Kanal"), QStringLiteral("Ellipse 2Kanal")};
 }
 
+MeterStyle OptionValues::MeterStyleOf(const QString& name) {
+    const auto index = MeterStyles().indexOf(name);
+    return index < 0 ? MeterStyle::Analyzer : static_cast<MeterStyle>(index);
+}
+
 QColor OptionValues::ColourOf(int number) {
     return number == kNoColour ? QColor() : QColor(number & 0xFF, (number >> 8) & 0xFF, (number >> 16) & 0xFF);
 }

@@ -3,6 +3,7 @@
 #include "archive/GridColumns.h"
 #include "playback/MixerOptions.h"
 #include "playback/OutputChoice.h"
+#include "widgets/MeterStyle.h"
 
 #include <QColor>
 #include <QList>
@@ -48,6 +49,8 @@ struct OptionValues {
 
     /** The nine styles of the level meter in the order of the choice. */
     static QStringList MeterStyles();
+    /** Of one of their names; another text is the default. */
+    static MeterStyle MeterStyleOf(const QString& name);
     /** Of a number as `Farbe` keeps it; invalid for kNoColour. */
     static QColor ColourOf(int number);
 

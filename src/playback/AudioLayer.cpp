@@ -177,12 +177,18 @@ void AudioLayer::AddEffects(PlayerRecord& record) {
     if (!equaliser_.on || directSound8_ == 0) {
         return;
     }
-    for (int band = 0; band < kEqualiserBands; ++band) {
-        audio::Handle& effect = record.eqFx.at(static_cast<std::size_t>(band));
-        effect = library_->ChannelSetFX(record.stream, audio::EffectType::EqualiserBand);
-        library_->FXSetParameters(effect, equaliser_.Band(band));
+    for (audio::Handle& effect : record.eqFx) {
+        const bool isReverb = &effect == &record.eqFx.back();
+        effect = library_->ChannelSetFX(record.stream,
+                                        isReverb ? audio::EffectType::Reverb : audio::EffectType::EqualiserBand);
     }
-    record.eqFx.back() = library_->ChannelSetFX(record.stream, audio::EffectType::Reverb);
+    SetEffects(record);
+}
+
+void AudioLayer::SetEffects(const PlayerRecord& record) {
+    for (int band = 0; band < kEqualiserBands; ++band) {
+        library_->FXSetParameters(record.eqFx.at(static_cast<std::size_t>(band)), equaliser_.Band(band));
+    }
     library_->FXSetParameters(record.eqFx.back(), equaliser_.Reverb());
 }
 
@@ -198,9 +204,15 @@ void AudioLayer::RemoveEffects(PlayerRecord& record) {
 void AudioLayer::SetEqualiser(const EqualiserSettings& settings) {
     equaliser_ = settings;
     for (PlayerRecord& record : records_) {
-        if (record.stream != 0 && !record.opening) {
-            RemoveEffects(record);
+        if (record.stream == 0 || record.opening) {
+            continue;
+        }
+        if (record.eqFx.back() == 0) {
             AddEffects(record);
+        } else if (settings.on) {
+            SetEffects(record);
+        } else {
+            RemoveEffects(record);
         }
     }
 }

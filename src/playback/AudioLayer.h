@@ -83,6 +83,7 @@ public:
 private:
     void ApplyPitch(int player);
     void AddEffects(PlayerRecord& record);
+    void SetEffects(const PlayerRecord& record);
     void RemoveEffects(PlayerRecord& record);
 
     std::unique_ptr<audio::AudioLibrary> library_;

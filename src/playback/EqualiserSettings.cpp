@@ -9,28 +9,37 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kLastPosition = 20;
-constexpr float kDecibelsPerStep = 1.5F;
 const QString kSection = QStringLiteral("Equalizer");
+const QString kStatus = QStringLiteral("EQStatus");
+const QString kReverb = QStringLiteral("Hall");
 
 } // namespace
 
 EqualiserSettings EqualiserSettings::Read(const Settings& settings) {
     EqualiserSettings result;
-    result.on = settings.GetSwitch(kSection, QStringLiteral("EQStatus"), false);
+    result.on = settings.GetSwitch(kSection, kStatus, false);
     for (std::size_t band = 0; band < result.bands.size(); ++band) {
-        const int stored = settings.GetNumber(kSection, QString::number(kBandFrequencies.at(band)), 10);
+        const int stored = settings.GetNumber(kSection, QString::number(kBandFrequencies.at(band)), kFlat);
         result.bands.at(band) = std::clamp(stored, 0, kLastPosition);
     }
-    result.reverb = std::clamp(settings.GetNumber(kSection, QStringLiteral("Hall"), kLastPosition), 0, kLastPosition);
+    result.reverb = std::clamp(settings.GetNumber(kSection, kReverb, kDry), 0, kLastPosition);
     return result;
+}
+
+void EqualiserSettings::Write(Settings& settings) const {
+    const Settings::Pass pass(settings);
+    settings.PutSwitch(kSection, kStatus, on);
+    for (std::size_t band = 0; band < bands.size(); ++band) {
+        settings.PutNumber(kSection, QString::number(kBandFrequencies.at(band)), bands.at(band));
+    }
+    settings.PutNumber(kSection, kReverb, reverb);
 }
 
 audio::EffectParameters EqualiserSettings::Band(int index) const {
     audio::EffectParameters parameters;
     const auto band = static_cast<std::size_t>(index);
     parameters.centre = static_cast<float>(kBandFrequencies.at(band));
-    parameters.gain = static_cast<float>(bands.at(band) - kLastPosition / 2) * kDecibelsPerStep;
+    parameters.gain = static_cast<float>(bands.at(band) - kFlat) * kStep;
     return parameters;
 }
 

@@ -1,5 +1,6 @@
 #include "widgets/LevelBar.h"
 
+#include "widgets/MeterPainting.h"
 #include "widgets/SkinStyle.h"
 
 #include <QPaintEvent>
@@ -14,11 +15,8 @@ constexpr int segmentWidth = 6;
 constexpr int rowGap = 3;
 constexpr std::chrono::seconds peakHold{1};
 
-const QColor& SegmentColour(const Skin& skin, double share) {
-    if (share < 0.68)
-        return skin.meterLow;
-    return share < 0.88 ? skin.meterMid : skin.meterHigh;
-}
+/** Of the scale: a peak that differs from full scale by less than a rounding. */
+constexpr float kFullScale = 0.999F;
 
 } // namespace
 
@@ -69,6 +67,10 @@ void LevelBar::Show(int channel, float level, Clock::time_point now) {
         update(SegmentRect(channel, qMin(lit, row.lit), qAbs(lit - row.lit)));
         row.lit = lit;
     }
+    const bool wasClipped = row.light.IsOn();
+    row.light.Show(row.level >= kFullScale, now);
+    if (row.light.IsOn() != wasClipped)
+        update(SegmentRect(channel, Segments() - 1, 1));
     if (lit - 1 >= row.peak || now - row.peakSince >= peakHold) {
         const int old = row.peak;
         row.peak = lit - 1;
@@ -90,9 +92,10 @@ void LevelBar::paintEvent(QPaintEvent* event) {
         const Row& row = rows_[size_t(channel)];
         for (int i = first; i <= last; ++i) {
             const QRect segment = SegmentRect(channel, i, 1).adjusted(0, 0, segmentWidth - segmentStep, 0);
+            const bool clipped = i == count - 1 && row.light.IsOn();
             const bool bright = i < row.lit || i == row.peak;
-            const QColor& lit = colour_.isValid() ? colour_ : SegmentColour(skin, double(i) / count);
-            painter.fillRect(segment, bright ? lit : skin.line);
+            const QColor& lit = colour_.isValid() ? colour_ : MeterZoneColour(double(i) / count);
+            painter.fillRect(segment, clipped ? skin.onAir : bright ? lit : skin.line);
         }
     }
 }

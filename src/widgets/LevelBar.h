@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/MeterBallistics.h"
+
 #include <QColor>
 #include <QWidget>
 
@@ -8,7 +10,10 @@
 
 namespace kalvo {
 
-/** Two rows of segments, left channel above; the highest one stands for a second. Repaints only what changed. */
+/**
+ * Two rows of segments, left channel above; the highest one stands for a second, the last one is a clipping light.
+ * Repaints only what changed.
+ */
 class LevelBar : public QWidget {
     Q_OBJECT
 
@@ -24,6 +29,8 @@ public:
     /** Height in font units: 1.45, or 0.85 in a narrow deck. */
     void SetHeight(double fontHeights);
 
+    /** channel 0 or 1: full scale was reached within the last two seconds. */
+    bool IsClipped(int channel) const { return rows_[size_t(channel)].light.IsOn(); }
     /** channel 0 or 1: segments lit, and the index of the standing peak, -1 for none. */
     int Lit(int channel) const { return rows_[size_t(channel)].lit; }
     int Peak(int channel) const { return rows_[size_t(channel)].peak; }
@@ -41,6 +48,7 @@ private:
         int lit = 0;
         int peak = -1;
         Clock::time_point peakSince;
+        ClipLight light;
     };
 
     int Segments() const;

@@ -5,11 +5,14 @@
 #include "archive/ui/WindowActs.h"
 #include "support/WaitUntil.h"
 
+#include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
+#include <QSlider>
 #include <QTest>
 #include <sys/stat.h>
 
@@ -66,6 +69,25 @@ TEST_F(Form1Test, TheEqualizerOfTheMenuIsHeardAtOnceAndKept) {
         EXPECT_EQ(fake->effects, on ? 11 : 0) << "ten bands and the reverb";
         EXPECT_TRUE(Read("kalvo.ini").contains(on ? "EQStatus=1" : "EQStatus=0"));
     }
+}
+
+TEST_F(Form1Test, TheEqualizerWindowIsHeardAtOnceAndKeptWhenItCloses) {
+    ASSERT_TRUE(window->Load());
+    desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
+    desk->mixer.Play(1, -1);
+    In<QAction>(*window, "Equalizer").trigger();
+    auto& dialog = In<QDialog>(*window, "frmEqualizer");
+    In<QAction>(*window, "EQStatus").trigger();
+    EXPECT_TRUE(In<QAbstractButton>(dialog, "EQStatus").isChecked()) << "menu and window tell the same";
+    In<QSlider>(dialog, "Band80").setValue(4);
+    In<QSlider>(dialog, "Hall").setValue(5);
+    EXPECT_EQ(fake->effects, 11) << "changed, not added once more";
+    In<QAbstractButton>(dialog, "EQStatus").click();
+    EXPECT_EQ(In<QAction>(*window, "EQStatus").text(), u"Equalizer aus"_s);
+    EXPECT_EQ(fake->effects, 0);
+    dialog.close();
+    for (const char* line : {"EQStatus=0", "80=14", "125=10", "Hall=15"})
+        EXPECT_TRUE(Read("kalvo.ini").contains(line)) << line;
 }
 
 /** Parts that reach out of the widget that holds them; what scrolls may. */

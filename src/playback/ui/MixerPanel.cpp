@@ -5,6 +5,7 @@
 #include "widgets/FaderSlider.h"
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
+#include "widgets/MeterDisplay.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
 #include "widgets/VolumeSlider.h"
@@ -49,6 +50,7 @@ struct MixerPanel::Parts {
           volumeSign(new QLabel(mixer)),
           volume(new VolumeSlider(mixer)),
           volumeText(new TimeLabel(QStringLiteral("100"), mixer)),
+          meter(new MeterDisplay(mixer)),
           handOver(new HandOverLine(mixer)),
           toPlayer1(new IconButton(QStringLiteral("fade-left"), IconButton::Size::Big, mixer)),
           toPlayer2(new IconButton(QStringLiteral("fade-right"), IconButton::Size::Big, mixer)),
@@ -63,6 +65,7 @@ struct MixerPanel::Parts {
     QLabel* volumeSign;
     VolumeSlider* volume;
     TimeLabel* volumeText;
+    MeterDisplay* meter;
     HandOverLine* handOver;
     IconButton *toPlayer1, *toPlayer2;
     FaderSlider* fader;
@@ -96,6 +99,7 @@ void MixerPanel::NameControls() {
     Name(parts_->clock, "lblUhr", QStringLiteral("Uhrzeit"));
     Name(parts_->volume, "hscroll1", QStringLiteral("Gesamtlautstärke"));
     parts_->volumeText->setObjectName(QStringLiteral("lblGesamtlautstaerke"));
+    parts_->meter->setObjectName(QStringLiteral("Pegel"));
     parts_->handOver->setObjectName(QStringLiteral("lblUebergabe"));
     Name(parts_->toPlayer1, "Command5", QStringLiteral("Zu Player 1 überblenden"),
          QStringLiteral("Zu Player 1 überblenden") + menuHint);
@@ -175,6 +179,21 @@ void MixerPanel::SetAutomatic(bool on) {
     parts_->automatic->setChecked(on);
 }
 
+MeterDisplay& MixerPanel::Meter() {
+    return *parts_->meter;
+}
+
+void MixerPanel::SetMeter(MeterStyle style, const QColor& colour) {
+    parts_->meter->SetStyle(style);
+    parts_->meter->SetColour(colour);
+    ShowMeter();
+}
+
+void MixerPanel::ShowMeter() {
+    parts_->meter->SetHeight(mode_ == LayoutMode::Wide ? 3.4 : 2.4);
+    parts_->meter->setHidden(IsNarrow(mode_) || parts_->meter->Style() == MeterStyle::None);
+}
+
 void MixerPanel::SetLayoutMode(LayoutMode mode) {
     mode_ = mode;
     const bool narrow = IsNarrow(mode);
@@ -188,6 +207,7 @@ void MixerPanel::SetLayoutMode(LayoutMode mode) {
     parts_->toPlayer2->setText(narrow ? QStringLiteral("2") : QStringLiteral("Zu Player 2"));
     parts_->continuous->setText(narrow ? QStringLiteral("Kont.") : QStringLiteral("Kontinuierlich"));
     parts_->automatic->setText(narrow ? QStringLiteral("Auto") : QStringLiteral("Automatik"));
+    ShowMeter();
     ApplySizes();
     Arrange();
 }
@@ -237,6 +257,7 @@ void MixerPanel::Arrange() {
     body->setSpacing(gap);
     if (narrow && !low)
         body->addLayout(loudness);
+    body->addWidget(parts_->meter);
     body->addWidget(parts_->handOver);
     body->addLayout(Pair(parts_->toPlayer1, parts_->toPlayer2));
     body->addWidget(parts_->fader, 1);

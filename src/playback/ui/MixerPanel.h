@@ -2,7 +2,9 @@
 
 #include "widgets/HandOverLine.h"
 #include "widgets/LayoutMode.h"
+#include "widgets/MeterStyle.h"
 
+#include <QColor>
 #include <QFrame>
 #include <QTime>
 
@@ -10,11 +12,13 @@
 
 namespace kalvo {
 
+class MeterDisplay;
+
 /**
  * The mixer between the decks: clock, master volume, hand-over line, fade buttons, fader, mode and speed.
  * A view without logic. Controls by objectName: `hscroll1` (master volume), `Command5` and `Command6` (fade to
- * Player 1, 2), `SFader`, `cboModus`, `cboTempo`, `chkKontinuierlich`, `chkAutomatik`, `lblUhr`, `lblUebergabe`.
- * The setters tell nothing, except SetFader: the fader reports every change, by hand or by timer.
+ * Player 1, 2), `SFader`, `cboModus`, `cboTempo`, `chkKontinuierlich`, `chkAutomatik`, `lblUhr`, `lblUebergabe`,
+ * `Pegel`. The setters tell nothing, except SetFader: the fader reports every change, by hand or by timer.
  */
 class MixerPanel : public QFrame {
     Q_OBJECT
@@ -37,6 +41,10 @@ public:
     void SetSpeed(int milliseconds);
     void SetContinuous(bool on);
     void SetAutomatic(bool on);
+    /** Level or spectrum of the output; a narrow mixer has no room for it. */
+    MeterDisplay& Meter();
+    /** An invalid colour: the skin's. */
+    void SetMeter(MeterStyle style, const QColor& colour);
     void SetLayoutMode(LayoutMode mode);
 
 Q_SIGNALS:
@@ -64,6 +72,7 @@ private:
     void Connect();
     void Arrange();
     void ApplySizes();
+    void ShowMeter();
 
     LayoutMode mode_ = LayoutMode::Normal;
     std::unique_ptr<Parts> parts_;

@@ -1,0 +1,140 @@
+#include "playback/EqualiserSettings.h"
+
+#include "audio/AudioLibraryImpl.h"
+#include "base/Settings.h"
+#include "playback/AudioLayer.h"
+#include "playback/EqualiserPresets.h"
+#include "support/TestFolder.h"
+
+#include <QtEndian>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <numbers>
+#include <vector>
+
+namespace kalvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kRate = 44100;
+constexpr std::size_t kFrames = 32768;
+constexpr int kClick = 1000;           // frame of the one sample, after the effects have faded in
+constexpr std::int16_t kHeight = 1024; // 15 dB more, ten times over, stay below the limiter
+
+/** A WAV file of silence with one sample: what comes out is the desk's impulse response. */
+QByteArray ClickFile() {
+    const auto bytes = static_cast<quint32>(kFrames * 4);
+    QByteArray file("RIFF____WAVEfmt ____\1\0\2\0____----\4\0\20\0data____", 44);
+    const auto put = [&file](int place, quint32 value) { qToLittleEndian(value, file.data() + place); };
+    put(4, 36 + bytes);
+    put(16, 16);
+    put(24, kRate);
+    put(28, kRate * 4);
+    put(40, bytes);
+    file.append(static_cast<qsizetype>(bytes), '\0');
+    for (const int side : {0, 2})
+        qToLittleEndian(kHeight, file.data() + 44 + 4 * kClick + side);
+    return file;
+}
+
+struct EqualiserSettingsTest : ::testing::Test {
+    /** What the real library makes of the click when the player has these settings; left side. */
+    std::vector<float> Response(const EqualiserSettings& settings) {
+        AudioLayer layer(std::make_unique<audio::AudioLibraryImpl>());
+        EXPECT_TRUE(layer.InitAudio(audio::kOffline, 1024));
+        layer.SetEqualiser(settings);
+        const audio::Handle stream = layer.LoadStream(1, folder.Write(u"click.wav"_s, ClickFile()));
+        EXPECT_TRUE(layer.Audio().StreamPlay(stream, true));
+        std::vector<float> stereo(2 * kFrames);
+        EXPECT_TRUE(layer.Audio().Render(audio::Output::Main, stereo.data(), kFrames));
+        std::vector<float> left(kFrames);
+        for (std::size_t i = 0; i < kFrames; ++i)
+            left[i] = stereo[2 * i] * 32768 / kHeight;
+        return left;
+    }
+    static double Decibel(const std::vector<float>& response, double hertz) {
+        std::complex<double> sum = 0;
+        for (std::size_t i = 0; i < response.size(); ++i)
+            sum += double(response[i]) * std::polar(1.0, -2 * std::numbers::pi * hertz * double(i) / kRate);
+        return 20 * std::log10(std::abs(sum));
+    }
+
+    kalvo::test::TestFolder folder;
+};
+
+TEST_F(EqualiserSettingsTest, EveryBandOfAPlayerIsMeasuredAtItsCentre) {
+    for (std::size_t band = 0; band < kBandFrequencies.size(); ++band) {
+        for (const int position : {0, 6, 20}) {
+            EqualiserSettings settings;
+            settings.on = true;
+            settings.bands.at(band) = position;
+            const std::vector<float> response = Response(settings);
+            SCOPED_TRACE(kBandFrequencies.at(band));
+            EXPECT_NEAR(Decibel(response, kBandFrequencies.at(band)), (position - 10) * 1.5, 0.2);
+            EXPECT_NEAR(Decibel(response, band < 5 ? 15000 : 60), 0, 0.3) << "far away nothing changes";
+        }
+    }
+}
+
+TEST_F(EqualiserSettingsTest, BandsAddUpAndOffMeansUntouched) {
+    EqualiserSettings settings;
+    settings.bands = {16, 12, 8, 10, 4, 10, 14, 10, 18, 6};
+    EXPECT_NEAR(Decibel(Response(settings), 80), 0, 0.001) << "off";
+    settings.on = true;
+    const std::vector<float> all = Response(settings);
+    for (const double hertz : {80.0, 125.0, 300.0, 1000.0, 4000.0, 12000.0, 16000.0}) {
+        double sum = 0;
+        for (std::size_t band = 0; band < settings.bands.size(); ++band) {
+            EqualiserSettings one;
+            one.on = true;
+            one.bands.at(band) = settings.bands.at(band);
+            sum += one == EqualiserSettings{true} ? 0 : Decibel(Response(one), hertz);
+        }
+        EXPECT_NEAR(Decibel(all, hertz), sum, 0.3) << hertz;
+    }
+}
+
+TEST_F(EqualiserSettingsTest, TheReverbRingsOnWhatIsDryDoesNot) {
+    for (const int position : {0, 10, 20}) {
+        EqualiserSettings settings;
+        settings.on = true;
+        settings.reverb = position;
+        const std::vector<float> response = Response(settings);
+        float tail = 0;
+        for (std::size_t i = 4000; i < response.size(); ++i)
+            tail = std::max(tail, std::abs(response[i]));
+        EXPECT_EQ(tail > 0.0001F, position < EqualiserSettings::kDry) << position;
+    }
+}
+
+TEST_F(EqualiserSettingsTest, WhatIsWrittenIsReadAndNonsenseIsMovedIntoTheRange) {
+    Settings settings(folder.Path(u"kalvo.ini"_s));
+    EXPECT_EQ(EqualiserSettings::Read(settings), EqualiserSettings{}) << "nothing stored";
+    const EqualiserSettings some{true, {0, 1, 2, 3, 4, 5, 6, 7, 8, 20}, 13};
+    some.Write(settings);
+    EXPECT_EQ(EqualiserSettings::Read(settings), some);
+    settings.PutSetting(u"Equalizer"_s, u"80"_s, u"-5"_s);
+    settings.PutSetting(u"Equalizer"_s, u"125"_s, u"laut"_s);
+    settings.PutSetting(u"Equalizer"_s, u"Hall"_s, u"99"_s);
+    const EqualiserSettings mended = EqualiserSettings::Read(settings);
+    EXPECT_EQ(mended.bands[0], 0);
+    EXPECT_EQ(mended.bands[1], 10);
+    EXPECT_EQ(mended.reverb, 20);
+}
+
+TEST(EqualiserPresetsTest, EachIsFoundByItsBandsAndNoneIsOutOfRange) {
+    const auto presets = EqualiserPresets::All();
+    for (std::size_t i = 0; i < presets.size(); ++i) {
+        EXPECT_EQ(EqualiserPresets::Find(presets[i].bands), static_cast<int>(i));
+        for (const int position : presets[i].bands)
+            EXPECT_TRUE(position >= 0 && position <= EqualiserSettings::kLastPosition);
+    }
+    EXPECT_EQ(presets[0].bands, EqualiserSettings().bands) << "the first one is flat";
+    EXPECT_EQ(EqualiserPresets::Find({0, 20}), -1);
+}
+
+} // namespace
+} // namespace kalvo

@@ -1,0 +1,121 @@
+#include "widgets/LevelBar.h"
+#include "widgets/MeterDisplay.h"
+#include "widgets/SkinStyle.h"
+
+#include <QApplication>
+#include <QImage>
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace kalvo {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr MeterBallistics::Clock::time_point start{1h};
+
+MeterReading Reading(float level) {
+    MeterReading reading;
+    reading.levels = {level, level / 2};
+    reading.bands.fill(level);
+    return reading;
+}
+
+struct MeterDisplayTest : ::testing::Test {
+    MeterDisplayTest() {
+        SkinStyle::Apply(*qApp, QStringLiteral("Dark Blue"), QStringLiteral("klein"), QStringLiteral("klein"));
+        display.resize(260, 40);
+    }
+    QImage Painted() { return display.grab().toImage(); }
+    /** Pixels of exactly this colour. */
+    int Count(const QColor& colour) {
+        const QImage image = Painted();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                count += image.pixelColor(x, y) == colour ? 1 : 0;
+        }
+        return count;
+    }
+
+    MeterDisplay display;
+};
+
+TEST(MeterBallisticsTest, RisesAtOnceFallsEvenlyAndThePeakStandsASecond) {
+    MeterBallistics meter;
+    meter.Show(0.2F, start);
+    meter.Show(0.9F, start + 50ms);
+    EXPECT_FLOAT_EQ(meter.Value(), 0.9F);
+    meter.Show(0, start + 100ms);
+    EXPECT_NEAR(meter.Value(), 0.9 - 0.05 * MeterBallistics::kFall, 1e-4);
+    meter.Show(0, start + 1050ms);
+    EXPECT_EQ(meter.Value(), 0);
+    EXPECT_FLOAT_EQ(meter.Peak(), 0.9F) << "still stands";
+    meter.Show(0, start + 1250ms);
+    EXPECT_NEAR(meter.Peak(), 0.9 - 0.2 * MeterBallistics::kPeakFall, 1e-4);
+    meter.Show(7, start + 1300ms);
+    EXPECT_EQ(meter.Value(), 1) << "cut to the scale";
+    meter.Show(0, start + 1h);
+    EXPECT_EQ(meter.Peak(), 0);
+}
+
+TEST_F(MeterDisplayTest, EveryStyleLooksDifferentAndGrowsWithTheLevel) {
+    std::set<QByteArray> looks;
+    for (int style = 0; style <= static_cast<int>(MeterStyle::TwoEllipses); ++style) {
+        MeterDisplay fresh;
+        fresh.resize(260, 40);
+        fresh.SetStyle(static_cast<MeterStyle>(style));
+        fresh.Show(Reading(0), start);
+        const QImage silent = fresh.grab().toImage();
+        for (int i = 1; i <= 20; ++i) // needles need a while
+            fresh.Show(Reading(0.6F), start + i * 50ms);
+        const QImage loud = fresh.grab().toImage();
+        EXPECT_EQ(loud == silent, style == static_cast<int>(MeterStyle::None)) << style;
+        looks.insert(QByteArray(reinterpret_cast<const char*>(loud.constBits()), loud.sizeInBytes()));
+    }
+    EXPECT_EQ(looks.size(), 9U);
+}
+
+TEST_F(MeterDisplayTest, TheColourReplacesAllOfTheSkins) {
+    const QColor own(0x12, 0xab, 0xef);
+    for (const MeterStyle style : {MeterStyle::Analyzer, MeterStyle::Vertical, MeterStyle::Horizontal,
+                                   MeterStyle::TwoCircles, MeterStyle::OneEllipse}) {
+        display.SetStyle(style);
+        display.SetColour({});
+        display.Show(Reading(0.8F), start);
+        const QColor skins = style == MeterStyle::Analyzer ? SkinStyle::Colours().p1 : SkinStyle::Colours().meterLow;
+        EXPECT_GT(Count(skins), 20) << static_cast<int>(style);
+        display.SetColour(own);
+        EXPECT_EQ(Count(skins), 0) << static_cast<int>(style);
+        EXPECT_GT(Count(own), 20) << static_cast<int>(style);
+    }
+}
+
+TEST_F(MeterDisplayTest, TheClippingLightStaysTwoSeconds) {
+    MeterReading clipped = Reading(1);
+    clipped.clipped = {false, true};
+    display.Show(clipped, start);
+    EXPECT_FALSE(display.IsClipped(0));
+    EXPECT_GT(Count(SkinStyle::Colours().onAir), 20);
+    display.Show(Reading(0), start + 1900ms);
+    EXPECT_TRUE(display.IsClipped(1));
+    display.Show(Reading(0), start + 2000ms);
+    EXPECT_FALSE(display.IsClipped(1));
+    EXPECT_EQ(Count(SkinStyle::Colours().onAir), 0);
+}
+
+TEST(LevelBarTest, FullScaleLightsTheLastSegment) {
+    LevelBar bar;
+    bar.resize(78, 20);
+    bar.SetLevels(0.99F, 1.0F, start);
+    EXPECT_FALSE(bar.IsClipped(0));
+    EXPECT_TRUE(bar.IsClipped(1));
+    bar.SetLevels(0, 0, start + 1900ms);
+    EXPECT_TRUE(bar.IsClipped(1));
+    bar.SetLevels(0, 0, start + 2s);
+    EXPECT_FALSE(bar.IsClipped(1));
+}
+
+} // namespace
+} // namespace kalvo
