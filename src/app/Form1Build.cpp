@@ -5,6 +5,7 @@
 #include "app/ArchiveCommands.h"
 #include "app/ChartsCommands.h"
 #include "app/ConsolePanel.h"
+#include "app/DeckPictures.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
 #include "app/ListBand.h"
@@ -73,6 +74,7 @@ void Form1::Build() {
     undo_ = new UndoCommands(*actions_.editMenu, this);
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
+    new DeckPictures(desk_, *console_, *actions_.settingsMenu, this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     ConnectMixer();
     ConnectMixing();
