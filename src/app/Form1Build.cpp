@@ -13,6 +13,7 @@
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
+#include "app/RecordingCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
 #include "app/UndoCommands.h"
@@ -75,6 +76,7 @@ void Form1::Build() {
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new DeckPictures(desk_, *console_, *actions_.settingsMenu, this);
+    new RecordingCommands(desk_, *actions_.toolsMenu, *status_, *this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     ConnectMixer();
     ConnectMixing();
