@@ -5,7 +5,6 @@
 #include "app/StatusLine.h"
 #include "playback/AudioModule.h"
 #include "playback/ui/frmMitschnitt.h"
-#include "widgets/TimeLabel.h"
 #include "widgets/xMessageBox.h"
 
 #include <QCoreApplication>
@@ -46,18 +45,9 @@ audio::Levels LevelsNow(audio::AudioLibrary& library) {
 } // namespace
 
 RecordingCommands::RecordingCommands(Desk& desk, QMenu& toolsMenu, StatusLine& status, QWidget& window)
-    : QObject(&window),
-      desk_(desk),
-      status_(status),
-      window_(window),
-      recorder_(desk.mixer, LoadEncoder),
-      running_(new TimeLabel(QStringLiteral("Mitschnitt 00:00:00"), &status)) {
+    : QObject(&window), desk_(desk), status_(status), window_(window), recorder_(desk.mixer, LoadEncoder) {
     QAction* action = toolsMenu.addAction(QStringLiteral("&Mitschnitt..."), this, &RecordingCommands::Mitschnitt);
     action->setObjectName(QStringLiteral("Mitschnitt"));
-    running_->setObjectName(QStringLiteral("lblMitschnitt"));
-    running_->setAccessibleName(QStringLiteral("Mitschnitt"));
-    running_->hide();
-    status.addPermanentWidget(running_);
     display_.setInterval(kDisplayInterval);
     connect(&display_, &QTimer::timeout, this, &RecordingCommands::Refresh);
     connect(&recorder_, &MasterRecorder::Changed, this, &RecordingCommands::ShowChange);
@@ -92,8 +82,7 @@ void RecordingCommands::Refresh() {
         if (recorder_.IsIdle())
             dialog_->SuggestName(desk_.clock.Now());
     }
-    running_->setVisible(!recorder_.IsIdle());
-    running_->SetText(QStringLiteral("Mitschnitt ") + RecordingTime(state.seconds));
+    status_.SetRecording(recorder_.IsIdle() ? QString() : QStringLiteral("Mitschnitt ") + RecordingTime(state.seconds));
     if (!dialog_ && recorder_.IsIdle())
         display_.stop();
 }
@@ -101,7 +90,6 @@ void RecordingCommands::Refresh() {
 void RecordingCommands::ShowChange() {
     const RecordingState& state = recorder_.State();
     const QString file = QFileInfo(state.path).fileName();
-    running_->setToolTip(state.path);
     if (state.status == RecordingStatus::Running)
         status_.Tell(QStringLiteral("Mitschnitt läuft: ") + file);
     else if (state.status == RecordingStatus::Idle && !state.path.isEmpty())

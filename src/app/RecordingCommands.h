@@ -13,7 +13,6 @@ namespace kalvo {
 
 struct Desk;
 class StatusLine;
-class TimeLabel;
 class frmMitschnitt;
 
 /** The recording of the mix: its window, `Mitschnitt` in the menu, and its running time in the status line. */
@@ -35,7 +34,6 @@ private:
     StatusLine& status_;
     QWidget& window_;
     MasterRecorder recorder_;
-    TimeLabel* running_; ///< `lblMitschnitt`, in the status line
     QPointer<frmMitschnitt> dialog_;
     QTimer display_;
 };

@@ -12,6 +12,7 @@ namespace kalvo {
 namespace {
 
 const QString kSection = QStringLiteral("Mitschnitt");
+constexpr int kMostFolder = 255; // characters; a value is cut behind them
 
 audio::EncodeSettings Encoder(audio::EncodeFormat format, int bitrate = 0, double quality = 0.6) {
     audio::EncodeSettings settings;
@@ -62,7 +63,8 @@ RecordingOptions RecordingOptions::Read(const Settings& settings, const QString&
 void RecordingOptions::Write(Settings& settings) const {
     const Settings::Pass pass(settings);
     settings.PutSetting(kSection, QStringLiteral("Format"), format);
-    settings.PutSetting(kSection, QStringLiteral("Ordner"), folder);
+    if (folder.size() <= kMostFolder)
+        settings.PutSetting(kSection, QStringLiteral("Ordner"), folder);
 }
 
 QString DefaultRecordingName(const QDateTime& now) {

@@ -104,8 +104,7 @@ void frmMitschnitt::Build() {
     column->setSpacing(units.Gap(3));
     column->addWidget(BuildHead());
     column->addWidget(Named(level_, "Pegel", tr("Pegel")));
-    column->addWidget(BuildChoices());
-    column->addWidget(BuildFigures());
+    column->addWidget(BuildRows());
     column->addStretch(1);
     column->addLayout(buttons);
     resize(units.Of(40), sizeHint().height());
@@ -128,45 +127,35 @@ QWidget* frmMitschnitt::BuildHead() {
     return head;
 }
 
-QWidget* frmMitschnitt::BuildChoices() {
+QWidget* frmMitschnitt::BuildRows() {
     const FontUnits& units = SkinStyle::Units();
+    const auto row = [&units](QWidget* wide, QWidget* narrow) {
+        auto* both = new QHBoxLayout;
+        both->setSpacing(units.Gap(2));
+        both->addWidget(wide, 1);
+        both->addWidget(narrow);
+        return both;
+    };
     Named(format_, "cboFormat", tr("Format"));
     Named(folder_, "lblOrdner", tr("Ordner"));
     Named(choose_, "cmdOrdner", tr("Ordner ändern"));
     Named(name_, "txtName", tr("Dateiname"));
-    auto* folder = new QHBoxLayout;
-    folder->setSpacing(units.Gap(2));
-    folder->addWidget(folder_, 1);
-    folder->addWidget(choose_);
-    auto* name = new QHBoxLayout;
-    name->setSpacing(units.Gap(1));
-    name->addWidget(name_, 1);
-    name->addWidget(ending_);
-    auto* choices = new QWidget(this);
-    auto* form = new QFormLayout(choices);
+    auto* nameCaption = new QLabel(tr("&Name"), this);
+    nameCaption->setBuddy(name_);
+    auto* rows = new QWidget(this);
+    auto* form = new QFormLayout(rows);
     form->setContentsMargins({});
-    form->setHorizontalSpacing(units.Gap(3));
+    form->setHorizontalSpacing(units.Gap(4));
     form->setVerticalSpacing(units.Gap(2));
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     form->addRow(tr("&Format"), format_);
-    form->addRow(tr("Ordner"), folder);
-    form->addRow(tr("&Name"), name);
-    return choices;
-}
-
-QWidget* frmMitschnitt::BuildFigures() {
-    const FontUnits& units = SkinStyle::Units();
-    auto* figures = new QWidget(this);
-    auto* form = new QFormLayout(figures);
-    form->setContentsMargins({});
-    form->setHorizontalSpacing(units.Gap(3));
-    form->setVerticalSpacing(units.Gap(1));
-    form->setLabelAlignment(Qt::AlignLeft);
+    form->addRow(tr("Ordner"), row(folder_, choose_));
+    form->addRow(nameCaption, row(name_, ending_));
     form->addRow(tr("Datei"), Named(file_, "lblDatei", tr("Datei")));
     form->addRow(tr("Größe"), Named(size_, "lblGroesse", tr("Größe der Datei")));
     form->addRow(tr("Freier Platz"), Named(free_, "lblFrei", tr("Freier Platz")));
     form->addRow(tr("Cue-Sheet"), Named(titles_, "lblTitel", tr("Titel im Cue-Sheet")));
-    return figures;
+    return rows;
 }
 
 void frmMitschnitt::SuggestName(const QDateTime& now) {

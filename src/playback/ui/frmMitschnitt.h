@@ -46,8 +46,7 @@ Q_SIGNALS:
 private:
     void Build();
     QWidget* BuildHead();
-    QWidget* BuildChoices();
-    QWidget* BuildFigures();
+    QWidget* BuildRows();
     void ChooseFolder();
     void OpenFolder();
     void StartOrStop();
