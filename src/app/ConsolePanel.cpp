@@ -99,6 +99,7 @@ void ConsolePanel::RefreshDeck(int player) {
     }
     DeckView view = PresentDeck(mixer_, player, levels.left, levels.right);
     view.caption = caption_(player);
+    pictures_(player, view);
     decks_.at(static_cast<std::size_t>(player - 1))->SetView(view);
 }
 

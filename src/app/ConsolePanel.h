@@ -14,6 +14,7 @@
 namespace kalvo {
 
 class DeckPanel;
+struct DeckView;
 class Mixer;
 class MixerPanel;
 
@@ -36,6 +37,8 @@ public:
     void SetSelection(std::function<int(int player)> selectedRow) { selectedRow_ = std::move(selectedRow); }
     /** Gives the header caption of a player's list, for the deck's tooltip. */
     void SetCaption(std::function<QString(int player)> caption) { caption_ = std::move(caption); }
+    /** Adds cover and waveform to what a deck shows. */
+    void SetPictures(std::function<void(int player, DeckView& view)> pictures) { pictures_ = std::move(pictures); }
 
     void Play(int player);
     void FadeTo(int player);
@@ -55,6 +58,7 @@ private:
     QTimer* timer8_;
     std::function<int(int)> selectedRow_ = [](int) { return -1; };
     std::function<QString(int)> caption_ = [](int player) { return QStringLiteral("Player %1 ").arg(player); };
+    std::function<void(int, DeckView&)> pictures_ = [](int, DeckView&) {};
     LayoutMode mode_ = LayoutMode::Normal;
 };
 

@@ -6,6 +6,7 @@
 #include "app/AutoDjCommands.h"
 #include "app/ChartsCommands.h"
 #include "app/ConsolePanel.h"
+#include "app/DeckPictures.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
 #include "app/HeadphoneCommands.h"
@@ -16,6 +17,7 @@
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
+#include "app/RecordingCommands.h"
 #include "app/SamplerCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
@@ -79,6 +81,8 @@ void Form1::Build() {
     undo_ = new UndoCommands(*actions_.editMenu, this);
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
+    new DeckPictures(desk_, *console_, *actions_.settingsMenu, this);
+    new RecordingCommands(desk_, *actions_.toolsMenu, *status_, *this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);

@@ -24,7 +24,8 @@ StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent), row_(new QWidget(t
     parts_ = {AddLabel(QStringLiteral("lblModus"), QStringLiteral("Überblendmodus"), 0),
               AddLabel(QStringLiteral("lblKontinuierlich"), QStringLiteral("Kontinuierliche Wiedergabe"), 0),
               AddLabel(QStringLiteral("lblAutomatik"), QStringLiteral("Mixerautomatik"), 0),
-              AddLabel(QStringLiteral("lblAussetzer"), QStringLiteral("Aussetzer"), 0)};
+              AddLabel(QStringLiteral("lblAussetzer"), QStringLiteral("Aussetzer"), 0),
+              AddLabel(QStringLiteral("lblMitschnitt"), QStringLiteral("Mitschnitt"), 0)};
     message_ = AddLabel(QStringLiteral("lblMeldung"), QStringLiteral("Meldung"), 1);
     output_ = AddLabel(QStringLiteral("lblAusgabe"), QStringLiteral("Ausgabegerät"), 0);
     output_->SetTone(Tone::Dim);
@@ -63,7 +64,7 @@ void StatusLine::ShowParts() {
     const bool isNarrow = IsNarrow(mode_);
     const bool isAlone = isNarrow && telling_.isActive();
     for (ElidedLabel* part : parts_) {
-        part->setVisible(!isAlone);
+        part->setVisible(!isAlone && (part != parts_[Recording] || !part->text().isEmpty()));
     }
     message_->setVisible(isAlone || !isNarrow);
     output_->setVisible(!isNarrow);
@@ -81,6 +82,14 @@ void StatusLine::SetAutomatic(const QString& caption) {
 
 void StatusLine::SetStarvations(quint64 count) {
     parts_[Starvations]->SetText(QStringLiteral("Aussetzer %1").arg(count));
+}
+
+void StatusLine::SetRecording(const QString& text) {
+    const bool appears = text.isEmpty() != parts_[Recording]->text().isEmpty();
+    parts_[Recording]->SetText(text);
+    if (appears) {
+        ShowParts();
+    }
 }
 
 void StatusLine::SetOutput(const QString& name) {

@@ -28,6 +28,8 @@ public:
     void SetAutomatic(const QString& caption);
     /** How often the sound has been interrupted since the start. */
     void SetStarvations(quint64 count);
+    /** What is being recorded; empty: nothing. */
+    void SetRecording(const QString& text);
     /** Name of the output device. */
     void SetOutput(const QString& name);
     /** Stays until the next one, with the time it came in front. */
@@ -39,7 +41,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    enum Part { Mode, Continuous, Automatic, Starvations, PartCount };
+    enum Part { Mode, Continuous, Automatic, Starvations, Recording, PartCount };
 
     ElidedLabel* AddLabel(const QString& name, const QString& accessibleName, int stretch);
     void ShowParts();

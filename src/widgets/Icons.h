@@ -10,7 +10,7 @@ namespace kalvo {
 /**
  * The program's icons, by name: play pause stop next previous mute unmute headphones fade-left fade-right automatic
  * shuffle play-next play-next-removed played search folder import tag trash undo wish sampler jingle chart settings
- * record refresh tree add check close warning error drop-down unfold; app is the program's sign and keeps its own
+ * record refresh tree add check close warning error drop-down unfold note; app is the program's sign and keeps its own
  * colours.
  */
 class Icons {

@@ -12,6 +12,10 @@ namespace kalvo {
 
 namespace {
 
+constexpr int kBarWidth = 2;
+constexpr int kBarGap = 1;
+constexpr int kBarStep = kBarWidth + kBarGap;
+
 void FillTriangle(QPainter& painter, const QPolygonF& corners, const QColor& colour) {
     QPainterPath path;
     path.addPolygon(corners);
@@ -48,6 +52,14 @@ void PositionSlider::SetTitle(double lengthSeconds, double switchOverSeconds, do
 void PositionSlider::SetPosition(double fraction) {
     if (!isSliderDown())
         Show(fraction);
+}
+
+void PositionSlider::SetWave(const std::shared_ptr<const Waveform>& wave) {
+    if (wave == wave_)
+        return;
+    wave_ = wave;
+    played_ = {};
+    update();
 }
 
 void PositionSlider::SetLow(bool low) {
@@ -100,13 +112,21 @@ void PositionSlider::UpdateBetween(int fromX, int toX) {
         update(QRect(qMin(fromX, toX), 0, qAbs(fromX - toX), height()));
 }
 
+void PositionSlider::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange)
+        played_ = {};
+    QAbstractSlider::changeEvent(event);
+}
+
 void PositionSlider::paintEvent(QPaintEvent*) {
     const Skin& skin = SkinStyle::Colours();
     QPainter painter(this);
     painter.fillRect(rect(), skin.waveBack);
     if (HasTitle()) {
+        PaintSwitchOverStretch(painter);
+        wave_ ? PaintWave(painter) : PaintBand(painter);
+        PaintMinutes(painter);
         PaintSwitchOver(painter);
-        PaintBand(painter);
         PaintLine(painter);
         PaintCue(painter);
     } else {
@@ -125,17 +145,70 @@ void PositionSlider::PaintBand(QPainter& painter) const {
     const int played = line_ ? LineX() : 0;
     painter.fillRect(QRect(0, top, played, high), skin.wavePlayed);
     painter.fillRect(QRect(played, top, width() - played, high), skin.Player(player_));
+}
+
+int PositionSlider::BarCount() const {
+    return (width() - 2 + kBarGap) / kBarStep;
+}
+
+QPixmap PositionSlider::WaveIn(const QColor& colour) const {
+    const qreal ratio = devicePixelRatioF();
+    QPixmap pixmap(size() * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    const std::vector<float> bars = WaveBars(*wave_, BarCount());
+    const int margin = qMax(2, height() / 16);
+    const int most = qMax(1, height() / 2 - margin);
+    const int known = wave_->known * int(bars.size()) / Waveform::kColumns;
+    for (int i = 0; i < int(bars.size()); ++i) {
+        const int half = i < known ? qMax(1, qRound(bars[size_t(i)] * float(most))) : 0;
+        const int x = 1 + i * kBarStep;
+        // What is not measured yet is a thin line, as silence is.
+        painter.fillRect(half > 0 ? QRect(x, height() / 2 - half, kBarWidth, 2 * half)
+                                  : QRect(x, height() / 2, kBarStep, 1),
+                         colour);
+    }
+    return pixmap;
+}
+
+void PositionSlider::PaintWave(QPainter& painter) {
+    if (played_.isNull() || played_.deviceIndependentSize().toSize() != size()) {
+        const Skin& skin = SkinStyle::Colours();
+        played_ = WaveIn(skin.wavePlayed);
+        toCome_ = WaveIn(skin.Player(player_));
+    }
+    const int played = line_ ? LineX() : 0;
+    const auto part = [&](const QPixmap& pixmap, int from, int to) {
+        painter.save();
+        painter.setClipRect(QRect(from, 0, to - from, height()));
+        painter.drawPixmap(0, 0, pixmap);
+        painter.restore();
+    };
+    part(played_, 0, played);
+    part(toCome_, played, width());
+}
+
+void PositionSlider::PaintMinutes(QPainter& painter) const {
+    const Skin& skin = SkinStyle::Colours();
     for (int second = 60; second < lengthSeconds_; second += 60)
         painter.fillRect(QRect(X(second), height() - 5, 1, 5), skin.edge);
 }
 
+void PositionSlider::PaintSwitchOverStretch(QPainter& painter) const {
+    if (!HasSwitchOver())
+        return;
+    const Skin& skin = SkinStyle::Colours();
+    const int x = X(lengthSeconds_ - switchOverSeconds_);
+    painter.fillRect(QRect(x, 0, width() - x, height()), Mixed(skin.waveBack, skin.warningFill, 0.38));
+}
+
 void PositionSlider::PaintSwitchOver(QPainter& painter) const {
-    if (switchOverSeconds_ <= 0 || switchOverSeconds_ >= lengthSeconds_)
+    if (!HasSwitchOver())
         return;
     const Skin& skin = SkinStyle::Colours();
     const int x = X(lengthSeconds_ - switchOverSeconds_);
     const double flag = SkinStyle::Units().Of(0.7);
-    painter.fillRect(QRect(x, 0, width() - x, height()), Mixed(skin.waveBack, skin.warningFill, 0.38));
     painter.fillRect(QRect(x, 0, 2, height()), skin.warning);
     FillTriangle(painter, {QPointF(x, 0), QPointF(x + flag, 0), QPointF(x, flag)}, skin.warning);
 }

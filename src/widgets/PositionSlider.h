@@ -1,12 +1,17 @@
 #pragma once
 
+#include "base/Waveform.h"
+
 #include <QAbstractSlider>
+#include <QPixmap>
+
+#include <memory>
 
 namespace kalvo {
 
 /**
- * Position in a title: line, minute ticks, switch-over point and cue point. Its value is in milliseconds.
- * The user moves it by dragging, arrow keys (5 s), page keys (30 s) and the wheel.
+ * Position in a title: waveform, line, minute ticks, switch-over point and cue point. Its value is in milliseconds.
+ * The user moves it by a click, dragging, arrow keys (5 s), page keys (30 s) and the wheel.
  */
 class PositionSlider : public QAbstractSlider {
     Q_OBJECT
@@ -21,6 +26,9 @@ public:
     /** 0 to 1; below 0: no line. Without effect while the user drags. */
     void SetPosition(double fraction);
 
+    /** What is known of the title's sound; null: a plain band stands for it. */
+    void SetWave(const std::shared_ptr<const Waveform>& wave);
+
     /** Half as high at least, for a low console. */
     void SetLow(bool low);
 
@@ -34,6 +42,7 @@ Q_SIGNALS:
     void DragEnded(double fraction);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -45,6 +54,7 @@ protected:
 
 private:
     bool HasTitle() const { return maximum() > 0; }
+    bool HasSwitchOver() const { return switchOverSeconds_ > 0 && switchOverSeconds_ < lengthSeconds_; }
     int X(double seconds) const;
     int LineX() const;
     double FractionAt(double x) const;
@@ -53,6 +63,11 @@ private:
     void Show(double fraction);
     void UpdateBetween(int fromX, int toX);
     void PaintBand(QPainter& painter) const;
+    void PaintWave(QPainter& painter);
+    QPixmap WaveIn(const QColor& colour) const;
+    int BarCount() const;
+    void PaintMinutes(QPainter& painter) const;
+    void PaintSwitchOverStretch(QPainter& painter) const;
     void PaintSwitchOver(QPainter& painter) const;
     void PaintLine(QPainter& painter) const;
     void PaintCue(QPainter& painter) const;
@@ -64,6 +79,9 @@ private:
     bool line_ = false;
     bool low_ = false;
     int wheel_ = 0;
+    std::shared_ptr<const Waveform> wave_;
+    QPixmap played_; ///< the waveform's bars as they look once played; null: to be made
+    QPixmap toCome_; ///< the same in the player's colour
 };
 
 } // namespace kalvo

@@ -26,7 +26,7 @@ TEST(IconsTest, EveryIconIsThereAndTakesTheColour) {
         "played",     "search",    "folder",     "import",    "tag",      "trash",     "undo",
         "wish",       "sampler",   "jingle",     "chart",     "settings", "record",    "refresh",
         "tree",       "add",       "check",      "close",     "warning",  "error",     "drop-down",
-        "unfold"};
+        "unfold",     "note"};
     const QColor colour(0xdc, 0x10, 0x29);
     for (const char* name : names)
         EXPECT_EQ(InkOf(Icons::Pixmap(QString::fromLatin1(name), colour, 48)), colour) << name;

@@ -2,6 +2,7 @@
 #include "widgets/LevelBar.h"
 #include "widgets/PitchSlider.h"
 #include "widgets/PositionSlider.h"
+#include "widgets/SkinStyle.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -81,6 +82,31 @@ TEST(PositionSliderTest, DraggingTellsFractionsAndHoldsTheLineOfItsTitle) {
     slider.SetTitle(300, 9, -1);
     slider.SetPosition(0);
     EXPECT_EQ(slider.value(), 0) << "a new title ends the drag of the old one";
+}
+
+TEST(PositionSliderTest, PaintsTheWavePlayedAndToComeAndAThinLineWhereItIsNotKnown) {
+    PositionSlider slider(1);
+    slider.resize(302, 60);
+    slider.SetTitle(300, 0, -1);
+    slider.SetPosition(0.5);
+    auto wave = std::make_shared<Waveform>();
+    wave->columns.fill({255, 255});
+    wave->known = Waveform::kColumns * 3 / 4;
+    slider.SetWave(wave);
+    const auto heightAt = [&slider](int x, const QColor& colour) {
+        const QImage image = slider.grab().toImage();
+        int height = 0;
+        for (int y = 0; y < image.height(); ++y)
+            height += image.pixelColor(x, y) == colour ? 1 : 0;
+        return height;
+    };
+    const Skin& skin = SkinStyle::Colours();
+    EXPECT_GT(heightAt(31, skin.wavePlayed), 45) << "the first pixel of a bar";
+    EXPECT_EQ(heightAt(33, skin.wavePlayed), 0) << "the gap behind it";
+    EXPECT_GT(heightAt(202, skin.p1), 45);
+    EXPECT_EQ(heightAt(261, skin.p1), 1);
+    slider.SetWave(nullptr);
+    EXPECT_GT(heightAt(261, skin.p1), 5) << "the plain band";
 }
 
 TEST(PositionSliderTest, KeysStepOnlyWithATitle) {

@@ -1,5 +1,6 @@
 #include "playback/ui/DeckPanel.h"
 
+#include "widgets/CoverView.h"
 #include "widgets/DeckHead.h"
 #include "widgets/IconButton.h"
 #include "widgets/LevelBar.h"
@@ -45,7 +46,7 @@ struct DeckPanel::Parts {
           bitrate(new ElidedLabel(deck)),
           time(new TimeLabel(QStringLiteral("00:00/00:00"), deck)),
           remaining(new TimeLabel(QString(QChar(0x2212)) + QStringLiteral("00:00"), deck)),
-          cover(new QLabel(deck)),
+          cover(new CoverView(deck)),
           position(new PositionSlider(number, deck)),
           toStart(BigButton("previous", deck)),
           play(BigButton("play", deck)),
@@ -61,7 +62,7 @@ struct DeckPanel::Parts {
     DeckHead* head;
     ElidedLabel *title, *artist, *bitrate;
     TimeLabel *time, *remaining;
-    QLabel* cover;
+    CoverView* cover;
     PositionSlider* position;
     IconButton *toStart, *play, *pause, *stop, *next, *mute;
     ElidedLabel* pitchCaption;
@@ -112,6 +113,7 @@ void DeckPanel::NameControls() {
     name(parts_->pitch, second ? QStringLiteral("HScroll3") : QStringLiteral("HScroll2"), QStringLiteral("Pitch"),
          QStringLiteral("Pitch, Doppelklick: 0"));
     name(parts_->level, numbered("Pegel"), QStringLiteral("Pegel"), {});
+    parts_->cover->setObjectName(numbered("imgCover"));
     parts_->artist->setObjectName(numbered("LArtist"));
     parts_->title->setObjectName(numbered("LSong"));
     parts_->bitrate->setObjectName(numbered("lblbitrate"));
@@ -140,9 +142,9 @@ void DeckPanel::Connect() {
 
 void DeckPanel::SetView(const DeckView& view) {
     const DeckSignal before = view_.signal;
-    const bool coverChanged = view_.cover.cacheKey() != view.cover.cacheKey();
+    const bool coverMoved = view_.showsCover != view.showsCover;
     view_ = view;
-    if (coverChanged)
+    if (coverMoved)
         Arrange();
     if (view_.signal != before)
         ShowSignal();
@@ -169,12 +171,14 @@ void DeckPanel::ShowTitle() {
     parts_->bitrate->SetText(view_.bitrate);
     parts_->bitrate->setVisible(!IsNarrow(mode_) && !view_.bitrate.isEmpty());
     parts_->time->SetText(view_.time);
+    parts_->cover->SetPicture(view_.cover);
     parts_->remaining->SetText(view_.remaining);
     parts_->remaining->SetTone(view_.warning ? Tone::Warning : IsDim(view_.signal) ? Tone::Dim : Tone::Text);
 }
 
 void DeckPanel::ShowControls() {
     parts_->position->SetTitle(view_.lengthSeconds, view_.switchOverSeconds, view_.cueSeconds);
+    parts_->position->SetWave(view_.wave);
     parts_->position->SetPosition(view_.position);
     parts_->level->SetLevels(view_.levelLeft, view_.levelRight);
     parts_->play->SetOn(view_.playing);
@@ -238,7 +242,7 @@ void DeckPanel::Arrange() {
     for (QWidget* part :
          std::initializer_list<QWidget*>{parts_->toStart, parts_->pitchCaption, parts_->pitch, parts_->pitchText})
         part->setVisible(!narrow);
-    parts_->cover->setVisible(!narrow && !view_.cover.isNull());
+    parts_->cover->setVisible(!narrow && view_.showsCover);
 
     auto* body = new QVBoxLayout;
     const int side = tight_ ? units.G() : units.Gap(3);
@@ -290,11 +294,9 @@ QLayout* DeckPanel::Titles() const {
     grid->addLayout(names, 1, 1);
     grid->addWidget(parts_->remaining, 1, rest, Qt::AlignBottom);
     grid->setColumnStretch(1, 1);
-    if (!view_.cover.isNull()) {
+    if (view_.showsCover) {
         const int size = units.Of(mode_ == LayoutMode::Wide ? 8.2 : 6.4);
         parts_->cover->setFixedSize(size, size);
-        parts_->cover->setPixmap(
-            view_.cover.scaled(QSize(size, size) * devicePixelRatioF(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
         grid->addWidget(parts_->cover, 0, cover, 2, 1);
     }
     return grid;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "base/Waveform.h"
 #include "widgets/DeckSignal.h"
 
 #include <QPixmap>
 #include <QString>
+
+#include <memory>
 
 namespace kalvo {
 
@@ -38,8 +41,12 @@ struct DeckView {
     bool playing = false;
     /** Of the title's own rate, -120 to 120. */
     int pitchPermille = 0;
-    /** Null: the deck shows no cover. */
+    /** Whether the deck keeps a place for the cover. */
+    bool showsCover = false;
+    /** Null: the place stays empty but for a sign. */
     QPixmap cover;
+    /** Null: nothing is known of the title's sound. */
+    std::shared_ptr<const Waveform> wave;
 };
 
 } // namespace kalvo
