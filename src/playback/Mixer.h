@@ -171,6 +171,9 @@ private:
     void ShowPrepared(int player);
     void TitleEnded(int player);
     void LookAtOutput();
+    /** The list has titles left, but none that can be played; asked where it has no next title. */
+    bool HasFailed(int player) const;
+    void PassOn(int player);
     bool IsDue(int player, const MixState& state) const;
     void WatchStandstill();
     void EndStandstill(int nth);

@@ -37,8 +37,7 @@ MixState Mixer::StateNow(bool withNext) const {
         deck.position = WholeSeconds(layer_.PositionSeconds(data.number));
         deck.length = WholeSeconds(layer_.LengthSeconds(data.number));
         deck.hasNext = withNext && PeekNextTitle(*data.list, exists_, options_.removePlayed) >= 0;
-        deck.failed = withNext && !deck.hasNext &&
-                      (data.list->IsPassedOver() || data.list->CurrentRow() + 1 < data.list->Count());
+        deck.failed = withNext && !deck.hasNext && HasFailed(data.number);
         deck.opening = IsOpening(data.number);
     }
     return state;

@@ -2,6 +2,7 @@
 
 #include "base/FaderLaw.h"
 #include "playback/Mixer.h"
+#include "playlists/NextTitle.h"
 
 namespace kalvo {
 
@@ -11,6 +12,28 @@ namespace {
 constexpr std::chrono::milliseconds kLookInterval{100};
 
 } // namespace
+
+bool Mixer::HasFailed(int player) const {
+    const Playlist& list = *Deck(player).list;
+    const int current = list.CurrentRow();
+    return list.IsPassedOver() || current + 1 < list.Count() || (current >= 0 && !exists_(list.At(current).path));
+}
+
+/** The user asked for music, and the player's list has nothing that can be read: silence is not what he wants. */
+void Mixer::PassOn(int player) {
+    if (layer_.Activity(player) == audio::Activity::Playing || !HasFailed(player) ||
+        PeekNextTitle(List(player), exists_, options_.removePlayed) >= 0) {
+        return;
+    }
+    const int other = OtherPlayer(player);
+    if (layer_.Activity(other) != audio::Activity::Playing) {
+        heldByUser_ = heldByUser_ && !emergency_.IsThere();
+    } else if (FadeTarget() == player) {
+        fader_.FadeTowards(other);
+    } else if (FadeTarget() == 0 && FaderVolume(other, fader_.Position()) == 0) {
+        MoveFader(FaderEndOf(other));
+    }
+}
 
 /** Whether the player is to be heard now; mute is the user's affair. */
 bool Mixer::IsDue(int player, const MixState& state) const {

@@ -1,13 +1,6 @@
 #include "CallWatch.h"
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define KALVO_SANITIZED
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define KALVO_SANITIZED
-#endif
+#include "support/Sanitized.h"
 
 #include <dlfcn.h>
 #include <pthread.h>
@@ -46,11 +39,7 @@ const char* CallWatch::First() const {
 }
 
 bool CallWatch::Works() {
-#if defined(KALVO_SANITIZED)
-    return false;
-#else
-    return true;
-#endif
+    return !kSanitized;
 }
 
 } // namespace kalvo::test

@@ -106,6 +106,24 @@ TEST_F(RescueTest, ListsThatCannotBePlayedEndInTheEmergencyTitleAgainAndAgain) {
     EXPECT_GE(Until(u"missing-6"_s), 0) << "the disk is back";
 }
 
+TEST_F(RescueTest, AFadeAndNextLeadToNoSilenceWhereAListCannotBePlayed) {
+    HoldEmergency();
+    Fill(list1, {u"a-100"_s, u"missing-1"_s});
+    Fill(list2, {u"missing-2"_s});
+    mixer.SetFader(-100);
+    mixer.Play(1, -1);
+    mixer.FadeTo(2, -1);
+    Run(15);
+    EXPECT_EQ(mixer.Fader(), -100);
+    EXPECT_EQ(Told(u"Keine Überblendung"_s).size(), 1);
+    mixer.Next(1);
+    EXPECT_LT(Until(u"Not"_s), 0.2);
+    list2.Clear();
+    mixer.FadeTo(2, -1);
+    Run(15);
+    EXPECT_EQ(mixer.Fader(), 100) << "an empty list is the user's own choice";
+}
+
 TEST_F(RescueTest, AtTheLegitimateEndOfBothListsTheEmergencyTitlePlaysOnlyIfItIsAsked) {
     for (const bool asked : {false, true}) {
         HoldEmergency(asked);
