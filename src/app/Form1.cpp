@@ -92,7 +92,7 @@ void Form1::ShowOutput() {
     audio::OutputInfo info;
     if (desk_.layer.Audio().GetInfo(audio::Output::Main, info)) {
         status_->SetOutput(QString::fromStdString(info.deviceName));
-        status_->SetStarvations(info.starvations);
+        status_->SetStarvations(info.starvations, info.overruns);
     }
 }
 

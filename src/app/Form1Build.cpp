@@ -73,6 +73,7 @@ void Form1::Build() {
     options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, *console_, *this);
     connect(options_, &OptionCommands::LookChosen, this, &Form1::ShowStyle);
     connect(options_, &OptionCommands::OutputChosen, this, &Form1::ChooseDevice);
+    connect(options_, &OptionCommands::Warned, status_, &StatusLine::Warn);
     connect(options_, &OptionCommands::Confirmed, this, [this] { meta_->Refresh(); });
     archiveCommands_ = new ArchiveCommands(desk_.archive, *archive_, actions_, values_, {lists_}, *this);
     connect(archiveCommands_, &ArchiveCommands::Told, status_, &StatusLine::Tell);

@@ -20,7 +20,8 @@ OptionCommands::OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& ar
       console_(console),
       window_(window),
       chartsPath_(desk.folder.Path(QStringLiteral("\\optionen.dll"))),
-      tone_(desk.layer) {
+      tone_(desk.layer),
+      emergency_(desk.mixer) {
     auto* open = new QAction(tr("&Optionen..."), this);
     open->setObjectName(QStringLiteral("Optionen"));
     open->setShortcut(Qt::CTRL | Qt::Key_Comma);
@@ -31,6 +32,8 @@ OptionCommands::OptionCommands(Desk& desk, QMenu& settingsMenu, ArchivePanel& ar
     const OptionValues values = Current();
     ApplyViews(values);
     desk_.mixer.SetUseCuePoints(values.useCuePoints);
+    connect(&emergency_, &EmergencyLoader::Failed, this, &OptionCommands::Warned);
+    emergency_.Choose(values.emergencyTitle, values.emergencyAtEnd);
 }
 
 /** What the file holds; the menus change some of it that is written only when the program ends. */
@@ -92,6 +95,7 @@ void OptionCommands::ApplyMixing(const OptionValues& values) {
     mixing.preload = values.preload;
     desk_.mixer.SetOptions(mixing);
     desk_.mixer.SetUseCuePoints(values.useCuePoints);
+    emergency_.Choose(values.emergencyTitle, values.emergencyAtEnd);
     if (values.volume != console_.Mixing().Volume()) {
         desk_.mixer.SetMasterVolume(values.volume);
         console_.Mixing().SetVolume(values.volume);

@@ -2,6 +2,7 @@
 
 #include "app/OptionValues.h"
 #include "app/TestTone.h"
+#include "playback/EmergencyLoader.h"
 
 #include <QObject>
 #include <QPointer>
@@ -34,6 +35,8 @@ Q_SIGNALS:
     void Confirmed();
     /** The players are to sound on another device from now on. */
     void OutputChosen(int device);
+    /** For the status line: what cannot be applied. */
+    void Warned(const QString& message);
 
 private:
     OptionValues Current() const;
@@ -49,6 +52,7 @@ private:
     QWidget& window_;
     QString chartsPath_; ///< of "\optionen.dll"
     TestTone tone_;
+    EmergencyLoader emergency_;
     QPointer<frmOptionen> dialog_;
 };
 

@@ -7,6 +7,7 @@
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
+class QLabel;
 class QSpinBox;
 
 namespace kalvo {

@@ -2,8 +2,6 @@
 
 #include "app/OptionPage.h"
 
-class QLabel;
-
 namespace kalvo {
 
 class IconButton;

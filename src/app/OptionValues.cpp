@@ -56,6 +56,8 @@ void ReadMixing(OptionValues& values, const Settings& settings) {
     values.tagsIntoLists = settings.GetSwitch(kMixer, QStringLiteral("ID3WL"), values.tagsIntoLists);
     values.scanInterval = Number(settings, kMixer, u"ScanIntervall", 1, 99, values.scanInterval);
     values.useCuePoints = settings.GetSwitch(kMixer, QStringLiteral("CuePunkte"), values.useCuePoints);
+    values.emergencyTitle = settings.GetSetting(kMixer, QStringLiteral("Notfalltitel"), {});
+    values.emergencyAtEnd = settings.GetSwitch(kMixer, QStringLiteral("NotfalltitelAmEnde"), false);
     values.volume = Number(settings, kEqualizer, u"Lautstärke", 0, 100, values.volume);
     values.levelReduction = Number(settings, kEqualizer, u"Pegelabsenkung", 0, 100, values.levelReduction);
     values.microphoneLevel = Number(settings, kEqualizer, u"Mikrofonpegel", 0, 100, values.microphoneLevel);
@@ -146,6 +148,8 @@ void OptionValues::Write(Settings& settings, const QString& chartsPath) const {
     settings.PutSetting(kStyle, QStringLiteral("Skin"), skin);
     WriteOutputs(*this, settings);
     settings.PutSwitch(kMixer, QStringLiteral("CuePunkte"), useCuePoints);
+    settings.PutSetting(kMixer, QStringLiteral("Notfalltitel"), emergencyTitle);
+    settings.PutSwitch(kMixer, QStringLiteral("NotfalltitelAmEnde"), emergencyAtEnd);
 }
 
 void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValues& now) {
@@ -156,7 +160,8 @@ void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValue
         &OptionValues::microphoneLevel, &OptionValues::meterStyle, &OptionValues::meterColour, &OptionValues::password,
         &OptionValues::screenSaverKeys, &OptionValues::removePlayed, &OptionValues::fadeInterval,
         &OptionValues::switchOver, &OptionValues::scanInterval, &OptionValues::fadeMode, &OptionValues::skin,
-        &OptionValues::headphones, &OptionValues::output, &OptionValues::buffer, &OptionValues::useCuePoints);
+        &OptionValues::headphones, &OptionValues::output, &OptionValues::buffer, &OptionValues::useCuePoints,
+        &OptionValues::emergencyTitle, &OptionValues::emergencyAtEnd);
     const auto keep = [&](auto field) {
         if (this->*field == before.*field)
             this->*field = now.*field;

@@ -44,8 +44,10 @@ struct OptionValues {
     QString skin = QStringLiteral("Light Green");
     OutputChoice headphones{0, {}};
     OutputChoice output;
-    QString buffer;           ///< one of OutputBuffer::Names()
-    bool useCuePoints = true; ///< players start at an entry's cue point
+    QString buffer;              ///< one of OutputBuffer::Names()
+    bool useCuePoints = true;    ///< players start at an entry's cue point
+    QString emergencyTitle;      ///< `Notfalltitel`: path of the title that plays when nothing else can; empty = none
+    bool emergencyAtEnd = false; ///< `NotfalltitelAmEnde`: it plays when both lists are at their end, too
 
     /** The nine styles of the level meter in the order of the choice. */
     static QStringList MeterStyles();

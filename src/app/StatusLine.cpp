@@ -39,7 +39,7 @@ StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent), row_(new QWidget(t
         warnings_.clear();
         ShowMessages();
     });
-    SetStarvations(0);
+    SetStarvations(0, 0);
     SetLayoutMode(mode_);
 }
 
@@ -80,8 +80,13 @@ void StatusLine::SetAutomatic(const QString& caption) {
     parts_[Automatic]->SetText(caption);
 }
 
-void StatusLine::SetStarvations(quint64 count) {
-    parts_[Starvations]->SetText(QStringLiteral("Aussetzer %1").arg(count));
+void StatusLine::SetStarvations(quint64 titles, quint64 machine) {
+    ElidedLabel& label = *parts_[Starvations];
+    label.SetText(QStringLiteral("Aussetzer %1").arg(titles + machine));
+    label.setToolTip(QStringLiteral("Titel kam zu langsam von der Platte: %1\nRechner war zu langsam: %2 (ein größerer "
+                                    "Puffer hilft: Einstellungen - Optionen - Soundkarten)")
+                         .arg(titles)
+                         .arg(machine));
 }
 
 void StatusLine::SetRecording(const QString& text) {

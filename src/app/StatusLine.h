@@ -26,8 +26,9 @@ public:
     void SetMode(const QString& caption);
     void SetContinuous(const QString& caption);
     void SetAutomatic(const QString& caption);
-    /** How often the sound has been interrupted since the start. */
-    void SetStarvations(quint64 count);
+    /** How often the sound has been interrupted since the start: by titles that came too late, by the machine itself.
+     */
+    void SetStarvations(quint64 titles, quint64 machine);
     /** What is being recorded; empty: nothing. */
     void SetRecording(const QString& text);
     /** Name of the output device. */

@@ -1,6 +1,7 @@
 #include "app/frmOptionen.h"
 
 #include "app/OptionColumnsPage.h"
+#include "app/OptionEmergencyPage.h"
 #include "app/OptionMeterPage.h"
 #include "app/OptionMixerPage.h"
 #include "app/OptionSoundPage.h"
@@ -47,9 +48,10 @@ frmOptionen::frmOptionen(const OptionValues& values, const QStringList& devices,
     column->addWidget(BuildButtons());
     for (OptionPage* page :
          {static_cast<OptionPage*>(new OptionMixerPage), static_cast<OptionPage*>(sound_),
-          static_cast<OptionPage*>(new OptionMeterPage), static_cast<OptionPage*>(style_),
-          static_cast<OptionPage*>(new OptionColumnsPage), static_cast<OptionPage*>(new OptionScreenSaverPage),
-          static_cast<OptionPage*>(new OptionChartsPage), static_cast<OptionPage*>(new OptionMetadataPage)})
+          static_cast<OptionPage*>(new OptionEmergencyPage), static_cast<OptionPage*>(new OptionMeterPage),
+          static_cast<OptionPage*>(style_), static_cast<OptionPage*>(new OptionColumnsPage),
+          static_cast<OptionPage*>(new OptionScreenSaverPage), static_cast<OptionPage*>(new OptionChartsPage),
+          static_cast<OptionPage*>(new OptionMetadataPage)})
         AddPage(page);
     connect(sound_, &OptionSoundPage::ToneRequested, this, &frmOptionen::ToneRequested);
     connect(style_, &OptionStylePage::Chosen, this, [this] {

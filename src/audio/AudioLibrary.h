@@ -56,6 +56,8 @@ public:
     virtual Handle StreamCreateFile(Output output, const std::string& path) = 0;
     /** The same without waiting: until StreamAwaitOpen() has found it Ready, StreamFree() alone is possible. */
     virtual Handle StreamOpenFile(Output output, const std::string& path) { return StreamCreateFile(output, path); }
+    /** The same for a file in memory, as its bytes: no disk is touched while it plays. */
+    virtual Handle StreamOpenHeld(Output /*output*/, const HeldFile& /*file*/) { return 0; }
     /** Waits for the opening, 0 just looks. After Failed the handle is invalid, the reason is in ErrorGetCode(). */
     virtual OpenState StreamAwaitOpen(Handle /*stream*/, int /*milliseconds*/) { return OpenState::Ready; }
     virtual bool StreamPlay(Handle stream, bool fromStart) = 0;

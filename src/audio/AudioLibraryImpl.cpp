@@ -153,6 +153,7 @@ bool AudioLibraryImpl::GetInfo(Output output, OutputInfo& info) const {
     info.bufferFrames = port->BufferFrames();
     info.callbacks = port->TheBus().Blocks();
     info.starvations = port->TheBus().Starvations();
+    info.overruns = port->TheBus().Overruns();
     info.load = port->TheBus().Load();
     return true;
 }

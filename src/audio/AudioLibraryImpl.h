@@ -36,6 +36,7 @@ public:
 
     Handle StreamCreateFile(Output output, const std::string& path) override;
     Handle StreamOpenFile(Output output, const std::string& path) override;
+    Handle StreamOpenHeld(Output output, const HeldFile& file) override;
     OpenState StreamAwaitOpen(Handle stream, int milliseconds) override;
     bool StreamPlay(Handle stream, bool fromStart) override;
     bool StreamFree(Handle stream) override;
@@ -107,6 +108,7 @@ private:
     bool SendVolume(OutputSlot& slot);
     void TakeSinksAlong(OutputSlot& slot);
     bool RoomFor(Output output);
+    Handle Open(Output output, const SourceOpener& opener, const std::string& path);
     ErrorCode MakeChannel(Handle stream, Opening opening);
     void Dispatch(Handle stream, bool deviceLost);
 

@@ -41,12 +41,23 @@ Handle AudioLibraryImpl::StreamCreateFile(Output output, const std::string& path
 }
 
 Handle AudioLibraryImpl::StreamOpenFile(Output output, const std::string& path) {
+    return Open(output, opener_, path);
+}
+
+Handle AudioLibraryImpl::StreamOpenHeld(Output output, const HeldFile& file) {
+    if (!file)
+        return Refuse(ErrorCode::Argument);
+    const auto opener = [&file](const std::string&, ErrorCode& error) { return OpenHeldSource(file, error); };
+    return Open(output, opener, {});
+}
+
+Handle AudioLibraryImpl::Open(Output output, const SourceOpener& opener, const std::string& path) {
     if (Find(output) == nullptr)
         return 0;
     if (!RoomFor(output))
         return Refuse(ErrorCode::Argument);
     ErrorCode error = ErrorCode::File;
-    auto source = opener_(path, error);
+    auto source = opener(path, error);
     if (!source)
         return Refuse(error);
     openings_.emplace(++lastHandle_, Opening{output, std::move(source)});

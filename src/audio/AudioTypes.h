@@ -2,8 +2,11 @@
 
 #include "audio/Handle.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 // What goes in and out of the audio library: plain values.
 namespace kalvo::audio {
@@ -34,6 +37,9 @@ constexpr int kKeepFrequency = -1;
 constexpr int kKeepVolume = -1;
 constexpr int kKeepPan = -101;
 
+/** A sound file's bytes, whole, shared with whoever plays it. */
+using HeldFile = std::shared_ptr<const std::vector<std::byte>>;
+
 struct OutputInfo {
     int directSoundVersion = 9; ///< 8 or more: effects are available
     int device = kNoSound;      ///< the device that plays now; differs from the wanted one after a fall-back
@@ -42,6 +48,7 @@ struct OutputInfo {
     int bufferFrames = 0;          ///< frames per callback
     std::uint64_t callbacks = 0;   ///< buffers rendered so far
     std::uint64_t starvations = 0; ///< how often a playing stream had no data ready
+    std::uint64_t overruns = 0;    ///< buffers whose rendering took longer than they play
     double load = 0;               ///< mean share of the callback's time budget that rendering took, 0..1
 };
 

@@ -91,6 +91,8 @@ void Bus::Measure(double seconds, std::size_t frames) {
     if (frames == 0)
         return;
     const double share = seconds * sampleRate_ / double(frames);
+    if (share > 1)
+        overruns_.fetch_add(1, std::memory_order_relaxed);
     const double load = load_.load(std::memory_order_relaxed);
     load_.store(load + (share - load) * kLoadShare, std::memory_order_relaxed);
 }

@@ -37,6 +37,8 @@ public:
     bool Push(const Command& command) { return commands_.Push(command); }
     std::uint64_t Blocks() const { return rendered_.load(std::memory_order_relaxed); }
     std::uint64_t Starvations() const { return starvations_.load(std::memory_order_relaxed); }
+    /** Buffers that were rendered too late to be heard in time. */
+    std::uint64_t Overruns() const { return overruns_.load(std::memory_order_relaxed); }
     /** Mean share of the sound's own time that rendering took. */
     double Load() const { return load_.load(std::memory_order_relaxed); }
     LevelMeter& Meter() { return meter_; }
@@ -71,6 +73,7 @@ private:
     // written by the rendering thread
     std::atomic<std::uint64_t> rendered_{0};
     std::atomic<std::uint64_t> starvations_{0};
+    std::atomic<std::uint64_t> overruns_{0};
     std::atomic<double> load_{0};
     LevelMeter meter_;
     TapRing tap_;

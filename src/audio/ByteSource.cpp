@@ -1,9 +1,12 @@
 #include "audio/ByteSource.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace kalvo::audio {
 
@@ -54,10 +57,34 @@ private:
     std::int64_t size_ = 0;
 };
 
+class HeldSource final : public ByteSource {
+public:
+    explicit HeldSource(HeldFile file) : file_(std::move(file)) {}
+
+    bool Open() override { return true; }
+    std::int64_t Size() const override { return static_cast<std::int64_t>(file_->size()); }
+
+    std::int64_t ReadAt(std::int64_t position, void* buffer, std::size_t bytes) override {
+        const auto begin = std::min(static_cast<std::size_t>(position), file_->size());
+        const std::size_t got = std::min(bytes, file_->size() - begin);
+        std::memcpy(buffer, file_->data() + begin, got);
+        return static_cast<std::int64_t>(got);
+    }
+
+    std::unique_ptr<ByteSource> Another() const override { return std::make_unique<HeldSource>(file_); }
+
+private:
+    HeldFile file_;
+};
+
 } // namespace
 
 std::unique_ptr<ByteSource> MakeFileSource(const std::string& path) {
     return std::make_unique<FileSource>(path);
+}
+
+std::unique_ptr<ByteSource> MakeHeldSource(HeldFile file) {
+    return std::make_unique<HeldSource>(std::move(file));
 }
 
 } // namespace kalvo::audio

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "audio/AudioTypes.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -28,5 +30,7 @@ public:
 
 /** A file on disk. path: the file system's raw bytes. */
 std::unique_ptr<ByteSource> MakeFileSource(const std::string& path);
+/** A file in memory; not null. */
+std::unique_ptr<ByteSource> MakeHeldSource(HeldFile file);
 
 } // namespace kalvo::audio

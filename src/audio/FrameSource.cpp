@@ -27,12 +27,20 @@ private:
     std::unique_ptr<StreamSource> stream_;
 };
 
+std::unique_ptr<FrameSource> OpenBytes(std::unique_ptr<ByteSource> bytes, ErrorCode& error) {
+    auto stream = StreamSource::Begin(std::move(bytes));
+    error = stream ? ErrorCode::None : ErrorCode::File;
+    return stream ? std::make_unique<FileSource>(std::move(stream)) : nullptr;
+}
+
 } // namespace
 
 std::unique_ptr<FrameSource> OpenFileSource(const std::string& path, ErrorCode& error) {
-    auto stream = StreamSource::Begin(MakeFileSource(path));
-    error = stream ? ErrorCode::None : ErrorCode::File;
-    return stream ? std::make_unique<FileSource>(std::move(stream)) : nullptr;
+    return OpenBytes(MakeFileSource(path), error);
+}
+
+std::unique_ptr<FrameSource> OpenHeldSource(HeldFile file, ErrorCode& error) {
+    return OpenBytes(MakeHeldSource(std::move(file)), error);
 }
 
 } // namespace kalvo::audio

@@ -32,5 +32,7 @@ using SourceOpener = std::function<std::unique_ptr<FrameSource>(const std::strin
 
 /** Opens sound files; returns at once. */
 std::unique_ptr<FrameSource> OpenFileSource(const std::string& path, ErrorCode& error);
+/** The same for a file in memory. */
+std::unique_ptr<FrameSource> OpenHeldSource(HeldFile file, ErrorCode& error);
 
 } // namespace kalvo::audio

@@ -67,7 +67,20 @@ QStringList AudioLayer::DeviceNames() {
 }
 
 audio::Handle AudioLayer::LoadStream(int player, const QString& path) {
-    if (BeginLoading(player, path) != 0 && AwaitLoading(player, kLoadPatience) == audio::OpenState::Opening) {
+    BeginLoading(player, path);
+    return AwaitLoaded(player);
+}
+
+audio::Handle AudioLayer::LoadHeld(int player, const audio::HeldFile& file) {
+    FreeStream(player);
+    PlayerRecord& record = Record(player);
+    record.stream = library_->StreamOpenHeld(audio::Output::Main, file);
+    record.opening = record.stream != 0;
+    return AwaitLoaded(player);
+}
+
+audio::Handle AudioLayer::AwaitLoaded(int player) {
+    if (AwaitLoading(player, kLoadPatience) == audio::OpenState::Opening) {
         FreeStream(player);
     }
     return Record(player).stream;

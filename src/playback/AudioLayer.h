@@ -52,7 +52,9 @@ public:
      * is gone in any case. Returns the new handle, 0 when the file cannot be played.
      */
     audio::Handle LoadStream(int player, const QString& path);
-    /** The same without waiting for the file: AwaitLoading tells when the stream can be used. */
+    /** The same for a file in memory. */
+    audio::Handle LoadHeld(int player, const audio::HeldFile& file);
+    /** LoadStream without waiting for the file: AwaitLoading tells when the stream can be used. */
     audio::Handle BeginLoading(int player, const QString& path);
     /** Waits for the player's file, 0 just looks. After Failed the player is empty. */
     audio::OpenState AwaitLoading(int player, int milliseconds);
@@ -81,6 +83,7 @@ public:
     void SetPositionSeconds(int player, double seconds);
 
 private:
+    audio::Handle AwaitLoaded(int player);
     void ApplyPitch(int player);
     void AddEffects(PlayerRecord& record);
     void SetEffects(const PlayerRecord& record);

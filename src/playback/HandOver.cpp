@@ -19,6 +19,15 @@ int SideOf(int fader) {
     return fader <= 0 ? 1 : 2;
 }
 
+/** Lists that end because their titles cannot be played do not end the music. */
+StartAction EndOfLists(const MixState& state, int player) {
+    const bool lacking = state.decks[0].failed || state.decks[1].failed;
+    if (state.emergency && (state.emergencyAtEnd || lacking)) {
+        return {StartKind::Emergency, player};
+    }
+    return {StartKind::AllEnded, 0};
+}
+
 StartAction AfterEndOfFadeTarget(const MixState& state, int ended) {
     const int other = OtherPlayer(ended);
     if (state.continuous && state.Deck(ended).hasNext) {
@@ -30,7 +39,7 @@ StartAction AfterEndOfFadeTarget(const MixState& state, int ended) {
     if (!state.continuous) {
         return {};
     }
-    return state.Deck(other).hasNext ? StartAction{StartKind::Jump, other} : StartAction{StartKind::AllEnded, 0};
+    return state.Deck(other).hasNext ? StartAction{StartKind::Jump, other} : EndOfLists(state, ended);
 }
 
 } // namespace
@@ -88,7 +97,7 @@ StartAction EndDecision(const MixState& state, int ended) {
         return {StartKind::Jump, other};
     }
     if (!state.Deck(ended).hasNext) {
-        return {StartKind::AllEnded, 0};
+        return EndOfLists(state, ended);
     }
     // The fader may stand at the far end, after a hand-over whose target was stopped.
     return {FaderVolume(ended, state.fader) == 0 ? StartKind::Jump : StartKind::Continue, ended};
@@ -105,7 +114,19 @@ StartAction SilenceDecision(const MixState& state) {
             return {StartKind::Jump, player};
         }
     }
-    return {StartKind::AllEnded, 0};
+    return EndOfLists(state, last);
+}
+
+StartAction StandstillDecision(const MixState& state, int stuck, int nth) {
+    if (nth > 1 && state.emergency) {
+        return {StartKind::Emergency, stuck};
+    }
+    for (const int player : {OtherPlayer(stuck), stuck}) {
+        if (CanStart(state.Deck(player))) {
+            return {StartKind::Jump, player};
+        }
+    }
+    return state.emergency ? StartAction{StartKind::Emergency, stuck} : StartAction{};
 }
 
 } // namespace kalvo

@@ -15,6 +15,7 @@ struct DeckState {
     int length = 0;       ///< whole seconds, rounded to the nearest
     bool hasNext = false; ///< its list has a next title; looked up only where it is asked for
     bool opening = false; ///< has been started and waits for its file
+    bool failed = false;  ///< its list has titles left, but none that can be played; looked up with hasNext
 };
 
 struct MixState {
@@ -27,6 +28,8 @@ struct MixState {
     bool handOverRunning = false; ///< a hand-over has begun and its fade has not ended
     bool heldByUser = true;       ///< the silence is wanted: stopped or paused by hand, or nothing started yet
     int lastOnAir = 0;
+    bool emergency = false;      ///< there is an emergency title
+    bool emergencyAtEnd = false; ///< it plays at the end of both lists, too
     std::array<DeckState, 2> decks;
 
     const DeckState& Deck(int player) const { return decks.at(static_cast<std::size_t>(player - 1)); }
@@ -34,11 +37,12 @@ struct MixState {
 
 enum class StartKind : unsigned char {
     Nothing,
-    Fade,     ///< the player starts (unless it plays already) and the fade towards it begins
-    Jump,     ///< the player starts (unless it plays already) and the fader jumps to its side
-    Continue, ///< the player takes its own next title; fader and fade stay as they are
-    FadeBack, ///< the fade turns round to the player, which still plays
-    AllEnded  ///< both lists are at their end: the music stops
+    Fade,      ///< the player starts (unless it plays already) and the fade towards it begins
+    Jump,      ///< the player starts (unless it plays already) and the fader jumps to its side
+    Continue,  ///< the player takes its own next title; fader and fade stay as they are
+    FadeBack,  ///< the fade turns round to the player, which still plays
+    Emergency, ///< the player starts the emergency title and the fader jumps to its side
+    AllEnded   ///< both lists are at their end: the music stops
 };
 
 struct StartAction {
@@ -64,5 +68,12 @@ StartAction EndDecision(const MixState& state, int ended);
 /** The safety net, asked on every tick: silence that nobody wants ends with the next title, or is said to be the end.
  */
 StartAction SilenceDecision(const MixState& state);
+
+/**
+ * Asked when the music has come to a stand on `stuck`, for the nth time in a row (from 1 on): who goes on. In the state
+ * what stands still counts as stopped. From the second time on the emergency title comes before the lists, whose files
+ * may all lie where nothing answers. Nothing when there is nothing left to play.
+ */
+StartAction StandstillDecision(const MixState& state, int stuck, int nth);
 
 } // namespace kalvo

@@ -52,18 +52,21 @@ void Mixer::Play(int player, int selectedRow) {
     } else if (IsOpening(player) && (selectedRow < 0 || selectedRow == current)) {
         return; // under way
     } else if (activity == audio::Activity::Playing && current >= 0) {
-        StartRow(player, current, true);
+        PlayRow(player, current);
     } else if (selectedRow >= 0 && selectedRow < deck.list->Count()) {
-        StartRow(player, selectedRow, true);
+        PlayRow(player, selectedRow);
     } else if (current >= 0 && !deck.title.prepared) {
-        StartRow(player, current, true);
+        PlayRow(player, current);
     } else if (!StartNext(player)) {
         TellEnd(player);
+        PassOn(player);
     }
 }
 
 void Mixer::PlayRow(int player, int row) {
-    StartRow(player, row, true);
+    if (!StartRow(player, row, true)) {
+        PassOn(player);
+    }
 }
 
 void Mixer::Pause(int player) {
@@ -90,6 +93,7 @@ void Mixer::Next(int player) {
     if (!StartNext(player)) {
         heldByUser_ = !IsAudible(OtherPlayer(player));
         TellEnd(player);
+        PassOn(player);
         Q_EMIT PlayerChanged(player);
     }
 }
@@ -157,6 +161,12 @@ void Mixer::MoveFader(int position) {
 void Mixer::FadeTo(int player, int selectedRow) {
     if (layer_.Activity(player) != audio::Activity::Playing) {
         Play(player, selectedRow);
+        const bool started = layer_.Activity(player) != audio::Activity::Stopped || IsOpening(player);
+        if (!started && !List(player).IsEmpty() && IsAudible(OtherPlayer(player))) {
+            Q_EMIT Message(
+                QStringLiteral("Keine Überblendung: auf Player %1 lässt sich kein Titel abspielen.").arg(player));
+            return; // nobody wants silence because a disk is gone
+        }
     }
     if (layer_.Activity(player) == audio::Activity::Playing || IsOpening(player)) {
         heldByUser_ = false; // who fades to it wants to hear it

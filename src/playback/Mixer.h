@@ -4,9 +4,11 @@
 #include "playback/AudioLayer.h"
 #include "playback/CrossFader.h"
 #include "playback/DeckTitles.h"
+#include "playback/EmergencyTitle.h"
 #include "playback/FileProbe.h"
 #include "playback/HandOver.h"
 #include "playback/MixerOptions.h"
+#include "playback/StandstillWatch.h"
 #include "playlists/Playlist.h"
 
 #include <QObject>
@@ -25,6 +27,9 @@ namespace kalvo {
  *
  * A file that does not open at once starts as soon as it does: meanwhile the player counts as opening, a fade towards
  * it waits, and after three seconds what was started by itself goes on with the next title.
+ *
+ * Music that stands still for two seconds, whatever the cause, goes on with the next title of either list, in the end
+ * with the emergency title.
  */
 class Mixer : public QObject {
     Q_OBJECT
@@ -37,6 +42,8 @@ public:
     void SetOptions(const MixerOptions& options);
     /** Whether players start at an entry's cue point. */
     void SetUseCuePoints(bool use) { useCuePoints_ = use; }
+    /** What plays when nothing else can. */
+    void SetEmergency(const EmergencyTitle& title) { emergency_ = title; }
     /** How long a start may hold up the caller for its file; 40 ms unless set. */
     void SetPatience(std::chrono::milliseconds patience);
 
@@ -199,6 +206,14 @@ private:
     void ShowPrepared(int player);
     void TitleEnded(int player);
     void LookAtOutput();
+    /** The list has titles left, but none that can be played; asked where it has no next title. */
+    bool HasFailed(int player) const;
+    void PassOn(int player);
+    bool IsDue(int player, const MixState& state) const;
+    void WatchStandstill();
+    void EndStandstill(int nth);
+    void TakeOff(int player);
+    bool PlayEmergency(int player);
     static void OnEnd(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
     static void OnDeviceLost(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
 
@@ -209,6 +224,8 @@ private:
     LiveVolumes live_;
     FileProbe files_;
     std::function<bool(const QString& path)> exists_ = [this](const QString& path) { return files_.Exists(path); };
+    EmergencyTitle emergency_;
+    StandstillWatch standstill_;
     int patience_ = 40; ///< ms
     bool useCuePoints_ = true;
     bool faderHeld_ = false;

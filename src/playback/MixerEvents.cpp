@@ -27,6 +27,8 @@ MixState Mixer::StateNow(bool withNext) const {
     state.handOverRunning = handOverRunning_;
     state.heldByUser = heldByUser_;
     state.lastOnAir = lastOnAir_;
+    state.emergency = emergency_.IsThere();
+    state.emergencyAtEnd = emergency_.atListEnd;
     for (const DeckData& data : decks_) {
         DeckState& deck = state.decks.at(static_cast<std::size_t>(data.number - 1));
         const audio::Activity activity = layer_.Activity(data.number);
@@ -35,6 +37,7 @@ MixState Mixer::StateNow(bool withNext) const {
         deck.position = WholeSeconds(layer_.PositionSeconds(data.number));
         deck.length = WholeSeconds(layer_.LengthSeconds(data.number));
         deck.hasNext = withNext && PeekNextTitle(*data.list, exists_, options_.removePlayed) >= 0;
+        deck.failed = withNext && !deck.hasNext && HasFailed(data.number);
         deck.opening = IsOpening(data.number);
     }
     return state;
@@ -51,6 +54,7 @@ void Mixer::CheckHandOver() {
         state = StateNow(true);
         Start(silent ? SilenceDecision(state) : HandOverDecision(state));
     }
+    WatchStandstill();
     PrepareNext(1);
     PrepareNext(2);
 }
@@ -79,6 +83,8 @@ bool Mixer::Start(const StartAction& action) {
     case StartKind::FadeBack:
         fader_.FadeTowards(action.player);
         return true;
+    case StartKind::Emergency:
+        return PlayEmergency(action.player) || Start({StartKind::AllEnded, 0});
     case StartKind::AllEnded:
         heldByUser_ = true;
         EndHandOver();

@@ -12,8 +12,8 @@ namespace kalvo::test {
 
 /**
  * Stands for the audio library where only time matters: a file's length is told by its name ("…-12.mp3": 12 seconds at
- * 1000 frames each), "broken" in it does not open, "slow" opens two seconds late, "hanging" never. Time passes in
- * Advance().
+ * 1000 frames each), "broken" in it does not open, "slow" opens two seconds late, "hanging" never, "stalling" stands
+ * still after three seconds. A file in memory has a second a byte. Time passes in Advance().
  */
 class FakeAudio : public audio::AudioLibrary {
 public:
@@ -33,19 +33,23 @@ public:
     };
     static constexpr int kRate = 1000;
     static constexpr double kSlow = 2;
+    static constexpr double kStall = 3;
 
     std::map<audio::Handle, Stream> streams;
+    bool deviceTakes = true; ///< the output device asks for sound
     int opened = 0;
     int effects = 0; ///< that stand in the streams' paths
 
     /** Lets time pass for everything that plays; ends are told in DispatchEvents. */
     void Advance(double seconds) {
+        callbacks_ += deviceTakes ? 1 : 0;
         for (auto& [handle, stream] : streams) {
             stream.opensIn -= seconds;
             Slide(stream, seconds);
-            if (stream.activity != audio::Activity::Playing)
+            if (stream.activity != audio::Activity::Playing || !deviceTakes)
                 continue;
-            stream.position = std::min(stream.position + seconds, stream.length);
+            const bool stalls = stream.path.find("stalling") != std::string::npos;
+            stream.position = std::min(stream.position + seconds, stalls ? kStall : stream.length);
             stream.ended = stream.position == stream.length;
             stream.activity = stream.ended ? audio::Activity::Stopped : stream.activity;
         }
@@ -58,7 +62,10 @@ public:
     std::string GetDeviceDescription(int device) override { return device == 0 ? "Kein Ton" : ""; }
     bool Init(audio::Output, int device, int, int) override { return device <= 1; }
     bool Free(audio::Output) override { return true; }
-    bool GetInfo(audio::Output, audio::OutputInfo&) const override { return true; }
+    bool GetInfo(audio::Output, audio::OutputInfo& info) const override {
+        info.callbacks = callbacks_;
+        return true;
+    }
     bool SetVolume(audio::Output, int) override { return true; }
     int GetVolume(audio::Output) const override { return 100; }
     bool Stop(audio::Output) override { return true; }
@@ -86,6 +93,9 @@ public:
             At(handle).opensIn = never ? 1e9 : path.find("slow") != std::string::npos ? kSlow : 0;
         }
         return handle;
+    }
+    audio::Handle StreamOpenHeld(audio::Output output, const audio::HeldFile& file) override {
+        return StreamCreateFile(output, "held-" + std::to_string(file->size()));
     }
     audio::OpenState StreamAwaitOpen(audio::Handle handle, int /*milliseconds*/) override {
         return At(handle).opensIn > 1e-9 ? audio::OpenState::Opening : audio::OpenState::Ready;
@@ -157,6 +167,8 @@ public:
     bool FXGetParameters(audio::Handle, audio::EffectParameters&) override { return true; }
 
 private:
+    std::uint64_t callbacks_ = 0;
+
     static void SetVolume(Stream& stream, double volume) {
         stream.volume = volume;
         stream.attributes.volume = static_cast<int>(std::lround(volume));

@@ -1,0 +1,349 @@
+#include "Night.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <fstream>
+#include <numbers>
+
+namespace kalvo::test {
+
+namespace {
+
+constexpr double kSilent = 0.001; ///< height of a sample
+constexpr double kRate = 44100;
+constexpr double kSwell = 0.02; ///< seconds
+constexpr int kRowsAhead = 5;
+
+struct Kind {
+    double seconds;
+    int rate; ///< Hz
+    int channels;
+};
+constexpr Kind kKinds[] = {{0.5, 44100, 2}, {0.6, 48000, 1}, {1.2, 22050, 1}, {2, 44100, 1},  {4, 44100, 2},
+                           {8, 48000, 2},   {15, 44100, 1},  {30, 22050, 1},  {62, 11025, 1}, {119, 11025, 1},
+                           {200, 11025, 1}, {333, 8000, 1},  {600, 8000, 1}};
+
+template<typename Number>
+void Append(QByteArray& bytes, Number number) {
+    bytes.append(reinterpret_cast<const char*>(&number), sizeof number); // little endian, as the machine
+}
+
+QByteArray Wave(const Kind& kind, double frequency) {
+    const auto frames = static_cast<qint64>(kind.seconds * kind.rate);
+    const auto size = static_cast<std::uint32_t>(frames * kind.channels * 2);
+    QByteArray bytes("RIFF");
+    Append(bytes, size + 36);
+    bytes += "WAVEfmt ";
+    Append(bytes, std::uint32_t{16});
+    Append(bytes, std::uint16_t{1});
+    Append(bytes, static_cast<std::uint16_t>(kind.channels));
+    Append(bytes, static_cast<std::uint32_t>(kind.rate));
+    Append(bytes, static_cast<std::uint32_t>(kind.rate * kind.channels * 2));
+    Append(bytes, static_cast<std::uint16_t>(kind.channels * 2));
+    Append(bytes, std::uint16_t{16});
+    bytes += "data";
+    Append(bytes, size);
+    for (qint64 frame = 0; frame < frames; ++frame) {
+        const double second = static_cast<double>(frame) / kind.rate;
+        const double edge = std::min({1.0, second / kSwell, (kind.seconds - second) / kSwell});
+        const double swell = 0.5 - 0.5 * std::cos(std::numbers::pi * edge);
+        const auto sample =
+            static_cast<std::int16_t>(13000 * swell * std::sin(2 * std::numbers::pi * frequency * second));
+        for (int channel = 0; channel < kind.channels; ++channel)
+            Append(bytes, sample);
+    }
+    return bytes;
+}
+
+void WriteFile(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        throw std::runtime_error("no room for the night's titles");
+}
+
+std::size_t ResidentBytes() {
+    ::malloc_trim(0);
+    std::ifstream file("/proc/self/statm");
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    file >> all >> resident;
+    return resident * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
+} // namespace
+
+Night::Night(std::unique_ptr<audio::AudioLibrary> library, unsigned seed)
+    : folder_(disk_.filePath(QStringLiteral("Musik"))),
+      chance_(seed),
+      layer_(std::move(library)),
+      mixer_(layer_, list1_, list2_),
+      mix_(mixer_) {
+    if (!layer_.InitAudio(audio::kOffline, 1024))
+        throw std::runtime_error("no output");
+    MakeFiles();
+    HoldEmergency();
+    QObject::connect(&mixer_, &Mixer::TitleStarted, &mixer_, [this] { ++report_.titles; });
+    QObject::connect(&mixer_, &Mixer::Message, &mixer_, [this](const QString& text) {
+        report_.rescues += text.startsWith(QStringLiteral("Der Notfalltitel spielt")) ? 1 : 0;
+    });
+}
+
+void Night::MakeFiles() {
+    QDir().mkpath(folder_);
+    double frequency = 60;
+    for (const Kind& kind : kKinds) {
+        frequency += 10;
+        files_.push_back(folder_ + QStringLiteral("/%1.wav").arg(kind.seconds));
+        WriteFile(files_.back(), Wave(kind, frequency));
+    }
+    WriteFile(folder_ + QStringLiteral("/kaputt.wav"), QByteArray(5000, 'x'));
+}
+
+void Night::HoldEmergency() {
+    const QByteArray wave = Wave({7, 22050, 1}, 90);
+    const auto* bytes = reinterpret_cast<const std::byte*>(wave.constData());
+    EmergencyTitle emergency;
+    emergency.title.title = QStringLiteral("Not");
+    emergency.file = std::make_shared<std::vector<std::byte>>(bytes, bytes + wave.size());
+    mixer_.SetEmergency(emergency);
+}
+
+/** Short titles are drawn more often than long ones, some are missing or broken. */
+PlaylistEntry Night::RandomEntry() {
+    PlaylistEntry entry;
+    const int draw = UpTo(19);
+    const auto which = static_cast<std::size_t>(std::min(UpTo(12), UpTo(17)));
+    entry.path = draw == 0   ? folder_ + QStringLiteral("/fehlt.mp3")
+                 : draw == 1 ? folder_ + QStringLiteral("/kaputt.wav")
+                             : files_[which];
+    entry.title = entry.path.section(u'/', -1);
+    if (UpTo(9) == 0)
+        entry.info = QStringLiteral("0.3"); // a cue point
+    return entry;
+}
+
+/** There is always more to come; what has been played does not pile up. */
+void Night::FillLists() {
+    for (const int player : {1, 2}) {
+        Playlist& list = List(player);
+        while (list.CurrentRow() > 40)
+            list.Remove({0});
+        while (list.Count() - list.CurrentRow() <= kRowsAhead)
+            list.Append({RandomEntry()});
+    }
+}
+
+NightReport Night::Run(double seconds) {
+    end_ = seconds;
+    report_ = {};
+    FillLists();
+    mixer_.Play(1, -1);
+    const auto listen = [this](const float* stereo, std::size_t frames) { return Listen(stereo, frames); };
+    while (mix_.Seconds() < end_)
+        mix_.Run(listen);
+    mend_ = nullptr;
+    Rest(report_.memoryLate);
+    while (resting_)
+        mix_.Run(listen);
+    report_.seconds = mix_.Seconds();
+    return report_;
+}
+
+bool Night::Listen(const float* stereo, std::size_t frames) {
+    for (std::size_t i = 0; i < frames; ++i) {
+        const float left = stereo[2 * i];
+        Judge(std::abs(left - 2 * before_[0] + before_[1]), std::abs(left) < kSilent);
+        before_[1] = std::exchange(before_[0], left);
+    }
+    LiveOn();
+    return resting_ || mix_.Seconds() < end_;
+}
+
+void Night::Judge(double bend, bool isQuiet) {
+    report_.largestBend = std::max(report_.largestBend, bend);
+    if (bend > kLargestBend)
+        NoteFault(QStringLiteral("bend of %1").arg(bend));
+    quiet_ = isQuiet && !mend_ ? quiet_ + 1 : 0;
+    report_.longestSilence = std::max(report_.longestSilence, quiet_ / kRate);
+    if (quiet_ == static_cast<int>(kLongestSilence * kRate))
+        NoteFault(QStringLiteral("silence"));
+}
+
+void Night::NoteFault(const QString& fault) {
+    report_.faults.append(QStringLiteral("%1 s: %2 after %3")
+                              .arg(mix_.Seconds())
+                              .arg(fault, QStringList(lastActs_.begin(), lastActs_.end()).join(u' ')));
+}
+
+void Night::LiveOn() {
+    const double now = mix_.Seconds();
+    if (mend_ && now >= mendAt_) {
+        std::exchange(mend_, nullptr)();
+    }
+    if (diskBack_ > 0 && now >= diskBack_) {
+        QDir().rename(disk_.filePath(QStringLiteral("fort")), folder_);
+        diskBack_ = 0;
+        Note("Platte wieder da");
+    }
+    if (!resting_)
+        FillLists();
+    if (mend_ || now < nextAct_)
+        return;
+    nextAct_ = now + 0.05 + UpTo(800) * UpTo(1000) / 80000.0;
+    ++report_.acts;
+    if (report_.memoryEarly == 0 && now > end_ / 4)
+        return Rest(report_.memoryEarly);
+    const int player = 1 + UpTo(1);
+    switch (UpTo(13)) {
+    case 0:
+    case 1:
+        return SilenceAndMend(player);
+    case 2:
+        return ChangeOptions();
+    case 3:
+    case 4:
+    case 5:
+        return ActOnList(List(player));
+    case 6:
+        return UpTo(4) == 0 ? PullDisk() : mixer_.SetMasterVolume(40 + UpTo(60));
+    default:
+        ActOnPlayer(player);
+    }
+}
+
+void Night::ActOnPlayer(int player) {
+    const double length = layer_.LengthSeconds(player);
+    switch (UpTo(6)) {
+    case 0:
+        Note("nächster");
+        return mixer_.Next(player);
+    case 1:
+        Note("Zeile");
+        return mixer_.Play(player, UpTo(List(player).Count() - 1));
+    case 2:
+    case 3:
+        Note("überblenden");
+        return mixer_.FadeTo(player, -1);
+    case 4:
+        Note("springen");
+        return mixer_.SeekSeconds(player, length * UpTo(100) / 100);
+    case 5:
+        Note("zum Ende springen");
+        return mixer_.SeekSeconds(player, length - 12);
+    default:
+        Note("Tonhöhe");
+        mixer_.SetPitch(player, UpTo(240) - 120);
+    }
+}
+
+void Night::ActOnList(Playlist& list) {
+    const int row = UpTo(list.Count() - 1);
+    switch (UpTo(5)) {
+    case 0:
+        Note("Liste leeren");
+        return list.Clear();
+    case 1:
+        Note("mischen");
+        return list.Shuffle();
+    case 2:
+        Note("als nächstes");
+        return list.MarkPlayNext(row);
+    case 3:
+        Note("verschieben");
+        return list.Move({row}, UpTo(list.Count()));
+    case 4:
+        Note("einfügen");
+        return list.Insert(row, {RandomEntry()});
+    default:
+        Note("entfernen");
+        list.Remove({row});
+    }
+}
+
+void Night::ChangeOptions() {
+    Note("Optionen");
+    constexpr int switchOvers[] = {0, 2, 9, 30};
+    MixerOptions options = mixer_.Options();
+    options.mode = UpTo(3) == 0 ? FadeMode::NoFading : FadeMode::FadeCrossOver;
+    options.fadeInterval = kFadeSpeeds.at(static_cast<std::size_t>(UpTo(4))).interval;
+    options.switchOver = switchOvers[UpTo(3)];
+    options.removePlayed = UpTo(1) == 0;
+    options.preload = UpTo(3) != 0;
+    options.automatic = UpTo(4) != 0;
+    mixer_.SetOptions(options);
+}
+
+void Night::SilenceAndMend(int player) {
+    switch (UpTo(4)) {
+    case 0:
+        mixer_.Pause(player);
+        return MendLater("Pause", [this, player] { mixer_.Play(player, -1); });
+    case 1:
+        mixer_.Stop(player);
+        return MendLater("Stop", [this, player] { mixer_.FadeTo(player, -1); });
+    case 2:
+        mixer_.ToggleMute(player);
+        return MendLater("stumm", [this, player] { mixer_.ToggleMute(player); });
+    case 3:
+        mixer_.SetFader(UpTo(200) - 100);
+        return MendLater("Regler", [this] {
+            if (const int onAir = mixer_.OnAirPlayer(); onAir != 0)
+                mixer_.SetFader(onAir == 1 ? -100 : 100);
+        });
+    default:
+        break;
+    }
+    MixerOptions options = mixer_.Options();
+    options.continuous = false;
+    mixer_.SetOptions(options);
+    MendLater("nicht weiter", [this, player] {
+        MixerOptions again = mixer_.Options();
+        again.continuous = true;
+        mixer_.SetOptions(again);
+        if (mixer_.OnAirPlayer() == 0)
+            mixer_.Play(player, -1);
+    });
+}
+
+/** No title can be opened for a while; those that play have most of themselves in memory. */
+void Night::PullDisk() {
+    if (diskBack_ > 0)
+        return;
+    Note("Platte fort");
+    QDir().rename(folder_, disk_.filePath(QStringLiteral("fort")));
+    diskBack_ = mix_.Seconds() + 5 + UpTo(40);
+}
+
+void Night::MendLater(const char* act, std::function<void()> mend) {
+    Note(act);
+    mend_ = std::move(mend);
+    mendAt_ = mix_.Seconds() + 0.05 + UpTo(295) / 100.0;
+}
+
+void Night::Rest(std::size_t& memory) {
+    resting_ = true;
+    for (const int player : {1, 2}) {
+        mixer_.Stop(player);
+        List(player).Clear();
+        layer_.Prepare(player, {});
+    }
+    MendLater("Rast", [this, &memory] {
+        memory = ResidentBytes();
+        resting_ = false;
+        FillLists();
+        mixer_.FadeTo(1, -1);
+    });
+}
+
+void Night::Note(const char* act) {
+    lastActs_.push_back(QStringLiteral("[%1 %2]").arg(mix_.Seconds()).arg(QString::fromUtf8(act)));
+    if (lastActs_.size() > 6)
+        lastActs_.pop_front();
+}
+
+} // namespace kalvo::test
