@@ -15,11 +15,15 @@ constexpr int kAnnouncedSeconds = 15;
 constexpr float kLevelRange = 48; // dB
 constexpr QChar kMinus(0x2212);
 
+/** Whether titles are handed over by themselves, as things stand. */
+bool HandsOver(const Mixer& mixer, const MixState& state) {
+    return state.continuous && state.automatic && state.mode == FadeMode::FadeCrossOver && !mixer.IsListening();
+}
+
 /** Seconds until the player on air hands over; negative when it will not. */
 int SecondsToHandOver(const Mixer& mixer, const MixState& state) {
     const int onAir = OnAir(state);
-    const bool able = state.continuous && state.automatic && state.mode == FadeMode::FadeCrossOver;
-    if (!able || onAir == 0 || !state.Deck(onAir).playing || state.fadeStep != 0) {
+    if (!HandsOver(mixer, state) || onAir == 0 || !state.Deck(onAir).playing || state.fadeStep != 0) {
         return -1;
     }
     const int other = OtherPlayer(onAir);
@@ -74,7 +78,7 @@ DeckView PresentDeck(const Mixer& mixer, int player, float levelLeft, float leve
     view.pitchPermille = mixer.Pitch(player);
     view.levelLeft = LevelShare(levelLeft);
     view.levelRight = LevelShare(levelRight);
-    const bool handsOver = state.continuous && state.automatic && state.mode == FadeMode::FadeCrossOver;
+    const bool handsOver = HandsOver(mixer, state);
     view.switchOverSeconds = handsOver && title.length > 0 ? state.switchOver : 0;
     if (!deck.playing && !deck.paused) {
         view.remaining = title.length > 0 ? PlayTime::Format(title.length) : QString();
@@ -92,7 +96,7 @@ DeckView PresentDeck(const Mixer& mixer, int player, float levelLeft, float leve
 HandOverView PresentHandOver(const Mixer& mixer) {
     const MixState state = mixer.State();
     HandOverView view;
-    if (!state.continuous || !state.automatic || state.mode != FadeMode::FadeCrossOver) {
+    if (!HandsOver(mixer, state)) {
         return view;
     }
     view.kind = HandOverView::Kind::Rest;

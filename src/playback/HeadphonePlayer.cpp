@@ -94,7 +94,7 @@ void HeadphonePlayer::PlayFrom(double second) {
     startAt_ = second;
     stream_ = library_.StreamOpenFile(Output::Headphones, QFile::encodeName(path_).toStdString());
     opening_ = stream_ != 0;
-    state_ = State::Play;
+    Become(State::Play);
     AwaitStream(kOpenPatience);
 }
 
@@ -103,7 +103,6 @@ void HeadphonePlayer::AwaitStream(int milliseconds) {
     const audio::OpenState answer =
         opening_ ? library_.StreamAwaitOpen(stream_, milliseconds) : audio::OpenState::Failed;
     if (answer == audio::OpenState::Opening) {
-        Become(State::Play);
         return;
     }
     opening_ = false;

@@ -3,6 +3,7 @@
 #include "base/FaderLaw.h"
 #include "playback/AudioLayer.h"
 #include "playback/CrossFader.h"
+#include "playback/DeckData.h"
 #include "playback/DeckTitles.h"
 #include "playback/EmergencyTitle.h"
 #include "playback/FileProbe.h"
@@ -89,27 +90,25 @@ public:
     void SetJingle(bool plays);
     /** Turns a player down to a volume, 0..100; player 0 takes it back. */
     void SetDip(int player, int volume);
-    // ---- listening: pre-listening and play-through on the main output
 
-    /**
-     * The hand-over and its safety net keep out of it until EndListening or LeaveListening; a running fade stops where
-     * it is. While one goes on already the next one takes its place.
-     */
+    // ---- listening on the main output: pre-listening and play-through
+
+    /** No hand-over and no safety net until one of the two ends; a running fade stops where it is. */
     void BeginListening();
     bool IsListening() const { return listening_; }
     /**
-     * Loads and plays a title from its start without a list, as PlayState::Listened; what was on the player is gone.
-     * status: shown while it plays. False, after a Message, when the file cannot be played.
+     * Plays a title from its start, without a list, as PlayState::Listened. status: shown while it plays.
+     * False, after a Message, when the file cannot be played.
      */
     bool PlayListened(int player, const DeckTitle& title, const QString& status = QStringLiteral("play"));
-    /** Whether a listened title is on the player, its file perhaps not open yet. */
+    /** Whether such a title is on the player, its file perhaps not open yet. */
     bool IsListened(int player) const { return layer_.Record(player).state == PlayState::Listened; }
-    /** The player is no louder than this, whatever the fader says; 100 lifts it. Reached within the time. */
+    /** No louder than this whatever the fader says, reached within the time; 100 lifts it. */
     void LimitVolume(int player, int volume, int milliseconds);
     /** The player stops, and the music that ran before goes on by AfterListening. */
     void EndListening(int player);
-    /** Somebody has started music meanwhile: the hand-over watches again, that is all. */
-    void LeaveListening();
+    /** Music has been started meanwhile: only the watch begins again. */
+    void LeaveListening() { listening_ = false; }
 
     // ---- called by timers
 
@@ -158,22 +157,6 @@ Q_SIGNALS:
     void Finished();
 
 private:
-    struct DeckData {
-        Mixer* owner = nullptr;
-        int number = 0;
-        Playlist* list = nullptr;
-        DeckTitle title;
-        bool muted = false;
-        bool stoppedByUser = false;
-        bool asked = false;     ///< the title on it was started by the user, not by the rule
-        int openingRounds = 0;  ///< since its file has been opening
-        bool prepareDue = true; ///< the list has changed since the next title was looked up
-        bool preparing = false; ///< the next title's file has not been seen open yet
-        int preparedRow = -1;
-        int limit = 100;        ///< volume, for LimitVolume
-        QString listenedStatus; ///< of a listened title that plays
-    };
-
     DeckData& Deck(int player) { return decks_.at(static_cast<std::size_t>(player - 1)); }
     const DeckData& Deck(int player) const { return decks_.at(static_cast<std::size_t>(player - 1)); }
     Playlist& List(int player) { return *Deck(player).list; }

@@ -61,8 +61,4 @@ void Mixer::EndListening(int player) {
     Q_EMIT PlayerChanged(player);
 }
 
-void Mixer::LeaveListening() {
-    listening_ = false;
-}
-
 } // namespace kalvo

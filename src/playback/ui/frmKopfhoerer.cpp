@@ -77,6 +77,7 @@ struct frmKopfhoerer::Parts {
     QSlider* volume;
     TimeLabel* volumeText;
     ElidedLabel* message;
+    QList<QHBoxLayout*> rows; ///< of buttons, and of the state
 };
 
 frmKopfhoerer::frmKopfhoerer(AudioLayer& layer, Settings& settings, QWidget* parent)
@@ -138,16 +139,18 @@ void frmKopfhoerer::NameControls() {
 
 void frmKopfhoerer::Arrange() {
     auto* grid = new QGridLayout(this);
-    const auto row = [&](int line, std::initializer_list<QWidget*> parts, const QList<int>& stretches) {
+    const auto row = [&](int line, std::initializer_list<QWidget*> parts) {
         auto* box = new QHBoxLayout;
-        int place = 0;
         for (QWidget* part : parts)
-            box->addWidget(part, stretches.value(place++, 1));
+            box->addWidget(part, part == parts_->take ? 2 : 1);
         grid->addLayout(box, line, 0, 1, 2);
+        parts_->rows.append(box);
     };
     grid->addWidget(parts_->title, 0, 0);
     grid->addWidget(parts_->seconds, 0, 1, Qt::AlignRight | Qt::AlignBottom);
     auto* state = new QHBoxLayout;
+    parts_->rows.append(state);
+    parts_->seconds->setAlignment(Qt::AlignRight);
     state->addStretch(1);
     state->addWidget(parts_->length);
     state->addWidget(parts_->status);
@@ -155,13 +158,14 @@ void frmKopfhoerer::Arrange() {
     grid->addLayout(state, 1, 1);
     grid->addWidget(parts_->position, 2, 0, 1, 2);
     grid->addWidget(parts_->level, 3, 0, 1, 2);
-    row(4, {parts_->restart, parts_->play, parts_->fromCue, parts_->pause, parts_->stop}, {});
-    row(5, {parts_->back, parts_->forward, parts_->half}, {});
-    row(6, {parts_->take, parts_->clear}, {2, 1});
+    row(4, {parts_->restart, parts_->play, parts_->fromCue, parts_->pause, parts_->stop});
+    row(5, {parts_->back, parts_->forward, parts_->half});
+    row(6, {parts_->take, parts_->clear});
     grid->addWidget(parts_->message, 7, 0, 1, 3);
     auto* side = new QVBoxLayout;
     side->addWidget(parts_->sign, 0, Qt::AlignHCenter);
     side->addWidget(parts_->volume, 1, Qt::AlignHCenter);
+    side->addSpacing(SkinStyle::Units().G());
     side->addWidget(parts_->volumeText, 0, Qt::AlignHCenter);
     grid->addLayout(side, 0, 2, 7, 1);
     grid->setColumnStretch(0, 1);
@@ -189,6 +193,8 @@ void frmKopfhoerer::ApplyLook() {
     grid->setContentsMargins(units.Gap(4), units.Gap(4), units.Gap(4), units.Gap(2));
     grid->setHorizontalSpacing(units.Gap(3));
     grid->setVerticalSpacing(units.Gap(2));
+    for (QHBoxLayout* row : std::as_const(parts_->rows))
+        row->setSpacing(units.Gap(1.5));
     setMinimumWidth(units.Of(46));
 }
 
@@ -318,6 +324,7 @@ void frmKopfhoerer::ShowState() {
     for (IconButton* part : {parts_->back, parts_->forward, parts_->half})
         part->setEnabled(player_.HasStream() || part->isDown());
     parts_->take->setEnabled(title_.source != 0 && player_.HasStream());
+    parts_->take->SetOn(parts_->take->isEnabled() && state == State::Pause);
     parts_->clear->setEnabled(title_.source != 0 && title_.cue >= 0);
     parts_->fromCue->setToolTip(title_.cue < 0 ? tr("Kein Cue-Punkt gesetzt")
                                                : tr("Wiedergabe ab dem Cue-Punkt %1").arg(CueText::Write(title_.cue)));
@@ -328,7 +335,7 @@ void frmKopfhoerer::ShowPosition() {
     const double position = player_.Position();
     const double length = player_.Length();
     parts_->seconds->SetText(CueText::Write(position));
-    const QString total = length > 0 ? tr("von %1 Sekunden,").arg(CueText::Write(length)) : tr("Sekunden,");
+    const QString total = length > 0 ? tr("von %1 Sekunden").arg(CueText::Write(length)) : tr("Sekunden");
     if (parts_->length->text() != total)
         parts_->length->setText(total);
     parts_->position->SetTitle(length, 0, title_.cue);

@@ -1,0 +1,193 @@
+#include "playback/HeadphonePlayer.h"
+
+#include "FakeAudio.h"
+#include "support/TestFolder.h"
+
+#include <array>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+
+namespace {
+
+using audio::Output;
+using State = HeadphonePlayer::State;
+
+/** Three cards; the last one is the same as the first under another number. */
+class Cards : public test::FakeAudio {
+public:
+    std::string GetDeviceDescription(int device) override {
+        static const std::array<std::string, 5> names = {"Kein Ton", "Standard", "A", "B", "A too"};
+        return device < 5 ? names.at(static_cast<std::size_t>(device)) : "";
+    }
+    bool Init(Output output, int device, int, int) override {
+        opens[output] = device;
+        return device != unpluggable;
+    }
+    bool Free(Output output) override { return opens.erase(output) == 1; }
+    bool GetInfo(Output output, audio::OutputInfo& info) const override {
+        const auto found = opens.find(output);
+        if (found == opens.end())
+            return false;
+        const bool gone = output == Output::Headphones && lost;
+        info.device = gone ? audio::kNoSound : found->second;
+        info.deviceName = gone ? "Kein Ton" : found->second == 3 ? "B" : "A";
+        return true;
+    }
+
+    std::map<Output, int> opens;
+    int unpluggable = -7;
+    bool lost = false;
+};
+
+struct HeadphonePlayerTest : ::testing::Test {
+    HeadphonePlayerTest() {
+        layer.InitAudio(2, 1024);
+        QObject::connect(&player, &HeadphonePlayer::Told, [this](const QString& text) { told.append(text); });
+    }
+    void Begin(const char* name) {
+        ASSERT_EQ(player.Open({3, {}}), QString());
+        player.Load(folder.Write(QString::fromLatin1(name), "x"));
+        player.Play();
+    }
+    void Run(double seconds) {
+        for (double time = 0; time < seconds - 0.001; time += 0.05) {
+            cards.Advance(0.05);
+            player.Tick();
+        }
+    }
+
+    test::TestFolder folder;
+    std::unique_ptr<Cards> library = std::make_unique<Cards>();
+    Cards& cards = *library;
+    AudioLayer layer{std::move(library)};
+    HeadphonePlayer player{layer};
+    QStringList told;
+};
+
+} // namespace
+
+TEST_F(HeadphonePlayerTest, RefusesACardThatIsNoneOrTheMusics) {
+    for (const OutputChoice& choice :
+         {OutputChoice{0, {}}, OutputChoice{2, {}}, OutputChoice{3, QStringLiteral("A")}}) {
+        EXPECT_EQ(player.Open(choice), HeadphonePlayer::NoCardText());
+        EXPECT_EQ(cards.opens.count(Output::Headphones), 0U);
+    }
+    EXPECT_EQ(player.Open({4, {}}), HeadphonePlayer::NoCardText()) << "the same card under another number";
+    EXPECT_EQ(cards.opens.count(Output::Headphones), 0U);
+    cards.unpluggable = 3;
+    EXPECT_EQ(player.Open({3, {}}), QStringLiteral("Soundkarte existiert an Device: 3 nicht!"));
+    cards.unpluggable = -7;
+    EXPECT_EQ(player.Open({3, QStringLiteral("C")}), QStringLiteral("Soundkarte existiert an Device: 3 nicht!"))
+        << "another card has the number of the one that was chosen";
+    EXPECT_FALSE(player.IsOpen());
+    player.Load(folder.Write(QStringLiteral("a-5"), "x"));
+    player.Play();
+    EXPECT_EQ(player.Now(), State::Stop);
+}
+
+TEST_F(HeadphonePlayerTest, PlaysPausesAndStops) {
+    Begin("a-20");
+    Run(2);
+    EXPECT_NEAR(player.Position(), 2, 0.01);
+    player.Pause();
+    Run(2);
+    EXPECT_EQ(player.StatusText(), QStringLiteral("pause"));
+    player.Play();
+    Run(1);
+    EXPECT_NEAR(player.Position(), 3, 0.01) << "resumed";
+    player.PlayFrom(12.4);
+    EXPECT_NEAR(player.Position(), 12.4, 0.001);
+    player.Seek(0.9);
+    EXPECT_NEAR(player.Position(), 18, 0.001);
+    Run(3);
+    EXPECT_EQ(player.StatusText(), QStringLiteral("stop")) << "at its end";
+    player.Play();
+    Run(1);
+    EXPECT_NEAR(player.Position(), 1, 0.01) << "from its start";
+    player.Stop();
+    EXPECT_TRUE(cards.streams.empty());
+}
+
+TEST_F(HeadphonePlayerTest, StepsByTenthsOfASecond) {
+    Begin("a-20");
+    Run(2.25);
+    player.BeginSteps();
+    Run(1);
+    for (int step = 0; step < 4; ++step)
+        player.Step(1);
+    EXPECT_NEAR(player.Position(), 2.7, 0.001) << "from what was shown, while it stood still";
+    player.EndSteps();
+    EXPECT_EQ(player.Now(), State::Play);
+    Run(1);
+    EXPECT_NEAR(player.Position(), 3.7, 0.01);
+    player.Pause();
+    player.BeginSteps();
+    for (int step = 0; step < 50; ++step)
+        player.Step(-1);
+    player.EndSteps();
+    EXPECT_EQ(player.Now(), State::Pause);
+    EXPECT_EQ(player.Position(), 0) << "no further than the start";
+    player.Seek(1);
+    player.BeginSteps();
+    player.Step(1);
+    EXPECT_NEAR(player.Position(), 20, 0.001);
+}
+
+TEST_F(HeadphonePlayerTest, HalfSpeedEndsInAPause) {
+    Begin("a-20");
+    player.Pause();
+    player.BeginHalfSpeed();
+    EXPECT_EQ(player.StatusText(), QStringLiteral("0,5 speed"));
+    const audio::Handle stream = cards.streams.begin()->first;
+    EXPECT_EQ(cards.At(stream).attributes.frequency, 499) << "22000 of 44100, of this title's 1000";
+    EXPECT_EQ(cards.At(stream).activity, audio::Activity::Playing);
+    player.EndHalfSpeed();
+    EXPECT_EQ(cards.At(stream).attributes.frequency, 1000);
+    EXPECT_EQ(player.Now(), State::Pause);
+}
+
+TEST_F(HeadphonePlayerTest, TellsWhatCannotBeHeard) {
+    Begin("slow-20");
+    EXPECT_EQ(player.StatusText(), QStringLiteral("lädt"));
+    player.Pause();
+    Run(3);
+    EXPECT_EQ(player.StatusText(), QStringLiteral("pause")) << "pressed while it was opening";
+    player.Load(folder.Write(QStringLiteral("broken-5"), "x"));
+    player.Play();
+    player.Load(folder.Path(QStringLiteral("broken-6")));
+    player.Play();
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_TRUE(told.at(0).startsWith(QStringLiteral("Die Datei kann nicht abgespielt werden: ")));
+    EXPECT_TRUE(told.at(1).startsWith(QStringLiteral("Datei nicht gefunden: ")));
+    EXPECT_EQ(player.Now(), State::Stop);
+}
+
+TEST_F(HeadphonePlayerTest, ACardThatVanishesPausesAndOneThatTheMusicTakesStops) {
+    Begin("a-90");
+    cards.lost = true;
+    Run(2);
+    EXPECT_EQ(told, QStringList(QStringLiteral("Soundkarte nicht mehr da, kein Ton: B")));
+    EXPECT_EQ(player.Now(), State::Pause);
+    cards.lost = false;
+    Run(1);
+    EXPECT_EQ(told.last(), QStringLiteral("Soundkarte wieder da: B"));
+    player.Play();
+    cards.opens[Output::Main] = 3; // the music has fallen back
+    Run(0.1);
+    EXPECT_EQ(player.Now(), State::Stop);
+    player.Play();
+    EXPECT_EQ(player.Now(), State::Stop) << "the guests would hear it";
+}
+
+TEST_F(HeadphonePlayerTest, FreesItsOutputOnly) {
+    {
+        HeadphonePlayer other(layer);
+        ASSERT_EQ(other.Open({3, {}}), QString());
+        EXPECT_EQ(cards.opens.size(), 2U);
+    }
+    EXPECT_EQ(cards.opens.count(Output::Headphones), 0U);
+    EXPECT_EQ(cards.opens.count(Output::Main), 1U);
+}
+
+} // namespace kalvo
