@@ -43,7 +43,6 @@ MasterRecorder::MasterRecorder(Mixer& mixer, EncoderMaker makeEncoder, QObject* 
     : QObject(parent), mixer_(mixer), makeEncoder_(std::move(makeEncoder)), freeSpace_(FreeSpaceOf) {
     timer_.setInterval(kTick);
     connect(&timer_, &QTimer::timeout, this, &MasterRecorder::Tick);
-    connect(&mixer_, &Mixer::TitleStarted, this, [this](int player) { ++starts_.at(std::size_t(player - 1)); });
     connect(&mixer_, &Mixer::PlayerChanged, this, &MasterRecorder::NoteTitle);
     connect(&mixer_, &Mixer::FaderMoved, this, &MasterRecorder::NoteTitle);
 }
@@ -122,7 +121,7 @@ void MasterRecorder::StartFile(const QString& path) {
     library.GetInfo(audio::Output::Main, info);
     rate_ = std::max(1, info.sampleRate);
     lossTold_ = false;
-    TakePart(path);
+    state_.path = path;
     SetStatus(RecordingStatus::Running);
     NoteTitle();
 }
@@ -152,25 +151,24 @@ audio::EncodeState MasterRecorder::Look() {
     const RecordingFormat& format = RecordingFormatOf(order_.format);
     // A WAV that has become too large goes on in a further file, in which times begin anew.
     const bool isWav = format.encoder.format == audio::EncodeFormat::Wav;
+    if (const QString path = QFile::decodeName(QByteArray::fromStdString(state.path)); path != state_.path)
+        TakePart(path);
     secondsInFile_ = isWav ? double(state.bytes) / format.bytesPerSecond : seconds;
     state_.seconds = secondsBefore_ + seconds;
     state_.bytes = qint64(state.bytes);
     state_.lost = state.lost;
-    if (const QString path = QFile::decodeName(QByteArray::fromStdString(state.path)); path != state_.path)
-        TakePart(path);
     return state;
 }
 
 /** The title that runs on is the new file's first. */
 void MasterRecorder::TakePart(const QString& path) {
-    const bool further = !tracks_.isEmpty();
     state_.path = path;
-    if (further) {
-        CueTrack track = tracks_.constLast();
-        track.file = QFileInfo(path).fileName();
-        track.seconds = 0;
-        AddTrack(track);
-    }
+    if (tracks_.isEmpty())
+        return;
+    CueTrack track = tracks_.constLast();
+    track.file = QFileInfo(path).fileName();
+    track.seconds = 0;
+    AddTrack(track);
 }
 
 void MasterRecorder::NoteTitle() {
@@ -178,11 +176,8 @@ void MasterRecorder::NoteTitle() {
     if (recording_ == 0 || player == 0 || mixer_.Activity(player) != audio::Activity::Playing)
         return;
     const DeckTitle& title = mixer_.Title(player);
-    const int start = starts_.at(std::size_t(player - 1));
-    const QString key = QStringLiteral("%1 %2 ").arg(player).arg(start) + title.path;
-    if (noted_.contains(key))
+    if (!noted_.insert(mixer_.Layer().Record(player).stream).second) // each load has a stream of its own
         return;
-    noted_.insert(key);
     Look();
     const QString name = title.title.isEmpty() ? QFileInfo(title.path).completeBaseName() : title.title;
     AddTrack({QFileInfo(state_.path).fileName(), name, title.artist, secondsInFile_});
@@ -191,9 +186,10 @@ void MasterRecorder::NoteTitle() {
 void MasterRecorder::AddTrack(CueTrack track) {
     tracks_.append(std::move(track));
     state_.titles = int(tracks_.size());
-    worker_.Do([path = cuePath_, text = CueSheetText(tracks_)]() -> BackgroundWorker::Answer {
-        WriteAtomically(path, text);
-        return {};
+    worker_.Do([this, path = cuePath_, text = CueSheetText(tracks_)]() -> BackgroundWorker::Answer {
+        if (WriteAtomically(path, text))
+            return {};
+        return [this] { Q_EMIT Told(QStringLiteral("Das Cue-Sheet des Mitschnitts kann nicht geschrieben werden.")); };
     });
 }
 

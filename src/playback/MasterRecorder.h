@@ -5,12 +5,11 @@
 #include "playback/CueSheet.h"
 
 #include <QObject>
-#include <QSet>
 #include <QTimer>
 
-#include <array>
 #include <functional>
 #include <memory>
+#include <set>
 
 namespace kalvo {
 
@@ -117,8 +116,7 @@ private:
     double secondsInFile_ = 0; ///< of the file being written
     QString cuePath_;          ///< empty until the first file has begun
     QList<CueTrack> tracks_;
-    std::array<int, 2> starts_{}; ///< how often each player has started a title
-    QSet<QString> noted_;         ///< titles that have their track: player, start and path
+    std::set<audio::Handle> noted_; ///< streams of the titles that have their track
     bool lossTold_ = false;
     int ticks_ = 0;
     bool asking_ = false; ///< for the free space
