@@ -18,7 +18,11 @@ namespace {
 constexpr int kTick = 250; // ms
 constexpr int kTicksPerSecond = 1000 / kTick;
 
-qint64 FreeSpaceOf(const QString& folder) {
+qint64 FreeSpaceOf(QString folder) {
+    while (!QFileInfo::exists(folder) && folder.contains(u'/'))
+        folder.truncate(folder.lastIndexOf(u'/', folder.size() - 1));
+    if (folder.isEmpty())
+        folder = QDir::rootPath();
     return QStorageInfo(folder).bytesAvailable();
 }
 
@@ -141,7 +145,7 @@ void MasterRecorder::Tick() {
     if (state.lost > 0 && !std::exchange(lossTold_, true))
         Q_EMIT Told(QStringLiteral("Der Datenträger ist zu langsam: im Mitschnitt fehlt Musik."));
     if (ticks_ % kTicksPerSecond == 0)
-        AskFreeSpace();
+        AskFreeSpace(order_.folder);
 }
 
 audio::EncodeState MasterRecorder::Look() {
@@ -193,10 +197,10 @@ void MasterRecorder::AddTrack(CueTrack track) {
     });
 }
 
-void MasterRecorder::AskFreeSpace() {
+void MasterRecorder::AskFreeSpace(const QString& folder) {
     if (std::exchange(asking_, true))
         return;
-    worker_.Do([this, folder = order_.folder, freeSpace = freeSpace_]() -> BackgroundWorker::Answer {
+    worker_.Do([this, folder, freeSpace = freeSpace_]() -> BackgroundWorker::Answer {
         return [this, free = freeSpace(folder)] {
             asking_ = false;
             TakeFreeSpace(free);

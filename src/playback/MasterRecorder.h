@@ -66,6 +66,8 @@ public:
     bool IsIdle() const { return state_.status == RecordingStatus::Idle; }
     const RecordingState& State() const { return state_; }
 
+    /** Has State().free follow for a folder that may not be there yet; asked by itself while something is recorded. */
+    void AskFreeSpace(const QString& folder);
     /** Gives the free bytes of a folder's disk, -1 for unknown. Called by the worker. */
     void SetFreeSpace(std::function<qint64(const QString& folder)> freeSpace) { freeSpace_ = std::move(freeSpace); }
     /** What the timer does four times a second. */
@@ -97,7 +99,6 @@ private:
     void GoOn();
     void End(const QString& failure = {});
     bool CloseFile();
-    void AskFreeSpace();
     void TakeFreeSpace(qint64 free);
     void NoteTitle();
     void AddTrack(CueTrack track);
