@@ -7,10 +7,12 @@
 #include "playback/ui/frmMitschnitt.h"
 #include "widgets/xMessageBox.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QMenu>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 

@@ -5,6 +5,7 @@
 #include "playback/RecordingOptions.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
 
