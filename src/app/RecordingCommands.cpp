@@ -7,10 +7,12 @@
 #include "playback/ui/frmMitschnitt.h"
 #include "widgets/xMessageBox.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QMenu>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -59,12 +61,17 @@ RecordingCommands::~RecordingCommands() = default;
 
 void RecordingCommands::Mitschnitt() {
     if (!dialog_) {
-        dialog_ = new frmMitschnitt(ReadOptions(desk_), desk_.clock.Now(), &window_);
+        const RecordingOptions chosen = ReadOptions(desk_);
+        dialog_ = new frmMitschnitt(chosen, desk_.clock.Now(), &window_);
         dialog_->setAttribute(Qt::WA_DeleteOnClose);
         connect(dialog_, &frmMitschnitt::StartRequested, &recorder_, &MasterRecorder::Start);
         connect(dialog_, &frmMitschnitt::StopRequested, &recorder_, &MasterRecorder::Stop);
-        connect(dialog_, &frmMitschnitt::OptionsChosen, this,
-                [this](const RecordingOptions& options) { options.Write(desk_.settings); });
+        connect(dialog_, &frmMitschnitt::OptionsChosen, this, [this](const RecordingOptions& options) {
+            options.Write(desk_.settings);
+            recorder_.AskFreeSpace(options.folder);
+        });
+        if (recorder_.IsIdle())
+            recorder_.AskFreeSpace(chosen.folder);
         display_.start();
         Refresh();
     }

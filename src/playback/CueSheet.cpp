@@ -1,5 +1,6 @@
 #include "playback/CueSheet.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kalvo {

@@ -5,6 +5,7 @@
 #include "playback/RecordingOptions.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
 
@@ -18,7 +19,11 @@ namespace {
 constexpr int kTick = 250; // ms
 constexpr int kTicksPerSecond = 1000 / kTick;
 
-qint64 FreeSpaceOf(const QString& folder) {
+qint64 FreeSpaceOf(QString folder) {
+    while (!QFileInfo::exists(folder) && folder.contains(u'/'))
+        folder.truncate(folder.lastIndexOf(u'/', folder.size() - 1));
+    if (folder.isEmpty())
+        folder = QDir::rootPath();
     return QStorageInfo(folder).bytesAvailable();
 }
 
@@ -43,7 +48,6 @@ MasterRecorder::MasterRecorder(Mixer& mixer, EncoderMaker makeEncoder, QObject* 
     : QObject(parent), mixer_(mixer), makeEncoder_(std::move(makeEncoder)), freeSpace_(FreeSpaceOf) {
     timer_.setInterval(kTick);
     connect(&timer_, &QTimer::timeout, this, &MasterRecorder::Tick);
-    connect(&mixer_, &Mixer::TitleStarted, this, [this](int player) { ++starts_.at(std::size_t(player - 1)); });
     connect(&mixer_, &Mixer::PlayerChanged, this, &MasterRecorder::NoteTitle);
     connect(&mixer_, &Mixer::FaderMoved, this, &MasterRecorder::NoteTitle);
 }
@@ -122,7 +126,7 @@ void MasterRecorder::StartFile(const QString& path) {
     library.GetInfo(audio::Output::Main, info);
     rate_ = std::max(1, info.sampleRate);
     lossTold_ = false;
-    TakePart(path);
+    state_.path = path;
     SetStatus(RecordingStatus::Running);
     NoteTitle();
 }
@@ -142,7 +146,7 @@ void MasterRecorder::Tick() {
     if (state.lost > 0 && !std::exchange(lossTold_, true))
         Q_EMIT Told(QStringLiteral("Der Datenträger ist zu langsam: im Mitschnitt fehlt Musik."));
     if (ticks_ % kTicksPerSecond == 0)
-        AskFreeSpace();
+        AskFreeSpace(order_.folder);
 }
 
 audio::EncodeState MasterRecorder::Look() {
@@ -152,25 +156,24 @@ audio::EncodeState MasterRecorder::Look() {
     const RecordingFormat& format = RecordingFormatOf(order_.format);
     // A WAV that has become too large goes on in a further file, in which times begin anew.
     const bool isWav = format.encoder.format == audio::EncodeFormat::Wav;
+    if (const QString path = QFile::decodeName(QByteArray::fromStdString(state.path)); path != state_.path)
+        TakePart(path);
     secondsInFile_ = isWav ? double(state.bytes) / format.bytesPerSecond : seconds;
     state_.seconds = secondsBefore_ + seconds;
     state_.bytes = qint64(state.bytes);
     state_.lost = state.lost;
-    if (const QString path = QFile::decodeName(QByteArray::fromStdString(state.path)); path != state_.path)
-        TakePart(path);
     return state;
 }
 
 /** The title that runs on is the new file's first. */
 void MasterRecorder::TakePart(const QString& path) {
-    const bool further = !tracks_.isEmpty();
     state_.path = path;
-    if (further) {
-        CueTrack track = tracks_.constLast();
-        track.file = QFileInfo(path).fileName();
-        track.seconds = 0;
-        AddTrack(track);
-    }
+    if (tracks_.isEmpty())
+        return;
+    CueTrack track = tracks_.constLast();
+    track.file = QFileInfo(path).fileName();
+    track.seconds = 0;
+    AddTrack(track);
 }
 
 void MasterRecorder::NoteTitle() {
@@ -178,11 +181,8 @@ void MasterRecorder::NoteTitle() {
     if (recording_ == 0 || player == 0 || mixer_.Activity(player) != audio::Activity::Playing)
         return;
     const DeckTitle& title = mixer_.Title(player);
-    const int start = starts_.at(std::size_t(player - 1));
-    const QString key = QStringLiteral("%1 %2 ").arg(player).arg(start) + title.path;
-    if (noted_.contains(key))
+    if (!noted_.insert(mixer_.Layer().Record(player).stream).second) // each load has a stream of its own
         return;
-    noted_.insert(key);
     Look();
     const QString name = title.title.isEmpty() ? QFileInfo(title.path).completeBaseName() : title.title;
     AddTrack({QFileInfo(state_.path).fileName(), name, title.artist, secondsInFile_});
@@ -191,16 +191,17 @@ void MasterRecorder::NoteTitle() {
 void MasterRecorder::AddTrack(CueTrack track) {
     tracks_.append(std::move(track));
     state_.titles = int(tracks_.size());
-    worker_.Do([path = cuePath_, text = CueSheetText(tracks_)]() -> BackgroundWorker::Answer {
-        WriteAtomically(path, text);
-        return {};
+    worker_.Do([this, path = cuePath_, text = CueSheetText(tracks_)]() -> BackgroundWorker::Answer {
+        if (WriteAtomically(path, text))
+            return {};
+        return [this] { Q_EMIT Told(QStringLiteral("Das Cue-Sheet des Mitschnitts kann nicht geschrieben werden.")); };
     });
 }
 
-void MasterRecorder::AskFreeSpace() {
+void MasterRecorder::AskFreeSpace(const QString& folder) {
     if (std::exchange(asking_, true))
         return;
-    worker_.Do([this, folder = order_.folder, freeSpace = freeSpace_]() -> BackgroundWorker::Answer {
+    worker_.Do([this, folder, freeSpace = freeSpace_]() -> BackgroundWorker::Answer {
         return [this, free = freeSpace(folder)] {
             asking_ = false;
             TakeFreeSpace(free);

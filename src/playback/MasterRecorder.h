@@ -5,12 +5,11 @@
 #include "playback/CueSheet.h"
 
 #include <QObject>
-#include <QSet>
 #include <QTimer>
 
-#include <array>
 #include <functional>
 #include <memory>
+#include <set>
 
 namespace kalvo {
 
@@ -67,6 +66,8 @@ public:
     bool IsIdle() const { return state_.status == RecordingStatus::Idle; }
     const RecordingState& State() const { return state_; }
 
+    /** Has State().free follow for a folder that may not be there yet; asked by itself while something is recorded. */
+    void AskFreeSpace(const QString& folder);
     /** Gives the free bytes of a folder's disk, -1 for unknown. Called by the worker. */
     void SetFreeSpace(std::function<qint64(const QString& folder)> freeSpace) { freeSpace_ = std::move(freeSpace); }
     /** What the timer does four times a second. */
@@ -98,7 +99,6 @@ private:
     void GoOn();
     void End(const QString& failure = {});
     bool CloseFile();
-    void AskFreeSpace();
     void TakeFreeSpace(qint64 free);
     void NoteTitle();
     void AddTrack(CueTrack track);
@@ -117,8 +117,7 @@ private:
     double secondsInFile_ = 0; ///< of the file being written
     QString cuePath_;          ///< empty until the first file has begun
     QList<CueTrack> tracks_;
-    std::array<int, 2> starts_{}; ///< how often each player has started a title
-    QSet<QString> noted_;         ///< titles that have their track: player, start and path
+    std::set<audio::Handle> noted_; ///< streams of the titles that have their track
     bool lossTold_ = false;
     int ticks_ = 0;
     bool asking_ = false; ///< for the free space

@@ -12,11 +12,14 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kalvo {
 
@@ -159,10 +162,12 @@ QWidget* frmMitschnitt::BuildRows() {
 }
 
 void frmMitschnitt::SuggestName(const QDateTime& now) {
-    if (!name_->text().isEmpty() && name_->text() != suggested_)
+    const QString suggestion = DefaultRecordingName(now);
+    if (suggestion == suggested_)
         return;
-    suggested_ = DefaultRecordingName(now);
-    name_->setText(suggested_);
+    if (name_->text() == suggested_)
+        name_->setText(suggestion);
+    suggested_ = suggestion;
 }
 
 void frmMitschnitt::ShowEnding() {

@@ -55,9 +55,12 @@ TEST_F(MitschnittTest, TheSuggestedNameFollowsTheClockUntilOneIsTyped) {
     name->setText(u"Fest"_s);
     window.SuggestName(kNine.addSecs(120));
     EXPECT_EQ(name->text(), u"Fest"_s);
+    name->setText(QString());
+    window.SuggestName(kNine.addSecs(180));
+    EXPECT_EQ(name->text(), QString()) << "the user is about to type";
     name->setText(u" / "_s);
     Part<IconButton>(window, "cmdAufnahme")->click();
-    EXPECT_EQ(orders.at(0).name, u"Mitschnitt 2026-11-21 21.01"_s);
+    EXPECT_EQ(orders.at(0).name, u"Mitschnitt 2026-11-21 21.03"_s);
 }
 
 TEST_F(MitschnittTest, ShowsTimeSizeAndTheRoomThatIsLeft) {
