@@ -7,6 +7,7 @@
 #include "system/LiveDesk.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <gtest/gtest.h>
 
@@ -35,6 +36,20 @@ void Key(QEvent::Type type) {
     QApplication::sendEvent(QApplication::activeWindow(), &event);
 }
 
+/** How long it takes from a key to the first sample that is rendered; nothing else sounds. */
+void TellRenderLatency(audio::AudioLibrary& audio) {
+    for (int press = 0; press < kPresses; ++press) {
+        RunFor(0.1 + 0.007 * press);
+        audio.GetOutputLevels(audio::Output::Main);
+        QElapsedTimer clock;
+        clock.start();
+        Key(QEvent::KeyPress);
+        WaitUntil([&audio] { return audio.GetOutputLevels(audio::Output::Main).left > 0; });
+        std::cout << "key to first sample rendered: " << double(clock.nsecsElapsed()) / 1e6 << " ms" << std::endl;
+        Key(QEvent::KeyRelease);
+    }
+}
+
 /**
  * With the fader in the middle Player 2 is the one that is turned down. Player 1, unmuted right before each press,
  * shows when a plain volume command gets through: it waits for the output's buffer as the sample does, and for nothing
@@ -54,6 +69,7 @@ ToneMeter RecordPresses(const TestFolder& sounds) {
     desk.Fill(1, {Tone(sounds, u"eins.wav"_s, kTones[0])});
     desk.Fill(2, {Tone(sounds, u"zwei.wav"_s, kTones[1])});
     Mixer& players = desk.Players();
+    TellRenderLatency(players.Layer().Audio());
     players.Play(1, -1);
     players.Play(2, -1);
     players.ToggleMute(1);
