@@ -13,7 +13,7 @@ constexpr int FaderVolume(int player, int fader) {
 /** What the live tools do to the players' volumes. */
 struct LiveVolumes {
     bool jingle = false; ///< a scheduled file plays: both players are silent
-    bool full = false;   ///< it has ended: both are at 100 until the fader moves again
+    bool full = false;   ///< it has ended: both are at 100 until the fader moves or a player starts
     int dipped = 0;      ///< the player that a sampler pad turns down; 0 = none
     int dip = 100;       ///< to this volume, 0..100
 };

@@ -86,7 +86,7 @@ public:
 
     // ---- live tools
 
-    /** A scheduled file plays: both players run on silently. Afterwards both are at 100 until the fader moves. */
+    /** A scheduled file plays, both players are silent. Afterwards: at 100 until the fader moves or one starts. */
     void SetJingle(bool plays);
     /** Turns a player down to a volume, 0..100; player 0 takes it back. */
     void SetDip(int player, int volume);

@@ -58,6 +58,11 @@ TEST_F(JinglePlayerTest, SilencesThePlayersWhichRunOnAndSetsThemTo100) {
     EXPECT_NEAR(layer.PositionSeconds(1), 5, 0.06) << "ran on";
     mixer.SetFader(-39);
     EXPECT_EQ(Volume(2), 61) << "until the fader moves";
+    mixer.Stop(2);
+    jingles.Add({u"/j-1"_s});
+    Run(1.5);
+    mixer.Play(2, -1);
+    EXPECT_EQ(Volume(2), 61) << "a player that starts follows the fader";
 }
 
 TEST_F(JinglePlayerTest, PlaysOneAfterTheOtherWithoutMusicBetweenThem) {

@@ -57,6 +57,11 @@ void LiveDesk::Trigger(const char* command) {
     action->trigger();
 }
 
+void LiveDesk::Activate(const char* control) {
+    QApplication::setActiveWindow(window_.get());
+    With(control, [](QWidget& widget) { widget.setFocus(); });
+}
+
 void LiveDesk::Click(const char* control) {
     ClickAt(control, 0.5);
 }

@@ -29,6 +29,8 @@ public:
     /** Chooses a command of the menus. */
     void Trigger(const char* command);
 
+    /** Makes the window the active one and gives a control the focus. */
+    void Activate(const char* control);
     void Click(const char* control);
     /** A click into a horizontal control; fraction 0..1 of its width. */
     void ClickAt(const char* control, double fraction);

@@ -40,7 +40,7 @@ void PadButton::SetHeld(bool held, double progress) {
 
 QSize PadButton::sizeHint() const {
     const FontUnits& units = SkinStyle::Units();
-    return wide_ ? QSize(units.Of(20), units.BigButton() - units.G()) : QSize(units.Of(9), units.Of(7));
+    return wide_ ? QSize(units.Of(20), units.BigButton() - units.G()) : QSize(units.Of(9.4), units.Of(7));
 }
 
 void PadButton::Begin() {
@@ -136,7 +136,7 @@ void PadButton::paintEvent(QPaintEvent* /*event*/) {
 void PadButton::PaintTexts(QPainter& painter, const QRect& body, const QColor& ink) const {
     const FontUnits& units = SkinStyle::Units();
     const QColor quiet = held_ ? ink : SkinStyle::Colours().dim;
-    const QRect inner = body.adjusted(units.Gap(2), units.Gap(1.5), -units.Gap(1.5), -units.Gap(2));
+    const QRect inner = body.adjusted(units.Gap(1.5), units.Gap(1.5), -units.Gap(1), -units.Gap(2));
     painter.setFont(units.Font(1.25, true));
     painter.setPen(quiet);
     painter.drawText(inner, Qt::AlignLeft | (wide_ ? Qt::AlignVCenter : Qt::AlignTop), QString::number(pad_));

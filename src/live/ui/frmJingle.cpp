@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPointer>
+#include <QScreen>
 #include <QTreeWidget>
 
 namespace kalvo {
@@ -108,20 +109,19 @@ void frmJingle::ShowAll() {
         ShowRow(row);
 }
 
-JingleRecord& frmJingle::Current() {
-    return records_.at(static_cast<std::size_t>(list_->indexOfTopLevelItem(list_->currentItem())));
-}
-
 void frmJingle::Edit() {
     const int row = list_->indexOfTopLevelItem(list_->currentItem());
-    JingleRecord shown = Current();
+    JingleRecord shown = records_.at(static_cast<std::size_t>(row));
     shown.number = static_cast<qint16>(row + 1);
     const QPointer<frmTerminPlay> editor = new frmTerminPlay(shown, folder_, this);
     const bool accepted = editor->exec() == QDialog::Accepted;
     if (!editor) // went with this window
         return;
     if (accepted) {
-        Current() = editor->Edited();
+        JingleRecord& edited = records_.at(static_cast<std::size_t>(row));
+        const qint16 number = edited.number;
+        edited = editor->Edited();
+        edited.number = number;
         ShowRow(row);
     }
     delete editor;
@@ -183,8 +183,9 @@ void frmJingle::TakeUnits() {
     list_->setColumnWidth(Times, units.Of(24));
     for (int row = 0; row < kJingleRecords; ++row)
         list_->topLevelItem(row)->setSizeHint(0, QSize(0, units.TableRow()));
-    setMinimumSize(units.Of(45), units.Of(22));
-    resize(units.Of(62), units.TableRow() * kJingleRecords + units.Of(9));
+    setMinimumSize(units.Of(42), units.Of(22));
+    const QSize room = screen()->availableGeometry().size() - QSize(units.Gap(4), units.Of(3));
+    resize(QSize(units.Of(62), units.TableRow() * kJingleRecords + units.Of(7)).boundedTo(room));
 }
 
 } // namespace kalvo

@@ -39,7 +39,6 @@ private:
     void ClearAll();
     bool Save();
     void TakeUnits();
-    JingleRecord& Current();
     QString Ask(const QString& text, const QStringList& answers);
 
     JingleFile& file_;

@@ -119,7 +119,8 @@ void frmSampleEinstellungen::TakeUnits() {
     for (int pad = 0; pad < list_->topLevelItemCount(); ++pad)
         list_->topLevelItem(pad)->setSizeHint(0, QSize(0, units.TableRow()));
     list_->setMinimumHeight(units.TableRow() * kSamplePads + units.ColumnHead() + units.G());
-    setMinimumWidth(units.Of(48));
+    setMinimumWidth(units.Of(42));
+    resize(units.Of(48), sizeHint().height());
 }
 
 void frmSampleEinstellungen::ShowSelected() {

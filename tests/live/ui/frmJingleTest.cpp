@@ -62,10 +62,9 @@ TEST_F(frmJingleTest, ShowsTwentyRowsAndWritesThemWhenItIsSaved) {
     EXPECT_EQ(Cell(window, 19, 1), u"Nein"_s);
     auto& clear = In<QAbstractButton>(window, u"Command2"_s);
     EXPECT_EQ(clear.text(), u"Alle Termin-Play's löschen"_s);
-    test::Answers no({u"Nein"_s});
+    test::Answers answers({u"Nein"_s, u"Ja"_s});
     clear.click();
     EXPECT_EQ(Cell(window, 0, 1), u"Ja"_s);
-    test::Answers yes({u"Ja"_s});
     clear.click();
     EXPECT_EQ(Cell(window, 0, 1), u"Nein"_s);
     EXPECT_EQ(file.Read()[0].path, u"/m/glocke.mp3"_s) << "not before it is saved";
