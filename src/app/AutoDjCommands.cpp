@@ -37,6 +37,7 @@ AutoDjCommands::AutoDjCommands(const Parts& parts)
     parts_.actions.toolsMenu->addActions({open, refilling_});
     lamp_->setObjectName(u"lblNachfuellen"_s);
     lamp_->setAccessibleName(u"Nachfüllen"_s);
+    lamp_->setContentsMargins(0, 0, lamp_->fontMetrics().averageCharWidth(), 0);
     lamp_->hide();
     parts_.status.addPermanentWidget(lamp_);
     connect(&refill_, &AutoDjRefill::Changed, this, &AutoDjCommands::ShowRefill);

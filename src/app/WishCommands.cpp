@@ -11,6 +11,7 @@
 #include "playlists/ui/PlaylistPanel.h"
 
 #include <QInputDialog>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -30,6 +31,8 @@ std::optional<QString> AskGuest(QWidget& window) {
     box.setLabelText(u"Geben Sie bitte den Namen des Wunschkandidaten ein:"_s);
     box.setOkButtonText(u"OK"_s);
     box.setCancelButtonText(u"Abbrechen"_s);
+    for (QPushButton* button : box.findChildren<QPushButton*>())
+        button->setIcon({});
     return box.exec() == QDialog::Accepted ? std::optional(box.textValue().trimmed().left(kGuestLength)) : std::nullopt;
 }
 

@@ -17,7 +17,9 @@ public:
     QString Of(const Wish& wish) const;
 
 private:
-    void Take(const Playlist& list);
+    enum class Stage : unsigned char { Played, Coming, OnPlayer };
+
+    void Take(const Playlist& list, Stage stage);
 
     QHash<QString, QString> states_;    ///< by path
     QHash<QString, QString> cutStates_; ///< by what fits into the wish file, of the paths that do not

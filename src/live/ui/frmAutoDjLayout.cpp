@@ -10,6 +10,8 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFrame>
+#include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -29,6 +31,7 @@ constexpr int kMostTitles = 99;
 QFrame* Divider(QWidget* parent) {
     auto* line = new QFrame(parent);
     line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
     return line;
 }
 
@@ -73,7 +76,7 @@ frmAutoDj::frmAutoDj(const Parts& parts, QWidget* parent)
     column->addWidget(Divider(this));
     column->addLayout(BuildRefill());
     column->addLayout(BuildEnd());
-    resize(units.Of(52), units.Of(44));
+    resize(units.Of(52), units.Of(48));
     connect(values_, &ValueChoice::ListsWanted, this, &frmAutoDj::ListsWanted);
     connect(&fill_, &AutoDjFill::Progress, this, &frmAutoDj::ShowProgress);
     connect(&fill_, &AutoDjFill::Finished, this, &frmAutoDj::End);
@@ -93,7 +96,6 @@ QPushButton* frmAutoDj::AddButton(QBoxLayout& row, const QString& name, const QS
 QSpinBox* frmAutoDj::MakeNumber(const QString& name, const QString& what, int highest) {
     auto* number = Named(new QSpinBox(this), name, what);
     number->setRange(1, highest);
-    number->setSuffix(u" Titeln"_s);
     return number;
 }
 
@@ -135,6 +137,7 @@ QBoxLayout* frmAutoDj::BuildGoal() {
 }
 
 QBoxLayout* frmAutoDj::BuildRules() {
+    artistDistance_->setSuffix(u" Titeln"_s);
     connect(artistRule_, &QCheckBox::toggled, artistDistance_, &QWidget::setEnabled);
     auto* artist = new QHBoxLayout;
     artist->addWidget(artistRule_);

@@ -37,8 +37,8 @@ frmWunschzettel::frmWunschzettel(WishList& wishes, const Playlist& first, const 
       empty_(Named(new QLabel(this), u"lblLeer"_s, u"Hinweis"_s)) {
     setObjectName(u"frmWunschzettel"_s);
     const FontUnits& units = SkinStyle::Units();
-    column_->setContentsMargins(0, 0, 0, units.Gap(3));
-    column_->setSpacing(units.Gap(3));
+    column_->setContentsMargins(0, 0, 0, units.Gap(2));
+    column_->setSpacing(units.Gap(2));
     column_->addWidget(table_, 1);
     column_->addWidget(empty_, 1);
     empty_->setText(u"Noch keine Wünsche. Einen Titel im Musikarchiv auswählen und Strg+W drücken."_s);
@@ -110,7 +110,7 @@ QWidget* frmWunschzettel::BuildButtons() {
     const FontUnits& units = SkinStyle::Units();
     auto* buttons = new QWidget(this);
     auto* row = new QHBoxLayout(buttons);
-    row->setContentsMargins(units.Gap(3), 0, units.Gap(3), 0);
+    row->setContentsMargins(units.Gap(3), units.Gap(1), units.Gap(3), units.Gap(1));
     row->setSpacing(units.Gap(2));
     const auto add = [&](const QString& actionName, const QString& name, const QString& text) {
         auto* action = findChild<QAction*>(actionName);
