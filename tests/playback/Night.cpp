@@ -282,10 +282,13 @@ void Night::SilenceAndMend(int player) {
     switch (UpTo(4)) {
     case 0:
         mixer_.Pause(player);
-        return MendLater("Pause", [this, player] { mixer_.Play(player, -1); });
+        return MendLater("Pause", [this, player] { PressPlay(player); });
     case 1:
         mixer_.Stop(player);
-        return MendLater("Stop", [this, player] { mixer_.FadeTo(player, -1); });
+        return MendLater("Stop", [this, player] {
+            mixer_.FadeTo(player, -1);
+            PressPlay(player);
+        });
     case 2:
         mixer_.ToggleMute(player);
         return MendLater("stumm", [this, player] { mixer_.ToggleMute(player); });
@@ -305,9 +308,16 @@ void Night::SilenceAndMend(int player) {
         MixerOptions again = mixer_.Options();
         again.continuous = true;
         mixer_.SetOptions(again);
-        if (mixer_.OnAirPlayer() == 0)
-            mixer_.Play(player, -1);
+        PressPlay(player);
     });
+}
+
+/** Until something plays: the title that is asked for may be broken. */
+void Night::PressPlay(int player) {
+    if (layer_.Activity(player) == audio::Activity::Paused || mixer_.OnAirPlayer() == 0)
+        mixer_.Play(player, -1);
+    if (mixer_.OnAirPlayer() == 0)
+        mixer_.Next(player);
 }
 
 /** No title can be opened for a while; those that play have most of themselves in memory. */
@@ -336,7 +346,7 @@ void Night::Rest(std::size_t& memory) {
         memory = ResidentBytes();
         resting_ = false;
         FillLists();
-        mixer_.FadeTo(1, -1);
+        PressPlay(1);
     });
 }
 
