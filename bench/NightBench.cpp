@@ -13,7 +13,7 @@
 int main(int argc, char** argv) {
     using Clock = std::chrono::steady_clock;
     constexpr double kMegabyte = 1e6;
-    constexpr std::size_t kMemoryKept = 30'000'000;
+    constexpr std::size_t kMemoryKept = 8'000'000;
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const double hours = arguments.size() > 1 ? arguments.at(1).toDouble() : 12;

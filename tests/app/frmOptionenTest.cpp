@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -101,6 +102,20 @@ TEST_F(frmOptionenTest, EveryPageGivesWhatIsEntered) {
     EXPECT_TRUE(values.password.isEmpty()) << "0 is none";
     EXPECT_EQ(values.chartsLimit, u"77"_s);
     EXPECT_EQ(values.metaStop, u"Stille"_s);
+}
+
+TEST_F(frmOptionenTest, TheEmergencyTitleIsToldAndTakenAway) {
+    OptionValues values = SomeValues();
+    values.emergencyTitle = u"/musik/Not.mp3"_s;
+    values.emergencyAtEnd = true;
+    Open(values);
+    EXPECT_EQ(dialog->Values().emergencyTitle, values.emergencyTitle);
+    EXPECT_TRUE(dialog->Values().emergencyAtEnd);
+    EXPECT_FALSE(Find<QLabel>("lblNotfalltitel").text().contains(u"kein Notfalltitel"_s));
+    Find<QPushButton>("cmdKeinNotfalltitel").click();
+    EXPECT_TRUE(dialog->Values().emergencyTitle.isEmpty());
+    EXPECT_TRUE(Find<QLabel>("lblNotfalltitel").text().contains(u"kein Notfalltitel"_s));
+    EXPECT_FALSE(Find<QCheckBox>("NotfalltitelAmEnde").isEnabled());
 }
 
 TEST_F(frmOptionenTest, ColumnsAreMovedNamedAndHidden) {

@@ -216,4 +216,58 @@ TEST(StreamSource, AStallIsNoEnd) {
     EXPECT_EQ(taken + Drain(*source).size() / 2, 2500000U);
 }
 
+TEST(StreamSource, TenSecondsOfAStallAreNotHeard) {
+    for (const int rate : {44100, 96000}) { // 1.4 and 3 Mbit/s; MP3 and OGG need far less
+        auto control = std::make_shared<Control>();
+        control->HangFrom(9000000);
+        const auto source = OpenStream(SoundBytes("a.wav", Spec(60, rate)), control);
+        ASSERT_TRUE(source);
+        std::vector<float> piece(2 * 1000);
+        for (std::size_t taken = 0; taken < 800000; taken += source->Read(piece.data(), 1000))
+            ASSERT_TRUE(source->WaitFor(1000, kPatience));
+        ASSERT_TRUE(control->AwaitHanging()) << "the reader is as far ahead as it goes";
+        for (std::size_t taken = 0; taken < 10U * static_cast<unsigned>(rate); taken += 1000) {
+            ASSERT_TRUE(source->WaitFor(1000, seconds(2))) << taken << " frames at " << rate << " Hz";
+            ASSERT_EQ(source->Read(piece.data(), 1000), 1000U);
+        }
+        control->Release();
+    }
+}
+
+/** A file that comes like water from a pipe: a little faster than it is played, with pauses of nine seconds. */
+TEST(StreamSource, AFileThatTricklesInIsHeardWithoutAGap) {
+    constexpr int kBytesASecond = 4 * 44100;
+    auto control = std::make_shared<Control>();
+    std::int64_t given = 2 * kBytesASecond;
+    control->HangFrom(given);
+    const auto source = OpenStream(SoundBytes("a.wav", Spec(100)), control);
+    ASSERT_TRUE(source);
+    std::vector<float> piece(2 * 44100);
+    std::size_t taken = 0;
+    for (int second = 0; second < 100; ++second) {
+        const bool pause = second % 30 >= 21;
+        given += pause ? 0 : 3 * kBytesASecond / 2;
+        control->HangFrom(given);
+        ASSERT_TRUE(source->WaitFor(44100, seconds(5))) << "second " << second;
+        taken += source->Read(piece.data(), 44100);
+    }
+    control->Release();
+    EXPECT_EQ(taken, 100U * 44100U);
+    EXPECT_TRUE(source->AtEnd());
+}
+
+TEST(StreamSource, AFileInMemoryPlaysFromItsBytes) {
+    const QByteArray wave = CountingWave(30000);
+    const auto* bytes = reinterpret_cast<const std::byte*>(wave.constData());
+    ErrorCode error{};
+    auto file = std::make_shared<const std::vector<std::byte>>(bytes, bytes + wave.size());
+    const auto source = StreamSource::Open(MakeHeldSource(file), kPatience, error);
+    ASSERT_TRUE(source);
+    EXPECT_EQ(Drain(*source).size(), 2U * 30000U);
+    source->Seek(12345);
+    EXPECT_EQ(NextCount(*source), 12345);
+    EXPECT_FALSE(StreamSource::Open(MakeHeldSource(std::make_shared<std::vector<std::byte>>()), kPatience, error));
+    EXPECT_EQ(error, ErrorCode::Format);
+}
+
 } // namespace kalvo::audio::test

@@ -1,5 +1,7 @@
 #include "Night.h"
 
+#include "base/FaderLaw.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -83,6 +85,8 @@ Night::Night(std::unique_ptr<audio::AudioLibrary> library, unsigned seed)
       layer_(std::move(library)),
       mixer_(layer_, list1_, list2_),
       mix_(mixer_) {
+    // What files are read into goes back to the system at once: memory that stays is memory that is held.
+    ::mallopt(M_MMAP_THRESHOLD, 16384);
     if (!layer_.InitAudio(audio::kOffline, 1024))
         throw std::runtime_error("no output");
     MakeFiles();
@@ -282,10 +286,13 @@ void Night::SilenceAndMend(int player) {
     switch (UpTo(4)) {
     case 0:
         mixer_.Pause(player);
-        return MendLater("Pause", [this, player] { mixer_.Play(player, -1); });
+        return MendLater("Pause", [this, player] { PressPlay(player); });
     case 1:
         mixer_.Stop(player);
-        return MendLater("Stop", [this, player] { mixer_.FadeTo(player, -1); });
+        return MendLater("Stop", [this, player] {
+            mixer_.FadeTo(player, -1);
+            PressPlay(player);
+        });
     case 2:
         mixer_.ToggleMute(player);
         return MendLater("stumm", [this, player] { mixer_.ToggleMute(player); });
@@ -293,7 +300,7 @@ void Night::SilenceAndMend(int player) {
         mixer_.SetFader(UpTo(200) - 100);
         return MendLater("Regler", [this] {
             if (const int onAir = mixer_.OnAirPlayer(); onAir != 0)
-                mixer_.SetFader(onAir == 1 ? -100 : 100);
+                mixer_.SetFader(FaderEndOf(onAir));
         });
     default:
         break;
@@ -305,9 +312,18 @@ void Night::SilenceAndMend(int player) {
         MixerOptions again = mixer_.Options();
         again.continuous = true;
         mixer_.SetOptions(again);
-        if (mixer_.OnAirPlayer() == 0)
-            mixer_.Play(player, -1);
+        PressPlay(player);
     });
+}
+
+/** Until something is heard: the title that is asked for may be broken, or play on the side that is faded out. */
+void Night::PressPlay(int player) {
+    if (layer_.Activity(player) == audio::Activity::Paused || mixer_.OnAirPlayer() == 0)
+        mixer_.Play(player, -1);
+    if (mixer_.OnAirPlayer() == 0)
+        mixer_.Next(player);
+    else if (FaderVolume(mixer_.OnAirPlayer(), mixer_.Fader()) == 0)
+        mixer_.SetFader(FaderEndOf(mixer_.OnAirPlayer()));
 }
 
 /** No title can be opened for a while; those that play have most of themselves in memory. */
@@ -336,7 +352,7 @@ void Night::Rest(std::size_t& memory) {
         memory = ResidentBytes();
         resting_ = false;
         FillLists();
-        mixer_.FadeTo(1, -1);
+        PressPlay(1);
     });
 }
 

@@ -60,6 +60,7 @@ private:
     void ActOnList(Playlist& list);
     void ChangeOptions();
     void SilenceAndMend(int player);
+    void PressPlay(int player);
     void PullDisk();
     /** Empties players and lists; half a second later `measure` is told the memory. */
     void Rest(std::size_t& memory);

@@ -9,8 +9,8 @@ namespace {
 
 /** Sanitizers take their time. */
 constexpr double kSeconds = kSanitized ? 120 : 1800;
-/** What allocators keep of threads and streams that have gone. */
-constexpr std::size_t kKept = 30'000'000;
+/** What the allocator keeps in pieces too small to give back. */
+constexpr std::size_t kKept = 8'000'000;
 
 TEST(NightTest, HalfAnHourOfRandomActsIsNeverSilentNeverClicksAndKeepsItsMemory) {
     const NightReport night = Night(std::make_unique<audio::AudioLibraryImpl>(), 1).Run(kSeconds);
