@@ -9,6 +9,7 @@
 #include "app/DeckPictures.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/GuestCommands.h"
 #include "app/HeadphoneCommands.h"
 #include "app/JingleCommands.h"
 #include "app/ListBand.h"
@@ -87,6 +88,9 @@ void Form1::Build() {
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);
+    auto* guests = new GuestCommands(desk_, this);
+    connect(guests, &GuestCommands::Told, status_, &StatusLine::Tell);
+    connect(wishes, &WishCommands::WindowMade, guests, &GuestCommands::AddPanel);
     auto* autoDj = new AutoDjCommands({desk_, listActions_, actions_, *archive_, *status_, *this});
     connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
     connect(new JingleCommands(desk_, actions_, *this), &JingleCommands::Warned, status_, &StatusLine::Warn);
