@@ -63,7 +63,9 @@ void AutoDjCommands::AutoDj() {
         return parts_.lists.Questions().Tell(
             u"Sie müssen erst Titel zum Musikarchiv hinzufügen bevor Sie Auto DJ starten können"_s);
     if (!isResumed_)
-        return parts_.lists.Questions().Tell(u"Das Musikarchiv wird noch geladen."_s);
+        return parts_.lists.Questions().Tell(parts_.desk.archive.IsLoading()
+                                                 ? u"Das Musikarchiv wird noch geladen."_s
+                                                 : u"Das Musikarchiv kann nicht gelesen werden."_s);
     if (!window_) {
         window_ = new frmAutoDj(
             {parts_.desk.folder, source_, parts_.desk.random, parts_.lists, parts_.desk.clock, store_, refill_},

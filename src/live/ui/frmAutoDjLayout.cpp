@@ -16,8 +16,11 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kalvo {
 
@@ -76,7 +79,7 @@ frmAutoDj::frmAutoDj(const Parts& parts, QWidget* parent)
     column->addWidget(Divider(this));
     column->addLayout(BuildRefill());
     column->addLayout(BuildEnd());
-    resize(units.Of(52), units.Of(48));
+    resize(units.Of(52), std::min(units.Of(48), screen()->availableGeometry().height() * 9 / 10));
     connect(values_, &ValueChoice::ListsWanted, this, &frmAutoDj::ListsWanted);
     connect(&fill_, &AutoDjFill::Progress, this, &frmAutoDj::ShowProgress);
     connect(&fill_, &AutoDjFill::Finished, this, &frmAutoDj::End);
