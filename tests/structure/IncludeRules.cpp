@@ -45,6 +45,7 @@ const std::vector<Wrapped> kLibraries{
     {R"(opusfile\.h)", {"audio", "tags"}}, // a name of the decoder's and of the tag library's
     {R"(sndfile\.hh?)", {"audio", "app"}},
     {R"(sodium.*\.h)", {"app"}},
+    {R"((httplib|qrencode)\.h)", {"live"}},
 };
 
 bool EndsWith(const std::string& text, const std::string& end) {
