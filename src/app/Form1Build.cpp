@@ -8,6 +8,7 @@
 #include "app/ConsolePanel.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/GuestCommands.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
 #include "app/MetaOutput.h"
@@ -78,6 +79,9 @@ void Form1::Build() {
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);
+    auto* guests = new GuestCommands(desk_, this);
+    connect(guests, &GuestCommands::Told, status_, &StatusLine::Tell);
+    connect(wishes, &WishCommands::WindowMade, guests, &GuestCommands::AddPanel);
     auto* autoDj = new AutoDjCommands({desk_, listActions_, actions_, *archive_, *status_, *this});
     connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
     ConnectMixer();

@@ -160,9 +160,10 @@ QByteArray GuestPages::State(const GuestView& view) {
     QByteArray html = "<section class=\"laeuft\"><h2>" + word("laeuft") + "</h2>";
     html += board.playing ? Names(board.title, board.artist, view.language)
                           : "<p class=\"hinweis\">" + word("still") + "</p>";
-    html += "</section><section class=\"meine\"><h2>" + word("meine") + "</h2>";
+    html += "</section>";
     if (view.wishes.empty())
-        return html + "<p class=\"hinweis\">" + word("leer") + "</p></section>";
+        return html; // the room is the search's
+    html += "<section class=\"meine\"><h2>" + word("meine") + "</h2>";
     html += "<ul>";
     for (auto wish = view.wishes.rbegin(); wish != view.wishes.rend(); ++wish)
         html += WishLine(*wish, board.PlaceOf(wish->ticket), view.language);

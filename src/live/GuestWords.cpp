@@ -1,5 +1,7 @@
 #include "live/GuestWords.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <array>
 
@@ -24,7 +26,6 @@ constexpr std::array kWords{
     Word{"kein", "Nichts gefunden. Vielleicht ist es anders geschrieben?", "Nothing found. Maybe another spelling?"},
     Word{"laden", "Die Titel werden gerade geladen.", "The titles are being loaded."},
     Word{"laeuft", "Jetzt läuft", "Now playing"},
-    Word{"leer", "Du hast dir noch nichts gewünscht.", "You have not wished for anything yet."},
     Word{"meine", "Deine Wünsche", "Your wishes"},
     Word{"neu", "Bitte lade die Seite neu und versuche es noch einmal. Dein Browser muss Cookies erlauben.",
          "Please reload the page and try again. Your browser has to allow cookies."},

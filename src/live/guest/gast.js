@@ -5,6 +5,7 @@
   const searchDelay = 250; // ms
   const stateInterval = 8000;
   const messageTime = 6000;
+  const noteTime = 1000; // until a wish has its place
   const find = (id) => document.getElementById(id);
   const search = find('suche');
   const wish = find('wunsch');
@@ -83,6 +84,7 @@
     button.disabled = true;
     try {
       show(await load('/wunsch', { method: 'POST', body: form }));
+      setTimeout(refreshState, noteTime);
       await Promise.all([refreshTitles(), refreshState()]);
     } catch (failure) {
       tellFailure();

@@ -1,0 +1,107 @@
+#include "live/ui/GuestPanel.h"
+
+#include "base/Settings.h"
+#include "live/GuestServer.h"
+#include "live/GuestSupport.h"
+#include "live/ui/frmGaesteCode.h"
+#include "support/PartOf.h"
+#include "support/TestFolder.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
+#include <gtest/gtest.h>
+
+namespace kalvo::test {
+namespace {
+
+class GuestPanelTest : public testing::Test {
+protected:
+    /** A port that nobody has. */
+    static int FreePort() {
+        GuestClock clock;
+        GuestServer server(clock);
+        return server.Start(0) ? server.Port() : 0;
+    }
+
+    TestFolder folder;
+    GuestClock clock;
+    Settings settings{folder.Path(QStringLiteral("kalvo.ini"))};
+    GuestServer server{clock};
+};
+
+TEST_F(GuestPanelTest, IsOffUntilSwitchedOnAndComesBackInTheNextRun) {
+    GuestPanel::Restore(server, settings);
+    EXPECT_FALSE(server.IsOn());
+    GuestPanel panel(server, settings);
+    auto* on = Part<QCheckBox>(panel, "chkGaeste");
+    auto* port = Part<QSpinBox>(panel, "txtGaestePort");
+    EXPECT_EQ(port->value(), GuestServer::kDefaultPort);
+    EXPECT_FALSE(Part<QPushButton>(panel, "cmdGaesteCode")->isEnabled());
+    port->setValue(FreePort());
+    on->click();
+    EXPECT_TRUE(server.IsOn());
+    EXPECT_EQ(server.Port(), port->value());
+    EXPECT_FALSE(port->isEnabled());
+    server.Stop();
+    EXPECT_FALSE(on->isChecked()) << "follows the server";
+    GuestPanel::Restore(server, settings);
+    EXPECT_EQ(server.Port(), port->value());
+    on->click();
+    EXPECT_FALSE(server.IsOn());
+    GuestPanel::Restore(server, settings);
+    EXPECT_FALSE(server.IsOn());
+}
+
+TEST_F(GuestPanelTest, TellsAPortThatIsTakenAndStaysOff) {
+    GuestServer other(clock);
+    ASSERT_TRUE(other.Start(0));
+    settings.PutNumber(QStringLiteral("Gaeste"), QStringLiteral("Anschluss"), other.Port());
+    GuestPanel panel(server, settings);
+    auto* on = Part<QCheckBox>(panel, "chkGaeste");
+    on->click();
+    EXPECT_FALSE(server.IsOn());
+    EXPECT_FALSE(on->isChecked());
+    EXPECT_TRUE(Part<QLabel>(panel, "lblGaeste")->text().contains(QStringLiteral("anderen Programm")));
+    EXPECT_FALSE(settings.GetSwitch(QStringLiteral("Gaeste"), QStringLiteral("An"), false));
+}
+
+TEST(GaesteCodeTest, PaintsEachModuleWithALightEdgeAround) {
+    const QString address = QStringLiteral("http://192.168.178.23:8090/");
+    const GuestCode code = GuestCode::Of(address.toUtf8());
+    ASSERT_GE(code.width, 21);
+    frmGaesteCode window;
+    window.SetAddress(address);
+    for (const QSize size : {QSize(800, 600), QSize(360, 640), QSize(1920, 1080)}) {
+        window.resize(size);
+        const QImage picture = window.grab().toImage();
+        const auto isDark = [&picture](int x, int y) { return qGray(picture.pixel(x, y)) < 128; };
+        const int middle = size.height() * 48 / 100;
+        int left = 0;
+        int right = size.width() - 1;
+        while (left < right && !isDark(left, middle))
+            ++left;
+        while (right > left && !isDark(right, middle))
+            --right;
+        const int module = qRound((right + 1 - left) / static_cast<double>(code.width));
+        const int first = (size.width() - module * code.width) / 2;
+        int top = size.height() * 16 / 100;
+        while (top < middle && !isDark(first + module / 2, top))
+            ++top;
+        ASSERT_GE(module, 3) << size.width();
+        EXPECT_GE(first, 4 * module);
+        int wrong = 0;
+        for (int row = 0; row < code.width; ++row) {
+            for (int column = 0; column < code.width; ++column) {
+                const int x = first + column * module + module / 2;
+                wrong += isDark(x, top + row * module + module / 2) == code.IsDark(column, row) ? 0 : 1;
+            }
+        }
+        EXPECT_EQ(wrong, 0) << size.width();
+    }
+    EXPECT_EQ(GuestCode::Of(QByteArray(5000, 'x')).width, 0) << "too long for a code";
+}
+
+} // namespace
+} // namespace kalvo::test
