@@ -77,25 +77,21 @@ TEST(GaesteCodeTest, PaintsEachModuleWithALightEdgeAround) {
         window.resize(size);
         const QImage picture = window.grab().toImage();
         const auto isDark = [&picture](int x, int y) { return qGray(picture.pixel(x, y)) < 128; };
-        const int middle = size.height() * 48 / 100;
-        int left = 0;
-        int right = size.width() - 1;
-        while (left < right && !isDark(left, middle))
-            ++left;
-        while (right > left && !isDark(right, middle))
-            --right;
-        const int module = qRound((right + 1 - left) / static_cast<double>(code.width));
-        const int first = (size.width() - module * code.width) / 2;
-        int top = size.height() * 16 / 100;
-        while (top < middle && !isDark(first + module / 2, top))
-            ++top;
+        QRect painted; // what is dark between the lines of text
+        for (int y = size.height() * 16 / 100; y < size.height() * 80 / 100; ++y) {
+            for (int x = 0; x < size.width(); ++x)
+                painted |= isDark(x, y) ? QRect(x, y, 1, 1) : QRect();
+        }
+        const int module = painted.width() / code.width;
         ASSERT_GE(module, 3) << size.width();
-        EXPECT_GE(first, 4 * module);
+        EXPECT_EQ(painted.size(), QSize(module * code.width, module * code.width));
+        EXPECT_GE(painted.left(), 4 * module) << "a light edge";
         int wrong = 0;
         for (int row = 0; row < code.width; ++row) {
             for (int column = 0; column < code.width; ++column) {
-                const int x = first + column * module + module / 2;
-                wrong += isDark(x, top + row * module + module / 2) == code.IsDark(column, row) ? 0 : 1;
+                const int x = painted.left() + column * module + module / 2;
+                const int y = painted.top() + row * module + module / 2;
+                wrong += isDark(x, y) == code.IsDark(column, row) ? 0 : 1;
             }
         }
         EXPECT_EQ(wrong, 0) << size.width();
