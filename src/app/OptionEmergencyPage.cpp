@@ -28,9 +28,8 @@ OptionEmergencyPage::OptionEmergencyPage(QWidget* parent) : OptionPage(tr("Notfa
         layout->addWidget(button);
     }
     row->setFocusProxy(choose);
-    AddRow(tr("Datei"), row);
-    atListEnd_ =
-        AddSwitch(QStringLiteral("NotfalltitelAmEnde"), tr("Auch spielen, wenn beide Wiedergabelisten am Ende sind"));
+    AddRow(row);
+    atListEnd_ = AddSwitch(QStringLiteral("NotfalltitelAmEnde"), tr("Auch am Ende beider Wiedergabelisten"));
     state_ = Named(new QLabel(this), QStringLiteral("lblNotfalltitel"), tr("Zustand des Notfalltitels"));
     state_->setWordWrap(true);
     AddRow(state_);
