@@ -28,9 +28,8 @@ OptionEmergencyPage::OptionEmergencyPage(QWidget* parent) : OptionPage(tr("Notfa
         layout->addWidget(button);
     }
     row->setFocusProxy(choose);
-    AddRow(tr("Datei"), row);
-    atListEnd_ =
-        AddSwitch(QStringLiteral("NotfalltitelAmEnde"), tr("Auch spielen, wenn beide Wiedergabelisten am Ende sind"));
+    AddRow(row);
+    atListEnd_ = AddSwitch(QStringLiteral("NotfalltitelAmEnde"), tr("Auch am Ende beider Wiedergabelisten"));
     state_ = Named(new QLabel(this), QStringLiteral("lblNotfalltitel"), tr("Zustand des Notfalltitels"));
     state_->setWordWrap(true);
     AddRow(state_);
@@ -56,8 +55,10 @@ void OptionEmergencyPage::ShowPath(const QString& path) {
     path_->setCursorPosition(static_cast<int>(path.size())); // the name rather than the root
     remove_->setEnabled(!path.isEmpty());
     atListEnd_->setEnabled(!path.isEmpty());
-    state_->setText(path.isEmpty() ? tr("Es ist kein Notfalltitel gewählt: fällt die Musik aus, bleibt es still.")
-                                   : tr("Der Titel wird bei jedem Start im Hintergrund in den Speicher geladen."));
+    state_->setText(
+        path.isEmpty()
+            ? tr("Es ist kein Notfalltitel gewählt: lässt sich kein Titel der Listen mehr spielen, bleibt es still.")
+            : tr("Der Titel wird bei jedem Start im Hintergrund in den Speicher geladen."));
 }
 
 void OptionEmergencyPage::Show(const OptionValues& values) {

@@ -27,10 +27,8 @@ namespace kalvo {
  * Players count 1 and 2; others are a bounds error. Layer and lists outlive it.
  *
  * A file that does not open at once starts as soon as it does: meanwhile the player counts as opening, a fade towards
- * it waits, and after three seconds what was started by itself goes on with the next title.
- *
- * Music that stands still for two seconds, whatever the cause, goes on with the next title of either list, in the end
- * with the emergency title.
+ * it waits, and after three seconds what was started by itself goes on with the next title. Music that stands still for
+ * two seconds goes on with the next title of either list, in the end with the emergency title.
  */
 class Mixer : public QObject {
     Q_OBJECT
@@ -189,13 +187,11 @@ private:
     void ShowPrepared(int player);
     void TitleEnded(int player);
     void LookAtOutput();
-    /** The list has titles left, but none that can be played; asked where it has no next title. */
     bool HasFailed(int player) const;
     void PassOn(int player);
     bool IsDue(int player, const MixState& state) const;
     void WatchStandstill();
     void EndStandstill(int nth);
-    void TakeOff(int player);
     bool PlayEmergency(int player);
     static void OnEnd(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);
     static void OnDeviceLost(audio::Handle sync, audio::Handle channel, std::uint32_t data, void* user);

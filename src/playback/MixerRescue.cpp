@@ -4,6 +4,8 @@
 #include "playback/Mixer.h"
 #include "playlists/NextTitle.h"
 
+#include <array>
+
 namespace kalvo {
 
 namespace {
@@ -13,6 +15,7 @@ constexpr std::chrono::milliseconds kLookInterval{100};
 
 } // namespace
 
+/** The list has titles left, but none that can be played; asked where it has no next title. */
 bool Mixer::HasFailed(int player) const {
     const Playlist& list = *Deck(player).list;
     const int current = list.CurrentRow();
@@ -79,19 +82,16 @@ void Mixer::EndStandstill(int nth) {
         return;
     }
     for (const int player : {1, 2}) {
-        if (standing.at(static_cast<std::size_t>(player - 1))) {
-            TakeOff(player);
+        if (!standing.at(static_cast<std::size_t>(player - 1))) {
+            continue;
         }
+        if (IsOpening(player)) {
+            List(player).PassOver(List(player).CurrentRow());
+        }
+        DropUnplayable(player, QStringLiteral("Die Datei antwortet nicht: "));
     }
     Q_EMIT Message(QStringLiteral("Zwei Sekunden Stille: weiter auf Player %1.").arg(action.player));
     Start(action);
-}
-
-void Mixer::TakeOff(int player) {
-    if (IsOpening(player)) {
-        List(player).PassOver(List(player).CurrentRow());
-    }
-    DropUnplayable(player, QStringLiteral("Die Datei antwortet nicht: "));
 }
 
 bool Mixer::PlayEmergency(int player) {
