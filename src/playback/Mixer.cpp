@@ -14,7 +14,8 @@ constexpr int kFullVolume = 100;
 
 } // namespace
 
-Mixer::Mixer(AudioLayer& layer, Playlist& list1, Playlist& list2, QObject* parent) : QObject(parent), layer_(layer) {
+Mixer::Mixer(AudioLayer& layer, Playlist& list1, Playlist& list2, QObject* parent)
+    : MixerSignals(parent), layer_(layer) {
     const std::array<Playlist*, 2> lists{&list1, &list2};
     for (const int player : {1, 2}) {
         DeckData& deck = Deck(player);

@@ -9,10 +9,9 @@
 #include "playback/FileProbe.h"
 #include "playback/HandOver.h"
 #include "playback/MixerOptions.h"
+#include "playback/MixerSignals.h"
 #include "playback/StandstillWatch.h"
 #include "playlists/Playlist.h"
-
-#include <QObject>
 
 #include <array>
 #include <chrono>
@@ -30,7 +29,7 @@ namespace kalvo {
  * it waits, and after three seconds what was started by itself goes on with the next title. Music that stands still for
  * two seconds goes on with the next title of either list, in the end with the emergency title.
  */
-class Mixer : public QObject {
+class Mixer : public MixerSignals {
     Q_OBJECT
 
 public:
@@ -130,29 +129,6 @@ public:
     bool IsOpening(int player) const { return layer_.Record(player).opening; }
     double PositionSeconds(int player) const { return layer_.PositionSeconds(player); }
     AudioLayer& Layer() { return layer_; }
-
-Q_SIGNALS:
-    /** What a player shows has changed: title, status, mute. */
-    void PlayerChanged(int player);
-    void FaderMoved(int position);
-    void HandOverBegan(int target);
-    /** A fade by hand towards a player that plays, or is opening its file. */
-    void FadedTo(int player);
-    /** A title has been loaded and started from its list; the entry is current. byHand: not by the next-title rule. */
-    void TitleStarted(int player, int row, bool byHand);
-    void OptionsChanged();
-    /** Asked for by the user, and the file is not there. */
-    void FileMissing(const QString& path);
-    /** One line for the status bar. */
-    void Message(const QString& text);
-    /** The output's device has gone, been replaced or come back; Message has said it, too. */
-    void OutputChanged(const OutputNews& news);
-    /** A listened title has played to its end; its player stands still. */
-    void ListenedToEnd(int player);
-    /** Play was pressed on a player whose volume is limited: it does nothing else. */
-    void WantedBack(int player);
-    /** Continuous play has come to the end of both lists. */
-    void Finished();
 
 private:
     DeckData& Deck(int player) { return decks_.at(static_cast<std::size_t>(player - 1)); }
