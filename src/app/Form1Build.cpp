@@ -9,6 +9,7 @@
 #include "app/EqualizerCommand.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
+#include "app/MeasureCommands.h"
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
@@ -73,6 +74,7 @@ void Form1::Build() {
     undo_ = new UndoCommands(*actions_.editMenu, this);
     undo_->Add(archiveCommands_->UndoStack());
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
+    new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     ConnectMixer();
     ConnectMixing();

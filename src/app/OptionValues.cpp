@@ -56,6 +56,7 @@ void ReadMixing(OptionValues& values, const Settings& settings) {
     values.tagsIntoLists = settings.GetSwitch(kMixer, QStringLiteral("ID3WL"), values.tagsIntoLists);
     values.scanInterval = Number(settings, kMixer, u"ScanIntervall", 1, 99, values.scanInterval);
     values.useCuePoints = settings.GetSwitch(kMixer, QStringLiteral("CuePunkte"), values.useCuePoints);
+    values.evenLoudness = settings.GetSwitch(kMixer, QStringLiteral("LautheitAusgleich"), values.evenLoudness);
     values.volume = Number(settings, kEqualizer, u"Lautstärke", 0, 100, values.volume);
     values.levelReduction = Number(settings, kEqualizer, u"Pegelabsenkung", 0, 100, values.levelReduction);
     values.microphoneLevel = Number(settings, kEqualizer, u"Mikrofonpegel", 0, 100, values.microphoneLevel);
@@ -146,6 +147,7 @@ void OptionValues::Write(Settings& settings, const QString& chartsPath) const {
     settings.PutSetting(kStyle, QStringLiteral("Skin"), skin);
     WriteOutputs(*this, settings);
     settings.PutSwitch(kMixer, QStringLiteral("CuePunkte"), useCuePoints);
+    settings.PutSwitch(kMixer, QStringLiteral("LautheitAusgleich"), evenLoudness);
 }
 
 void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValues& now) {
@@ -156,7 +158,8 @@ void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValue
         &OptionValues::microphoneLevel, &OptionValues::meterStyle, &OptionValues::meterColour, &OptionValues::password,
         &OptionValues::screenSaverKeys, &OptionValues::removePlayed, &OptionValues::fadeInterval,
         &OptionValues::switchOver, &OptionValues::scanInterval, &OptionValues::fadeMode, &OptionValues::skin,
-        &OptionValues::headphones, &OptionValues::output, &OptionValues::buffer, &OptionValues::useCuePoints);
+        &OptionValues::headphones, &OptionValues::output, &OptionValues::buffer, &OptionValues::useCuePoints,
+        &OptionValues::evenLoudness);
     const auto keep = [&](auto field) {
         if (this->*field == before.*field)
             this->*field = now.*field;

@@ -44,8 +44,9 @@ struct OptionValues {
     QString skin = QStringLiteral("Light Green");
     OutputChoice headphones{0, {}};
     OutputChoice output;
-    QString buffer;           ///< one of OutputBuffer::Names()
-    bool useCuePoints = true; ///< players start at an entry's cue point
+    QString buffer;            ///< one of OutputBuffer::Names()
+    bool evenLoudness = false; ///< titles start equally loud, as far as they are measured
+    bool useCuePoints = true;  ///< players start at an entry's cue point
 
     /** The nine styles of the level meter in the order of the choice. */
     static QStringList MeterStyles();

@@ -36,6 +36,8 @@ public:
     void SetOptions(const MixerOptions& options);
     /** Whether players start at an entry's cue point. */
     void SetUseCuePoints(bool use) { useCuePoints_ = use; }
+    /** Gives the gain in dB that a title starts with, besides fader and volumes; none unless set. */
+    void SetTitleGain(std::function<double(const QString& path)> gain) { titleGain_ = std::move(gain); }
     /** How long a start may hold up the caller for its file; 40 ms unless set. */
     void SetPatience(std::chrono::milliseconds patience);
 
@@ -173,6 +175,7 @@ private:
     CrossFader fader_;
     FileProbe files_;
     std::function<bool(const QString& path)> exists_ = [this](const QString& path) { return files_.Exists(path); };
+    std::function<double(const QString& path)> titleGain_ = [](const QString&) { return 0.0; };
     int patience_ = 40; ///< ms
     bool useCuePoints_ = true;
     bool faderHeld_ = false;
