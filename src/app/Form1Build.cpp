@@ -15,6 +15,7 @@
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
 #include "app/ListenCommands.h"
+#include "app/MeasureCommands.h"
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
@@ -85,6 +86,7 @@ void Form1::Build() {
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new DeckPictures(desk_, *console_, *actions_.settingsMenu, this);
     new RecordingCommands(desk_, *actions_.toolsMenu, *status_, *this);
+    new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);

@@ -29,6 +29,7 @@ OptionMixerPage::OptionMixerPage(QWidget* parent) : OptionPage(tr("Mixer"), pare
     preload_ = AddSwitch(QStringLiteral("Nachladen"), tr("Nächsten Titel im Voraus laden"));
     tagsIntoLists_ = AddSwitch(QStringLiteral("Check8"), tr("Titel und Interpret aus ID3-Tags lesen"));
     cuePoints_ = AddSwitch(QStringLiteral("CuePunkte"), tr("Titel an ihrem Cue-Punkt beginnen"));
+    evenLoudness_ = AddSwitch(QStringLiteral("LautheitAusgleich"), tr("Lautheit der Titel ausgleichen"));
     AddHint(tr("Zum Umschaltzeitpunkt vor seinem Ende wird der laufende Titel in den nächsten überblendet."));
 }
 
@@ -41,6 +42,7 @@ void OptionMixerPage::Show(const OptionValues& values) {
     preload_->setChecked(values.preload);
     tagsIntoLists_->setChecked(values.tagsIntoLists);
     cuePoints_->setChecked(values.useCuePoints);
+    evenLoudness_->setChecked(values.evenLoudness);
 }
 
 void OptionMixerPage::Take(OptionValues& values) const {
@@ -52,6 +54,7 @@ void OptionMixerPage::Take(OptionValues& values) const {
     values.preload = preload_->isChecked();
     values.tagsIntoLists = tagsIntoLists_->isChecked();
     values.useCuePoints = cuePoints_->isChecked();
+    values.evenLoudness = evenLoudness_->isChecked();
 }
 
 } // namespace kalvo

@@ -23,6 +23,7 @@ private:
     QCheckBox* preload_;
     QCheckBox* tagsIntoLists_;
     QCheckBox* cuePoints_;
+    QCheckBox* evenLoudness_;
 };
 
 } // namespace kalvo

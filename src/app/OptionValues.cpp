@@ -58,6 +58,7 @@ void ReadMixing(OptionValues& values, const Settings& settings) {
     values.useCuePoints = settings.GetSwitch(kMixer, QStringLiteral("CuePunkte"), values.useCuePoints);
     values.emergencyTitle = settings.GetSetting(kMixer, QStringLiteral("Notfalltitel"), {});
     values.emergencyAtEnd = settings.GetSwitch(kMixer, QStringLiteral("NotfalltitelAmEnde"), false);
+    values.evenLoudness = settings.GetSwitch(kMixer, QStringLiteral("LautheitAusgleich"), values.evenLoudness);
     values.volume = Number(settings, kEqualizer, u"Lautstärke", 0, 100, values.volume);
     values.levelReduction = Number(settings, kEqualizer, u"Pegelabsenkung", 0, 100, values.levelReduction);
     values.microphoneLevel = Number(settings, kEqualizer, u"Mikrofonpegel", 0, 100, values.microphoneLevel);
@@ -150,6 +151,7 @@ void OptionValues::Write(Settings& settings, const QString& chartsPath) const {
     settings.PutSwitch(kMixer, QStringLiteral("CuePunkte"), useCuePoints);
     settings.PutSetting(kMixer, QStringLiteral("Notfalltitel"), emergencyTitle);
     settings.PutSwitch(kMixer, QStringLiteral("NotfalltitelAmEnde"), emergencyAtEnd);
+    settings.PutSwitch(kMixer, QStringLiteral("LautheitAusgleich"), evenLoudness);
 }
 
 void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValues& now) {
@@ -161,7 +163,7 @@ void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValue
         &OptionValues::screenSaverKeys, &OptionValues::removePlayed, &OptionValues::fadeInterval,
         &OptionValues::switchOver, &OptionValues::scanInterval, &OptionValues::fadeMode, &OptionValues::skin,
         &OptionValues::headphones, &OptionValues::output, &OptionValues::buffer, &OptionValues::useCuePoints,
-        &OptionValues::emergencyTitle, &OptionValues::emergencyAtEnd);
+        &OptionValues::emergencyTitle, &OptionValues::emergencyAtEnd, &OptionValues::evenLoudness);
     const auto keep = [&](auto field) {
         if (this->*field == before.*field)
             this->*field = now.*field;

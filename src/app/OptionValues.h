@@ -46,6 +46,7 @@ struct OptionValues {
     OutputChoice output;
     QString buffer;              ///< one of OutputBuffer::Names()
     bool useCuePoints = true;    ///< players start at an entry's cue point
+    bool evenLoudness = false;   ///< titles start equally loud, as far as they are measured
     QString emergencyTitle;      ///< `Notfalltitel`: path of the title that plays when nothing else can; empty = none
     bool emergencyAtEnd = false; ///< `NotfalltitelAmEnde`: it plays when both lists are at their end, too
 

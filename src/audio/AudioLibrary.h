@@ -82,6 +82,11 @@ public:
     /** Moves to the given values evenly within the time, sample by sample. */
     virtual bool ChannelSlideAttributes(Handle stream, int frequency, int volume, int pan, int milliseconds) = 0;
 
+    /**
+     * A gain in dB, -24..24, besides the volume; 0 leaves the sound bit by bit. The bus limits what becomes too loud.
+     */
+    virtual bool ChannelSetGain(Handle /*stream*/, float /*decibel*/) { return true; }
+
     /** type: a SyncType, kOneTime added where it shall fire once. Returns the sync. */
     virtual Handle ChannelSetSync(Handle stream, std::uint32_t type, std::uint64_t parameter, SyncProcedure procedure,
                                   void* user) = 0;

@@ -55,6 +55,7 @@ public:
     bool ChannelGetAttributes(Handle stream, Attributes& attributes) override;
     bool ChannelSlideAttributes(Handle stream, int frequency, int volume, int pan, int milliseconds) override;
 
+    bool ChannelSetGain(Handle stream, float decibel) override;
     Handle ChannelSetSync(Handle stream, std::uint32_t type, std::uint64_t parameter, SyncProcedure procedure,
                           void* user) override;
     bool ChannelRemoveSync(Handle stream, Handle sync) override;

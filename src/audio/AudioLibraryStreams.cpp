@@ -160,6 +160,10 @@ bool AudioLibraryImpl::ChannelSetAttributes(Handle stream, int frequency, int vo
     return Do(stream, &Channel::SetAttributes, frequency, volume, pan);
 }
 
+bool AudioLibraryImpl::ChannelSetGain(Handle stream, float decibel) {
+    return Do(stream, &Channel::SetGain, decibel);
+}
+
 bool AudioLibraryImpl::ChannelGetAttributes(Handle stream, Attributes& attributes) {
     const Channel* channel = Find(stream);
     if (channel == nullptr)

@@ -8,6 +8,8 @@ namespace kalvo::audio {
 
 namespace {
 
+constexpr float kMostGain = 24; // dB
+
 bool Within(float value, float least, float most) {
     return value >= least && value <= most;
 }
@@ -126,6 +128,14 @@ ErrorCode Channel::SlideAttributes(int frequency, int volume, int pan, int milli
     if (milliseconds > 0)
         command.slide = ++slide_;
     Note(frequency, volume, pan);
+    return Send(command);
+}
+
+ErrorCode Channel::SetGain(float decibel) {
+    if (!Within(decibel, -kMostGain, kMostGain))
+        return ErrorCode::Argument;
+    Command command = MakeCommand(Command::Kind::Gain);
+    command.parameters.gain = decibel;
     return Send(command);
 }
 

@@ -47,6 +47,8 @@ public:
 
     ErrorCode SetAttributes(int frequency, int volume, int pan);
     ErrorCode SlideAttributes(int frequency, int volume, int pan, int milliseconds);
+    /** In dB. */
+    ErrorCode SetGain(float decibel);
     /** As set; during a slide the values of the moment. */
     Attributes GetAttributes() const;
 

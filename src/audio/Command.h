@@ -18,6 +18,7 @@ struct Command {
         Halt,      ///< fades out and keeps its place
         Set,       ///< frequency, volume, pan; the kKeep values leave one alone
         Slide,     ///< the same within `number` frames
+        Gain,      ///< parameters: its gain
         Band,      ///< number: place of the equaliser band; parameters
         AddReverb, ///< reverb: given to the voice, which owns it already
         SetReverb, ///< parameters

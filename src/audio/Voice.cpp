@@ -48,6 +48,9 @@ void Voice::Apply(const Command& command) {
     case Command::Kind::Slide:
         ApplySlide(command);
         break;
+    case Command::Kind::Gain:
+        Move(gain_, std::pow(10.0, double(command.parameters.gain) / 20));
+        break;
     case Command::Kind::Band:
         equaliser_.SetBand(std::size_t(command.number), command.parameters, !running_);
         break;
@@ -65,19 +68,22 @@ void Voice::Apply(const Command& command) {
     PublishAttributes();
 }
 
+void Voice::Move(Ramp& ramp, double value) const {
+    running_ ? ramp.GlideTo(value) : ramp.Set(value);
+}
+
 void Voice::ApplySet(const Command& command) {
-    const auto move = [this](Ramp& ramp, double value) { running_ ? ramp.GlideTo(value) : ramp.Set(value); };
     if (command.frequency != kKeepFrequency) {
         // A speed has no step to hide, a straight line will do; the reader glides within the block.
         frequency_.SlideTo(command.frequency, running_ ? kBlockFrames : 0);
         sliding_ &= ~kFrequencyBit;
     }
     if (command.volume != kKeepVolume) {
-        move(volume_, command.volume / 100.0);
+        Move(volume_, command.volume / 100.0);
         sliding_ &= ~kVolumeBit;
     }
     if (command.pan != kKeepPan) {
-        move(pan_, command.pan / 100.0);
+        Move(pan_, command.pan / 100.0);
         sliding_ &= ~kPanBit;
     }
     if (sliding_ == 0)
@@ -164,7 +170,7 @@ void Voice::SteerFade() {
 void Voice::Mix(float* bus, const float* sound, std::size_t frames) {
     std::array<float, kBlockFrames * 2> out;
     for (std::size_t i = 0; i < frames; ++i) {
-        const double gain = fade_.Next() * volume_.Next();
+        const double gain = fade_.Next() * volume_.Next() * gain_.Next();
         const double pan = pan_.Next();
         out[2 * i] = sound[2 * i] * float(gain * std::min(1.0, 1 - pan));
         out[2 * i + 1] = sound[2 * i + 1] * float(gain * std::min(1.0, 1 + pan));
@@ -180,6 +186,7 @@ void Voice::Mix(float* bus, const float* sound, std::size_t frames) {
 void Voice::PassTime(std::size_t frames) {
     frequency_.Advance(frames);
     volume_.Advance(frames);
+    gain_.Advance(frames);
     pan_.Advance(frames);
     CountSlide(frames);
 }

@@ -18,8 +18,8 @@
 namespace kalvo::audio {
 
 /**
- * One stream inside the mixer: source → speed → equaliser → reverb → fade, volume, pan → bus. Owned by the control
- * thread; while it is on a bus, Apply() and Render() belong to the audio thread.
+ * One stream inside the mixer: source → speed → equaliser → reverb → fade, volume, gain, pan → bus. Owned by the
+ * control thread; while it is on a bus, Apply() and Render() belong to the audio thread.
  *
  * Starting at the file's first frame needs no fade and gets none, so that the first sample is exact; every other start
  * and stop, a seek and a starvation fade over 256 frames.
@@ -62,6 +62,8 @@ public:
     void Retire() { retired_.store(true, std::memory_order_release); }
 
 private:
+    /** Without a click when it sounds. */
+    void Move(Ramp& ramp, double value) const;
     void ApplySet(const Command& command);
     void ApplySlide(const Command& command);
     double FastestFrequency() const { return std::max(frequency_.Value(), frequency_.Target()); }
@@ -85,6 +87,7 @@ private:
     std::uint64_t start_ = 0; // number of the last Play
     Ramp fade_{0};
     Ramp volume_{1};
+    Ramp gain_{1};
     Ramp pan_{0};
     Ramp frequency_; // Hz
     std::uint64_t slideLeft_ = 0;

@@ -171,6 +171,11 @@ void AudioLayer::SlidePlayerVolume(int player, int volume, int milliseconds) {
     }
 }
 
+void AudioLayer::SetGain(int player, double decibel) {
+    if (const audio::Handle stream = Record(player).stream; stream != 0)
+        library_->ChannelSetGain(stream, static_cast<float>(decibel));
+}
+
 void AudioLayer::SetPitch(int player, int pitch) {
     Record(player).pitch = pitch;
     ApplyPitch(player);

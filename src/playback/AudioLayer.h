@@ -71,6 +71,8 @@ public:
     void SetPlayerVolume(int player, int volume);
     /** The same, reached evenly within the time: steps of a fade join to one line. */
     void SlidePlayerVolume(int player, int volume, int milliseconds);
+    /** dB, -24..24, of the title that is loaded; the next one starts with 0 again. */
+    void SetGain(int player, double decibel);
     /** Tenths of a percent, -120..120; heard at once, kept for the next titles. */
     void SetPitch(int player, int pitch);
     /** Heard at once on both players, kept for the next titles. */

@@ -42,6 +42,8 @@ public:
     void SetUseCuePoints(bool use) { useCuePoints_ = use; }
     /** What plays when nothing else can. */
     void SetEmergency(const EmergencyTitle& title) { emergency_ = title; }
+    /** Gives the gain in dB that a title starts with, besides fader and volumes; none unless set. */
+    void SetTitleGain(std::function<double(const QString& path)> gain) { titleGain_ = std::move(gain); }
     /** How long a start may hold up the caller for its file; 40 ms unless set. */
     void SetPatience(std::chrono::milliseconds patience);
 
@@ -181,6 +183,7 @@ private:
     std::function<bool(const QString& path)> exists_ = [this](const QString& path) { return files_.Exists(path); };
     EmergencyTitle emergency_;
     StandstillWatch standstill_;
+    std::function<double(const QString& path)> titleGain_ = [](const QString&) { return 0.0; };
     int patience_ = 40; ///< ms
     bool useCuePoints_ = true;
     bool faderHeld_ = false;

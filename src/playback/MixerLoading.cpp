@@ -50,6 +50,7 @@ bool Mixer::StartRow(int player, int row, bool asked) {
 
 void Mixer::ReadyLoaded(int player) {
     ReadLength(player);
+    layer_.SetGain(player, titleGain_(Deck(player).title.path));
     const auto sync = [&](std::uint32_t type, audio::SyncProcedure procedure) {
         layer_.Audio().ChannelSetSync(layer_.Record(player).stream, type, 0, procedure, &Deck(player));
     };

@@ -62,6 +62,7 @@ TEST_F(OptionValuesTest, EverythingComesBack) {
     values.output = {2, u"Built-in"_s};
     values.buffer = u"sicher"_s;
     values.useCuePoints = false;
+    values.evenLoudness = true;
     values.chartsLimit = u"50"_s;
     folder.Write(u"optionen.dll"_s, "\"1\",2,\"drei\"\n4\n");
     Write(values);

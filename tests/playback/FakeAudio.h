@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace kalvo::test {
 
@@ -38,7 +39,8 @@ public:
     std::map<audio::Handle, Stream> streams;
     bool deviceTakes = true; ///< the output device asks for sound
     int opened = 0;
-    int effects = 0; ///< that stand in the streams' paths
+    std::vector<float> gains; ///< set so far
+    int effects = 0;          ///< that stand in the streams' paths
 
     /** Lets time pass for everything that plays; ends are told in DispatchEvents. */
     void Advance(double seconds) {
@@ -140,6 +142,10 @@ public:
     bool ChannelSlideAttributes(audio::Handle handle, int, int volume, int, int milliseconds) override {
         At(handle).slideTo = volume;
         At(handle).slideLeft = milliseconds / 1000.0;
+        return true;
+    }
+    bool ChannelSetGain(audio::Handle, float decibel) override {
+        gains.push_back(decibel);
         return true;
     }
     audio::Handle ChannelSetSync(audio::Handle handle, std::uint32_t type, std::uint64_t,
