@@ -59,6 +59,10 @@ struct MasterRecorderTest : ::testing::Test {
         EXPECT_TRUE(layer.InitAudio(audio::kOffline, 1024));
         recorder.SetFreeSpace([this](const QString&) { return free.load(); });
         QObject::connect(&recorder, &MasterRecorder::Failed, [this](const QString& text) { failures << text; });
+        MixerOptions byHand;
+        byHand.continuous = false;
+        byHand.automatic = false;
+        mixer.SetOptions(byHand);
         mixer.SetFader(-100);
     }
 
