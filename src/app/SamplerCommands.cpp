@@ -61,6 +61,11 @@ SamplerCommands::SamplerCommands(Desk& desk, DeskActions& actions, QWidget& wind
     QTimer::singleShot(0, this, &SamplerCommands::Begin); // the output is open by then
 }
 
+SamplerCommands::~SamplerCommands() {
+    delete pads_.data();
+    delete settings_.data();
+}
+
 QAction* SamplerCommands::Add(DeskActions& actions, const QString& name, const QString& text,
                               void (SamplerCommands::*act)()) {
     QAction* action = actions.toolsMenu->addAction(text, this, act);

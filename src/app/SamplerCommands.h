@@ -29,6 +29,8 @@ class SamplerCommands : public QObject {
 public:
     /** desk, actions and window outlive the commands. */
     SamplerCommands(Desk& desk, DeskActions& actions, QWidget& window);
+    /** The pads' window, which is the main window's child, ends before the sampler. */
+    ~SamplerCommands() override;
 
     void ShowPads();
     void ShowSettings();
