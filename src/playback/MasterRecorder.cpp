@@ -7,9 +7,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace kalvo {
@@ -24,7 +25,9 @@ qint64 FreeSpaceOf(QString folder) {
         folder.truncate(folder.lastIndexOf(u'/', folder.size() - 1));
     if (folder.isEmpty())
         folder = QDir::rootPath();
-    return QStorageInfo(folder).bytesAvailable();
+    std::error_code error; // asks the path itself: what lies in a container has no mount point of its own
+    const auto room = std::filesystem::space(QFile::encodeName(folder).toStdString(), error);
+    return error ? -1 : static_cast<qint64>(room.available);
 }
 
 QString TextOf(audio::EncodeError error) {
