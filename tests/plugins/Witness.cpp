@@ -121,7 +121,7 @@ class WitnessPlugin : public QGenericPlugin {
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "Witness.json")
 
 public:
-    QObject* create(const QString& key, const QString& /*specification*/) override {
+    QObject* create(const QString& key, const QString& /*arguments*/) override {
         return key == QStringLiteral("kalvowitness") ? new Witness : nullptr;
     }
 };
