@@ -11,13 +11,6 @@
 using namespace kalvo::audio;
 using namespace kalvo::test;
 
-#if defined(__SANITIZE_THREAD__)
-/** The sound server's library synchronises in ways that cannot be seen without its source being instrumented. */
-extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions() {
-    return "race:libpulse\nrace:libSDL2\nmutex:libpulse\n";
-}
-#endif
-
 namespace {
 
 /** The library on a real output, playing a tone without end. */

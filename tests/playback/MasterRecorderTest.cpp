@@ -8,6 +8,7 @@
 #include "audio/ReadAheadFile.h"
 #include "base/RandomSource.h"
 #include "playback/OfflineMix.h"
+#include "support/PulseServer.h"
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
@@ -15,11 +16,11 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QThread>
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <optional>
 #include <vector>
 
 namespace kalvo {
@@ -227,19 +228,15 @@ TEST_F(MasterRecorderTest, AKilledProgramLeavesAFileThatPlays) {
         SCOPED_TRACE(format);
         const QString target = folder.Path(QLatin1String(format));
         const QString sound = target + u"/a"_s + QLatin1String(ending);
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QLatin1String(kKillFolder), target);
-        environment.insert(u"KALVO_RECORD_FORMAT"_s, QLatin1String(format));
-        environment.insert(u"TMPDIR"_s, folder.Path()); // what it leaves behind goes with this test's
-        QProcess child;
-        child.setProcessEnvironment(environment);
-        child.setStandardOutputFile(QProcess::nullDevice());
-        child.start(QCoreApplication::applicationFilePath(),
-                    {u"--gtest_filter=MasterRecorderTest.DISABLED_Endless"_s, u"--gtest_also_run_disabled_tests"_s});
+        // TMPDIR: what the killed program leaves behind goes with this test's.
+        std::optional<test::ChildProcess> child(
+            std::in_place, u"env %1='%2' KALVO_RECORD_FORMAT=%3 TMPDIR='%4' '%5' --gtest_also_run_disabled_tests "
+                           "--gtest_filter=MasterRecorderTest.DISABLED_Endless >/dev/null"_s.arg(
+                               QLatin1String(kKillFolder), target, QLatin1String(format), folder.Path(),
+                               QCoreApplication::applicationFilePath()));
         const auto hasTwoSeconds = [&] { return LeftOf(sound).size() > 2 * kRate; };
         const bool grew = test::WaitUntil(hasTwoSeconds);
-        child.kill();
-        ASSERT_TRUE(child.waitForFinished());
+        child.reset();
         ASSERT_TRUE(grew);
         const std::vector<float> left = LeftOf(sound);
         EXPECT_GT(left.size(), 2U * kRate);
