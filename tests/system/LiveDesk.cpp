@@ -1,5 +1,6 @@
 #include "system/LiveDesk.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QEventLoop>
@@ -43,7 +44,11 @@ void LiveDesk::Fill(int player, const QStringList& paths) {
 
 template<typename Send>
 void LiveDesk::With(const char* control, Send send) {
-    auto* widget = window_->findChild<QWidget*>(QString::fromLatin1(control));
+    QWidget* widget = window_.get();
+    for (const QString& name : QString::fromLatin1(control).split(u'/')) {
+        if (widget)
+            widget = widget->findChild<QWidget*>(name);
+    }
     if (!widget || !widget->isVisible() || !widget->isEnabled()) {
         ADD_FAILURE() << control << " cannot be used";
         return;
@@ -87,6 +92,22 @@ void LiveDesk::Press(const char* control, Qt::Key key, int times) {
             QApplication::sendEvent(&widget, &release);
         }
     });
+}
+
+void LiveDesk::Select(const char* view, int row) {
+    auto* rows = window_->findChild<QAbstractItemView*>(QString::fromLatin1(view));
+    ASSERT_NE(rows, nullptr) << view;
+    rows->selectionModel()->select(rows->model()->index(row, 0),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+bool LiveDesk::IsShown(const char* dialog) const {
+    const auto* found = window_->findChild<QWidget*>(QString::fromLatin1(dialog));
+    return found != nullptr && found->isVisible();
+}
+
+void LiveDesk::Close(const char* dialog) {
+    With(dialog, [](QWidget& widget) { widget.close(); });
 }
 
 QString LiveDesk::Text(const char* label) const {

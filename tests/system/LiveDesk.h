@@ -31,10 +31,16 @@ public:
 
     /** Makes the window the active one and gives a control the focus. */
     void Activate(const char* control);
+    /** control: its objectName, of a dialog as "dialog/name". */
     void Click(const char* control);
     /** A click into a horizontal control; fraction 0..1 of its width. */
     void ClickAt(const char* control, double fraction);
     void Press(const char* control, Qt::Key key, int times = 1);
+    /** Marks one row of a list. */
+    void Select(const char* view, int row);
+    /** Of a window above the main one. */
+    bool IsShown(const char* dialog) const;
+    void Close(const char* dialog);
     /** The text that a label shows; empty when there is no such label. */
     QString Text(const char* label) const;
     /** What the status line has told since the window was opened, each line as it stood there. */
