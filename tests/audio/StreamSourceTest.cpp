@@ -253,7 +253,7 @@ TEST(StreamSource, AFileThatTricklesInIsHeardWithoutAGap) {
     }
     control->Release();
     EXPECT_EQ(taken, 100U * 44100U);
-    EXPECT_TRUE(source->AtEnd());
+    EXPECT_TRUE(Drain(*source).empty()) << "the end follows";
 }
 
 TEST(StreamSource, AFileInMemoryPlaysFromItsBytes) {
