@@ -59,7 +59,7 @@ TEST_F(TitleMeasureTest, ThePeakBetweenTheSamplesCounts) {
 }
 
 TEST_F(TitleMeasureTest, BeatsAreCounted) {
-    for (const int tempo : {96, 128, 140}) {
+    for (const int tempo : {58, 96, 128, 150, 174}) {
         const int beat = 44100 * 60 / tempo;
         const auto measured = Measured(Write(30, [beat](int frame) {
             const int since = frame % beat;
