@@ -22,6 +22,7 @@ JingleCommands::JingleCommands(Desk& desk, DeskActions& actions, QWidget& window
       file_(desk.folder.Path(QStringLiteral("\\TerminPlayNeu.dll")), desk.settings, desk.clock),
       scheduler_(file_, desk.clock),
       player_(desk.mixer),
+      history_(player_, desk.evening, desk.clock),
       timer6_(new QTimer(this)),
       ticks_(new QTimer(this)),
       display_(new frmJingleAnzeige(player_, &window)) {
@@ -31,6 +32,7 @@ JingleCommands::JingleCommands(Desk& desk, DeskActions& actions, QWidget& window
     ShowEnded();
     connect(&player_, &JinglePlayer::Started, this, &JingleCommands::ShowStarted);
     connect(&player_, &JinglePlayer::Ended, this, &JingleCommands::ShowEnded);
+    connect(&history_, &JingleHistory::Told, this, &JingleCommands::Warned);
     connect(&player_, &JinglePlayer::Failed, this, &JingleCommands::TellFailed);
     timer6_->setObjectName(QStringLiteral("Timer6"));
     connect(timer6_, &QTimer::timeout, this, &JingleCommands::Check);

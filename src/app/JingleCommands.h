@@ -1,6 +1,7 @@
 #pragma once
 
 #include "live/JingleFile.h"
+#include "live/JingleHistory.h"
 #include "live/JinglePlayer.h"
 #include "live/JingleScheduler.h"
 
@@ -47,6 +48,7 @@ private:
     JingleFile file_;
     JingleScheduler scheduler_;
     JinglePlayer player_;
+    JingleHistory history_;
     QTimer* timer6_;
     QTimer* ticks_; ///< while something plays, opens or waits
     QPointer<frmJingle> list_;

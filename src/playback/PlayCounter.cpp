@@ -26,10 +26,6 @@ PlayOrigin OriginOf(EntryOrigin origin) {
 }
 
 /** The history keeps whole seconds, and finds a title again by them. */
-QDateTime WholeSecond(const QDateTime& moment) {
-    return moment.addMSecs(-moment.time().msec());
-}
-
 } // namespace
 
 PlayCounter::PlayCounter(Mixer& mixer, Playlist& first, Playlist& second, Books books, const Clock& clock,
@@ -71,7 +67,7 @@ void PlayCounter::Tick() {
 void PlayCounter::TitleStarted(int player, const PlaylistEntry& entry, bool byHand) {
     End(player);
     Heard heard;
-    heard.title = {WholeSecond(clock_.Now()),
+    heard.title = {EveningLog::StartAt(clock_.Now()),
                    OriginOf(entry.origin),
                    player,
                    entry.artist,

@@ -162,6 +162,10 @@ QList<PlayedTitle> EveningLog::Read(const QDate& evening) const {
     return titles;
 }
 
+QDateTime EveningLog::StartAt(const QDateTime& moment) {
+    return moment.addMSecs(-moment.time().msec());
+}
+
 QDate EveningLog::EveningOf(const QDateTime& moment) {
     return moment.time().hour() < eveningBegins ? moment.date().addDays(-1) : moment.date();
 }

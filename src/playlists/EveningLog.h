@@ -46,6 +46,8 @@ public:
     QList<QDate> Evenings() const;
     /** The titles of an evening in the order of their starts; empty when there are none. */
     QList<PlayedTitle> Read(const QDate& evening) const;
+    /** A title's start in whole seconds, as the file keeps it. */
+    static QDateTime StartAt(const QDateTime& moment);
     /** The evening that a moment belongs to. */
     static QDate EveningOf(const QDateTime& moment);
 
