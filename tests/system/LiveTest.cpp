@@ -72,6 +72,12 @@ protected:
         return recorded;
     }
 
+    /** Whether a tone comes at a card within some seconds. */
+    static bool IsHeard(const QString& card, double frequency) {
+        const PulseRecording recording(card);
+        return WaitUntil([&] { return Measure(recording).Onset({frequency}, 0, 0.9 * kFull) >= 0; });
+    }
+
     TestFolder folder_;
     std::unique_ptr<PulseServer> server_;
 };
@@ -276,38 +282,64 @@ TEST_F(LiveTest, VanishedCutAndBrokenFilesDoNotStopTheMusic) {
         << desk.Told().join(u'\n').toStdString();
 }
 
-TEST_F(LiveTest, TheMusicGoesOnWhenTheSoundCardIsPulledOut) {
+TEST_F(LiveTest, AFadeGoesOnWhenTheSoundCardIsPulledOutAndPluggedInAgain) {
+    const std::vector<double> tones{440, 700};
     LiveDesk desk(DataFolderPath());
     ASSERT_TRUE(desk.IsOpen());
-    desk.Fill(1, {Tone("ton.mp3", 440, 30)});
+    desk.Fill(1, {Tone("eins.mp3", tones[0], 60)});
+    desk.Fill(2, {Tone("zwei.ogg", tones[1], 60)});
     EXPECT_TRUE(desk.Text("lblAusgabe").contains(PulseServer::DeviceName(kMain)))
         << desk.Text("lblAusgabe").toStdString();
     PulseRecording recording(kOther);
     desk.Click("cmdPlay1");
-    RunFor(2);
+    RunFor(1);
+    desk.Click("Command6");
+    const auto fader = [&desk] { return desk.Players().Fader(); };
+    ASSERT_TRUE(WaitUntil([&] { return fader() > FaderEndOf(1) / 2; }));
     const double pulled = Recorded(recording);
     ASSERT_TRUE(server_->RemoveSink(kMain));
-    RunFor(4);
+    RunFor(2);
+    EXPECT_LT(fader(), FaderEndOf(2)) << "still in the fade";
+    const int position = fader();
 
     const ToneMeter meter = Measure(recording);
-    const double back = meter.Onset({440}, 0, 0.9 * kFull);
+    const double back = meter.Onset(tones, 0, 0.5 * kFull);
+    std::cout << "music on the other card after " << back - pulled << " s" << std::endl;
     EXPECT_GT(back, pulled - 0.1);
     EXPECT_LT(back, pulled + 2);
     EXPECT_LT(meter.LongestSilence(0.1 * kFull, back + 0.3, meter.Seconds()), 0.1);
-    EXPECT_EQ(
-        desk.Told()
-            .filter(QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") + PulseServer::DeviceName(kOther))
-            .size(),
-        1)
-        << desk.Told().join(u'\n').toStdString();
+    const std::vector<double> levels = meter.Levels(tones, meter.Seconds() - 0.2);
+    for (const int player : {1, 2})
+        EXPECT_NEAR(levels[player - 1] / kFull, FaderVolume(player, position) / 100.0, 0.15);
+    const QString moved =
+        QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") + PulseServer::DeviceName(kOther);
+    EXPECT_EQ(desk.Told().filter(moved).size(), 1) << desk.Told().join(u'\n').toStdString();
     EXPECT_TRUE(desk.Text("lblAusgabe").contains(PulseServer::DeviceName(kOther)));
-    EXPECT_EQ(desk.Text("lblHinweis"),
-              QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") + PulseServer::DeviceName(kOther));
+    EXPECT_EQ(desk.Text("lblHinweis"), moved);
 
     ASSERT_TRUE(server_->AddSink(kMain));
     const QString returned = QStringLiteral("Soundkarte wieder da: ") + PulseServer::DeviceName(kMain);
     EXPECT_TRUE(WaitUntil([&] { return !desk.Told().filter(returned).isEmpty(); }));
     EXPECT_EQ(desk.Told().filter(QStringLiteral("Soundkarte")).size(), 2) << desk.Told().join(u'\n').toStdString();
+    EXPECT_TRUE(WaitUntil([&] { return fader() == FaderEndOf(2); }));
+    EXPECT_TRUE(IsHeard(kMain, tones[1]));
+}
+
+TEST_F(LiveTest, TheMusicComesBackWhenTheSoundServerIsKilledAndStartedAgain) {
+    LiveDesk desk(DataFolderPath());
+    ASSERT_TRUE(desk.IsOpen());
+    desk.Fill(1, {Tone("ton.mp3", 440, 60)});
+    desk.Click("cmdPlay1");
+    ASSERT_TRUE(IsHeard(kMain, 440));
+    const double position = desk.Players().PositionSeconds(1);
+    server_->Kill();
+    RunFor(1);
+    EXPECT_GT(desk.Players().PositionSeconds(1), position + 0.5) << "time goes on without a card";
+    ASSERT_TRUE(server_->Start());
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_TRUE(IsHeard(kMain, 440));
+    std::cout << "music " << clock.elapsed() / 1000.0 << " s after the start of the server" << std::endl;
 }
 
 TEST_F(LiveTest, WithoutASoundServerTheOutputFailsAndOpensOnceThereIsOne) {
