@@ -21,10 +21,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kWindowNumbers = 10;  ///< the eleventh value is a folder
-constexpr int kLayoutNumbers = 10;  ///< constant, eight widths, row height; two paths follow
-constexpr int kOptionNumbers = 0;   ///< a text
-constexpr auto kLargest = 16 << 20; ///< bytes; none of these files comes near it
+constexpr int kWindowNumbers = 10;      ///< the eleventh value is a folder
+constexpr int kLayoutNumbers = 10;      ///< constant, eight widths, row height; two paths follow
+constexpr int kOptionNumbers = 0;       ///< a text
+constexpr auto kLargestFile = 16 << 20; ///< bytes; none of these files comes near it
 
 using Test = std::function<bool(const QByteArray&)>;
 
@@ -34,7 +34,8 @@ Test ValueTest(int numbers) {
 
 bool IsDamaged(const QString& path, const Test& isSound) {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.size() > 0 && (file.size() > kLargest || !isSound(file.readAll()));
+    return file.open(QIODevice::ReadOnly) && file.size() > 0 &&
+           (file.size() > kLargestFile || !isSound(file.readAll()));
 }
 
 /** What has to be told. */

@@ -11,7 +11,7 @@ namespace kalvo {
 
 namespace {
 
-const QString kSection = QStringLiteral("Style");
+const QString kPictureSection = QStringLiteral("Style");
 const QString kKey = QStringLiteral("Cover");
 
 QString CacheFolder(const Desk& desk) {
@@ -27,8 +27,9 @@ DeckPictures::DeckPictures(Desk& desk, ConsolePanel& console, QMenu& settingsMen
       showCover_(settingsMenu.addAction(QStringLiteral("&Coverbild anzeigen"))) {
     showCover_->setObjectName(QStringLiteral("CoverAnzeigen"));
     showCover_->setCheckable(true);
-    showCover_->setChecked(desk.settings.GetSwitch(kSection, kKey, true));
-    connect(showCover_, &QAction::triggered, this, [this](bool on) { desk_.settings.PutSwitch(kSection, kKey, on); });
+    showCover_->setChecked(desk.settings.GetSwitch(kPictureSection, kKey, true));
+    connect(showCover_, &QAction::triggered, this,
+            [this](bool on) { desk_.settings.PutSwitch(kPictureSection, kKey, on); });
     for (Pictures& deck : decks_) {
         connect(&deck.title, &TitlePictures::CoverChanged, this,
                 [&deck] { deck.cover = QPixmap::fromImage(deck.title.Cover()); });

@@ -28,7 +28,7 @@ namespace {
 
 constexpr QSize kSmallest(800, 600);
 constexpr QSize kDefaultSize(1280, 800);
-const QString kStyle = QStringLiteral("Style");
+const QString kStyleKey = QStringLiteral("Style");
 
 } // namespace
 
@@ -100,7 +100,7 @@ void Form1::ShowOutput() {
 
 void Form1::ApplyStyle() {
     const auto setting = [this](const char* key, const QString& fallback) {
-        return desk_.settings.GetSetting(kStyle, QLatin1String(key), fallback);
+        return desk_.settings.GetSetting(kStyleKey, QLatin1String(key), fallback);
     };
     ShowStyle(setting("Skin", QStringLiteral("Light Green")), setting("Schriftgrad", QStringLiteral("klein")),
               setting("Buttongroesse", QStringLiteral("klein")));

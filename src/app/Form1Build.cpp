@@ -39,7 +39,7 @@ namespace kalvo {
 namespace {
 
 constexpr int kHandOverInterval = 100; // ms
-constexpr int kSecond = 1000;          // ms
+constexpr int kOneSecond = 1000;       // ms
 
 } // namespace
 
@@ -214,7 +214,7 @@ void Form1::StartTimers() {
     timeDj_->setObjectName(QStringLiteral("TimeDJ"));
     timeDj_->setTimerType(Qt::PreciseTimer);
     connect(timeDj_, &QTimer::timeout, &desk_.mixer, &Mixer::StepFade);
-    seconds_->setInterval(kSecond);
+    seconds_->setInterval(kOneSecond);
     connect(seconds_, &QTimer::timeout, this, [this] {
         lists_->RefreshTimes();
         ShowOutput();

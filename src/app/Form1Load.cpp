@@ -22,10 +22,10 @@ namespace kalvo {
 
 namespace {
 
-constexpr QSize kSmallest(800, 600);
-const QString kMixer = QStringLiteral("Mixer");
-const QString kEqualizer = QStringLiteral("Equalizer");
-const QString kMeter = QStringLiteral("VU Meter");
+constexpr QSize kSmallestScreen(800, 600);
+const QString kMixerSection = QStringLiteral("Mixer");
+const QString kEqualizerSection = QStringLiteral("Equalizer");
+const QString kMeterSection = QStringLiteral("VU Meter");
 
 QString WindowValuesPath(const Desk& desk) {
     return desk.folder.Path(QStringLiteral("\\kalvo.dll"));
@@ -97,7 +97,7 @@ bool Form1::InitOutput() {
 
 void Form1::CheckScreen() {
     const QSize screen = QApplication::primaryScreen()->size();
-    if (screen.width() < kSmallest.width() || screen.height() < kSmallest.height()) {
+    if (screen.width() < kSmallestScreen.width() || screen.height() < kSmallestScreen.height()) {
         xMessageBox::Ask(nullptr, QStringLiteral("Kalvo"),
                          QStringLiteral("Für Kalvo wird eine Bildschirmeinstellung von mindestens 800 x 600 benötigt, "
                                         "bitte ändern Sie die Eigenschaften Ihrer Grafikkarte"),
@@ -110,7 +110,8 @@ void Form1::ReadMixer() {
     options.continuous = values_.continuous;
     options.automatic = values_.automatic;
     desk_.mixer.SetOptions(options);
-    const int volume = std::clamp(desk_.settings.GetNumber(kEqualizer, QStringLiteral("Lautstärke"), 35), 0, 100);
+    const int volume =
+        std::clamp(desk_.settings.GetNumber(kEqualizerSection, QStringLiteral("Lautstärke"), 35), 0, 100);
     desk_.mixer.SetMasterVolume(volume);
     console_->Mixing().SetVolume(volume);
     Q_EMIT LoadProgress(FadeModeCaption(options.mode));
@@ -170,15 +171,15 @@ bool Form1::Save() {
         Settings& settings = desk_.settings;
         const Settings::Pass pass(settings);
         const MixerOptions& options = desk_.mixer.Options();
-        settings.PutNumber(kEqualizer, QStringLiteral("Lautstärke"),
+        settings.PutNumber(kEqualizerSection, QStringLiteral("Lautstärke"),
                            desk_.layer.Audio().GetVolume(audio::Output::Main));
-        KeepSetting(settings, kEqualizer, "Pegelabsenkung", QStringLiteral("50"));
-        KeepSetting(settings, kEqualizer, "Mikrofonpegel", QStringLiteral("80"));
-        KeepSetting(settings, kMeter, "Style", QStringLiteral("Analyzer"));
-        KeepSetting(settings, kMeter, "Farbe", {}); // without a default: absent until it is chosen
-        settings.PutSwitch(kMixer, QStringLiteral("WlLoeschen"), options.removePlayed);
-        settings.PutNumber(kMixer, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
-        settings.PutNumber(kMixer, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
+        KeepSetting(settings, kEqualizerSection, "Pegelabsenkung", QStringLiteral("50"));
+        KeepSetting(settings, kEqualizerSection, "Mikrofonpegel", QStringLiteral("80"));
+        KeepSetting(settings, kMeterSection, "Style", QStringLiteral("Analyzer"));
+        KeepSetting(settings, kMeterSection, "Farbe", {}); // without a default: absent until it is chosen
+        settings.PutSwitch(kMixerSection, QStringLiteral("WlLoeschen"), options.removePlayed);
+        settings.PutNumber(kMixerSection, QStringLiteral("Überblendgeschwindigkeit"), options.fadeInterval);
+        settings.PutNumber(kMixerSection, QStringLiteral("Umschaltzeitpunkt"), options.switchOver);
     }
     const bool saved = desk_.keeper.SaveNow();
     if (!saved) {

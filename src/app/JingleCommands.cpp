@@ -10,8 +10,8 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kSecond = 1000;     // ms
-constexpr int kTickInterval = 50; // ms
+constexpr int kSecond = 1000;       // ms
+constexpr int kJingleInterval = 50; // ms
 
 } // namespace
 
@@ -37,7 +37,7 @@ JingleCommands::JingleCommands(Desk& desk, DeskActions& actions, QWidget& window
     timer6_->setObjectName(QStringLiteral("Timer6"));
     connect(timer6_, &QTimer::timeout, this, &JingleCommands::Check);
     timer6_->start(kSecond);
-    ticks_->setInterval(kTickInterval);
+    ticks_->setInterval(kJingleInterval);
     connect(ticks_, &QTimer::timeout, this, &JingleCommands::Tick);
 }
 

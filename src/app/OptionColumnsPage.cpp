@@ -15,7 +15,7 @@ namespace kalvo {
 
 namespace {
 
-enum Place { Caption, Width, PlaceCount };
+enum ColumnPlace { Caption, Width, PlaceCount };
 
 constexpr int fieldRole = Qt::UserRole;
 constexpr int longestCaption = 60;

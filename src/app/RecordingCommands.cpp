@@ -20,7 +20,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kDisplayInterval = 50;             // ms
+constexpr int kRecordingInterval = 50;           // ms
 constexpr std::size_t kLevelFrames = 44100 / 20; // what sounds between two displays
 
 std::unique_ptr<audio::EncoderLibrary> LoadEncoder() {
@@ -50,7 +50,7 @@ RecordingCommands::RecordingCommands(Desk& desk, QMenu& toolsMenu, StatusLine& s
     : QObject(&window), desk_(desk), status_(status), window_(window), recorder_(desk.mixer, LoadEncoder) {
     QAction* action = toolsMenu.addAction(QStringLiteral("&Mitschnitt..."), this, &RecordingCommands::Mitschnitt);
     action->setObjectName(QStringLiteral("Mitschnitt"));
-    display_.setInterval(kDisplayInterval);
+    display_.setInterval(kRecordingInterval);
     connect(&display_, &QTimer::timeout, this, &RecordingCommands::Refresh);
     connect(&recorder_, &MasterRecorder::Changed, this, &RecordingCommands::ShowChange);
     connect(&recorder_, &MasterRecorder::Failed, this, &RecordingCommands::TellFailure);

@@ -14,8 +14,8 @@ namespace kalvo {
 
 namespace {
 
-const QString kYes = QStringLiteral("Ja");
-const QString kNo = QStringLiteral("Nein");
+const QString kAnswerYes = QStringLiteral("Ja");
+const QString kAnswerNo = QStringLiteral("Nein");
 const QString kOk = QStringLiteral("OK");
 
 /** The separate player program lies beside the data folder. */
@@ -33,8 +33,8 @@ void TellComponentFault(const ComponentFault& fault, const ComponentDownload& do
         return;
     }
     const QString answer =
-        xMessageBox::Ask(nullptr, fault.caption, fault.question, {kYes, kNo}, xMessageBox::Sign::Warning);
-    if (answer == kYes) {
+        xMessageBox::Ask(nullptr, fault.caption, fault.question, {kAnswerYes, kAnswerNo}, xMessageBox::Sign::Warning);
+    if (answer == kAnswerYes) {
         download(fault.component);
     } else {
         xMessageBox::Ask(nullptr, fault.caption, fault.farewell, {kOk});

@@ -16,7 +16,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kFailed = 2;
+constexpr int kRunFailed = 2;
 
 int RunMix(const CommandLine& line, const StartFolder& folder, QTextStream& out) {
     QStringList titles = line.files;
@@ -32,7 +32,7 @@ int RunMix(const CommandLine& line, const StartFolder& folder, QTextStream& out)
     facts.encoderExists = facts.discDatabaseExists = true; // not needed here
     if (const auto fault = FindComponentFault(facts)) {
         QTextStream(stderr) << fault->message << "\n";
-        return kFailed;
+        return kRunFailed;
     }
     const Settings settings(folder.Data().Path(QStringLiteral("\\kalvo.ini")));
     return RunMixCommand(std::move(library), MixerOptions::Read(settings), line.mixOutput, titles, out);
@@ -43,7 +43,7 @@ int RunMix(const CommandLine& line, const StartFolder& folder, QTextStream& out)
 int RunWithoutWindow(const CommandLine& line, QTextStream& out) {
     if (!line.error.isEmpty()) {
         QTextStream(stderr) << line.error << "\n\n" << CommandLineHelp();
-        return kFailed;
+        return kRunFailed;
     }
     if (line.help || line.version) {
         out << (line.help ? CommandLineHelp() : QStringLiteral("Kalvo " KALVO_VERSION "\n"));

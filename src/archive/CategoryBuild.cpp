@@ -17,7 +17,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /** Titles between two reports. */
-constexpr std::size_t kBetween = 5000;
+constexpr std::size_t kTitlesBetween = 5000;
 
 /** The distinct values of one field, each with the place of the first title that has it. */
 class DistinctValues {
@@ -88,7 +88,7 @@ std::vector<QStringList> Collect(const QString& path, const std::vector<qint64>&
     std::array<DistinctValues, CategoryLists::kFields.size()> values;
     Places places(order);
     for (std::size_t done = 0; !run.Stopped() && select.Step(); ++done) {
-        if (done % kBetween == 0)
+        if (done % kTitlesBetween == 0)
             tell(static_cast<int>(100 * std::min(done, places.Size()) / std::max<std::size_t>(1, places.Size())));
         const std::size_t place = places.Of(select.Number(0));
         for (std::size_t i = 0; i < values.size(); ++i)

@@ -8,12 +8,12 @@ namespace kalvo {
 
 namespace {
 
-constexpr std::size_t kFilterBits = 20;
+constexpr std::size_t kEndingBits = 20;
 
 std::size_t EndingHash(std::string_view text, std::size_t length) {
     std::uint32_t bytes = 0;
     std::memcpy(&bytes, text.data() + text.size() - length, length);
-    return static_cast<std::size_t>((bytes * std::uint64_t{0x9E3779B97F4A7C15U}) >> (64 - kFilterBits));
+    return static_cast<std::size_t>((bytes * std::uint64_t{0x9E3779B97F4A7C15U}) >> (64 - kEndingBits));
 }
 
 /** The last bytes from `skip` on, backwards, as a number that sorts as they do. */
@@ -81,7 +81,7 @@ void NameKeys::NoteEnding(std::string_view name) {
     if (length == 0)
         return;
     if (endings_[length].Size() == 0)
-        endings_[length].Resize(std::size_t{1} << kFilterBits);
+        endings_[length].Resize(std::size_t{1} << kEndingBits);
     endings_[length].Set(EndingHash(name, length));
 }
 

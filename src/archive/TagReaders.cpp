@@ -22,7 +22,7 @@ constexpr unsigned kMaximumThreads = 4;
 /** Files that a thread takes at once: taking and waking costs more than reading a small tag. */
 constexpr std::size_t kBatch = 8;
 /** How long the end waits for files being read. */
-constexpr std::chrono::milliseconds kPatience{1000};
+constexpr std::chrono::milliseconds kReaderPatience{1000};
 
 using Numbered = std::pair<int, QString>; ///< a path by the number of its request
 
@@ -56,7 +56,7 @@ TagReaders::~TagReaders() {
     std::unique_lock lock(shared_->mutex);
     shared_->stop = true;
     shared_->wake.notify_all();
-    const bool ended = shared_->ready.wait_for(lock, kPatience, [this] { return shared_->working == 0; });
+    const bool ended = shared_->ready.wait_for(lock, kReaderPatience, [this] { return shared_->working == 0; });
     lock.unlock();
     for (std::thread& thread : threads_)
         ended ? thread.join() : thread.detach();

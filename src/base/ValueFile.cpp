@@ -10,7 +10,7 @@ namespace kalvo::ValueFile {
 
 namespace {
 
-const QByteArray utf8Mark = QByteArrayLiteral("\xEF\xBB\xBF");
+const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
 
 QByteArray Written(const Value& value) {
     if (const int* number = std::get_if<int>(&value))
@@ -99,7 +99,7 @@ QByteArray Bytes(const QList<Value>& values) {
 }
 
 QStringList Parse(const QByteArray& bytes) {
-    QByteArray text = bytes.startsWith(utf8Mark) ? bytes.mid(utf8Mark.size()) : bytes;
+    QByteArray text = bytes.startsWith(byteOrderMark) ? bytes.mid(byteOrderMark.size()) : bytes;
     QStringList values;
     const QByteArrayList lines = text.replace('\r', '\n').split('\n');
     for (const QByteArray& line : lines) {

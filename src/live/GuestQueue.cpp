@@ -7,14 +7,14 @@ namespace {
 constexpr std::size_t kMostFollowed = 1000;
 
 /** Between a change and the new board, in ms: lists change often at once. */
-constexpr int kPatience = 100;
+constexpr int kAnswerPatience = 100;
 
 } // namespace
 
 GuestQueue::GuestQueue(const WishList& wishes, const Playlist& list1, const Playlist& list2, QObject* parent)
     : QObject(parent), wishes_(wishes), list1_(list1), list2_(list2) {
     soon_.setSingleShot(true);
-    soon_.setInterval(kPatience);
+    soon_.setInterval(kAnswerPatience);
     connect(&soon_, &QTimer::timeout, this, &GuestQueue::Renew);
     connect(&wishes, &WishList::Changed, &soon_, qOverload<>(&QTimer::start));
     connect(&list1, &Playlist::Changed, &soon_, qOverload<>(&QTimer::start));

@@ -20,7 +20,7 @@ constexpr std::size_t kPath = kTimes + JingleRecord::kSlots;
 constexpr std::size_t kActive = kPath + 1;
 constexpr std::size_t kFields = kActive + 1;
 
-RecordLayout Layout() {
+RecordLayout JingleLayout() {
     RecordLayout layout{299, {RecordLayout::kNumber}};
     for (const int width : {kWordWidth, kWordWidth, kTimeWidth})
         layout.fields.insert(layout.fields.end(), JingleRecord::kSlots, width);
@@ -62,10 +62,10 @@ QString AfterTitleKey(std::size_t index) {
 } // namespace
 
 JingleFile::JingleFile(const QString& path, Settings& settings, const Clock& clock)
-    : path_(path), settings_(settings), file_(path, Layout(), clock) {}
+    : path_(path), settings_(settings), file_(path, JingleLayout(), clock) {}
 
 bool JingleFile::IsDamaged(const QString& path, const Clock& clock) {
-    return FixedRecords(path, Layout(), clock).IsDamaged();
+    return FixedRecords(path, JingleLayout(), clock).IsDamaged();
 }
 
 JingleRecords JingleFile::Read() {

@@ -8,7 +8,7 @@ namespace kalvo {
 
 namespace {
 
-RecordLayout Layout() {
+RecordLayout SampleLayout() {
     return {172, {RecordLayout::kNumber, SampleSlot::kTitleWidth, SampleSlot::kPathWidth}};
 }
 
@@ -22,10 +22,10 @@ QString SampleSlot::CutTitle(const QString& title) {
     return AnsiText::Decode(AnsiText::EncodeCut(title, kTitleWidth));
 }
 
-SampleFile::SampleFile(const QString& path, const Clock& clock) : file_(path, Layout(), clock) {}
+SampleFile::SampleFile(const QString& path, const Clock& clock) : file_(path, SampleLayout(), clock) {}
 
 bool SampleFile::IsDamaged(const QString& path, const Clock& clock) {
-    return FixedRecords(path, Layout(), clock).IsDamaged();
+    return FixedRecords(path, SampleLayout(), clock).IsDamaged();
 }
 
 SampleSlots SampleFile::Read() const {

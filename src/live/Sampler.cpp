@@ -12,7 +12,7 @@ namespace kalvo {
 namespace {
 
 /** ms that a press may wait for a file that is not open yet. */
-constexpr int kPatience = 10;
+constexpr int kPadPatience = 10;
 
 } // namespace
 
@@ -59,7 +59,7 @@ bool Sampler::Press(int pad) {
         EndSound();
     held_ = pad;
     started_ = false;
-    StartHeld(kPatience);
+    StartHeld(kPadPatience);
     mixer_.SetDip(mixer_.Fader() < 0 ? 1 : 2, 100 - reduction_);
     Q_EMIT HeldChanged(pad);
     return true;

@@ -14,7 +14,7 @@ constexpr int kPathWidth = 100, kDisplayWidth = 100, kGuestWidth = 60, kTimeWidt
 /** The first field is not used. */
 enum Field : std::size_t { Unused, Path, Display, Guest, Time };
 
-RecordLayout Layout() {
+RecordLayout WishLayout() {
     return {kRecordLength, {RecordLayout::kNumber, kPathWidth, kDisplayWidth, kGuestWidth, kTimeWidth}};
 }
 
@@ -58,7 +58,7 @@ QString WishTime(const QDateTime& moment) {
     return moment.toString(QStringLiteral("dd.MM.yyyy ")) + moment.toString(QStringLiteral("HH:mm"));
 }
 
-WishFile::WishFile(const QString& path, const Clock& clock) : records_(path, Layout(), clock) {}
+WishFile::WishFile(const QString& path, const Clock& clock) : records_(path, WishLayout(), clock) {}
 
 bool WishFile::IsDamaged() const {
     const QList<Wish> wishes = Read();

@@ -9,7 +9,7 @@ namespace kalvo {
 
 namespace {
 
-const QString kSection = QStringLiteral("Equalizer");
+const QString kEqualiserSection = QStringLiteral("Equalizer");
 const QString kStatus = QStringLiteral("EQStatus");
 const QString kReverb = QStringLiteral("Hall");
 
@@ -17,22 +17,22 @@ const QString kReverb = QStringLiteral("Hall");
 
 EqualiserSettings EqualiserSettings::Read(const Settings& settings) {
     EqualiserSettings result;
-    result.on = settings.GetSwitch(kSection, kStatus, false);
+    result.on = settings.GetSwitch(kEqualiserSection, kStatus, false);
     for (std::size_t band = 0; band < result.bands.size(); ++band) {
-        const int stored = settings.GetNumber(kSection, QString::number(kBandFrequencies.at(band)), kFlat);
+        const int stored = settings.GetNumber(kEqualiserSection, QString::number(kBandFrequencies.at(band)), kFlat);
         result.bands.at(band) = std::clamp(stored, 0, kLastPosition);
     }
-    result.reverb = std::clamp(settings.GetNumber(kSection, kReverb, kDry), 0, kLastPosition);
+    result.reverb = std::clamp(settings.GetNumber(kEqualiserSection, kReverb, kDry), 0, kLastPosition);
     return result;
 }
 
 void EqualiserSettings::Write(Settings& settings) const {
     const Settings::Pass pass(settings);
-    settings.PutSwitch(kSection, kStatus, on);
+    settings.PutSwitch(kEqualiserSection, kStatus, on);
     for (std::size_t band = 0; band < bands.size(); ++band) {
-        settings.PutNumber(kSection, QString::number(kBandFrequencies.at(band)), bands.at(band));
+        settings.PutNumber(kEqualiserSection, QString::number(kBandFrequencies.at(band)), bands.at(band));
     }
-    settings.PutNumber(kSection, kReverb, reverb);
+    settings.PutNumber(kEqualiserSection, kReverb, reverb);
 }
 
 audio::EffectParameters EqualiserSettings::Band(int index) const {

@@ -13,9 +13,9 @@ namespace {
 
 using audio::Output;
 
-constexpr int kOutputRate = 44100;
+constexpr int kPhonesRate = 44100;
 constexpr int kBufferFrames = 1024;
-constexpr int kOpenPatience = 40; // ms that a start may hold up the window
+constexpr int kPhonesPatience = 40; // ms that a start may hold up the window
 constexpr double kHalfSpeed = 22000.0 / 44100.0;
 
 double Tenths(double seconds) {
@@ -48,7 +48,7 @@ QString HeadphonePlayer::Open(const OutputChoice& choice) {
     }
     // A card that is gone must not be replaced by whatever has its number now.
     const bool known = choice.name.isEmpty() || names.contains(choice.name);
-    if (!known || !library_.Init(Output::Headphones, device, kOutputRate, kBufferFrames)) {
+    if (!known || !library_.Init(Output::Headphones, device, kPhonesRate, kBufferFrames)) {
         return QStringLiteral("Soundkarte existiert an Device: %1 nicht!").arg(device);
     }
     if (IsOnMainCard()) { // under another number
@@ -95,7 +95,7 @@ void HeadphonePlayer::PlayFrom(double second) {
     stream_ = library_.StreamOpenFile(Output::Headphones, QFile::encodeName(path_).toStdString());
     opening_ = stream_ != 0;
     Become(State::Play);
-    AwaitStream(kOpenPatience);
+    AwaitStream(kPhonesPatience);
 }
 
 /** What is not open yet starts in a later Tick(). */

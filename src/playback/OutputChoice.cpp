@@ -6,7 +6,7 @@ namespace kalvo {
 
 namespace {
 
-const QString kSection = QStringLiteral("Soundkarte");
+const QString kSoundCardSection = QStringLiteral("Soundkarte");
 const QString kBuffer = QStringLiteral("Puffer");
 const QString kNormal = QStringLiteral("normal");
 
@@ -23,14 +23,14 @@ QString NameKey(audio::Output output) {
 
 OutputChoice OutputChoice::Read(const Settings& settings, audio::Output output) {
     const int standard = output == audio::Output::Main ? audio::kDefaultDevice : audio::kNoSound;
-    return {settings.GetNumber(kSection, DeviceKey(output), standard),
-            settings.GetSetting(kSection, NameKey(output), {})};
+    return {settings.GetNumber(kSoundCardSection, DeviceKey(output), standard),
+            settings.GetSetting(kSoundCardSection, NameKey(output), {})};
 }
 
 void OutputChoice::Write(Settings& settings, audio::Output output) const {
     const Settings::Pass pass(settings);
-    settings.PutNumber(kSection, DeviceKey(output), device);
-    settings.PutSetting(kSection, NameKey(output), name);
+    settings.PutNumber(kSoundCardSection, DeviceKey(output), device);
+    settings.PutSetting(kSoundCardSection, NameKey(output), name);
 }
 
 int OutputChoice::Resolve(const QStringList& names) const {
@@ -50,12 +50,12 @@ int OutputBuffer::Frames(const QString& name) {
 }
 
 QString OutputBuffer::Read(const Settings& settings) {
-    const QString name = settings.GetSetting(kSection, kBuffer, kNormal);
+    const QString name = settings.GetSetting(kSoundCardSection, kBuffer, kNormal);
     return Names().contains(name) ? name : kNormal;
 }
 
 void OutputBuffer::Write(Settings& settings, const QString& name) {
-    settings.PutSetting(kSection, kBuffer, name);
+    settings.PutSetting(kSoundCardSection, kBuffer, name);
 }
 
 } // namespace kalvo

@@ -11,7 +11,7 @@ namespace kalvo {
 
 namespace {
 
-const QString kSection = QStringLiteral("Mitschnitt");
+const QString kRecordingSection = QStringLiteral("Mitschnitt");
 constexpr int kMostFolder = 255; // characters; a value is cut behind them
 
 audio::EncodeSettings Encoder(audio::EncodeFormat format, int bitrate = 0, double quality = 0.6) {
@@ -52,9 +52,9 @@ const RecordingFormat& RecordingFormatOf(const QString& key) {
 
 RecordingOptions RecordingOptions::Read(const Settings& settings, const QString& fallbackFolder) {
     RecordingOptions options;
-    const QString format = settings.GetSetting(kSection, QStringLiteral("Format"), {});
+    const QString format = settings.GetSetting(kRecordingSection, QStringLiteral("Format"), {});
     options.format = QLatin1String(RecordingFormatOf(format).key);
-    options.folder = settings.GetSetting(kSection, QStringLiteral("Ordner"), fallbackFolder);
+    options.folder = settings.GetSetting(kRecordingSection, QStringLiteral("Ordner"), fallbackFolder);
     if (!QDir::isAbsolutePath(options.folder))
         options.folder = fallbackFolder;
     return options;
@@ -62,9 +62,9 @@ RecordingOptions RecordingOptions::Read(const Settings& settings, const QString&
 
 void RecordingOptions::Write(Settings& settings) const {
     const Settings::Pass pass(settings);
-    settings.PutSetting(kSection, QStringLiteral("Format"), format);
+    settings.PutSetting(kRecordingSection, QStringLiteral("Format"), format);
     if (folder.size() <= kMostFolder)
-        settings.PutSetting(kSection, QStringLiteral("Ordner"), folder);
+        settings.PutSetting(kRecordingSection, QStringLiteral("Ordner"), folder);
 }
 
 QString DefaultRecordingName(const QDateTime& now) {

@@ -24,7 +24,9 @@ const QByteArray cutOff = "[abgebrochen]"; ///< ends a line that a crash has cut
 constexpr std::array<PlayOrigin, 4> origins{PlayOrigin::Player, PlayOrigin::Wish, PlayOrigin::Automatic,
                                             PlayOrigin::Jingle};
 
-enum Field { Start, Origin, Player, Artist, Title, Length, Played, Path, FieldCount };
+struct Column {
+    enum Place { Start, Origin, Player, Artist, Title, Length, Played, Path, Count };
+};
 
 QStringList Headers() {
     return {QStringLiteral("Beginn"), QStringLiteral("Art"),   QStringLiteral("Player"),   QStringLiteral("Interpret"),
@@ -49,20 +51,20 @@ int Number(const QString& text, int none) {
 
 std::optional<PlayedTitle> TitleOf(const QString& line) {
     const QStringList fields = CsvText::Fields(line);
-    const QDateTime start = QDateTime::fromString(fields.at(Start), Qt::ISODate);
-    if (fields.size() != FieldCount || !start.isValid())
+    const QDateTime start = QDateTime::fromString(fields.at(Column::Start), Qt::ISODate);
+    if (fields.size() != Column::Count || !start.isValid())
         return std::nullopt;
     const auto* const origin = std::find_if(origins.begin(), origins.end(), [&fields](PlayOrigin candidate) {
-        return OriginText(candidate) == fields.at(Origin);
+        return OriginText(candidate) == fields.at(Column::Origin);
     });
     return PlayedTitle{start,
                        origin == origins.end() ? PlayOrigin::Player : *origin,
-                       Number(fields.at(Player), 0),
-                       fields.at(Artist),
-                       fields.at(Title),
-                       Number(fields.at(Length), 0),
-                       Number(fields.at(Played), -1),
-                       fields.at(Path)};
+                       Number(fields.at(Column::Player), 0),
+                       fields.at(Column::Artist),
+                       fields.at(Column::Title),
+                       Number(fields.at(Column::Length), 0),
+                       Number(fields.at(Column::Played), -1),
+                       fields.at(Column::Path)};
 }
 
 bool IsSamePlay(const PlayedTitle& left, const PlayedTitle& right) {

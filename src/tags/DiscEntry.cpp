@@ -11,8 +11,8 @@ namespace kalvo::DiscText {
 namespace {
 
 constexpr qsizetype kLineLength = 80;
-constexpr int kSectorsPerSecond = 75;
-constexpr int kMostTracks = 99;
+constexpr int kFramesPerSecond = 75;
+constexpr int kMostEntries = 99;
 const QString kSeparator = QStringLiteral(" / "); // between artist and title
 
 QString Unescaped(const QString& text) {
@@ -70,7 +70,7 @@ int TrackNumber(const QString& key, QLatin1String prefix) {
         return -1;
     bool valid = false;
     const int number = QStringView(key).mid(prefix.size()).toInt(&valid);
-    return valid && number >= 0 && number < kMostTracks && key == prefix + QString::number(number) ? number : -1;
+    return valid && number >= 0 && number < kMostEntries && key == prefix + QString::number(number) ? number : -1;
 }
 
 class Parser {
@@ -121,7 +121,7 @@ void Parser::Comment(const QString& text) {
         return;
     inOffsets_ = false;
     if (const QString length = after(QStringLiteral("Disc length:")); !length.isEmpty())
-        entry_.toc.leadOut = length.section(u' ', 0, 0).toInt() * kSectorsPerSecond;
+        entry_.toc.leadOut = length.section(u' ', 0, 0).toInt() * kFramesPerSecond;
     else if (const QString revision = after(QStringLiteral("Revision:")); !revision.isEmpty())
         entry_.revision = revision.toInt();
     else if (!line.isEmpty())
@@ -131,7 +131,7 @@ void Parser::Comment(const QString& text) {
 bool Parser::Offset(const QString& text) {
     bool valid = false;
     const int offset = text.toInt(&valid);
-    if (valid && entry_.toc.offsets.size() < kMostTracks)
+    if (valid && entry_.toc.offsets.size() < kMostEntries)
         entry_.toc.offsets.append(offset);
     return valid;
 }

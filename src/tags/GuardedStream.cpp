@@ -16,7 +16,7 @@ using TagLib::ByteVector;
 
 /** Compressed frames of a tag, in all; they unfold to a thousand times as much. */
 constexpr unsigned kMostCompressed = 32768;
-constexpr unsigned kTagHeader = 10;
+constexpr unsigned kHeaderSize = 10;
 constexpr long kPageSize = 4096;
 constexpr long kLargeRead = 2 * kPageSize; ///< from here on past the pages
 
@@ -76,8 +76,8 @@ GuardedStream::GuardedStream(const QString& path) : name_(QFile::encodeName(path
 
 void GuardedStream::FindHazards() {
     seek(0);
-    const ByteVector head = readBlock(kTagHeader);
-    if (head.size() < kTagHeader || !head.startsWith("ID3"))
+    const ByteVector head = readBlock(kHeaderSize);
+    if (head.size() < kHeaderSize || !head.startsWith("ID3"))
         return;
     const TagLib::ID3v2::Header header(head);
     ByteVector frames = readBlock(header.tagSize());
@@ -99,7 +99,7 @@ void GuardedStream::FindHazards() {
         if (!found.nested && compressed <= kMostCompressed)
             continue;
         const auto fileAt = [&](unsigned position) {
-            return static_cast<long>(kTagHeader + (where.empty() ? position : where[position]));
+            return static_cast<long>(kHeaderSize + (where.empty() ? position : where[position]));
         };
         const unsigned flags = start + found.position + 9;
         patches_.push_back({fileAt(start + found.position), 'X'});

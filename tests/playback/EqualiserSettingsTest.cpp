@@ -19,7 +19,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kRate = 44100;
+constexpr int kMixRate = 44100;
 constexpr std::size_t kFrames = 32768;
 constexpr int kClick = 1000;           // frame of the one sample, after the effects have faded in
 constexpr std::int16_t kHeight = 1024; // 15 dB more, ten times over, stay below the limiter
@@ -31,8 +31,8 @@ QByteArray ClickFile() {
     const auto put = [&file](int place, quint32 value) { qToLittleEndian(value, file.data() + place); };
     put(4, 36 + bytes);
     put(16, 16);
-    put(24, kRate);
-    put(28, kRate * 4);
+    put(24, kMixRate);
+    put(28, kMixRate * 4);
     put(40, bytes);
     file.append(static_cast<qsizetype>(bytes), '\0');
     for (const int side : {0, 2})
@@ -58,7 +58,7 @@ struct EqualiserSettingsTest : ::testing::Test {
     static double Decibel(const std::vector<float>& response, double hertz) {
         std::complex<double> sum = 0;
         for (std::size_t i = 0; i < response.size(); ++i)
-            sum += double(response[i]) * std::polar(1.0, -2 * std::numbers::pi * hertz * double(i) / kRate);
+            sum += double(response[i]) * std::polar(1.0, -2 * std::numbers::pi * hertz * double(i) / kMixRate);
         return 20 * std::log10(std::abs(sum));
     }
 

@@ -17,7 +17,7 @@ namespace kalvo::test {
 namespace {
 
 constexpr double kSilent = 0.001; ///< height of a sample
-constexpr double kRate = 44100;
+constexpr double kNightRate = 44100;
 constexpr double kSwell = 0.02; ///< seconds
 constexpr int kRowsAhead = 5;
 
@@ -173,8 +173,8 @@ void Night::Judge(double bend, bool isQuiet) {
     if (bend > kLargestBend)
         NoteFault(QStringLiteral("bend of %1").arg(bend));
     quiet_ = isQuiet && !mend_ ? quiet_ + 1 : 0;
-    report_.longestSilence = std::max(report_.longestSilence, quiet_ / kRate);
-    if (quiet_ == static_cast<int>(kLongestSilence * kRate))
+    report_.longestSilence = std::max(report_.longestSilence, quiet_ / kNightRate);
+    if (quiet_ == static_cast<int>(kLongestSilence * kNightRate))
         NoteFault(QStringLiteral("silence"));
 }
 

@@ -10,13 +10,13 @@
 namespace kalvo {
 namespace {
 
-constexpr int kRate = 44100;
-constexpr double kLineWidth = kRate / 2.0 / 1024;
+constexpr int kBandRate = 44100;
+constexpr double kLineWidth = kBandRate / 2.0 / 1024;
 
 std::array<float, 26> Bands(std::vector<float> lines) {
     std::array<float, 26> bands{};
     bands.fill(-1);
-    FillSpectrumBands(lines, kRate, bands);
+    FillSpectrumBands(lines, kBandRate, bands);
     return bands;
 }
 

@@ -17,11 +17,11 @@ namespace kalvo {
 namespace {
 
 using namespace Qt::StringLiterals;
-using State = WaveformScan::State;
+using WaveState = WaveformScan::State;
 
-State Scan(WaveformScan& scan) {
-    State state = scan.Step();
-    while (state == State::Running)
+WaveState Scan(WaveformScan& scan) {
+    WaveState state = scan.Step();
+    while (state == WaveState::Running)
         state = scan.Step();
     return state;
 }
@@ -49,9 +49,9 @@ TEST_F(WaveformTest, EveryFormatIsMeasuredFromEndToEnd) {
     for (const QString& name : {u"a.wav"_s, u"b.mp3"_s, u"c.ogg"_s}) {
         SCOPED_TRACE(name.toStdString());
         WaveformScan scan(Sound(name, 35));
-        EXPECT_EQ(scan.Step(), State::Running);
+        EXPECT_EQ(scan.Step(), WaveState::Running);
         EXPECT_NEAR(scan.Result().known, Waveform::kColumns * 30 / 35, 8) << "half a minute at a time";
-        EXPECT_EQ(Scan(scan), State::Complete);
+        EXPECT_EQ(Scan(scan), WaveState::Complete);
         EXPECT_EQ(scan.Result().known, Waveform::kColumns);
         for (const int column : {1, 500, Waveform::kColumns - 2}) {
             EXPECT_NEAR(scan.Result().columns[std::size_t(column)].peak, 128, 10);
@@ -62,15 +62,15 @@ TEST_F(WaveformTest, EveryFormatIsMeasuredFromEndToEnd) {
 
 TEST_F(WaveformTest, WhatIsNoSoundOrIsCutOrCancelledIsBroken) {
     WaveformScan text(folder.Write(u"text.mp3"_s, "no music"));
-    EXPECT_EQ(Scan(text), State::Broken);
+    EXPECT_EQ(Scan(text), WaveState::Broken);
     WaveformScan missing(folder.Path(u"missing.mp3"_s));
-    EXPECT_EQ(Scan(missing), State::Broken);
+    EXPECT_EQ(Scan(missing), WaveState::Broken);
     WaveformScan left(Sound(u"long.ogg"_s, 32));
-    EXPECT_EQ(left.Step(), State::Running);
+    EXPECT_EQ(left.Step(), WaveState::Running);
     left.Cancel();
-    EXPECT_EQ(Scan(left), State::Broken);
+    EXPECT_EQ(Scan(left), WaveState::Broken);
     WaveformScan tiny(Sound(u"tiny.wav"_s, 0.01)); // fewer frames than columns
-    EXPECT_EQ(Scan(tiny), State::Complete);
+    EXPECT_EQ(Scan(tiny), WaveState::Complete);
 }
 
 TEST_F(WaveformTest, TheCacheKnowsATitleUntilItChanges) {

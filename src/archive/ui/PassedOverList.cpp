@@ -11,7 +11,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int rowsShown = 3;
+constexpr int passedOverRows = 3;
 
 } // namespace
 
@@ -23,7 +23,7 @@ PassedOverList::PassedOverList(QWidget* parent)
     list_->setTextElideMode(Qt::ElideMiddle); // the reason stands at the end
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list_->setAlternatingRowColors(true);
-    list_->setFixedHeight(rowsShown * SkinStyle::Units().TableRow());
+    list_->setFixedHeight(passedOverRows * SkinStyle::Units().TableRow());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(SkinStyle::Units().Gap(1));

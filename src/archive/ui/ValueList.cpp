@@ -12,7 +12,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int rowsShown = 14;
+constexpr int valueRows = 14;
 
 } // namespace
 
@@ -36,7 +36,7 @@ void ValueList::Open(const QStringList& entries, const QRect& head) {
     const FontUnits& units = SkinStyle::Units();
     model_->setStringList(entries);
     list_->setCurrentIndex(model_->index(0));
-    const int rows = qMin(rowsShown, model_->rowCount());
+    const int rows = qMin(valueRows, model_->rowCount());
     QRect place(head.left(), head.bottom() + 1, qMax(head.width(), units.Of(12)), rows * units.TableRow() + 2);
     if (const QScreen* screen = QGuiApplication::screenAt(head.center())) {
         const QRect room = screen->availableGeometry();

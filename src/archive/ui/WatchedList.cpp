@@ -13,7 +13,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int rowsShown = 3;
+constexpr int watchedRows = 3;
 
 } // namespace
 
@@ -30,7 +30,7 @@ WatchedList::WatchedList(WatchedFolders& folders, QWidget* parent)
     list_->setAccessibleName(tr("Beobachtete Ordner"));
     list_->setTextElideMode(Qt::ElideMiddle);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    list_->setFixedHeight(rowsShown * units.TableRow());
+    list_->setFixedHeight(watchedRows * units.TableRow());
     auto* add = new QPushButton(tr("Beobachten"), this);
     add->setObjectName(QStringLiteral("cmdBeobachten"));
     add->setAccessibleName(tr("Den gewählten Ordner beobachten"));

@@ -21,7 +21,7 @@ namespace {
 constexpr int kShowInterval = 50; // ms
 constexpr int kColumns = 3;
 constexpr int kDefaultReduction = 50; // percent
-const QString kSection = QStringLiteral("Sample");
+const QString kSampleSection = QStringLiteral("Sample");
 const QString kReduction = QStringLiteral("Pegelabsenkung");
 
 } // namespace
@@ -56,7 +56,7 @@ frmSample::~frmSample() {
 }
 
 int frmSample::StoredReduction(const Settings& settings) {
-    return std::clamp(settings.GetNumber(kSection, kReduction, kDefaultReduction), 0, 100);
+    return std::clamp(settings.GetNumber(kSampleSection, kReduction, kDefaultReduction), 0, 100);
 }
 
 QFrame* frmSample::BuildPads() {
@@ -148,7 +148,7 @@ void frmSample::hideEvent(QHideEvent* event) {
 
 void frmSample::End() {
     sampler_.Release();
-    settings_.PutNumber(kSection, kReduction, slider_->value());
+    settings_.PutNumber(kSampleSection, kReduction, slider_->value());
 }
 
 /** Where the desktop does not move windows by itself, the window follows the pointer. */

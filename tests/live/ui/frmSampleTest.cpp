@@ -19,7 +19,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 template<typename Widget>
-Widget& In(const QWidget& window, const QString& name) {
+Widget& PartIn(const QWidget& window, const QString& name) {
     auto* found = window.findChild<Widget*>(name);
     if (!found)
         throw std::runtime_error(name.toStdString());
@@ -41,7 +41,7 @@ struct frmSampleTest : ::testing::Test, test::FakeDesk {
         slots[9] = {u"Verkehrston"_s, u"/ton-4"_s};
         sampler.SetSlots(slots);
     }
-    QWidget& Pad(const frmSample& window, int pad) { return In<QWidget>(window, u"cmdSample%1"_s.arg(pad)); }
+    QWidget& Pad(const frmSample& window, int pad) { return PartIn<QWidget>(window, u"cmdSample%1"_s.arg(pad)); }
 
     Settings settings{folder.Path(u"kalvo.ini"_s)};
     Sampler sampler{mixer};
@@ -51,8 +51,8 @@ TEST_F(frmSampleTest, APadSoundsFromThePressToTheReleaseWhereverThePointerIs) {
     frmSample window(sampler, settings);
     window.show();
     EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    EXPECT_EQ(In<QAbstractButton>(window, u"cmdSample1"_s).text(), u"Tusch"_s);
-    EXPECT_EQ(In<QAbstractButton>(window, u"cmdSample2"_s).text(), u"Kein Sample zugewiesen"_s);
+    EXPECT_EQ(PartIn<QAbstractButton>(window, u"cmdSample1"_s).text(), u"Tusch"_s);
+    EXPECT_EQ(PartIn<QAbstractButton>(window, u"cmdSample2"_s).text(), u"Kein Sample zugewiesen"_s);
     QWidget& pad = Pad(window, 10);
     Mouse(pad, QEvent::MouseButtonPress, {5, 5});
     EXPECT_EQ(sampler.HeldPad(), 10);
@@ -95,9 +95,9 @@ TEST_F(frmSampleTest, TheLevelReductionIsShownAtOnceAndStoredAtTheEnd) {
     {
         frmSample window(sampler, settings);
         window.show();
-        EXPECT_EQ(In<QLabel>(window, u"Label1"_s).text(), u"40 % "_s);
-        In<QSlider>(window, u"Slider1"_s).setValue(100);
-        EXPECT_EQ(In<QLabel>(window, u"Label1"_s).text(), u"100 % "_s);
+        EXPECT_EQ(PartIn<QLabel>(window, u"Label1"_s).text(), u"40 % "_s);
+        PartIn<QSlider>(window, u"Slider1"_s).setValue(100);
+        EXPECT_EQ(PartIn<QLabel>(window, u"Label1"_s).text(), u"100 % "_s);
         EXPECT_EQ(sampler.Reduction(), 100);
         EXPECT_EQ(frmSample::StoredReduction(settings), 40) << "not before it closes";
         window.close();
@@ -110,7 +110,7 @@ TEST_F(frmSampleTest, TheLevelReductionIsShownAtOnceAndStoredAtTheEnd) {
 TEST_F(frmSampleTest, TheWindowIsDraggedFromItsSurfaceAndItsFrame) {
     frmSample window(sampler, settings);
     window.show();
-    for (QWidget* place : {static_cast<QWidget*>(&window), &In<QWidget>(window, u"Frame1"_s)}) {
+    for (QWidget* place : {static_cast<QWidget*>(&window), &PartIn<QWidget>(window, u"Frame1"_s)}) {
         window.move(100, 100);
         Mouse(*place, QEvent::MouseButtonPress, {1, 1});
         Mouse(*place, QEvent::MouseMove, {31, 21});
@@ -133,9 +133,9 @@ struct frmSampleEinstellungenTest : frmSampleTest {
 TEST_F(frmSampleEinstellungenTest, RowsAreEditedInTheFieldsAndWrittenAtTheEnd) {
     frmSampleEinstellungen window(sampler.Slots(), Parts());
     window.show();
-    auto& list = In<QTreeWidget>(window, u"ListView1"_s);
-    auto& title = In<QLineEdit>(window, u"txtTitel"_s);
-    auto& path = In<QLineEdit>(window, u"txtTitelPfad"_s);
+    auto& list = PartIn<QTreeWidget>(window, u"ListView1"_s);
+    auto& title = PartIn<QLineEdit>(window, u"txtTitel"_s);
+    auto& path = PartIn<QLineEdit>(window, u"txtTitelPfad"_s);
     EXPECT_EQ(list.topLevelItemCount(), 10);
     EXPECT_EQ(title.text(), u"Tusch"_s);
     EXPECT_EQ(path.text(), u"/tusch-4"_s);
@@ -164,14 +164,14 @@ TEST_F(frmSampleEinstellungenTest, AFileIsTestedAndAFailedSaveKeepsTheWindow) {
     frmSampleEinstellungen window(sampler.Slots(), Parts());
     window.show();
     const auto before = fake.streams.size();
-    In<QAbstractButton>(window, u"Command2"_s).click();
+    PartIn<QAbstractButton>(window, u"Command2"_s).click();
     EXPECT_EQ(fake.streams.size(), before + 1);
     EXPECT_EQ(fake.streams.rbegin()->second.activity, audio::Activity::Playing);
-    In<QAbstractButton>(window, u"Command3"_s).click();
+    PartIn<QAbstractButton>(window, u"Command3"_s).click();
     EXPECT_EQ(fake.streams.size(), before);
     window.Choose(u"/broken"_s);
     test::Answers answers({u"ok"_s, u"Nein"_s, u"Ja"_s});
-    In<QAbstractButton>(window, u"Command2"_s).click();
+    PartIn<QAbstractButton>(window, u"Command2"_s).click();
     EXPECT_EQ(answers.Said().value(0), u"Sampler-Einstellungen|Kann diese Datei nicht wiedergeben!"_s);
     window.close();
     EXPECT_TRUE(window.isVisible());
