@@ -10,6 +10,7 @@
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
 #include "app/GuestCommands.h"
+#include "app/HandbookCommands.h"
 #include "app/HeadphoneCommands.h"
 #include "app/JingleCommands.h"
 #include "app/ListBand.h"
@@ -30,6 +31,7 @@
 #include "archive/ui/frmTitelEinlesen.h"
 #include "playback/ui/MixerPanel.h"
 
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -101,6 +103,8 @@ void Form1::Build() {
     connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
+    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
+    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
