@@ -63,7 +63,8 @@ bool HandbookCommands::eventFilter(QObject* watched, QEvent* event) {
 }
 
 QString HandbookCommands::PageFor(const QWidget& focus) const {
-    for (const QWidget* part = InnermostPart(focus); part != nullptr; part = part->isWindow() ? nullptr : part->parentWidget()) {
+    for (const QWidget* part = InnermostPart(focus); part != nullptr;
+         part = part->isWindow() ? nullptr : part->parentWidget()) {
         for (const QString& name : {part->objectName(), ClassName(*part)}) {
             if (const QString page = handbook_.PageOf(name); !page.isEmpty())
                 return page;
