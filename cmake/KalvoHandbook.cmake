@@ -19,7 +19,7 @@ function(kalvo_handbook)
                      COMMENT "Building the handbook" VERBATIM)
   if(KALVO_HANDBOOK)
     add_custom_target(handbuch ALL DEPENDS ${output}/index.html)
-    install(DIRECTORY ${output}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/kalvo/handbuch
+    install(DIRECTORY ${output}/ DESTINATION share/kalvo/handbuch
             PATTERN ".buildinfo" EXCLUDE PATTERN "objects.inv" EXCLUDE)
   else()
     add_custom_target(handbuch DEPENDS ${output}/index.html)

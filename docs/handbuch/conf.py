@@ -7,7 +7,6 @@ author = "Kalvo"
 language = "de"
 html_title = "Kalvo-Handbuch"
 root_doc = "index"
-templates_path = []
 exclude_patterns = ["_thema"]
 html_theme = "kalvo"
 html_theme_path = ["_thema"]
@@ -19,11 +18,13 @@ html_show_search_summary = False  # would need a server
 html_use_index = True
 html_domain_indices = False
 smartquotes = False
-numfig = False
-suppress_warnings = ["app.add_node"]
 
 # A label of this kind in the texts, e.g. "fenster-frmsuchen", is what F12 in that window opens.
 WINDOW_LABEL = "fenster-"
+
+# What the theme's base brings along and no page uses.
+UNUSED = ["_sphinx_javascript_frameworks_compat.js", "basic.css", "file.png", "jquery.js", "minus.png", "plus.png",
+          "pygments.css", "underscore.js"]
 
 REDIRECT = """<!DOCTYPE html>
 <html lang="de"><head><meta charset="utf-8"><title>Kalvo-Handbuch</title>
@@ -34,7 +35,7 @@ REDIRECT = """<!DOCTYPE html>
 
 def write_window_pages(app, exception):
     """fenster/NAME.html for each label: a file can be opened from outside, a place within one not everywhere."""
-    if exception or app.builder.format != "html":
+    if exception is not None or app.builder.format != "html":
         return
     folder = Path(app.outdir) / "fenster"
     folder.mkdir(exist_ok=True)
@@ -44,5 +45,12 @@ def write_window_pages(app, exception):
             (folder / (label[len(WINDOW_LABEL):] + ".html")).write_text(REDIRECT.format(target=target), "utf-8")
 
 
+def remove_unused(app, exception):
+    if exception is None and app.builder.format == "html":
+        for name in UNUSED:
+            (Path(app.outdir) / "_static" / name).unlink(missing_ok=True)
+
+
 def setup(app):
+    app.connect("build-finished", remove_unused)
     app.connect("build-finished", write_window_pages)

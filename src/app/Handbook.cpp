@@ -9,9 +9,7 @@ namespace kalvo {
 Handbook::Handbook(const QString& programFolder) {
     const QDir program(programFolder);
     for (const QString& place :
-         {QStringLiteral("handbuch"), QStringLiteral("../handbuch"), QStringLiteral("../share/kalvo/handbuch"),
-          QStringLiteral("../../share/kalvo/handbuch"), QStringLiteral("../share/doc/kalvo/handbuch"),
-          QStringLiteral("../../share/doc/kalvo/handbuch")}) {
+         {QStringLiteral("handbuch"), QStringLiteral("../handbuch"), QStringLiteral("../../share/kalvo/handbuch")}) {
         folder_ = QDir::cleanPath(program.absoluteFilePath(place));
         if (IsThere())
             return;

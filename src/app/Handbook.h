@@ -7,7 +7,7 @@ namespace kalvo {
 /** The handbook as it was built: a folder of pages, some of them leading from a window's name to its place. */
 class Handbook {
 public:
-    /** programFolder: of the executable. The handbook lies in it, beside it, or where packages put it. */
+    /** programFolder: of the executable. The handbook lies in it, beside it, or in share/kalvo beside lib/kalvo. */
     explicit Handbook(const QString& programFolder);
 
     /** Absolute; where it should be when there is none. */
