@@ -21,6 +21,7 @@
 #include "app/OptionCommands.h"
 #include "app/PreshowCommands.h"
 #include "app/RecordingCommands.h"
+#include "app/RehearsalCommands.h"
 #include "app/SamplerCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
@@ -103,6 +104,7 @@ void Form1::Build() {
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
     new PreshowCommands({desk_, actions_, *lists_, *options_, *measures, *autoDj, *this});
+    new RehearsalCommands(desk_, actions_, *measures, *options_, *this);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
