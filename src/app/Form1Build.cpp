@@ -20,7 +20,9 @@
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
+#include "app/PreshowCommands.h"
 #include "app/RecordingCommands.h"
+#include "app/RehearsalCommands.h"
 #include "app/SamplerCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
@@ -88,7 +90,7 @@ void Form1::Build() {
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new DeckPictures(desk_, *console_, *actions_.settingsMenu, this);
     new RecordingCommands(desk_, *actions_.toolsMenu, *status_, *this);
-    new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
+    auto* measures = new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);
@@ -103,8 +105,8 @@ void Form1::Build() {
     connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
-    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
-    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
+    new PreshowCommands({desk_, actions_, *lists_, *options_, *measures, *autoDj, *this});
+    new RehearsalCommands(desk_, actions_, *measures, *options_, *this);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
@@ -196,6 +198,8 @@ void Form1::ConnectActions() {
     connect(actions_.addFiles, &QAction::triggered, this, &Form1::AskForFiles);
     connect(actions_.quit, &QAction::triggered, this, &Form1::close);
     connect(actions_.about, &QAction::triggered, this, &Form1::ShowAbout);
+    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
+    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
 }
 
 void Form1::ConnectSettings() {

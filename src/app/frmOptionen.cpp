@@ -115,6 +115,11 @@ OptionValues frmOptionen::Values() const {
     return values;
 }
 
+void frmOptionen::ShowPage(const QString& caption) {
+    if (const QList<QListWidgetItem*> found = list_->findItems(caption, Qt::MatchExactly); !found.isEmpty())
+        list_->setCurrentItem(found.constFirst());
+}
+
 void frmOptionen::ShowToneResult(const QString& text) {
     sound_->ShowToneResult(text);
 }
