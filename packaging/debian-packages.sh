@@ -1,36 +1,28 @@
-# The Debian 12 packages that Kalvo needs, in one place; read by ./run and ./test.
+#The Debian 12 packages that Kalvo needs, in one place; read by./ run and./ test.
 
-buildPackages=(
-    g++ cmake ninja-build pkg-config
-    qt6-base-dev qt6-svg-dev qt6-translations-l10n libgl-dev
-    libsdl2-dev libmpg123-dev libvorbis-dev libopusfile-dev libsndfile1-dev libsamplerate0-dev
-    libebur128-dev libsoundtouch-dev
-    libtag1-dev libsqlite3-dev libsodium-dev libcpp-httplib-dev libqrencode-dev
-)
+buildPackages = (g++ cmake ninja - build pkg - config qt6 - base - dev qt6 - svg - dev qt6 - translations - l10n libgl -
+                 dev libsdl2 - dev libmpg123 - dev libvorbis - dev libopusfile - dev libsndfile1 - dev libsamplerate0 -
+                 dev libebur128 - dev libsoundtouch - dev libtag1 - dev libsqlite3 - dev libsodium - dev libcpp -
+                 httplib - dev libqrencode - dev)
 
-testPackages=(
-    libgtest-dev libgmock-dev clang-format
-    lame vorbis-tools opus-tools sox id3v2 python3-mutagen
-    pulseaudio pulseaudio-utils xvfb tzdata
-    clang libclang-rt-dev
-)
+    testPackages = (libgtest - dev libgmock - dev clang - format lame vorbis - tools opus - tools sox id3v2 python3 -
+                    mutagen pulseaudio pulseaudio - utils xvfb tzdata at - spi2 - core dbus gir1 .2 - atspi -
+                    2.0 python3 - gi clang libclang - rt - dev)
 
-tidyPackages=(clang-tidy)
+        tidyPackages = (clang - tidy)
 
-# InstallMissing PACKAGE...: installs what is not there yet; asks for the administrator's password only then.
-InstallMissing() {
+#InstallMissing PACKAGE... : installs what is not there yet; asks for the administrator's password only then.
+            InstallMissing() {
     local package missing=() asRoot=()
-    for package in "$@"; do
-        [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || missing+=("$package")
-    done
-    ((${#missing[@]})) || return 0
-    if ! command -v apt-get >/dev/null; then
-        echo "Diese Pakete fehlen und müssen von Hand installiert werden: ${missing[*]}" >&2
-        return 1
-    fi
-    ((EUID == 0)) || asRoot=(sudo)
-    echo "Es werden installiert: ${missing[*]}"
-    "${asRoot[@]}" apt-get update -qq &&
-        "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+    for package in "$@";
+    do
+        [[$(dpkg - query - W - f '${db:Status-Status}' "$package" 2 > / dev / null) == installed]] || missing +=
+            ("$package")done(($ { #missing[@] })) || return 0 if !command - v apt - get > / dev / null;
+    then echo
+            "Diese Pakete fehlen und müssen von Hand installiert werden: ${missing[*]}" > &2 return 1 fi((EUID == 0)) ||
+        asRoot =
+        (sudo)echo "Es werden installiert: ${missing[*]}"
+                   "${asRoot[@]}" apt -
+        get update - qq&& "${asRoot[@]}" env DEBIAN_FRONTEND =
+            noninteractive apt - get install - y - qq-- no - install - recommends "${missing[@]}" > / dev / null
 }
