@@ -14,7 +14,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-PATIENCE = 20  # seconds for each step; a step takes far less unless the machine is busy
+PATIENCE = 60  # seconds for each step; a step takes far less unless the machine is busy
 ROLE = Atspi.Role
 
 
@@ -43,13 +43,13 @@ def child_called(thing, start):
 
 
 def search(thing, role, matches):
-    """The first below a thing; tables are not gone into, their cells are many."""
+    """The first below a thing. What has many parts that are not looked for here is not gone into."""
     for child in children(thing):
         if child is None:
             continue
         if child.get_role() == role and matches(child.get_name()):
             return child
-        if child.get_role() != ROLE.TABLE:
+        if child.get_role() not in (ROLE.TABLE, ROLE.TREE, ROLE.MENU_BAR):
             found = search(child, role, matches)
             if found:
                 return found
