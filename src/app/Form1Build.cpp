@@ -9,6 +9,7 @@
 #include "app/DeckPictures.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/FirstStepsCommands.h"
 #include "app/GuestCommands.h"
 #include "app/HeadphoneCommands.h"
 #include "app/JingleCommands.h"
@@ -101,6 +102,10 @@ void Form1::Build() {
     connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
+    firstSteps_ = new FirstStepsCommands({desk_, actions_, intake_, *archive_, *this});
+    connect(firstSteps_, &FirstStepsCommands::Told, status_, &StatusLine::Tell);
+    connect(firstSteps_, &FirstStepsCommands::FolderChosen, this,
+            [this](const QString& folder) { values_.importFolder = folder; });
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
