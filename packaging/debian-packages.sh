@@ -15,6 +15,7 @@ testPackages=(
     libgtest-dev libgmock-dev clang-format
     lame vorbis-tools opus-tools sox id3v2 python3-mutagen
     pulseaudio pulseaudio-utils xvfb tzdata
+    dbus at-spi2-core gir1.2-atspi-2.0 python3-gi
     clang libclang-rt-dev
 )
 

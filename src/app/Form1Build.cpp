@@ -9,6 +9,7 @@
 #include "app/DeckPictures.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/FirstStepsCommands.h"
 #include "app/GuestCommands.h"
 #include "app/HandbookCommands.h"
 #include "app/HeadphoneCommands.h"
@@ -107,6 +108,10 @@ void Form1::Build() {
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
     new PreshowCommands({desk_, actions_, *lists_, *options_, *measures, *autoDj, *this});
     new RehearsalCommands(desk_, actions_, *measures, *options_, *this);
+    firstSteps_ = new FirstStepsCommands({desk_, actions_, intake_, *archive_, *this});
+    connect(firstSteps_, &FirstStepsCommands::Told, status_, &StatusLine::Tell);
+    connect(firstSteps_, &FirstStepsCommands::FolderChosen, this,
+            [this](const QString& folder) { values_.importFolder = folder; });
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
