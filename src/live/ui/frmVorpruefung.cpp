@@ -99,6 +99,7 @@ void frmVorpruefung::NameControls() {
     findings_->setAllColumnsShowFocus(true);
     findings_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     findings_->header()->setSectionsMovable(false);
+    findings_->header()->setMinimumSectionSize(1);
     findings_->header()->setStretchLastSection(false);
     findings_->header()->setSectionResizeMode(Where, QHeaderView::Interactive);
     findings_->header()->setSectionResizeMode(What, QHeaderView::Stretch);
