@@ -95,12 +95,13 @@ TEST_F(RehearsalTest, AChangedListIsPlannedAnewAndWhatIsWantedStays) {
     rehearsal.Start();
     WaitFor(rehearsal);
     rehearsal.Want(1);
-    list1.Insert(0, {list1.At(1)});
+    list1.Insert(0, {list1.At(0)});
+    list2.Insert(0, {list2.At(0)});
     rehearsal.Refresh();
-    ASSERT_TRUE(test::WaitUntil([&] { return rehearsal.Joints().size() == 3; }));
+    ASSERT_TRUE(test::WaitUntil([&] { return rehearsal.Joints().size() == 4; }));
     WaitFor(rehearsal);
-    EXPECT_EQ(rehearsal.Done(), 3);
-    EXPECT_EQ(rehearsal.Wanted(), 1) << "t1 to t0 has become t1 to t0 again";
+    EXPECT_EQ(rehearsal.Done(), 4);
+    EXPECT_EQ(rehearsal.Wanted(), 3) << "t1 to t2 has moved down";
     rehearsal.Stop();
     EXPECT_FALSE(rehearsal.IsRunning());
 }

@@ -407,8 +407,8 @@ void frmProbelauf::keyPressEvent(QKeyEvent* event) {
 
 void frmProbelauf::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::StyleChange && controls_ != nullptr)
-        ApplyLook();
+    if (event->type() == QEvent::StyleChange && controls_ != nullptr) // the parts take their style after this
+        QMetaObject::invokeMethod(this, &frmProbelauf::ApplyLook, Qt::QueuedConnection);
 }
 
 void frmProbelauf::ApplyLook() {

@@ -27,6 +27,7 @@ struct frmVorpruefungTest : ::testing::Test {
         entry.path = folder.Path(u"wach.mp3"_s);
         entry.id = 7;
         facts.lists[1].append({2, entry});
+        facts.headphones = {0, {}};
         page.show();
     }
     void Check() {
