@@ -36,6 +36,7 @@ void Rehearsal::Start() {
 
 void Rehearsal::Stop() {
     started_ = false;
+    wanted_ = -1;
     refreshSoon_.stop();
     GiveUp();
     Q_EMIT Progressed();
@@ -57,8 +58,7 @@ void Rehearsal::GiveUp() {
     *cancelled_ = true;
     cancelled_ = std::make_shared<std::atomic<bool>>(false);
     worker_.DropWaiting();
-    planning_ = false;
-    running_ = false;
+    planning_ = rendering_ = running_ = false;
 }
 
 void Rehearsal::Plan() {
@@ -94,20 +94,21 @@ void Rehearsal::TakePlan(const QList<Joint>& joints) {
 
 void Rehearsal::Want(int index) {
     wanted_ = index;
-    if (!started_ || planning_)
+    if (planning_)
         return;
-    GiveUp();
+    if (index >= 0 && !Sound(index))
+        GiveUp(); // what is rendered now can wait
     Continue();
 }
 
 /** The wanted joint and the one behind it with their sound, then whatever is not known. -1: all is. */
 int Rehearsal::NextIndex() const {
     const int count = static_cast<int>(joints_.size());
-    for (int index = std::max(0, wanted_); wanted_ >= 0 && index < std::min(count, wanted_ + 2); ++index) {
-        if (!Sound(index))
+    for (int index = std::max(0, wanted_); index < std::min(count, wanted_ + 2); ++index) {
+        if (wanted_ >= 0 && !Sound(index))
             return index;
     }
-    for (int index = 0; index < count; ++index) {
+    for (int index = 0; started_ && index < count; ++index) {
         if (!Known(index))
             return index;
     }
@@ -115,10 +116,12 @@ int Rehearsal::NextIndex() const {
 }
 
 void Rehearsal::Continue() {
+    if (planning_ || rendering_)
+        return;
     const int index = NextIndex();
-    running_ = index >= 0;
-    if (running_)
-        Render(index, index == wanted_ || (wanted_ >= 0 && index == wanted_ + 1));
+    running_ = rendering_ = index >= 0;
+    if (rendering_)
+        Render(index, wanted_ >= 0 && (index == wanted_ || index == wanted_ + 1));
     Q_EMIT Progressed();
 }
 
@@ -133,6 +136,7 @@ void Rehearsal::Render(int index, bool withSound) {
         return [this, key, rendered, withSound, cancelled] {
             if (*cancelled)
                 return;
+            rendering_ = false;
             if (withSound) {
                 sounds_.append({key, rendered});
                 while (sounds_.size() > kHeld)
@@ -152,8 +156,7 @@ void Rehearsal::Take(const QString& key, const RenderedJoint& joint) {
         if (KeyOf(index) == key)
             Q_EMIT Rendered(index);
     }
-    if (started_ && !planning_)
-        Continue();
+    Continue();
 }
 
 int Rehearsal::Done() const {

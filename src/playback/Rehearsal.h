@@ -40,7 +40,7 @@ public:
 
     /** Plans and renders; again where it was stopped. */
     void Start();
-    /** Gives up what runs; what is known stays. */
+    /** Gives up what runs; what is known stays, and what is wanted is still rendered. */
     void Stop();
     /** The lists, the settings or the players have changed. Nothing happens before the first Start(). */
     void Refresh();
@@ -88,6 +88,7 @@ private:
     int wanted_ = -1;
     bool started_ = false;
     bool planning_ = false;
+    bool rendering_ = false;
     bool running_ = false;
     QTimer refreshSoon_;
     std::shared_ptr<LengthCache> lengths_; ///< the worker's

@@ -18,11 +18,6 @@ constexpr double kLongest = 7 * 86400; // s
 constexpr qsizetype kMostJoints = 10000;
 constexpr double kPitchSteps = 1000.0;
 
-QString NameOf(const DeckTitle& title) {
-    const QString name = title.title.isEmpty() ? FileName::Last(title.path) : title.title;
-    return title.artist.isEmpty() ? name : title.artist + QStringLiteral(" - ") + name;
-}
-
 /** Plays the night and writes down where titles begin. */
 class Night {
 public:
@@ -135,10 +130,16 @@ QList<Joint> Night::Play(const std::atomic<bool>& cancelled, const std::function
 
 } // namespace
 
+QString Joint::NameOf(qsizetype index) const {
+    const DeckTitle& title = titles.at(index);
+    const QString name = title.title.isEmpty() ? FileName::Last(title.path) : title.title;
+    return title.artist.isEmpty() ? name : title.artist + QStringLiteral(" - ") + name;
+}
+
 QString Joint::Text() const {
     QStringList names;
-    for (const DeckTitle& title : titles)
-        names.append(NameOf(title));
+    for (qsizetype index = 0; index < titles.size(); ++index)
+        names.append(NameOf(index));
     return names.join(QStringLiteral(" → "));
 }
 

@@ -25,6 +25,8 @@ struct Joint {
     double fade = 0;   ///< seconds that the fader moves; 0: none
     DeskMoment before; ///< a moment before it
 
+    /** "Anna Bergström - Wach", of the nth title. */
+    QString NameOf(qsizetype index) const;
     /** "Anna Bergström - Wach → The Harbour Lights - Paper Boats". */
     QString Text() const;
     /** Alike for joints that sound alike under the same settings. */

@@ -99,6 +99,7 @@ void frmVorpruefung::NameControls() {
     findings_->setAllColumnsShowFocus(true);
     findings_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     findings_->header()->setSectionsMovable(false);
+    findings_->header()->setMinimumSectionSize(1);
     findings_->header()->setStretchLastSection(false);
     findings_->header()->setSectionResizeMode(Where, QHeaderView::Interactive);
     findings_->header()->setSectionResizeMode(What, QHeaderView::Stretch);
@@ -172,9 +173,8 @@ void frmVorpruefung::ShowVerdict() {
 }
 
 void frmVorpruefung::ShowFindings() {
-    const QTreeWidgetItem* before = findings_->currentItem();
-    const qsizetype index = before == nullptr ? -1 : before->data(Where, kFinding).toLongLong();
-    const PreshowFinding chosen = shown_.value(index);
+    if (const QTreeWidgetItem* item = findings_->currentItem())
+        chosen_ = shown_.value(item->data(Where, kFinding).toLongLong());
     shown_ = check_.Findings();
     findings_->clear();
     QTreeWidgetItem* group = nullptr;
@@ -198,7 +198,7 @@ void frmVorpruefung::ShowFindings() {
         line->setTextAlignment(Way, Qt::AlignCenter);
         if (!leads)
             line->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-        if (index >= 0 && finding == chosen)
+        if (finding == chosen_)
             findings_->setCurrentItem(line);
     }
     findings_->expandAll();
@@ -218,11 +218,14 @@ void frmVorpruefung::CopyReport() {
 
 void frmVorpruefung::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::StyleChange && again_ != nullptr) {
-        ApplyLook();
-        shown_.clear(); // their rows are made anew in the new size
-        ShowState();
-    }
+    if (event->type() == QEvent::StyleChange && again_ != nullptr) // the parts take their style after this
+        QMetaObject::invokeMethod(this, &frmVorpruefung::Restyle, Qt::QueuedConnection);
+}
+
+void frmVorpruefung::Restyle() {
+    ApplyLook();
+    shown_.clear(); // their rows are made anew in the new size
+    ShowState();
 }
 
 void frmVorpruefung::ApplyLook() {

@@ -46,11 +46,13 @@ private:
     void Follow(const QTreeWidgetItem* item);
     void CopyReport();
     void ApplyLook();
+    void Restyle();
 
     PreshowCheck& check_;
     const Clock& clock_;
     QList<PreshowFinding> shown_;
-    QDateTime checkedAt_; ///< when the last check ended; invalid: none has yet
+    PreshowFinding chosen_; ///< stays chosen, also when it comes again
+    QDateTime checkedAt_;   ///< when the last check ended; invalid: none has yet
     QLabel* sign_;
     QLabel* verdict_;
     QLabel* state_;

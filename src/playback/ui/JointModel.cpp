@@ -76,6 +76,12 @@ void JointModel::Reload(const QDateTime& now) {
     endResetModel();
 }
 
+void JointModel::MoveTo(const QDateTime& now) {
+    now_ = now;
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, When), index(rowCount() - 1, When));
+}
+
 void JointModel::Renew(int row) {
     if (rowCount() == 0 || row >= rowCount())
         return;
@@ -96,8 +102,10 @@ QString JointModel::Text(int row, int column) const {
     switch (column) {
     case When:
         return now_.addMSecs(qRound64(joint.at * 1000)).toString(u"HH:mm:ss"_s);
-    case Titles:
-        return joint.Text();
+    case From:
+        return joint.NameOf(0);
+    case To:
+        return joint.NameOf(joint.titles.size() - 1);
     case Fade:
         return JointText::Fade(joint);
     case Level:
@@ -142,7 +150,7 @@ QVariant JointModel::headerData(int section, Qt::Orientation orientation, int ro
         return QVariant::fromValue(Qt::AlignVCenter | Qt::AlignLeft);
     if (orientation == Qt::Vertical || role != Qt::DisplayRole)
         return {};
-    static const QStringList names{u"Uhrzeit"_s, u"Übergang"_s, u"Blende"_s, u"Pegel"_s, u"Lücke"_s, u"BPM"_s};
+    static const QStringList names{u"Uhrzeit"_s, u"Von"_s, u"Nach"_s, u"Blende"_s, u"Pegel"_s, u"Lücke"_s, u"BPM"_s};
     return names.value(section);
 }
 

@@ -14,7 +14,7 @@ class JointModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum Column { When, Titles, Fade, Level, Gap, Tempo, ColumnCount };
+    enum Column { When, From, To, Fade, Level, Gap, Tempo, ColumnCount };
     /** Beats per minute of a title, 0 when unknown. */
     using TempoOf = std::function<double(const QString& path)>;
 
@@ -23,6 +23,8 @@ public:
 
     /** Joints count their time from now on. */
     void Reload(const QDateTime& now);
+    /** The same joints, counted from now on. */
+    void MoveTo(const QDateTime& now);
     /** What is known of a joint has changed; -1: of all. */
     void Renew(int row);
 

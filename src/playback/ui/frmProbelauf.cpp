@@ -33,7 +33,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kTickInterval = 50; // ms
+constexpr int kTickInterval = 50;    // ms
+constexpr int kClockInterval = 5000; // ms
 constexpr int kDefaultVolume = 50;
 constexpr int kMostMargin = 30; // s
 
@@ -91,6 +92,7 @@ frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
     ApplyLook();
     controls_->volume->setValue(std::clamp(parts_.settings.GetNumber(kSection, kVolumeKey, kDefaultVolume), 0, 100));
     tick_.start(kTickInterval);
+    clock_.start(kClockInterval);
     ShowPlan();
 }
 
@@ -159,7 +161,8 @@ void frmProbelauf::Arrange() {
     table->verticalHeader()->hide();
     table->verticalHeader()->setMinimumSectionSize(0);
     table->horizontalHeader()->setHighlightSections(false);
-    table->horizontalHeader()->setSectionResizeMode(JointModel::Titles, QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(JointModel::From, QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(JointModel::To, QHeaderView::Stretch);
     auto* head = new QHBoxLayout;
     head->addWidget(controls_->state, 1);
     head->addWidget(controls_->bar);
@@ -223,6 +226,10 @@ void frmProbelauf::Connect() {
         player_.Tick();
         ShowPosition();
     });
+    connect(&clock_, &QTimer::timeout, this, [this] {
+        if (player_.IsMainFree())
+            model_.MoveTo(parts_.clock.Now());
+    });
 }
 
 // ---- what is shown
@@ -247,6 +254,16 @@ void frmProbelauf::ShowPlan() {
     }
     Select(std::max(0, wanted));
     ShowProgress();
+    Choose();
+}
+
+/** What is looked at is rendered first. */
+void frmProbelauf::Choose() {
+    if (const int row = Row(); row >= 0 && row < model_.rowCount()) {
+        const QList<DeckTitle>& titles = parts_.rehearsal.Joints().at(row).titles;
+        Q_EMIT JointChosen({titles.constFirst().path, titles.constLast().path});
+        parts_.rehearsal.Want(row);
+    }
     ShowJoint();
 }
 
@@ -289,7 +306,7 @@ void frmProbelauf::ShowJoint() {
         return;
     }
     const auto cell = [&](int column) { return model_.index(row, column).data().toString(); };
-    controls_->titles->SetText(cell(JointModel::Titles));
+    controls_->titles->SetText(parts_.rehearsal.Joints().at(row).Text());
     QStringList facts{u"Blende: "_s + cell(JointModel::Fade), u"Pegel: "_s + cell(JointModel::Level),
                       u"Lücke: "_s + cell(JointModel::Gap)};
     if (const QString tempo = cell(JointModel::Tempo); !tempo.isEmpty())
@@ -327,8 +344,6 @@ void frmProbelauf::Listen(bool all) {
     Tell({});
     all_ = all;
     waiting_ = true;
-    Q_EMIT JointChosen({parts_.rehearsal.Joints().at(Row()).titles.constFirst().path,
-                        parts_.rehearsal.Joints().at(Row()).titles.constLast().path});
     parts_.rehearsal.Want(Row());
     TryToPlay();
 }
@@ -392,8 +407,8 @@ void frmProbelauf::keyPressEvent(QKeyEvent* event) {
 
 void frmProbelauf::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::StyleChange && controls_ != nullptr)
-        ApplyLook();
+    if (event->type() == QEvent::StyleChange && controls_ != nullptr) // the parts take their style after this
+        QMetaObject::invokeMethod(this, &frmProbelauf::ApplyLook, Qt::QueuedConnection);
 }
 
 void frmProbelauf::ApplyLook() {

@@ -60,6 +60,7 @@ private:
     void ShowPlan();
     void ShowProgress();
     void ShowJoint();
+    void Choose();
     void ShowPosition();
     void Tell(const QString& text);
 
@@ -78,6 +79,7 @@ private:
     bool waiting_ = false; ///< for the sound of the chosen joint, to play it
     bool all_ = false;     ///< one joint after the other
     QTimer tick_;
+    QTimer clock_; ///< while nothing plays, everything is later
 };
 
 } // namespace kalvo
