@@ -13,9 +13,14 @@ testPackages=(
     lame vorbis-tools opus-tools sox id3v2 python3-mutagen
     pulseaudio pulseaudio-utils xvfb tzdata
     clang libclang-rt-dev
+    dbus playerctl desktop-file-utils appstream shared-mime-info libglib2.0-bin
 )
 
 tidyPackages=(clang-tidy)
+
+# For packaging/paket and packaging/paket-pruefen.
+packagingPackages=(dpkg-dev file gzip)
+checkPackages=(debootstrap lintian)
 
 # InstallMissing PACKAGE...: installs what is not there yet; asks for the administrator's password only then.
 InstallMissing() {

@@ -8,6 +8,7 @@
 #include "app/ConsolePanel.h"
 #include "app/DeckPictures.h"
 #include "app/Desk.h"
+#include "app/DesktopLink.h"
 #include "app/EqualizerCommand.h"
 #include "app/GuestCommands.h"
 #include "app/HeadphoneCommands.h"
@@ -101,6 +102,10 @@ void Form1::Build() {
     connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
+    auto* desktop = new DesktopLink({desk_, *console_, *status_, *options_}, this);
+    connect(desktop, &DesktopLink::RaiseWanted, this, &Form1::ComeForward);
+    connect(desktop, &DesktopLink::QuitWanted, this, &Form1::close);
+    connect(desktop, &DesktopLink::FilesGiven, this, &Form1::AddFiles);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
