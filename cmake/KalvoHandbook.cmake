@@ -1,11 +1,12 @@
 # The handbook: docs/handbuch as HTML in build/…/handbuch, beside the folder of the program.
 
-# kalvo_handbook(): the target handbuch; without the tool there is none, and the program says so when it is asked for
+# kalvo_handbook(): the target handbuch; without the tool it makes nothing, and the program says so when it is asked for
 # the handbook.
 function(kalvo_handbook)
   find_program(SPHINX_BUILD sphinx-build)
   if(NOT SPHINX_BUILD)
     message(STATUS "sphinx-build (python3-sphinx) is missing: no handbook")
+    add_custom_target(handbuch COMMENT "No handbook: sphinx-build is missing")
     return()
   endif()
   set(source ${CMAKE_SOURCE_DIR}/docs/handbuch)

@@ -17,9 +17,14 @@ testPackages=(
     pulseaudio pulseaudio-utils xvfb tzdata
     dbus at-spi2-core gir1.2-atspi-2.0 python3-gi
     clang libclang-rt-dev
+    dbus playerctl desktop-file-utils appstream shared-mime-info libglib2.0-bin
 )
 
 tidyPackages=(clang-tidy)
+
+# For packaging/paket and packaging/paket-pruefen.
+packagingPackages=(dpkg-dev file gzip)
+checkPackages=(debootstrap lintian)
 
 # InstallMissing PACKAGE...: installs what is not there yet; asks for the administrator's password only then.
 InstallMissing() {

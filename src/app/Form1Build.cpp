@@ -8,6 +8,7 @@
 #include "app/ConsolePanel.h"
 #include "app/DeckPictures.h"
 #include "app/Desk.h"
+#include "app/DesktopLink.h"
 #include "app/EqualizerCommand.h"
 #include "app/FirstStepsCommands.h"
 #include "app/GuestCommands.h"
@@ -112,6 +113,10 @@ void Form1::Build() {
     connect(firstSteps_, &FirstStepsCommands::Told, status_, &StatusLine::Tell);
     connect(firstSteps_, &FirstStepsCommands::FolderChosen, this,
             [this](const QString& folder) { values_.importFolder = folder; });
+    auto* desktop = new DesktopLink({desk_, *console_, *status_, *options_}, this);
+    connect(desktop, &DesktopLink::RaiseWanted, this, &Form1::ComeForward);
+    connect(desktop, &DesktopLink::QuitWanted, this, &Form1::close);
+    connect(desktop, &DesktopLink::FilesGiven, this, &Form1::AddFiles);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

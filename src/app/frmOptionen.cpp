@@ -1,6 +1,7 @@
 #include "app/frmOptionen.h"
 
 #include "app/OptionColumnsPage.h"
+#include "app/OptionDesktopPage.h"
 #include "app/OptionEmergencyPage.h"
 #include "app/OptionMeterPage.h"
 #include "app/OptionMixerPage.h"
@@ -51,7 +52,7 @@ frmOptionen::frmOptionen(const OptionValues& values, const QStringList& devices,
           static_cast<OptionPage*>(new OptionEmergencyPage), static_cast<OptionPage*>(new OptionMeterPage),
           static_cast<OptionPage*>(style_), static_cast<OptionPage*>(new OptionColumnsPage),
           static_cast<OptionPage*>(new OptionScreenSaverPage), static_cast<OptionPage*>(new OptionChartsPage),
-          static_cast<OptionPage*>(new OptionMetadataPage)})
+          static_cast<OptionPage*>(new OptionMetadataPage), static_cast<OptionPage*>(new OptionDesktopPage)})
         AddPage(page);
     connect(sound_, &OptionSoundPage::ToneRequested, this, &frmOptionen::ToneRequested);
     connect(style_, &OptionStylePage::Chosen, this, [this] {
