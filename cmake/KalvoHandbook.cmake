@@ -13,14 +13,14 @@ function(kalvo_handbook)
   set(output ${CMAKE_BINARY_DIR}/handbuch)
   file(GLOB_RECURSE parts CONFIGURE_DEPENDS ${source}/* ${CMAKE_SOURCE_DIR}/docs/galerie/*.png)
   add_custom_command(OUTPUT ${output}/index.html
-                     COMMAND ${SPHINX_BUILD} -q -W --keep-going -b html -d ${CMAKE_BINARY_DIR}/handbuch.doctrees
+                     COMMAND ${SPHINX_BUILD} -q -b html -d ${CMAKE_BINARY_DIR}/handbuch.doctrees
                              -D version=${PROJECT_VERSION} -D release=${PROJECT_VERSION} ${source} ${output}
                      COMMAND ${CMAKE_COMMAND} -E touch ${output}/index.html
                      DEPENDS ${parts} ${CMAKE_CURRENT_FUNCTION_LIST_FILE}
                      COMMENT "Building the handbook" VERBATIM)
   if(KALVO_HANDBOOK)
     add_custom_target(handbuch ALL DEPENDS ${output}/index.html)
-    install(DIRECTORY ${output}/ DESTINATION share/kalvo/handbuch
+    install(DIRECTORY ${output}/ DESTINATION share/kalvo/handbuch OPTIONAL
             PATTERN ".buildinfo" EXCLUDE PATTERN "objects.inv" EXCLUDE)
   else()
     add_custom_target(handbuch DEPENDS ${output}/index.html)
