@@ -9,7 +9,10 @@
 #include "playlists/PlaylistActions.h"
 
 #include <QLabel>
+#include <QSet>
 #include <QStatusBar>
+
+#include <algorithm>
 
 namespace kalvo {
 
@@ -56,6 +59,20 @@ void AutoDjCommands::ResumeRefill() {
     const AutoDjRefillOptions options = store_.refill;
     isResumed_ = true;
     refill_.SetOptions(options);
+}
+
+std::optional<qsizetype> AutoDjCommands::RefillTitles(qsizetype enough) const {
+    const AutoDjRefillOptions& options = refill_.Options();
+    if (!options.isOn || !isResumed_)
+        return std::nullopt;
+    QSet<qint64> numbers;
+    for (const QString& value : options.selection.values) {
+        for (const qint64 number : source_.Select(ArchiveStatements::DrawnTitles(options.selection.field, value)))
+            numbers.insert(number);
+        if (numbers.size() >= enough)
+            break;
+    }
+    return std::min<qsizetype>(numbers.size(), enough);
 }
 
 void AutoDjCommands::AutoDj() {

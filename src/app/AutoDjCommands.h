@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <optional>
+
 class QAction;
 class QLabel;
 class QStatusBar;
@@ -35,6 +37,9 @@ public:
     /** All parts outlive this. "Nachfüllen" goes on as it was left as soon as the archive's index is there. */
     explicit AutoDjCommands(const Parts& parts);
     ~AutoDjCommands() override;
+
+    /** How many titles "Nachfüllen" can choose from, counted up to `enough`; none while it is off or unknown. */
+    std::optional<qsizetype> RefillTitles(qsizetype enough) const;
 
     void AutoDj();
     void AutoDjNachfuellen(bool on);

@@ -20,6 +20,7 @@ class ArchiveCommands;
 class ArchivePanel;
 class ConsolePanel;
 class EqualizerCommand;
+class FirstStepsCommands;
 class ListBand;
 class ListCommands;
 class NoticeBar;
@@ -116,6 +117,7 @@ private:
     WatchCommands* watch_ = nullptr;
     UndoCommands* undo_ = nullptr;
     ListCommands* listCommands_ = nullptr;
+    FirstStepsCommands* firstSteps_ = nullptr;
     MetaOutput* meta_ = nullptr;
     SessionMemory* session_ = nullptr;
     QPointer<frmTitelEinlesen> import_;

@@ -8,8 +8,11 @@
 #include "app/ConsolePanel.h"
 #include "app/DeckPictures.h"
 #include "app/Desk.h"
+#include "app/DesktopLink.h"
 #include "app/EqualizerCommand.h"
+#include "app/FirstStepsCommands.h"
 #include "app/GuestCommands.h"
+#include "app/HandbookCommands.h"
 #include "app/HeadphoneCommands.h"
 #include "app/JingleCommands.h"
 #include "app/ListBand.h"
@@ -19,7 +22,9 @@
 #include "app/MetaOutput.h"
 #include "app/NoticeBar.h"
 #include "app/OptionCommands.h"
+#include "app/PreshowCommands.h"
 #include "app/RecordingCommands.h"
+#include "app/RehearsalCommands.h"
 #include "app/SamplerCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
@@ -30,6 +35,7 @@
 #include "archive/ui/frmTitelEinlesen.h"
 #include "playback/ui/MixerPanel.h"
 
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -86,7 +92,7 @@ void Form1::Build() {
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new DeckPictures(desk_, *console_, *actions_.settingsMenu, this);
     new RecordingCommands(desk_, *actions_.toolsMenu, *status_, *this);
-    new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
+    auto* measures = new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
     auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);
@@ -101,6 +107,16 @@ void Form1::Build() {
     connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
+    new PreshowCommands({desk_, actions_, *lists_, *options_, *measures, *autoDj, *this});
+    new RehearsalCommands(desk_, actions_, *measures, *options_, *this);
+    firstSteps_ = new FirstStepsCommands({desk_, actions_, intake_, *archive_, *this});
+    connect(firstSteps_, &FirstStepsCommands::Told, status_, &StatusLine::Tell);
+    connect(firstSteps_, &FirstStepsCommands::FolderChosen, this,
+            [this](const QString& folder) { values_.importFolder = folder; });
+    auto* desktop = new DesktopLink({desk_, *console_, *status_, *options_}, this);
+    connect(desktop, &DesktopLink::RaiseWanted, this, &Form1::ComeForward);
+    connect(desktop, &DesktopLink::QuitWanted, this, &Form1::close);
+    connect(desktop, &DesktopLink::FilesGiven, this, &Form1::AddFiles);
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
@@ -192,6 +208,8 @@ void Form1::ConnectActions() {
     connect(actions_.addFiles, &QAction::triggered, this, &Form1::AskForFiles);
     connect(actions_.quit, &QAction::triggered, this, &Form1::close);
     connect(actions_.about, &QAction::triggered, this, &Form1::ShowAbout);
+    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
+    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
 }
 
 void Form1::ConnectSettings() {

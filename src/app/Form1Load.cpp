@@ -6,6 +6,7 @@
 #include "app/DamagedFiles.h"
 #include "app/Desk.h"
 #include "app/EqualizerCommand.h"
+#include "app/FirstStepsCommands.h"
 #include "app/MetaOutput.h"
 #include "app/SessionMemory.h"
 #include "app/StatusLine.h"
@@ -132,6 +133,9 @@ void Form1::RestoreLists() {
     ShowProgress(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
     session_->Begin();
     AddFiles(commandLine_.files);
+    if (!commandLine_.demonstration && commandLine_.files.isEmpty()) {
+        firstSteps_->OfferAtStart();
+    }
 }
 
 void Form1::closeEvent(QCloseEvent* event) {

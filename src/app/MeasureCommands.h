@@ -28,11 +28,14 @@ public:
     ~MeasureCommands() override;
 
     TitleMeasurer& Measurer() { return measurer_; }
+    /** Titles start equally loud. */
+    bool IsLevelling() const { return levelling_; }
+    /** In dB, with which the title would start now. */
+    double GainOf(const QString& path) const;
 
 private:
     void ReadSwitch();
     void LookAhead();
-    double GainOf(const QString& path) const;
     void Open();
 
     Desk& desk_;

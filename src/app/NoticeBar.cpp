@@ -33,6 +33,8 @@ NoticeBar::NoticeBar(QWidget* parent)
 void NoticeBar::Show(const QString& text) {
     text_->SetText(text);
     show();
+    setAccessibleName(text);
+    Announce(*this);
 }
 
 void NoticeBar::TakeUnits() {

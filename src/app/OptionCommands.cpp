@@ -61,6 +61,11 @@ void OptionCommands::Open() {
     dialog_->activateWindow();
 }
 
+void OptionCommands::OpenPage(const QString& caption) {
+    Open();
+    dialog_->ShowPage(caption);
+}
+
 void OptionCommands::Confirm() {
     const OptionValues now = Current();
     OptionValues values = dialog_->Values();

@@ -27,6 +27,8 @@ public:
 
     /** Opens the dialog, or brings the open one to the front. */
     void Open();
+    /** The same at the page of this caption. */
+    void OpenPage(const QString& caption);
 
 Q_SIGNALS:
     /** This look is to be shown; it is not necessarily kept. */

@@ -125,6 +125,7 @@ OptionValues OptionValues::Read(const Settings& settings, const QString& chartsP
     values.headphones = OutputChoice::Read(settings, audio::Output::Headphones);
     values.output = OutputChoice::Read(settings);
     values.buffer = OutputBuffer::Read(settings);
+    values.desktop = DesktopOptions::Read(settings);
     ReadLooks(values, settings);
     ReadMixing(values, settings);
     return values;
@@ -152,6 +153,7 @@ void OptionValues::Write(Settings& settings, const QString& chartsPath) const {
     settings.PutSetting(kMixer, QStringLiteral("Notfalltitel"), emergencyTitle);
     settings.PutSwitch(kMixer, QStringLiteral("NotfalltitelAmEnde"), emergencyAtEnd);
     settings.PutSwitch(kMixer, QStringLiteral("LautheitAusgleich"), evenLoudness);
+    desktop.Write(settings);
 }
 
 void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValues& now) {
@@ -163,7 +165,8 @@ void OptionValues::KeepChangesOnly(const OptionValues& before, const OptionValue
         &OptionValues::screenSaverKeys, &OptionValues::removePlayed, &OptionValues::fadeInterval,
         &OptionValues::switchOver, &OptionValues::scanInterval, &OptionValues::fadeMode, &OptionValues::skin,
         &OptionValues::headphones, &OptionValues::output, &OptionValues::buffer, &OptionValues::useCuePoints,
-        &OptionValues::emergencyTitle, &OptionValues::emergencyAtEnd, &OptionValues::evenLoudness);
+        &OptionValues::emergencyTitle, &OptionValues::emergencyAtEnd, &OptionValues::evenLoudness,
+        &OptionValues::desktop);
     const auto keep = [&](auto field) {
         if (this->*field == before.*field)
             this->*field = now.*field;

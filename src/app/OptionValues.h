@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/DesktopOptions.h"
 #include "archive/GridColumns.h"
 #include "playback/MixerOptions.h"
 #include "playback/OutputChoice.h"
@@ -49,6 +50,7 @@ struct OptionValues {
     bool evenLoudness = false;   ///< titles start equally loud, as far as they are measured
     QString emergencyTitle;      ///< `Notfalltitel`: path of the title that plays when nothing else can; empty = none
     bool emergencyAtEnd = false; ///< `NotfalltitelAmEnde`: it plays when both lists are at their end, too
+    DesktopOptions desktop;
 
     /** The nine styles of the level meter in the order of the choice. */
     static QStringList MeterStyles();

@@ -14,6 +14,7 @@
 #include "playback/AudioModule.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
+#include "widgets/Spoken.h"
 
 #include <QApplication>
 #include <QDir>
@@ -97,6 +98,7 @@ int RunWindow(QApplication& application, const CommandLine& line) {
         return 0;
     }
     SpeakGerman(application);
+    Spoken::Install();
     ApplyStoredStyle(application, folder.Data());
     const QString programFolder = QCoreApplication::applicationDirPath();
     QDir::setCurrent(programFolder);

@@ -111,6 +111,7 @@ void StatusLine::Warn(const QString& text) {
         return;
     }
     warnings_.append(text);
+    Q_EMIT Warned(text);
     warning_.start();
     ShowMessages();
 }

@@ -38,6 +38,10 @@ public:
     /** What must not be overlooked: for a while it stands behind whatever else is told. */
     void Warn(const QString& text);
 
+Q_SIGNALS:
+    /** Something new is to be warned of. */
+    void Warned(const QString& text);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

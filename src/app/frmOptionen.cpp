@@ -1,6 +1,7 @@
 #include "app/frmOptionen.h"
 
 #include "app/OptionColumnsPage.h"
+#include "app/OptionDesktopPage.h"
 #include "app/OptionEmergencyPage.h"
 #include "app/OptionMeterPage.h"
 #include "app/OptionMixerPage.h"
@@ -51,7 +52,7 @@ frmOptionen::frmOptionen(const OptionValues& values, const QStringList& devices,
           static_cast<OptionPage*>(new OptionEmergencyPage), static_cast<OptionPage*>(new OptionMeterPage),
           static_cast<OptionPage*>(style_), static_cast<OptionPage*>(new OptionColumnsPage),
           static_cast<OptionPage*>(new OptionScreenSaverPage), static_cast<OptionPage*>(new OptionChartsPage),
-          static_cast<OptionPage*>(new OptionMetadataPage)})
+          static_cast<OptionPage*>(new OptionMetadataPage), static_cast<OptionPage*>(new OptionDesktopPage)})
         AddPage(page);
     connect(sound_, &OptionSoundPage::ToneRequested, this, &frmOptionen::ToneRequested);
     connect(style_, &OptionStylePage::Chosen, this, [this] {
@@ -113,6 +114,11 @@ OptionValues frmOptionen::Values() const {
     for (const OptionPage* page : pages_)
         page->Take(values);
     return values;
+}
+
+void frmOptionen::ShowPage(const QString& caption) {
+    if (const QList<QListWidgetItem*> found = list_->findItems(caption, Qt::MatchExactly); !found.isEmpty())
+        list_->setCurrentItem(found.constFirst());
 }
 
 void frmOptionen::ShowToneResult(const QString& text) {

@@ -30,6 +30,8 @@ public:
     const OptionValues& OpenedValues() const { return opened_; }
     /** As they are shown now. */
     OptionValues Values() const;
+    /** An unknown caption leaves the page that is shown. */
+    void ShowPage(const QString& caption);
     void ShowToneResult(const QString& text);
 
 Q_SIGNALS:

@@ -14,7 +14,8 @@ struct SourceFormat {
     std::int64_t frames = 0; ///< exact length in frames
     int bitrate = 0;         ///< kbit/s, the average; 0 = unknown
     bool variableRate = false;
-    bool estimated = false; ///< length and rate are still a guess
+    bool estimated = false;      ///< length and rate are still a guess
+    std::int64_t toldFrames = 0; ///< what the file's own header says, whatever is there; 0: nothing
 };
 
 /** Whether a length is worth reading a long file to its end before anything else. */

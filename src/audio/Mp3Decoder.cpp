@@ -3,10 +3,12 @@
 #include "audio/ReadAheadFile.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <mpg123.h>
+#include <string_view>
 
 namespace kalvo::audio {
 
@@ -76,8 +78,21 @@ bool Mp3Decoder::Prepare(std::int64_t size, LengthNeed need) {
     return need == LengthNeed::Soon && size >= kLongFile ? Estimate(size) : Scan(size);
 }
 
+/** Only the length of such a header is known before the file has been read; everything else would be a guess. */
+bool Mp3Decoder::HasLengthHeader() {
+    std::array<char, 64> head{};
+    ReadAheadFile& file = *stream_->file;
+    const std::int64_t back = file.Tell();
+    if (file.Seek(stream_->start))
+        file.Read(head.data(), head.size());
+    file.Seek(back);
+    const std::string_view text(head.data(), head.size());
+    return text.find("Xing") != std::string_view::npos || text.find("Info") != std::string_view::npos;
+}
+
 bool Mp3Decoder::Scan(std::int64_t size) {
     mpg123_handle* const handle = stream_->handle.get();
+    format_.toldFrames = HasLengthHeader() ? mpg123_length(handle) : 0;
     if (mpg123_scan(handle) != MPG123_OK || !FindBitrate())
         return false;
     format_.frames = mpg123_length(handle);

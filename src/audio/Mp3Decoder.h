@@ -28,6 +28,7 @@ private:
     Mp3Decoder();
     bool Prepare(std::int64_t size, LengthNeed need);
     bool FixOutputFormat();
+    bool HasLengthHeader();
     bool Scan(std::int64_t size);
     bool Estimate(std::int64_t size);
     bool FindBitrate();

@@ -1,5 +1,6 @@
 #include "audio/TitleMeasure.h"
 
+<<<<<<< HEAD
 #include "audio/OpenDecoder.h"
 #include "audio/ReadAheadFile.h"
 
@@ -85,6 +86,15 @@ std::optional<TitleMeasures> MeasureTitle(const std::string& path, const std::at
     return decoder == nullptr || decoder->Format().sampleRate <= 0 ? std::nullopt : Measure(*decoder, cancelled);
 } catch (const std::exception&) { // no memory, no thread, no such rate
     return std::nullopt;
+=======
+#include "audio/TitleInspection.h"
+
+namespace kalvo::audio {
+
+std::optional<TitleMeasures> MeasureTitle(const std::string& path, const std::atomic<bool>& cancelled) {
+    const std::optional<TitleInspection> found = InspectTitle(path, cancelled);
+    return found && found->decoded > 0 ? std::optional(found->measures) : std::nullopt;
+>>>>>>> f8137e7ca3979d0b10d68dfcde0d72b4a9fee808
 }
 
 } // namespace kalvo::audio

@@ -77,6 +77,7 @@ public:
     void SetPitch(int player, int pitch);
     /** Heard at once on both players, kept for the next titles. */
     void SetEqualiser(const EqualiserSettings& settings);
+    const EqualiserSettings& Equaliser() const { return equaliser_; }
 
     audio::Activity Activity(int player);
     double PositionSeconds(int player);

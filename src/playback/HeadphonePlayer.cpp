@@ -28,8 +28,8 @@ HeadphonePlayer::HeadphonePlayer(AudioLayer& layer, QObject* parent)
     : QObject(parent), layer_(layer), library_(layer.Audio()) {}
 
 HeadphonePlayer::~HeadphonePlayer() {
+    Free();
     if (open_) {
-        Free();
         library_.Stop(Output::Headphones);
         library_.Free(Output::Headphones);
     }
@@ -74,6 +74,13 @@ bool HeadphonePlayer::IsOnMainCard() const {
 void HeadphonePlayer::Load(const QString& path) {
     Stop();
     path_ = path;
+    held_.reset();
+}
+
+void HeadphonePlayer::Load(const audio::HeldFile& file) {
+    Stop();
+    path_.clear();
+    held_ = file;
 }
 
 void HeadphonePlayer::Play() {
@@ -92,7 +99,8 @@ void HeadphonePlayer::PlayFrom(double second) {
         return;
     }
     startAt_ = second;
-    stream_ = library_.StreamOpenFile(Output::Headphones, QFile::encodeName(path_).toStdString());
+    stream_ = held_ ? library_.StreamOpenHeld(Output::Headphones, held_)
+                    : library_.StreamOpenFile(Output::Headphones, QFile::encodeName(path_).toStdString());
     opening_ = stream_ != 0;
     Become(State::Play);
     AwaitStream(kPhonesPatience);
@@ -143,10 +151,11 @@ void HeadphonePlayer::Stop() {
     Become(State::Stop);
 }
 
+/** Somebody who has opened the output anew meanwhile has taken the stream away: it is not ours to close any more. */
 void HeadphonePlayer::Free() {
     if (stream_ != 0) {
         library_.ChannelStop(stream_);
-        library_.StreamFree(stream_);
+        open_ = library_.StreamFree(stream_) && open_;
     }
     stream_ = 0;
     opening_ = false;

@@ -32,6 +32,8 @@ public:
 
     /** The file from now on; what played is stopped. */
     void Load(const QString& path);
+    /** The same for a file in memory. */
+    void Load(const audio::HeldFile& file);
     /** Plays: a paused title goes on, a stopped or running one starts from its start. */
     void Play();
     void Restart() { PlayFrom(0); }
@@ -87,6 +89,7 @@ private:
     audio::AudioLibrary& library_;
     OutputWatch watch_;
     QString path_;
+    audio::HeldFile held_; ///< instead of the path
     audio::Handle stream_ = 0;
     double startAt_ = 0; ///< second, for the stream that opens
     State state_ = State::Stop;

@@ -1,6 +1,7 @@
 #include "playback/MasterRecorder.h"
 
 #include "base/AtomicFile.h"
+#include "base/FreeSpace.h"
 #include "playback/Mixer.h"
 #include "playback/RecordingOptions.h"
 
@@ -9,8 +10,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace kalvo {
@@ -19,16 +18,6 @@ namespace {
 
 constexpr int kTick = 250; // ms
 constexpr int kTicksPerSecond = 1000 / kTick;
-
-qint64 FreeSpaceOf(QString folder) {
-    while (!QFileInfo::exists(folder) && folder.contains(u'/'))
-        folder.truncate(folder.lastIndexOf(u'/', folder.size() - 1));
-    if (folder.isEmpty())
-        folder = QDir::rootPath();
-    std::error_code error; // asks the path itself: what lies in a container has no mount point of its own
-    const auto room = std::filesystem::space(QFile::encodeName(folder).toStdString(), error);
-    return error ? -1 : static_cast<qint64>(room.available);
-}
 
 QString TextOf(audio::EncodeError error) {
     switch (error) {

@@ -1,12 +1,11 @@
 #include "playback/TitleMeasurer.h"
 
+#include "base/BackgroundPriority.h"
 #include "base/BackgroundWriter.h"
 #include "base/SetAside.h"
 
 #include <QFile>
 
-#include <sys/resource.h>
-#include <unistd.h>
 #include <utility>
 
 namespace kalvo {
@@ -14,12 +13,6 @@ namespace kalvo {
 namespace {
 
 constexpr int kKeepAfter = 10000; // ms
-constexpr int kNiceness = 15;
-
-/** The music goes first. On Linux the call reaches the calling thread alone. */
-void StepBack() {
-    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kNiceness);
-}
 
 MeasureStore ReadStore(const QString& path, const Clock& clock) {
     QFile file(path);
@@ -41,7 +34,7 @@ TitleMeasurer::TitleMeasurer(QString file, BackgroundWriter& writer, const Clock
     keepSoon_.setInterval(kKeepAfter);
     connect(&keepSoon_, &QTimer::timeout, this, &TitleMeasurer::Keep);
     worker_.Do([] {
-        StepBack();
+        StepBehindMusic();
         return BackgroundWorker::Answer();
     });
 }
@@ -73,17 +66,22 @@ void TitleMeasurer::Request(const QString& path) {
     });
 }
 
+void TitleMeasurer::Learn(const QString& path, const MeasuredTitle& title) {
+    const MeasuredTitle* known = store_.Find(path);
+    if (known != nullptr && known->stamp == title.stamp)
+        return;
+    store_.Put(path, title);
+    changed_ = true;
+    if (!keepSoon_.isActive())
+        keepSoon_.start();
+}
+
 void TitleMeasurer::Take(const QString& path, const FileStamp& stamp,
                          const std::optional<audio::TitleMeasures>& measures) {
     if (!waiting_.remove(path))
         return; // cancelled meanwhile
-    const MeasuredTitle* known = store_.Find(path);
-    if (measures && (known == nullptr || known->stamp != stamp)) {
-        store_.Put(path, {stamp, *measures});
-        changed_ = true;
-        if (!keepSoon_.isActive())
-            keepSoon_.start();
-    }
+    if (measures)
+        Learn(path, {stamp, *measures});
     Q_EMIT Measured(path, measures ? &*measures : nullptr);
 }
 

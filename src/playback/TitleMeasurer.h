@@ -39,6 +39,8 @@ public:
     std::optional<audio::TitleMeasures> Known(const QString& path) const;
     /** Measured() follows, at once known or not; a path that waits already is not taken twice. */
     void Request(const QString& path);
+    /** Somebody else has measured this title. */
+    void Learn(const QString& path, const MeasuredTitle& title);
     /** What waits is dropped, what runs given up; nothing of it is told. */
     void Cancel();
     bool IsBusy() const { return !waiting_.isEmpty(); }

@@ -1,6 +1,7 @@
 #include "widgets/BandSlider.h"
 
 #include "widgets/SkinStyle.h"
+#include "widgets/SliderKeys.h"
 
 #include <QMouseEvent>
 
@@ -17,6 +18,13 @@ QSize BandSlider::sizeHint() const {
 
 QSize BandSlider::minimumSizeHint() const {
     return {SkinStyle::Units().Of(1.6), SkinStyle::Units().Of(6)};
+}
+
+void BandSlider::keyPressEvent(QKeyEvent* event) {
+    if (IsResetKey(*event))
+        setValue(0);
+    else
+        QSlider::keyPressEvent(event);
 }
 
 void BandSlider::mouseDoubleClickEvent(QMouseEvent* event) {

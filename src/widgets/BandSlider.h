@@ -15,6 +15,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 };
 

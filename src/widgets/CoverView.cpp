@@ -9,6 +9,7 @@ namespace kalvo {
 
 CoverView::CoverView(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(QStringLiteral("Kein Coverbild"));
 }
 
 void CoverView::SetPicture(const QPixmap& picture) {
@@ -16,6 +17,7 @@ void CoverView::SetPicture(const QPixmap& picture) {
         return;
     picture_ = picture;
     scaled_ = {};
+    setAccessibleName(picture_.isNull() ? QStringLiteral("Kein Coverbild") : QStringLiteral("Coverbild"));
     update();
 }
 

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "widgets/Spoken.h"
+
 #include <QPixmap>
 #include <QWidget>
 
 namespace kalvo {
 
 /** A title's cover, whole and in the middle of its square; without one a dim note, so that nothing moves. */
-class CoverView : public QWidget {
+class CoverView : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -14,6 +16,8 @@ public:
 
     /** Null: none. Repaints only when it is another one. */
     void SetPicture(const QPixmap& picture);
+
+    QAccessible::Role SpokenRole() const override { return QAccessible::Graphic; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -47,6 +47,7 @@ DeckHead::DeckHead(int player, QWidget* parent) : QWidget(parent), player_(playe
     status_->setAlignment(Qt::AlignVCenter | (player == 1 ? Qt::AlignRight : Qt::AlignLeft));
     status_->setFont(SkinStyle::Units().Font(1.15));
     status_->SetTone(StatusTone(signal_));
+    TakeName();
 }
 
 QString DeckHead::WordOf(DeckSignal deckSignal) {
@@ -72,9 +73,14 @@ void DeckHead::SetSignal(DeckSignal deckSignal) {
         return;
     signal_ = deckSignal;
     status_->SetTone(StatusTone(signal_));
-    const QString word = WordOf(signal_);
-    setAccessibleName(QStringLiteral("Player %1 %2").arg(QString::number(player_), word).trimmed());
+    TakeName();
+    if (signal_ == DeckSignal::OnAir)
+        Announce(*this);
     update();
+}
+
+void DeckHead::TakeName() {
+    setAccessibleName(QStringLiteral("Player %1 %2").arg(QString::number(player_), WordOf(signal_)).trimmed());
 }
 
 void DeckHead::SetLayoutMode(LayoutMode mode) {

@@ -3,11 +3,12 @@
 #include "widgets/DeckSignal.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/LayoutMode.h"
+#include "widgets/Spoken.h"
 
 namespace kalvo {
 
 /** The head of a deck: number, player's name, the painted signal and the status text. Player 2 is mirrored. */
-class DeckHead : public QWidget {
+class DeckHead : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -22,6 +23,9 @@ public:
     /** The signal's word: "ON AIR", "STUMM", "LÄUFT", "PAUSE", "BEREIT"; empty for None. */
     static QString WordOf(DeckSignal deckSignal);
 
+    QAccessible::Role SpokenRole() const override { return QAccessible::StaticText; }
+    QString SpokenValue() const override { return status_->text(); }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -31,6 +35,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void TakeName();
     /** A rectangle counted from the outer side: from the left for player 1, from the right for player 2. */
     QRect FromOutside(int offset, int width) const;
     int NameWidth() const;

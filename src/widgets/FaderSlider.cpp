@@ -3,6 +3,7 @@
 #include "base/FaderLaw.h"
 #include "widgets/ButtonPainting.h"
 #include "widgets/SkinStyle.h"
+#include "widgets/SliderKeys.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -109,6 +110,21 @@ void FaderSlider::PaintHandle(QPainter& painter, const Measures& m) const {
     painter.fillRect(QRect(handle.center().x() - 1, handle.y() + inset, 3, handle.height() - 2 * inset), skin.text);
     if (hasFocus())
         PaintFocusRing(painter, handle);
+}
+
+QString FaderSlider::SpokenValue() const {
+    return QStringLiteral("Player 1: %1 %, Player 2: %2 %").arg(FaderVolume(1, value())).arg(FaderVolume(2, value()));
+}
+
+std::optional<Spoken::Number> FaderSlider::SpokenNumber() const {
+    return Number{double(value()), double(minimum()), double(maximum()), double(singleStep())};
+}
+
+void FaderSlider::keyPressEvent(QKeyEvent* event) {
+    if (IsResetKey(*event))
+        setValue(0);
+    else
+        QSlider::keyPressEvent(event);
 }
 
 void FaderSlider::mousePressEvent(QMouseEvent* event) {

@@ -8,19 +8,19 @@ namespace kalvo {
 
 HandOverLine::HandOverLine(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    Announce();
+    TakeName();
 }
 
 void HandOverLine::SetView(const HandOverView& view) {
     if (view == view_)
         return;
     view_ = view;
-    Announce();
+    TakeName();
 }
 
 void HandOverLine::SetBrief(bool brief) {
     brief_ = brief;
-    Announce();
+    TakeName();
 }
 
 QString HandOverLine::Text() const {
@@ -38,7 +38,7 @@ QString HandOverLine::Text() const {
     return QStringLiteral("Keine Übergabe");
 }
 
-void HandOverLine::Announce() {
+void HandOverLine::TakeName() {
     setAccessibleName(Text());
     setToolTip(Text());
     update();

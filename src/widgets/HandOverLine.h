@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/Spoken.h"
+
 #include <QWidget>
 
 namespace kalvo {
@@ -17,7 +19,7 @@ struct HandOverView {
 };
 
 /** One line that announces the next hand-over, always at the same place and of the same height. */
-class HandOverLine : public QWidget {
+class HandOverLine : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -28,6 +30,8 @@ public:
     void SetBrief(bool brief);
     QString Text() const;
 
+    QAccessible::Role SpokenRole() const override { return QAccessible::StaticText; }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -35,7 +39,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void Announce();
+    void TakeName();
 
     HandOverView view_;
     bool brief_ = false;

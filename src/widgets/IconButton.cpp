@@ -3,6 +3,7 @@
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 
+#include <QAccessible>
 #include <QPainter>
 #include <QStyleOptionButton>
 
@@ -42,6 +43,10 @@ void IconButton::SetOn(bool on) {
     if (on == on_)
         return;
     on_ = on;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
     update();
 }
 

@@ -37,6 +37,10 @@ void LevelBar::SetColour(const QColor& colour) {
     update();
 }
 
+std::optional<Spoken::Number> LevelBar::SpokenNumber() const {
+    return Number{double(qRound(100 * qMax(rows_[0].level, rows_[1].level))), 0, 100, 1, true};
+}
+
 QSize LevelBar::sizeHint() const {
     return {SkinStyle::Units().Of(12), SkinStyle::Units().Of(fontHeights_)};
 }

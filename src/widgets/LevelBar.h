@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/MeterBallistics.h"
+#include "widgets/Spoken.h"
 
 #include <QColor>
 #include <QWidget>
@@ -14,7 +15,7 @@ namespace kalvo {
  * Two rows of segments, left channel above; the highest one stands for a second, the last one is a clipping light.
  * Repaints only what changed.
  */
-class LevelBar : public QWidget {
+class LevelBar : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -34,6 +35,10 @@ public:
     /** channel 0 or 1: segments lit, and the index of the standing peak, -1 for none. */
     int Lit(int channel) const { return rows_[size_t(channel)].lit; }
     int Peak(int channel) const { return rows_[size_t(channel)].peak; }
+
+    QAccessible::Role SpokenRole() const override { return QAccessible::ProgressBar; }
+    /** Of the louder channel, in percent of the bar. */
+    std::optional<Number> SpokenNumber() const override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -39,6 +39,11 @@ void MeterDisplay::SetHeight(double fontHeights) {
     updateGeometry();
 }
 
+std::optional<Spoken::Number> MeterDisplay::SpokenNumber() const {
+    const float level = qMax(picture_.channels[0].Value(), picture_.channels[1].Value());
+    return Number{double(qRound(100 * level)), 0, 100, 1, true};
+}
+
 QSize MeterDisplay::sizeHint() const {
     return {SkinStyle::Units().Of(15), SkinStyle::Units().Of(fontHeights_)};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/MeterPainting.h"
+#include "widgets/Spoken.h"
 
 #include <QWidget>
 
@@ -17,7 +18,7 @@ struct MeterReading {
  * Level or spectrum in one of the nine styles, with standing peaks and a clipping light for each channel at the right
  * end. Cheap: paints itself whole, but only when something to be seen has changed.
  */
-class MeterDisplay : public QWidget {
+class MeterDisplay : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -37,6 +38,10 @@ public:
     void Show(const MeterReading& reading, Clock::time_point now = Clock::now());
     const MeterPicture& Picture() const { return picture_; }
     bool IsClipped(int channel) const { return lights_.at(static_cast<std::size_t>(channel)).IsOn(); }
+
+    QAccessible::Role SpokenRole() const override { return QAccessible::ProgressBar; }
+    /** Of the louder channel, in percent of the scale. */
+    std::optional<Number> SpokenNumber() const override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

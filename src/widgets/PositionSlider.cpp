@@ -1,5 +1,6 @@
 #include "widgets/PositionSlider.h"
 
+#include "base/PlayTime.h"
 #include "widgets/SkinStyle.h"
 
 #include <QKeyEvent>
@@ -65,6 +66,16 @@ void PositionSlider::SetWave(const std::shared_ptr<const Waveform>& wave) {
 void PositionSlider::SetLow(bool low) {
     low_ = low;
     updateGeometry();
+}
+
+QString PositionSlider::SpokenValue() const {
+    if (!HasTitle())
+        return QStringLiteral("Kein Titel");
+    return QStringLiteral("%1 von %2").arg(PlayTime::Format(value() / 1000.0), PlayTime::Format(maximum() / 1000.0));
+}
+
+std::optional<Spoken::Number> PositionSlider::SpokenNumber() const {
+    return Number{value() / 1000.0, 0, maximum() / 1000.0, singleStep() / 1000.0, !HasTitle()};
 }
 
 QSize PositionSlider::sizeHint() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Waveform.h"
+#include "widgets/Spoken.h"
 
 #include <QAbstractSlider>
 #include <QPixmap>
@@ -13,7 +14,7 @@ namespace kalvo {
  * Position in a title: waveform, line, minute ticks, switch-over point and cue point. Its value is in milliseconds.
  * The user moves it by a click, dragging, arrow keys (5 s), page keys (30 s) and the wheel.
  */
-class PositionSlider : public QAbstractSlider {
+class PositionSlider : public QAbstractSlider, public Spoken {
     Q_OBJECT
 
 public:
@@ -31,6 +32,13 @@ public:
 
     /** Half as high at least, for a low console. */
     void SetLow(bool low);
+
+    QAccessible::Role SpokenRole() const override { return QAccessible::Slider; }
+    /** Position and length. */
+    QString SpokenValue() const override;
+    /** In seconds; setting it moves the title there. */
+    std::optional<Number> SpokenNumber() const override;
+    void SetSpokenNumber(double seconds) override { Jump(qRound(1000 * seconds)); }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -289,7 +289,22 @@ void ArchivePanel::QuickSearch(const QString& text) {
 void ArchivePanel::ShowCount() {
     const qint64 count = archive_.Count();
     count_->setText(ArchiveTexts::Count(count));
-    body_->setCurrentWidget(count > 0 ? static_cast<QWidget*>(grid_) : empty_);
+    ShowBody();
+}
+
+void ArchivePanel::ShowBody() {
+    QWidget* titles = archive_.Count() > 0 ? static_cast<QWidget*>(grid_) : empty_;
+    body_->setCurrentWidget(guideShown_ ? guide_ : titles);
+}
+
+void ArchivePanel::SetGuide(QWidget& guide) {
+    guide_ = &guide;
+    body_->addWidget(guide_);
+}
+
+void ArchivePanel::ShowGuide(bool shown) {
+    guideShown_ = shown;
+    ShowBody();
 }
 
 /** Only once something was searched for; while the index is loading the answer follows with the rows. */

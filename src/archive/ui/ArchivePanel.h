@@ -73,6 +73,11 @@ public:
     /** One more group in the grid's context menu; the actions stay the caller's. */
     void AddContextActions(const QList<QAction*>& actions);
 
+    /** A page that can take the grid's place; one, hidden at first. */
+    void SetGuide(QWidget& guide);
+    void ShowGuide(bool shown);
+    bool IsGuideShown() const { return guideShown_; }
+
     /** Text of the search box, changed without a search. */
     void SetSearchText(const QString& text);
     QString SearchText() const;
@@ -114,6 +119,7 @@ private:
     void QuickSearch(const QString& text);
     bool ShowRows(const QString& statement, const QString& found);
     void ShowCount();
+    void ShowBody();
     void ShowFound();
     void ShowCurrentTitle();
     void SaveLayout();
@@ -132,12 +138,14 @@ private:
     QStackedWidget* body_;
     ArchiveGrid* grid_;
     EmptyArchive* empty_;
+    QWidget* guide_ = nullptr;
     SelectedTitleLine* line_;
     ArchiveCategories* categories_;
     QTimer countDelay_;
     int treeWidth_ = 210;
     bool treeShown_ = false;
     bool treeFolded_ = false;
+    bool guideShown_ = false;
     LayoutMode mode_ = LayoutMode::Normal;
     bool settingSearch_ = false; ///< the program itself writes the search box
 };

@@ -19,6 +19,7 @@ PadButton::PadButton(int pad, bool wide, QWidget* parent) : QAbstractButton(pare
     setAttribute(Qt::WA_AcceptTouchEvents);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, wide ? QSizePolicy::Fixed : QSizePolicy::Expanding);
+    connect(this, &QAbstractButton::clicked, this, [this] { pressed_ ? Release() : Begin(); });
     SetSlot({}, false);
 }
 

@@ -6,7 +6,8 @@ namespace kalvo {
 
 /**
  * A pad of the sampler: sounds from the press to the release, wherever the pointer is then; by mouse, touch or the
- * space bar. Shows its number, its title and, while it sounds, how far it is.
+ * space bar. A click without them, as assistive programs give it, begins the hold and the next one ends it. Shows its
+ * number, its title and, while it sounds, how far it is.
  */
 class PadButton : public QAbstractButton {
     Q_OBJECT

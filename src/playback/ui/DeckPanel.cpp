@@ -114,11 +114,11 @@ void DeckPanel::NameControls() {
          QStringLiteral("Pitch, Doppelklick: 0"));
     name(parts_->level, numbered("Pegel"), QStringLiteral("Pegel"), {});
     parts_->cover->setObjectName(numbered("imgCover"));
-    parts_->artist->setObjectName(numbered("LArtist"));
-    parts_->title->setObjectName(numbered("LSong"));
-    parts_->bitrate->setObjectName(numbered("lblbitrate"));
-    parts_->time->setObjectName(numbered("LTiempo"));
-    parts_->remaining->setObjectName(numbered("lblRest"));
+    name(parts_->artist, numbered("LArtist"), QStringLiteral("Interpret"), {});
+    name(parts_->title, numbered("LSong"), QStringLiteral("Titel"), {});
+    name(parts_->bitrate, numbered("lblbitrate"), QStringLiteral("Bitrate"), {});
+    name(parts_->time, numbered("LTiempo"), QStringLiteral("Zeit"), {});
+    name(parts_->remaining, numbered("lblRest"), QStringLiteral("Restzeit"), {});
     parts_->pitchText->setObjectName(numbered("lblPitch"));
     parts_->head->Status().setObjectName(numbered("lblStatus"));
 }

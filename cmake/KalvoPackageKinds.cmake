@@ -1,0 +1,10 @@
+# Read by cpack once for each kind of package.
+set(kalvoBuild "${CPACK_BUILD_SOURCE_DIRS}")
+list(GET kalvoBuild 1 kalvoBuild)
+if(CPACK_GENERATOR STREQUAL "DEB")
+  list(APPEND CPACK_INSTALL_CMAKE_PROJECTS "${kalvoBuild}" Kalvo deb /)
+else()
+  list(APPEND CPACK_INSTALL_CMAKE_PROJECTS "${kalvoBuild}" Kalvo tgz /)
+  set(CPACK_PACKAGING_INSTALL_PREFIX "")
+  set(CPACK_PACKAGE_FILE_NAME "kalvo-${CPACK_PACKAGE_VERSION}-debian12-${CMAKE_SYSTEM_PROCESSOR}")
+endif()

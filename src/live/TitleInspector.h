@@ -1,0 +1,59 @@
+#pragma once
+
+#include "base/BackgroundWorker.h"
+#include "live/InspectionStore.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <atomic>
+#include <memory>
+
+namespace kalvo {
+
+class BackgroundWriter;
+class Clock;
+
+/**
+ * Decodes titles one after another to see whether they can go on air, and remembers what it found, so that a file is
+ * decoded again only after it has changed.
+ *
+ * Threads: everything here belongs to the UI thread. A worker behind all other threads asks for the file's stamp and
+ * decodes; it gets copies and the flag `cancelled_`, and answers by the event loop. The file is written by the writer
+ * when nothing waits any more, and at the end.
+ */
+class TitleInspector : public QObject {
+    Q_OBJECT
+
+public:
+    using Inspect = std::optional<audio::TitleInspection> (*)(const std::string& path,
+                                                              const std::atomic<bool>& cancelled);
+    /** file: where findings are kept; a damaged one is set aside. The writer outlives this. inspect: for tests. */
+    TitleInspector(QString file, BackgroundWriter& writer, const Clock& clock, Inspect inspect = &audio::InspectTitle,
+                   QObject* parent = nullptr);
+    ~TitleInspector() override;
+
+    /** Inspected() follows, at once known or not; a path that waits already is not taken twice. */
+    void Request(const QString& path);
+    /** What waits is dropped, what runs given up; nothing of it is told. */
+    void Cancel();
+    bool IsBusy() const { return !waiting_.isEmpty(); }
+
+Q_SIGNALS:
+    void Inspected(const QString& path, const kalvo::InspectedTitle& title);
+
+private:
+    void Take(const QString& path, const InspectedTitle& title);
+    void Keep();
+
+    QString file_;
+    BackgroundWriter& writer_;
+    Inspect inspect_;
+    InspectionStore store_;
+    QSet<QString> waiting_;
+    bool changed_ = false; ///< and not yet given to the writer
+    std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
+    BackgroundWorker worker_; ///< last: its thread ends before the rest goes
+};
+
+} // namespace kalvo

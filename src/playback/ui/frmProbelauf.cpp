@@ -1,0 +1,443 @@
+#include "playback/ui/frmProbelauf.h"
+
+#include "base/Clock.h"
+#include "base/Settings.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/IconButton.h"
+#include "widgets/Named.h"
+#include "widgets/PositionSlider.h"
+#include "widgets/SkinStyle.h"
+#include "widgets/VolumeSlider.h"
+#include "widgets/xMessageBox.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <initializer_list>
+#include <utility>
+
+namespace kalvo {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kTickInterval = 50;    // ms
+constexpr int kClockInterval = 5000; // ms
+constexpr int kDefaultVolume = 50;
+constexpr int kMostMargin = 30; // s
+
+const QString kSection = u"Soundkarte"_s;
+const QString kVolumeKey = u"Kopfhoererlautstaerke"_s;
+
+IconButton* Button(const char* icon, QWidget* parent) {
+    return new IconButton(QString::fromLatin1(icon), IconButton::Size::Big, parent);
+}
+
+} // namespace
+
+struct frmProbelauf::Controls {
+    explicit Controls(frmProbelauf* window)
+        : state(new QLabel(window)),
+          bar(new QProgressBar(window)),
+          table(new QTableView(window)),
+          titles(new ElidedLabel(window)),
+          facts(new ElidedLabel(window)),
+          position(new PositionSlider(2, window)),
+          previous(Button("previous", window)),
+          play(Button("play", window)),
+          next(Button("next", window)),
+          all(Button("automatic", window)),
+          before(new QSpinBox(window)),
+          after(new QSpinBox(window)),
+          volume(new VolumeSlider(window)),
+          message(new ElidedLabel(window)),
+          cancel(new QPushButton(u"Abbrechen"_s, window)),
+          close(new QPushButton(u"Schließen"_s, window)) {}
+
+    QLabel* state;
+    QProgressBar* bar;
+    QTableView* table;
+    ElidedLabel *titles, *facts;
+    PositionSlider* position;
+    IconButton *previous, *play, *next, *all;
+    QSpinBox *before, *after;
+    VolumeSlider* volume;
+    ElidedLabel* message;
+    QPushButton *cancel, *close;
+};
+
+frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
+    : QDialog(parent),
+      parts_(parts),
+      model_(parts.rehearsal, parts.tempo),
+      player_(parts.mixer),
+      controls_(std::make_unique<Controls>(this)) {
+    setObjectName(u"frmProbelauf"_s);
+    setWindowTitle(u"Probelauf"_s);
+    NameControls();
+    Arrange();
+    Connect();
+    ApplyLook();
+    controls_->volume->setValue(std::clamp(parts_.settings.GetNumber(kSection, kVolumeKey, kDefaultVolume), 0, 100));
+    tick_.start(kTickInterval);
+    clock_.start(kClockInterval);
+    ShowPlan();
+}
+
+frmProbelauf::~frmProbelauf() {
+    parts_.rehearsal.disconnect(this);
+    parts_.rehearsal.Stop();
+    parts_.settings.PutNumber(kSection, kVolumeKey, controls_->volume->value());
+}
+
+void frmProbelauf::NameControls() {
+    const auto button = [](IconButton* part, const QString& name, const QString& caption, const QString& hint) {
+        Named(part, name, caption);
+        part->setText(caption);
+        part->setToolTip(hint);
+        part->setAutoDefault(false);
+    };
+    button(controls_->previous, u"cmdVorheriger"_s, u"Vorheriger"_s, u"Den Übergang davor anhören"_s);
+    button(controls_->play, u"cmdAnhoeren"_s, u"Anhören"_s, u"Diesen Übergang anhören (Leertaste)"_s);
+    button(controls_->next, u"cmdNaechster"_s, u"Nächster"_s, u"Den Übergang danach anhören"_s);
+    button(controls_->all, u"cmdAlle"_s, u"Alle anhören"_s, u"Von hier an einen Übergang nach dem anderen anhören"_s);
+    Named(controls_->state, u"lblStand"_s, u"Stand des Probelaufs"_s);
+    Named(controls_->bar, u"ProgressBar1"_s, u"Fortschritt"_s);
+    Named(controls_->table, u"Uebergaenge"_s, u"Übergänge"_s);
+    Named(controls_->titles, u"lblUebergang"_s, u"Gewählter Übergang"_s);
+    Named(controls_->facts, u"lblEinzelheiten"_s, u"Einzelheiten des Übergangs"_s);
+    Named(controls_->position, u"Slider1"_s, u"Position im Übergang"_s);
+    Named(controls_->before, u"spnVorlauf"_s, u"Sekunden vor dem Übergang"_s);
+    Named(controls_->after, u"spnNachlauf"_s, u"Sekunden nach dem Übergang"_s);
+    Named(controls_->volume, u"HScroll1"_s, u"Lautstärke des Kopfhörers"_s);
+    Named(controls_->message, u"lblMeldung"_s, u"Meldung"_s);
+    Named(controls_->cancel, u"cmdAbbrechen"_s, u"Rechnen abbrechen oder fortsetzen"_s);
+    Named(controls_->close, u"cmdSchliessen"_s, controls_->close->text());
+    controls_->volume->setToolTip(u"Lautstärke des Kopfhörers"_s);
+    for (QSpinBox* margin : {controls_->before, controls_->after}) {
+        margin->setRange(1, kMostMargin);
+        margin->setSuffix(u" s"_s);
+        margin->setValue(JointMargins().before);
+        margin->setKeyboardTracking(false);
+    }
+    for (QPushButton* plain : {controls_->cancel, controls_->close})
+        plain->setAutoDefault(false);
+    controls_->bar->setTextVisible(false);
+    controls_->message->SetTone(Tone::Warning);
+    controls_->facts->SetTone(Tone::Dim);
+}
+
+QWidget* frmProbelauf::BuildTransport() {
+    auto* transport = new QWidget(this);
+    auto* row = new QHBoxLayout(transport);
+    row->setContentsMargins({});
+    for (IconButton* button : {controls_->previous, controls_->play, controls_->next, controls_->all})
+        row->addWidget(button, 1);
+    return transport;
+}
+
+void frmProbelauf::Arrange() {
+    QTableView* table = controls_->table;
+    table->setModel(&model_);
+    table->setSelectionBehavior(QTableView::SelectRows);
+    table->setSelectionMode(QTableView::SingleSelection);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setAlternatingRowColors(true);
+    table->setTabKeyNavigation(false);
+    table->setCornerButtonEnabled(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setMinimumSectionSize(0);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setSectionResizeMode(JointModel::From, QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(JointModel::To, QHeaderView::Stretch);
+    auto* head = new QHBoxLayout;
+    head->addWidget(controls_->state, 1);
+    head->addWidget(controls_->bar);
+    head->addWidget(controls_->cancel);
+    auto* foot = new QHBoxLayout;
+    auto* before = new QLabel(u"&Vorlauf"_s, this);
+    auto* after = new QLabel(u"&Nachlauf"_s, this);
+    auto* volume = new QLabel(u"&Lautstärke"_s, this);
+    before->setBuddy(controls_->before);
+    after->setBuddy(controls_->after);
+    volume->setBuddy(controls_->volume);
+    for (QWidget* part :
+         std::initializer_list<QWidget*>{before, controls_->before, after, controls_->after, volume, controls_->volume})
+        foot->addWidget(part);
+    foot->addStretch(1);
+    foot->addWidget(controls_->close);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(head);
+    column->addWidget(table, 1);
+    column->addWidget(controls_->titles);
+    column->addWidget(controls_->facts);
+    column->addWidget(controls_->position);
+    column->addWidget(BuildTransport());
+    column->addWidget(controls_->message);
+    column->addLayout(foot);
+}
+
+void frmProbelauf::Connect() {
+    Rehearsal* rehearsal = &parts_.rehearsal;
+    connect(rehearsal, &Rehearsal::Planned, this, &frmProbelauf::ShowPlan);
+    connect(rehearsal, &Rehearsal::Progressed, this, &frmProbelauf::ShowProgress);
+    connect(rehearsal, &Rehearsal::Rendered, this, [this](int row) {
+        model_.Renew(row);
+        if (row != Row())
+            return;
+        ShowJoint();
+        if (waiting_)
+            TryToPlay();
+    });
+    connect(&player_, &JointPlayer::Ended, this, &frmProbelauf::GoOn);
+    connect(&player_, &JointPlayer::Told, this, &frmProbelauf::Tell);
+    connect(controls_->table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { ShowJoint(); });
+    connect(controls_->table, &QTableView::activated, this, [this] { Listen(false); });
+    connect(controls_->play, &QPushButton::clicked, this, &frmProbelauf::Toggle);
+    connect(controls_->all, &QPushButton::clicked, this, [this] { all_ ? StopListening() : Listen(true); });
+    connect(controls_->previous, &QPushButton::clicked, this, [this] { Select(Row() - 1), Listen(false); });
+    connect(controls_->next, &QPushButton::clicked, this, [this] { Select(Row() + 1), Listen(false); });
+    connect(controls_->position, &PositionSlider::DragEnded, &player_, &JointPlayer::Seek);
+    connect(controls_->volume, &QSlider::valueChanged, &player_, &JointPlayer::SetVolume);
+    for (QSpinBox* margin : {controls_->before, controls_->after}) {
+        connect(margin, &QSpinBox::valueChanged, this, [this] {
+            StopListening();
+            parts_.rehearsal.SetMargins({controls_->before->value(), controls_->after->value()});
+            ShowJoint();
+        });
+    }
+    connect(controls_->cancel, &QPushButton::clicked, this,
+            [this] { parts_.rehearsal.IsRunning() ? parts_.rehearsal.Stop() : parts_.rehearsal.Start(); });
+    connect(controls_->close, &QPushButton::clicked, this, &QDialog::reject);
+    connect(&tick_, &QTimer::timeout, this, [this] {
+        player_.Tick();
+        ShowPosition();
+    });
+    connect(&clock_, &QTimer::timeout, this, [this] {
+        if (player_.IsMainFree())
+            model_.MoveTo(parts_.clock.Now());
+    });
+}
+
+// ---- what is shown
+
+int frmProbelauf::Row() const {
+    return controls_->table->currentIndex().row();
+}
+
+void frmProbelauf::Select(int row) {
+    if (row < 0 || row >= model_.rowCount())
+        return;
+    controls_->table->selectRow(row);
+    controls_->table->scrollTo(model_.index(row, 0));
+}
+
+/** The chosen joint stays chosen where the new plan has it too. */
+void frmProbelauf::ShowPlan() {
+    const int wanted = parts_.rehearsal.Wanted();
+    {
+        const QSignalBlocker quiet(controls_->table->selectionModel());
+        model_.Reload(parts_.clock.Now());
+    }
+    Select(std::max(0, wanted));
+    ShowProgress();
+    Choose();
+}
+
+/** What is looked at is rendered first. */
+void frmProbelauf::Choose() {
+    if (const int row = Row(); row >= 0 && row < model_.rowCount()) {
+        const QList<DeckTitle>& titles = parts_.rehearsal.Joints().at(row).titles;
+        Q_EMIT JointChosen({titles.constFirst().path, titles.constLast().path});
+        parts_.rehearsal.Want(row);
+    }
+    ShowJoint();
+}
+
+void frmProbelauf::ShowProgress() {
+    const Rehearsal& rehearsal = parts_.rehearsal;
+    const auto count = static_cast<int>(rehearsal.Joints().size());
+    const int done = rehearsal.Done();
+    const bool running = rehearsal.IsRunning();
+    controls_->bar->setRange(0, rehearsal.IsPlanning() ? 0 : std::max(1, count));
+    controls_->bar->setValue(done);
+    controls_->bar->setVisible(running);
+    controls_->cancel->setText(running ? u"Abbrechen"_s : u"Neu rechnen"_s);
+    if (rehearsal.IsPlanning())
+        controls_->state->setText(u"Der Ablauf wird geplant..."_s);
+    else if (count == 0)
+        controls_->state->setText(u"Es steht kein Übergang bevor."_s);
+    else if (running || done < count)
+        controls_->state->setText(u"%1 von %2 Übergängen gerechnet"_s.arg(done).arg(count));
+    else
+        controls_->state->setText(count == 1 ? u"1 Übergang"_s : u"%1 Übergänge"_s.arg(count));
+}
+
+void frmProbelauf::ShowJoint() {
+    const int row = Row();
+    const bool exists = row >= 0 && row < model_.rowCount();
+    for (IconButton* button : {controls_->play, controls_->all})
+        button->setEnabled(exists);
+    controls_->previous->setEnabled(exists && row > 0);
+    controls_->next->setEnabled(exists && row + 1 < model_.rowCount());
+    const bool plays = player_.IsPlaying() || waiting_;
+    controls_->play->SetOn(plays && !all_);
+    controls_->play->SetIconName(plays && !all_ ? u"stop"_s : u"play"_s);
+    controls_->play->setText(plays && !all_ ? u"Stop"_s : u"Anhören"_s);
+    controls_->all->SetOn(all_);
+    if (!exists) {
+        controls_->titles->SetText({});
+        controls_->facts->SetText({});
+        controls_->position->SetTitle(0, 0, -1);
+        controls_->position->SetWave(nullptr);
+        return;
+    }
+    const auto cell = [&](int column) { return model_.index(row, column).data().toString(); };
+    controls_->titles->SetText(parts_.rehearsal.Joints().at(row).Text());
+    QStringList facts{u"Blende: "_s + cell(JointModel::Fade), u"Pegel: "_s + cell(JointModel::Level),
+                      u"Lücke: "_s + cell(JointModel::Gap)};
+    if (const QString tempo = cell(JointModel::Tempo); !tempo.isEmpty())
+        facts.append(u"BPM: "_s + tempo);
+    controls_->facts->SetText(facts.join(u"   "_s));
+    const std::optional<RenderedJoint> sound = parts_.rehearsal.Sound(row);
+    controls_->position->SetTitle(sound ? sound->length : 0, sound ? sound->length - sound->begin : 0, -1);
+    controls_->position->SetWave(sound ? sound->wave : nullptr);
+    ShowPosition();
+}
+
+void frmProbelauf::ShowPosition() {
+    const std::optional<RenderedJoint> sound = parts_.rehearsal.Sound(Row());
+    const bool plays = player_.IsPlaying() && sound && sound->length > 0;
+    controls_->position->SetPosition(plays ? player_.Position() / sound->length : -1);
+}
+
+void frmProbelauf::Tell(const QString& text) {
+    controls_->message->SetText(text);
+}
+
+// ---- listening
+
+void frmProbelauf::Toggle() {
+    if ((player_.IsPlaying() || waiting_) && !all_)
+        StopListening();
+    else
+        Listen(false);
+}
+
+void frmProbelauf::Listen(bool all) {
+    StopListening();
+    if (Row() < 0)
+        return;
+    Tell({});
+    all_ = all;
+    waiting_ = true;
+    parts_.rehearsal.Want(Row());
+    TryToPlay();
+}
+
+/** At once, or when its sound has been rendered. */
+void frmProbelauf::TryToPlay() {
+    const std::optional<RenderedJoint> sound = parts_.rehearsal.Sound(Row());
+    if (sound) {
+        waiting_ = false;
+        const OutputChoice headphones = OutputChoice::Read(parts_.settings, audio::Output::Headphones);
+        QString refusal = player_.Play(way_, sound->sound, headphones, controls_->volume->value());
+        if (!refusal.isEmpty() && sound->sound && way_ == JointPlayer::Way::Headphones && AskForMain(refusal))
+            refusal = player_.Play(way_, sound->sound, headphones, controls_->volume->value());
+        Tell(refusal);
+        all_ = all_ && refusal.isEmpty();
+    }
+    ShowJoint();
+}
+
+/** Nothing of it reaches the guests: the main output is only offered while nothing is on air there. */
+bool frmProbelauf::AskForMain(const QString& refusal) {
+    if (!player_.IsMainFree()) {
+        xMessageBox::Ask(this, windowTitle(),
+                         refusal + u"\nSolange Musik auf Sendung ist, wird auf der Hauptausgabe nichts vorgehört."_s,
+                         {u"OK"_s}, xMessageBox::Sign::Warning);
+        return false;
+    }
+    const QString answer =
+        xMessageBox::Ask(this, windowTitle(),
+                         refusal + u"\nEs ist nichts auf Sendung. Sollen die Übergänge auf der Hauptausgabe zu hören "
+                                   u"sein?"_s,
+                         {u"Ja"_s, u"Nein"_s}, xMessageBox::Sign::Warning);
+    way_ = answer == u"Ja"_s ? JointPlayer::Way::Main : JointPlayer::Way::Headphones;
+    return way_ == JointPlayer::Way::Main;
+}
+
+void frmProbelauf::StopListening() {
+    player_.Stop();
+    waiting_ = false;
+    all_ = false;
+    ShowJoint();
+}
+
+/** The sound has ended. */
+void frmProbelauf::GoOn() {
+    if (all_ && Row() + 1 < model_.rowCount()) {
+        Select(Row() + 1);
+        Listen(true);
+    } else {
+        StopListening();
+    }
+}
+
+/** The space bar plays and stops wherever the focus is, unless it presses a button. */
+void frmProbelauf::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat())
+        Toggle();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+void frmProbelauf::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && controls_ != nullptr) // the parts take their style after this
+        QMetaObject::invokeMethod(this, &frmProbelauf::ApplyLook, Qt::QueuedConnection);
+}
+
+void frmProbelauf::ApplyLook() {
+    const FontUnits& units = SkinStyle::Units();
+    layout()->setContentsMargins(units.Gap(4), units.Gap(4), units.Gap(4), units.Gap(4));
+    layout()->setSpacing(units.Gap(2));
+    for (QHBoxLayout* row : findChildren<QHBoxLayout*>())
+        row->setSpacing(units.Gap(2));
+    controls_->state->setFont(units.Font(1.3, true));
+    controls_->titles->setFont(units.Font(1.3, true));
+    controls_->bar->setFixedWidth(units.Of(12));
+    controls_->position->setMinimumHeight(units.Of(3.6));
+    controls_->message->setMinimumHeight(units.Of(1.4)); // its place is kept
+    controls_->volume->setFixedWidth(units.Of(9));
+    for (QPushButton* button : {controls_->cancel, controls_->close})
+        button->setMinimumWidth(units.Of(7.2));
+    QTableView* table = controls_->table;
+    table->verticalHeader()->setDefaultSectionSize(units.TableRow());
+    table->horizontalHeader()->setFixedHeight(units.ColumnHead());
+    const std::pair<int, double> widths[] = {{JointModel::When, 5.6},
+                                             {JointModel::Fade, 8},
+                                             {JointModel::Level, 10},
+                                             {JointModel::Gap, 4.5},
+                                             {JointModel::Tempo, 8.5}};
+    for (const auto& [column, width] : widths)
+        table->setColumnWidth(column, units.Of(width));
+    setMinimumSize(units.Of(46), units.Of(32));
+    const QSize room = screen()->availableGeometry().size() - QSize(units.Gap(4), units.Of(3));
+    resize(QSize(units.Of(68), units.Of(44)).boundedTo(room));
+}
+
+} // namespace kalvo

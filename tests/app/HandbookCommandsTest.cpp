@@ -1,0 +1,172 @@
+#include "app/HandbookCommands.h"
+
+#include "app/DeskActions.h"
+#include "app/FakeWindow.h"
+#include "app/frmOptionen.h"
+#include "widgets/xMessageBox.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QUrl>
+
+namespace kalvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct HandbookCommandsTest : ::testing::Test {
+    HandbookCommandsTest() {
+        actions.BuildMenus(*window.menuBar());
+        for (const char* page : {"index", "fenster/frmsuchen", "fenster/optionsoundpage", "fenster/guestpanel"})
+            folder.Write(u"handbuch/"_s + QLatin1String(page) + u".html"_s, "<html>");
+    }
+    void Make() {
+        commands = new HandbookCommands(actions, window, Handbook(folder.Path(u"bin"_s)), [this](const QUrl& url) {
+            opened.append(QDir(folder.Path(u"handbuch"_s)).relativeFilePath(url.toLocalFile()));
+            return hasBrowser;
+        });
+    }
+    /** Presses F12 as the desktop does: asked for first. Whether the window wants it for itself. */
+    static bool Press(QWidget& focus) {
+        QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_F12, Qt::NoModifier);
+        asked.ignore();
+        QApplication::sendEvent(&focus, &asked);
+        QKeyEvent pressed(QEvent::KeyPress, Qt::Key_F12, Qt::NoModifier);
+        QApplication::sendEvent(&focus, &pressed);
+        return asked.isAccepted();
+    }
+    /** What the message said that opening led to. */
+    QString MessageOf(QAction& action) {
+        QString text;
+        QTimer answer;
+        answer.callOnTimeout([&text] {
+            if (auto* box = qobject_cast<xMessageBox*>(QApplication::activeModalWidget())) {
+                for (const QLabel* label : box->findChildren<QLabel*>())
+                    text += label->text();
+                box->close();
+            }
+        });
+        answer.start(0);
+        action.trigger();
+        return text;
+    }
+    QAction& Help() { return *commands->findChild<QAction*>(u"Handbuch"_s); }
+
+    test::TestFolder folder;
+    QMainWindow window;
+    DeskActions actions;
+    HandbookCommands* commands = nullptr;
+    QStringList opened;
+    bool hasBrowser = true;
+};
+
+TEST_F(HandbookCommandsTest, TheMenuOpensTheFirstPageAndTellsWhere) {
+    Make();
+    QString told;
+    QObject::connect(commands, &HandbookCommands::Told, [&told](const QString& text) { told = text; });
+    EXPECT_EQ(actions.helpMenu->actions().constFirst(), &Help());
+    EXPECT_EQ(Help().shortcut(), QKeySequence(Qt::Key_F12));
+    Help().trigger();
+    EXPECT_EQ(opened, QStringList{u"index.html"_s});
+    EXPECT_TRUE(told.endsWith(u"index.html"_s)) << told.toStdString();
+}
+
+TEST_F(HandbookCommandsTest, AWindowOpensItsOwnPageAndAnUnknownOneTheFirst) {
+    Make();
+    QDialog known;
+    known.setObjectName(u"frmSuchen"_s);
+    auto* field = new QLineEdit(&known);
+    auto* panel = new QWidget(&known);
+    panel->setObjectName(u"GuestPanel"_s);
+    auto* button = new QPushButton(panel);
+    QDialog unknown;
+    EXPECT_TRUE(Press(*field));
+    EXPECT_TRUE(Press(*button));
+    EXPECT_TRUE(Press(unknown));
+    EXPECT_EQ(opened, (QStringList{u"fenster/frmsuchen.html"_s, u"fenster/guestpanel.html"_s, u"index.html"_s}));
+    EXPECT_FALSE(Press(window)) << "there the menu has the key";
+    EXPECT_EQ(opened.size(), 3);
+}
+
+TEST_F(HandbookCommandsTest, TheOptionsOpenTheShownPageWhereverTheFocusIs) {
+    Make();
+    frmOptionen options(OptionValues(), {u"Kein Ton"_s});
+    auto* list = options.findChild<QListWidget*>(u"lstSeiten"_s);
+    list->setCurrentRow(1);
+    Press(*list);
+    EXPECT_EQ(opened, QStringList{u"fenster/optionsoundpage.html"_s});
+}
+
+TEST_F(HandbookCommandsTest, WithoutBrowserOrHandbookAMessageTellsThePath) {
+    hasBrowser = false;
+    Make();
+    EXPECT_TRUE(MessageOf(Help()).contains(folder.Path(u"handbuch/index.html"_s)));
+    QFile::remove(folder.Path(u"handbuch/index.html"_s));
+    opened.clear();
+    EXPECT_TRUE(MessageOf(Help()).contains(folder.Path(u"handbuch"_s)));
+    EXPECT_EQ(opened, QStringList());
+}
+
+/** A line of the handbook's table of keys for each command of the menus that has one. */
+class KeyTableTest : public test::FakeWindow {
+protected:
+    static QString Seen(QString text) {
+        text = text.section(u'\t', 0, 0).remove(u'&');
+        return text.remove(u"..."_s);
+    }
+    static QString KeysOf(const QAction& action) {
+        QStringList keys{action.text().section(u'\t', 1)};
+        for (const QKeySequence& key : action.shortcuts())
+            keys.append(key.toString(QKeySequence::PortableText));
+        keys.removeAll(QString());
+        const std::pair<const char16_t*, const char16_t*> german[] = {
+            {u"Ctrl", u"Strg"}, {u"Shift", u"Umschalt"}, {u"Return", u"Eingabe"},
+            {u"Left", u"←"},    {u"Right", u"→"},        {u"Del", u"Entf"},
+            {u"Up", u"↑"},      {u"Down", u"↓"},         {u"Space", u"Leertaste"}};
+        for (QString& key : keys) {
+            for (const auto& [from, to] : german)
+                key.replace(QString::fromUtf16(from), QString::fromUtf16(to));
+            key = u":kbd:`"_s + key + u'`';
+        }
+        return keys.join(u", "_s);
+    }
+    static void AddMenu(const QMenu& menu, const QString& caption, QString& table) {
+        for (const QAction* action : menu.actions()) {
+            if (action->menu() != nullptr)
+                AddMenu(*action->menu(), caption, table);
+            else if (const QString keys = KeysOf(*action); !keys.isEmpty())
+                table += u"\"%1\",\"%2\",\"%3\"\n"_s.arg(caption, Seen(action->text()), keys);
+        }
+    }
+};
+
+TEST_F(KeyTableTest, TheHandbooksKeysAreThoseOfTheMenus) {
+    ASSERT_TRUE(window->Load());
+    QString table;
+    for (const QAction* action : window->menuBar()->actions())
+        AddMenu(*action->menu(), Seen(action->text()), table);
+    EXPECT_GT(table.count(u'\n'), 30);
+    QFile file(qEnvironmentVariable("KALVO_SOURCE") + u"/docs/handbuch/tasten.csv"_s);
+    if (qEnvironmentVariableIsSet("KALVO_WRITE_KEYS")) {
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(table.toUtf8());
+        file.close();
+    }
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QString::fromUtf8(file.readAll()), table)
+        << "write it anew: KALVO_WRITE_KEYS=1 test_app --gtest_filter='KeyTable*'";
+}
+
+} // namespace
+} // namespace kalvo

@@ -1,0 +1,188 @@
+// Takes pictures of all windows; see docs/galerie/machen.
+
+#include "gallery/GalleryWindows.h"
+#include "widgets/Icons.h"
+#include "widgets/SkinStyle.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMenu>
+#include <QPainter>
+#include <QTemporaryFile>
+#include <QTextStream>
+#include <QTranslator>
+
+#include <stdexcept>
+
+namespace kalvo::test {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QSize kDefaultSize(1280, 800);
+const QList<QSize> kSizes{{800, 600}, {1366, 768}, {1920, 1080}};
+const QStringList kFontSizes{u"klein"_s, u"mittel"_s, u"groß"_s};
+const QString kDefaultSkin = u"Light Green"_s;
+
+/** The window's picture in a frame with its caption, as a desktop shows it. */
+QPixmap Framed(const QPixmap& picture, const QString& caption) {
+    const Skin& skin = SkinStyle::Colours();
+    const FontUnits& units = SkinStyle::Units();
+    const qreal ratio = picture.devicePixelRatio();
+    const QSize inner = (QSizeF(picture.size()) / ratio).toSize();
+    const int head = units.Of(2.1);
+    QPixmap framed(QSizeF((inner + QSize(2, head + 1)) * ratio).toSize());
+    framed.setDevicePixelRatio(ratio);
+    framed.fill(skin.edge);
+    QPainter painter(&framed);
+    painter.fillRect(1, 1, inner.width(), head - 1, skin.panel);
+    painter.setPen(skin.text);
+    painter.setFont(units.Font(1, true));
+    painter.drawText(QRect(units.Gap(4), 0, inner.width() - units.Gap(8), head), Qt::AlignVCenter, caption);
+    painter.drawPixmap(1, head, picture);
+    return framed;
+}
+
+class Camera {
+public:
+    explicit Camera(const QString& folder) : folder_(folder) { QDir().mkpath(folder); }
+
+    void Take(const QString& name, QWidget& window) const {
+        const bool isBare = qobject_cast<QMainWindow*>(&window) != nullptr ||
+                            qobject_cast<QMenu*>(&window) != nullptr || window.windowTitle().isEmpty();
+        const QPixmap picture = window.grab();
+        if (!(isBare ? picture : Framed(picture, window.windowTitle())).save(Path(name), "PNG", 0))
+            throw std::runtime_error("cannot write " + Path(name).toStdString());
+    }
+    GalleryVisit Visit() const {
+        return [this](const QString& name, QWidget& window) { Take(name, window); };
+    }
+
+private:
+    QString Path(const QString& name) const { return folder_ + u'/' + name + u".png"_s; }
+
+    QString folder_;
+};
+
+QString SizeText(const QSize& size) {
+    return u"%1x%2"_s.arg(size.width()).arg(size.height());
+}
+
+void TakeSizes(GalleryDesk& desk, const Camera& camera, const QList<QSize>& sizes) {
+    const int ratio = qRound(desk.Window().devicePixelRatioF());
+    for (const QSize& size : sizes) {
+        desk.Window().resize(size);
+        GalleryDesk::Settle();
+        camera.Take(u"Form1-"_s + SizeText(size * ratio), desk.Window());
+    }
+    desk.Window().resize(kDefaultSize);
+    GalleryDesk::Settle();
+}
+
+void TakeAll(GalleryDesk& desk, const Camera& camera) {
+    for (const GalleryWindow& window : GalleryWindows())
+        window.show(desk, camera.Visit());
+}
+
+/** What the repository keeps: every window once, the main window in all skins and sizes. */
+void TakeChoice(GalleryDesk& desk, const QString& folder) {
+    const Camera camera(folder);
+    desk.Window().resize(kDefaultSize);
+    desk.ShowLook(kDefaultSkin, kFontSizes.constFirst());
+    TakeAll(desk, camera);
+    VisitMenus(desk, camera.Visit());
+    const auto& main = GalleryWindows().front();
+    for (const QString& skin : Skins::Names()) {
+        desk.ShowLook(skin, kFontSizes.constFirst());
+        main.show(desk, [&](const QString& name, QWidget& window) {
+            camera.Take(name + u'-' + QString(skin).remove(u' '), window);
+        });
+    }
+    desk.ShowLook(u"Dark Blue"_s, kFontSizes.constFirst());
+    TakeSizes(desk, camera, kSizes);
+    desk.ShowLook(u"Grey"_s, kFontSizes.constLast());
+    main.show(desk, [&](const QString& name, QWidget& window) { camera.Take(name + u"-gross"_s, window); });
+    GalleryDesk empty(GalleryDesk::Content::None);
+    empty.ShowLook(kDefaultSkin, kFontSizes.constFirst());
+    empty.Window().resize(kDefaultSize);
+    GalleryDesk::Settle();
+    camera.Take(u"Form1-leer"_s, empty.Window());
+}
+
+/** Every window in every skin and font size. */
+void TakeEverything(GalleryDesk& desk, const QString& folder) {
+    for (const QString& skin : Skins::Names()) {
+        for (const QString& font : kFontSizes) {
+            const Camera camera(folder + u'/' + QString(skin).remove(u' ') + u'/' + font);
+            desk.ShowLook(skin, font);
+            TakeAll(desk, camera);
+            VisitMenus(desk, camera.Visit());
+            TakeSizes(desk, camera, kSizes);
+        }
+    }
+}
+
+/** A screen without a frame of 1920 x 1080 points, whatever the scale. */
+void UseScreen(QTemporaryFile& description) {
+    const int scale = std::max(1, qEnvironmentVariableIntValue("QT_SCALE_FACTOR"));
+    if (!description.open())
+        return;
+    description.write(u"{\"screens\":[{\"name\":\"Galerie\",\"x\":0,\"y\":0,\"width\":%1,\"height\":%2,"
+                      "\"logicalDpi\":96,\"logicalBaseDpi\":96,\"dpr\":1}]}"_s.arg(1920 * scale)
+                          .arg(1080 * scale)
+                          .toUtf8());
+    description.flush();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(description.fileName()));
+}
+
+void SpeakGerman(QApplication& application) {
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    auto* texts = new QTranslator(&application);
+    if (texts->load(u"qtbase_de"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(texts);
+}
+
+void Run(const QCommandLineParser& line) {
+    const QString folder = line.positionalArguments().value(0);
+    GalleryDesk desk;
+    desk.Window().resize(kDefaultSize);
+    if (line.isSet(u"alle"_s)) {
+        TakeEverything(desk, folder);
+    } else if (line.isSet(u"gross"_s)) {
+        desk.ShowLook(u"Dark Blue"_s, kFontSizes.constFirst());
+        GalleryWindows().front().show(desk, [](const QString&, QWidget&) {});
+        TakeSizes(desk, Camera(folder), {kSizes.constLast()});
+    } else {
+        TakeChoice(desk, folder);
+    }
+}
+
+} // namespace
+
+} // namespace kalvo::test
+
+int main(int argc, char** argv) {
+    QTemporaryFile screen;
+    kalvo::test::UseScreen(screen);
+    QApplication application(argc, argv);
+    kalvo::test::SpeakGerman(application);
+    QCommandLineParser line;
+    line.addPositionalArgument(QStringLiteral("Ordner"), QStringLiteral("wohin die Bilder kommen"));
+    line.addOption({QStringLiteral("alle"), QStringLiteral("jedes Fenster in jedem Skin und Schriftgrad")});
+    line.addOption({QStringLiteral("gross"), QStringLiteral("nur das Hauptfenster in 1920 x 1080 Punkten")});
+    line.addHelpOption();
+    line.process(application);
+    if (line.positionalArguments().size() != 1)
+        line.showHelp(2);
+    try {
+        kalvo::test::Run(line);
+    } catch (const std::exception& failure) {
+        QTextStream(stderr) << failure.what() << '\n';
+        return 1;
+    }
+    return 0;
+}
