@@ -8,19 +8,18 @@ titles with lame; works on data folders of its own and leaves nothing behind.
 """
 import argparse
 import contextlib
-import math
 import os
 import pathlib
 import random
 import sqlite3
 import statistics
-import struct
 import subprocess
 import tempfile
 import time
 import wave
 
 from peers.machine import Screen, Sound
+from peers.titles import encode
 
 TITLE_SECONDS = 240
 STARTS = 7
@@ -62,23 +61,6 @@ class Program:
     def close(self):
         self.process.kill()
         self.process.wait()
-
-
-def make_title(folder, name, frequency):
-    """A chord with noise, so that meters and decoder have something to do."""
-    source = folder / "a.wav"
-    noise = random.Random(1)
-    second = []
-    for frame in range(44100):
-        tone = 0.2 * math.sin(2 * math.pi * frequency * frame / 44100) + 0.05 * noise.uniform(-1, 1)
-        second.append(struct.pack("<hh", int(32767 * tone), int(24000 * tone)))
-    with wave.open(str(source), "wb") as out:
-        out.setparams((2, 2, 44100, 0, "NONE", ""))
-        out.writeframes(b"".join(second) * TITLE_SECONDS)
-    target = folder / name
-    subprocess.run(["lame", "--quiet", "-b", "192", str(source), str(target)], check=True)
-    source.unlink()
-    return target
 
 
 def fill(binary, data, titles, count):
@@ -163,7 +145,8 @@ def main():
         screen, sound = Screen(), Sound(folder)
         stack.callback(sound.close)
         stack.callback(screen.close)
-        titles = [make_title(folder, "eins.mp3", 330), make_title(folder, "zwei.mp3", 440)]
+        titles = [encode(folder, name, TITLE_SECONDS, tone, ["-b", "192"]) for name, tone in
+                  (("eins.mp3", 330), ("zwei.mp3", 440))]
         measure_mix(arguments.program, folder, titles)
         for count, memory in ((5000, 90), (100000, 120)):
             measure(arguments.program, folder, count, memory, arguments.seconds, screen, sound, titles)

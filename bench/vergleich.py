@@ -39,7 +39,7 @@ MEASURES = {
     "einer": "processor, one title playing, % of a core",
     "zwei": "processor, two decks playing, % of a core",
 }
-PARTS = {"einlesen": ("einlesen", "rechenzeit"), "start": ("fenster", "bild", "speicher", "leer"), "spielen": ("einer", "zwei")}
+PARTS = ("einlesen", "start", "spielen")
 
 
 class Figures:
@@ -196,7 +196,7 @@ def main():
     parser.add_argument("program", nargs="?", type=lambda name: str(pathlib.Path(name).resolve()))
     parser.add_argument("--installieren", action="store_true", help="install missing peers by apt-get")
     parser.add_argument("--daten", type=pathlib.Path, help="keep data and figures there (else: made and removed)")
-    parser.add_argument("--nur", nargs="+", choices=PARTS, default=list(PARTS), help="only these parts")
+    parser.add_argument("--nur", nargs="+", choices=PARTS, default=PARTS, help="only these parts")
     parser.add_argument("--programme", nargs="+", help="only these programs")
     parser.add_argument("--runden", type=int, default=5)
     parser.add_argument("--selbsttest", action="store_true")

@@ -244,7 +244,8 @@ class Strawberry(Program):
         settings = self.home / "config" / "strawberry"
         settings.mkdir(parents=True, exist_ok=True)
         (settings / "strawberry.conf").write_text(
-            f"[Collection]\nstartup_scan={str(scan).lower()}\nmonitor=false\n\n[MainWindow]\ndo_not_show_sponsor_message=true\n")
+            f"[Collection]\nstartup_scan={str(scan).lower()}\nmonitor=false\n\n"
+            "[MainWindow]\ndo_not_show_sponsor_message=true\n")
         if not self.database().exists():
             self.launch()  # makes the database
             self.wait(lambda: rows(self.database(), "directories") is not None, WINDOW_SECONDS, 0.5)

@@ -1,7 +1,6 @@
 """Tagged titles made by encoders: a folder of many short ones to import, and long ones to play."""
 import io
 import math
-import pathlib
 import random
 import struct
 import subprocess
@@ -17,8 +16,9 @@ def encode(folder, name, seconds, frequency, options):
     """A tone with noise, so that meters and decoders have something to do; by lame or oggenc, as the name asks."""
     source, target = folder / "a.wav", folder / name
     noise = random.Random(1)
-    second = b"".join(struct.pack("<hh", int(32767 * tone), int(24000 * tone)) for tone in (
-        0.2 * math.sin(2 * math.pi * frequency * frame / 44100) + 0.05 * noise.uniform(-1, 1) for frame in range(44100)))
+    tones = (0.2 * math.sin(2 * math.pi * frequency * frame / 44100) + 0.05 * noise.uniform(-1, 1)
+             for frame in range(44100))
+    second = b"".join(struct.pack("<hh", int(32767 * tone), int(24000 * tone)) for tone in tones)
     with wave.open(str(source), "wb") as out:
         out.setparams((2, 2, 44100, 0, "NONE", ""))
         out.writeframes(second * seconds)
@@ -69,10 +69,3 @@ def fill(folder, count):
         tags.save(content)
         (place / f"{int(track):02d} {title}.{'ogg' if ogg else 'mp3'}").write_bytes(content.getvalue())
     done.write_text(str(count))
-
-
-def warm(folder):
-    """Reads every file once."""
-    for path in folder.rglob("*"):
-        if path.is_file():
-            path.read_bytes()
