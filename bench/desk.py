@@ -7,105 +7,24 @@ Prints each figure beside its target. Starts a screen (Xvfb) and a sound server 
 titles with lame; works on data folders of its own and leaves nothing behind.
 """
 import argparse
-import array
 import contextlib
-import ctypes
-import math
 import os
 import pathlib
 import random
-import select
 import sqlite3
 import statistics
-import struct
 import subprocess
 import tempfile
 import time
 import wave
 
+from peers.machine import Screen, Sound
+from peers.titles import encode
+
 TITLE_SECONDS = 240
 STARTS = 7
 BANDS = (80, 125, 250, 500, 1000, 2000, 4000, 8000, 12000, 16000)
 WORDS = "Nacht Tanz Herz Stern Regen Feuer Traum Sommer Mond Wind Licht Stadt Fluss Sonne Farbe Weg".split()
-
-
-class Screen:
-    """An X display of its own; asked and worked through libX11 and libXtst."""
-
-    def __init__(self):
-        read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x800x24", "-nolisten",
-                                        "tcp", "-noreset"], pass_fds=[write], stderr=subprocess.DEVNULL)
-        os.close(write)
-        with open(read) as pipe:
-            number = pipe.readline().strip() if select.select([pipe], [], [], 20)[0] else ""
-        if not number:
-            raise SystemExit("Xvfb does not start")
-        self.name = ":" + number
-        self.x11 = ctypes.CDLL("libX11.so.6")
-        self.xtst = ctypes.CDLL("libXtst.so.6")
-        self.x11.XOpenDisplay.restype = ctypes.c_void_p
-        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
-        self.x11.XStringToKeysym.restype = ctypes.c_ulong
-        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(self.name.encode()))
-
-    def window(self):
-        """The window of at least 640 pixels' width that is on the screen; 0 for none."""
-        root, parent, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.c_uint()
-        children = ctypes.POINTER(ctypes.c_ulong)()
-        self.x11.XQueryTree(self.display, self.x11.XDefaultRootWindow(self.display), ctypes.byref(root),
-                            ctypes.byref(parent), ctypes.byref(children), ctypes.byref(count))
-        attributes = ctypes.create_string_buffer(256)  # XWindowAttributes: x, y, width, height ... map_state
-        found = 0
-        for index in range(count.value):
-            if self.x11.XGetWindowAttributes(self.display, ctypes.c_ulong(children[index]), attributes):
-                width = struct.unpack_from("i", attributes, 8)[0]
-                viewable = struct.unpack_from("i", attributes, 92)[0] == 2
-                found = children[index] if viewable and width >= 640 else found
-        if children:
-            self.x11.XFree(children)
-        return found
-
-    def press(self, key):
-        self.x11.XSetInputFocus(self.display, ctypes.c_ulong(self.window()), 1, ctypes.c_ulong(0))
-        code = self.x11.XKeysymToKeycode(self.display, ctypes.c_ulong(self.x11.XStringToKeysym(key.encode())))
-        for down in (1, 0):
-            self.xtst.XTestFakeKeyEvent(self.display, code, down, 0)
-        self.x11.XFlush(self.display)
-
-    def close(self):
-        self.server.terminate()
-        self.server.wait()
-
-
-class Sound:
-    """A sound server with one sink that nobody hears."""
-
-    def __init__(self, folder):
-        self.socket = folder / "native"
-        self.server = subprocess.Popen(
-            ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disable-shm=yes",
-             f"--load=module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
-             "--load=module-null-sink sink_name=bench rate=44100"],
-            stderr=subprocess.DEVNULL, env={**os.environ, "XDG_RUNTIME_DIR": str(folder), "HOME": str(folder)})
-        deadline = time.monotonic() + 20
-        while not self.socket.exists():
-            if time.monotonic() > deadline:
-                raise SystemExit("pulseaudio does not start")
-            time.sleep(0.02)
-
-    def peak(self):
-        """The loudest sample of the next second, 0..1."""
-        recorder = subprocess.Popen(["parec", f"--server=unix:{self.socket}", "--raw", "--device=bench.monitor",
-                                     "--format=s16le"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        samples = array.array("h", recorder.stdout.read(4 * 44100))
-        recorder.kill()
-        recorder.wait()
-        return max(abs(sample) for sample in samples) / 32768
-
-    def close(self):
-        self.server.terminate()
-        self.server.wait()
 
 
 class Program:
@@ -142,23 +61,6 @@ class Program:
     def close(self):
         self.process.kill()
         self.process.wait()
-
-
-def make_title(folder, name, frequency):
-    """A chord with noise, so that meters and decoder have something to do."""
-    source = folder / "a.wav"
-    noise = random.Random(1)
-    second = []
-    for frame in range(44100):
-        tone = 0.2 * math.sin(2 * math.pi * frequency * frame / 44100) + 0.05 * noise.uniform(-1, 1)
-        second.append(struct.pack("<hh", int(32767 * tone), int(24000 * tone)))
-    with wave.open(str(source), "wb") as out:
-        out.setparams((2, 2, 44100, 0, "NONE", ""))
-        out.writeframes(b"".join(second) * TITLE_SECONDS)
-    target = folder / name
-    subprocess.run(["lame", "--quiet", "-b", "192", str(source), str(target)], check=True)
-    source.unlink()
-    return target
 
 
 def fill(binary, data, titles, count):
@@ -243,7 +145,8 @@ def main():
         screen, sound = Screen(), Sound(folder)
         stack.callback(sound.close)
         stack.callback(screen.close)
-        titles = [make_title(folder, "eins.mp3", 330), make_title(folder, "zwei.mp3", 440)]
+        titles = [encode(folder, name, TITLE_SECONDS, tone, ["-b", "192"]) for name, tone in
+                  (("eins.mp3", 330), ("zwei.mp3", 440))]
         measure_mix(arguments.program, folder, titles)
         for count, memory in ((5000, 90), (100000, 120)):
             measure(arguments.program, folder, count, memory, arguments.seconds, screen, sound, titles)
