@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace kalvo {
 
@@ -12,7 +13,8 @@ namespace {
 constexpr std::size_t kGram = 4;
 constexpr std::size_t kGramBits = 16;
 constexpr std::size_t kBeginningBits = 17;
-constexpr std::size_t kFilterBits = 21;
+constexpr std::size_t kFilterBits = 20;
+constexpr std::size_t kTableBits = 32; ///< more than a table of windows has slots
 /** Every so many texts are counted. */
 constexpr std::size_t kSample = 16;
 constexpr std::size_t kLongest = 8;
@@ -40,7 +42,7 @@ std::size_t WindowLength(std::string_view piece) {
 
 } // namespace
 
-PatternSweep::PatternSweep(const FoldedTexts& sample) {
+PatternSweep::PatternSweep(const FoldedTexts& sample) : beginnings_(std::size_t{1} << kBeginningBits) {
     CountGrams(sample);
 }
 
@@ -100,44 +102,53 @@ void PatternSweep::AddPiece(const std::string& piece, std::size_t windowAt, std:
         pieces_[known->second].patterns.push_back(pattern);
         return;
     }
-    pieces_.push_back({piece, windowAt, {pattern}});
     const std::size_t length = WindowLength(piece);
-    const std::uint64_t bytes = BytesAt(piece.data() + windowAt, length);
-    const auto size = static_cast<std::size_t>(std::countr_zero(length));
-    filters_[size].Resize(std::size_t{1} << kFilterBits);
-    filters_[size].Set(HashOf(bytes, kFilterBits));
-    windows_[size][bytes].push_back(number);
-    if (length >= kGram) {
-        beginnings_.Resize(std::size_t{1} << kBeginningBits);
-        beginnings_.Set(HashOf(bytes & FirstBytes(kGram), kBeginningBits));
-    }
+    const std::uint64_t window = BytesAt(piece.data() + windowAt, length);
+    Windows& windows = windows_[static_cast<std::size_t>(std::countr_zero(length))];
+    if (windows.used * 2 >= windows.slots.size())
+        windows.Grow();
+    Windows::Slot& slot = windows.At(window);
+    windows.used += slot.piece == kNone ? 1 : 0;
+    pieces_.push_back({piece, windowAt, slot.piece, {pattern}});
+    slot = {window, number};
+    windows.filter.Set(HashOf(window, kFilterBits));
+    if (length == kLongest)
+        beginnings_.Set(HashOf(window & FirstBytes(kGram), kBeginningBits));
+}
+
+PatternSweep::Windows::Slot& PatternSweep::Windows::At(std::uint64_t window) {
+    std::size_t place = HashOf(window, kTableBits) & (slots.size() - 1);
+    while (slots[place].piece != kNone && slots[place].window != window)
+        place = (place + 1) & (slots.size() - 1);
+    return slots[place];
+}
+
+void PatternSweep::Windows::Grow() {
+    filter.Resize(std::size_t{1} << kFilterBits);
+    const std::vector<Slot> old = std::exchange(slots, std::vector<Slot>(std::max<std::size_t>(64, slots.size() * 2)));
+    for (const Slot& slot : old)
+        if (slot.piece != kNone)
+            At(slot.window) = slot;
 }
 
 void PatternSweep::FindIn(std::string_view text, std::vector<std::uint32_t>& found) const {
     found.insert(found.end(), anywhere_.begin(), anywhere_.end());
-    const bool hasLong = beginnings_.Size() > 0;
-    const bool hasShort = !windows_[0].empty() || !windows_[1].empty();
     for (std::size_t at = 0; at < text.size(); ++at) {
         // The memory goes on behind the text; a window beyond its end is refused by the comparison.
         const std::uint64_t next = BytesAt(text.data() + at, kLongest);
-        if (hasLong && beginnings_.Test(HashOf(next & FirstBytes(kGram), kBeginningBits)))
-            for (const std::size_t size : {2U, 3U})
-                TryWindow(next, size, text, at, found);
-        if (hasShort)
-            for (const std::size_t size : {0U, 1U})
-                TryWindow(next, size, text, at, found);
+        for (std::size_t size = 0; size + 1 < kSizes; ++size)
+            if (windows_[size].used > 0)
+                TryWindow(windows_[size], next & FirstBytes(std::size_t{1} << size), text, at, found);
+        if (beginnings_.Test(HashOf(next & FirstBytes(kGram), kBeginningBits)))
+            TryWindow(windows_.back(), next, text, at, found);
     }
 }
 
-void PatternSweep::TryWindow(std::uint64_t bytes, std::size_t size, std::string_view text, std::size_t at,
+void PatternSweep::TryWindow(const Windows& windows, std::uint64_t window, std::string_view text, std::size_t at,
                              std::vector<std::uint32_t>& found) const {
-    const std::uint64_t window = bytes & FirstBytes(std::size_t{1} << size);
-    if (filters_[size].Size() == 0 || !filters_[size].Test(HashOf(window, kFilterBits)))
+    if (!windows.filter.Test(HashOf(window, kFilterBits)))
         return;
-    const auto known = windows_[size].find(window);
-    if (known == windows_[size].end())
-        return;
-    for (const std::uint32_t number : known->second) {
+    for (std::uint32_t number = windows.At(window).piece; number != kNone; number = pieces_[number].next) {
         const Piece& piece = pieces_[number];
         if (at >= piece.windowAt && text.substr(at - piece.windowAt).starts_with(piece.text))
             found.insert(found.end(), piece.patterns.begin(), piece.patterns.end());

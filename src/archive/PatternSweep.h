@@ -32,10 +32,27 @@ public:
 private:
     static constexpr std::size_t kSizes = 4; ///< windows of 1, 2, 4 and 8 bytes
 
+    static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+
     struct Piece {
         std::string text;
         std::size_t windowAt; ///< where in it the window begins
+        std::uint32_t next;   ///< another piece with the same window
         std::vector<std::uint32_t> patterns;
+    };
+    /** The windows of one size. */
+    struct Windows {
+        struct Slot {
+            std::uint64_t window = 0;
+            std::uint32_t piece = kNone; ///< the latest one with this window; none: the slot is free
+        };
+        Slot& At(std::uint64_t window);
+        const Slot& At(std::uint64_t window) const { return const_cast<Windows*>(this)->At(window); }
+        void Grow();
+
+        std::vector<Slot> slots; ///< by hash; their number is a power of two
+        std::size_t used = 0;
+        BitSet filter; ///< hashes of the windows
     };
     struct Window {
         std::size_t at = 0;
@@ -46,7 +63,7 @@ private:
     std::uint32_t RarityOf(std::string_view window) const;
     Window RarestWindow(std::string_view piece) const;
     void AddPiece(const std::string& piece, std::size_t windowAt, std::uint32_t pattern);
-    void TryWindow(std::uint64_t bytes, std::size_t size, std::string_view text, std::size_t at,
+    void TryWindow(const Windows& windows, std::uint64_t window, std::string_view text, std::size_t at,
                    std::vector<std::uint32_t>& found) const;
 
     std::vector<std::uint32_t> grams_; ///< how often four-byte pieces occur in the sample, by hash
@@ -55,10 +72,8 @@ private:
     std::vector<std::uint32_t> anywhere_; ///< patterns without any piece
     std::unordered_map<std::string, std::uint32_t> pieceNumbers_;
     std::vector<Piece> pieces_;
-    BitSet beginnings_; ///< hashes of the first four bytes of long windows: small enough for the first cache
-    /** By the window's size, of which these are the binary logarithms: pieces by window, their hashes in front. */
-    std::array<std::unordered_map<std::uint64_t, std::vector<std::uint32_t>>, kSizes> windows_;
-    std::array<BitSet, kSizes> filters_;
+    std::array<Windows, kSizes> windows_; ///< by the binary logarithm of their size
+    BitSet beginnings_; ///< hashes of the first half of the longest windows: small enough for the first cache
 };
 
 } // namespace kalvo

@@ -132,20 +132,20 @@ void frmDoubletten::DeleteFromArchive() {
 }
 
 void frmDoubletten::MoveToBin() {
-    QList<qint64> moved;
+    QList<qint64> numbers = Selected();
     QList<Trash::Item> files;
     QStringList kept;
-    for (const TitleRecord& title : archive_.Read(Selected())) {
+    for (const TitleRecord& title : archive_.Read(numbers)) {
         if (const auto file = Trash::Move(title.Pfad)) {
-            moved.append(title.Nr);
             files.append(*file);
         } else {
             kept.append(title.Pfad);
+            numbers.removeOne(title.Nr);
         }
     }
     const QPointer<frmDoubletten> alive(this);
-    if (!moved.isEmpty())
-        Delete(moved, files);
+    if (!numbers.isEmpty())
+        Delete(numbers, files);
     if (alive && !kept.isEmpty()) {
         xMessageBox::Ask(this, windowTitle(),
                          tr("Diese Dateien konnten nicht in den Papierkorb verschoben werden:") + u'\n' +
