@@ -123,7 +123,9 @@ void Archive::ShowRows(std::vector<qint64> rows) {
 }
 
 TitleRecord Archive::RowAt(int row) const {
-    return IdAt(row) == 0 ? TitleRecord() : cache_->Row(static_cast<std::size_t>(row), rows_, database_);
+    if (IdAt(row) == 0)
+        return {};
+    return cache_->Row(static_cast<std::size_t>(row), rows_, [this](const auto& numbers) { return ReadEach(numbers); });
 }
 
 qint64 Archive::IdAt(int row) const {

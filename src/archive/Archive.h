@@ -59,6 +59,8 @@ public:
     std::vector<qint64> Select(const QString& statement) const;
     /** The titles of these numbers in one go; those that are gone are left out. */
     QList<TitleRecord> Read(const QList<qint64>& numbers) const;
+    /** The same with an empty record in the place of each that is gone. */
+    QList<TitleRecord> ReadEach(const QList<qint64>& numbers) const { return database_.Read(numbers); }
     /** Evaluates the current record source anew, so that titles added since show. */
     void Refresh();
 

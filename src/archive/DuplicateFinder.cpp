@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <future>
-#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -22,10 +21,6 @@ using Outcome = DuplicateReport::Outcome;
 
 /** Titles between two reports. */
 constexpr std::size_t kBetween = 500;
-/** Rows are asked for one by one while they are fewer than the table's by this factor. */
-constexpr std::size_t kFewRows = 8;
-const QString kShown = u"SELECT Pfad, Interpret, Titel, Nr FROM \"Daten\""_s;
-constexpr int kNumberColumn = 3;
 
 /** One search from the reading of the archive to the report; on the run's thread. */
 class Search {
@@ -37,19 +32,15 @@ public:
     /** tell: a text and its percentage. */
     DuplicateReport Run(const BackgroundRun& run, const std::function<void(const QString&, int)>& tell) {
         if (candidates_.empty())
-            return {Outcome::NoTitles, {}, {}};
+            return {Outcome::NoTitles, {}};
         SqliteDatabase database;
         if (database.Open(path_, SqliteDatabase::Mode::ReadOnly) != SqliteDatabase::Outcome::Opened ||
             !ReadTitles(database, run, tell))
             return {};
         Arrange();
-        DuplicateReport report;
-        report.stale = StaleTitles(database);
-        report.outcome = report.stale.isEmpty() ? Outcome::Found : Outcome::StalePaths;
-        if (report.outcome == Outcome::StalePaths)
-            return report;
-        report.groups = ReadGroups(database, FindGroups(run, tell));
-        return report;
+        if (Numbers stale = StaleTitles(); !stale.empty())
+            return {Outcome::StalePaths, std::move(stale)};
+        return {Outcome::Found, NumbersOf(FindGroups(run, tell))};
     }
 
 private:
@@ -118,81 +109,23 @@ private:
         }
     }
 
-    QList<TitleRecord> StaleTitles(SqliteDatabase& database) const {
-        std::vector<std::uint32_t> rows;
-        for (std::uint32_t row = 0; row < missing_.size(); ++row)
+    Numbers StaleTitles() const {
+        Numbers stale;
+        for (std::size_t row = 0; row < missing_.size(); ++row)
             if (missing_[row])
-                rows.push_back(row);
-        return ReadRows(database, rows);
+                stale.push_back(numbers_[row]);
+        return stale;
     }
 
-    /** What is shown of these rows, in their order; read by ascending numbers, as they lie in the file. */
-    QList<TitleRecord> ReadRows(SqliteDatabase& database, const std::vector<std::uint32_t>& rows) const {
-        std::vector<std::uint32_t> places(rows.size());
-        std::iota(places.begin(), places.end(), 0U);
-        std::sort(places.begin(), places.end(), [&](std::uint32_t left, std::uint32_t right) {
-            return numbers_[rows[left]] < numbers_[rows[right]];
-        });
-        QList<TitleRecord> titles(static_cast<qsizetype>(rows.size()));
-        const auto take = [&](std::uint32_t place, const SqliteStatement& row) {
-            titles[place] = ShownOf(numbers_[rows[place]], row);
-        };
-        if (rows.size() > numbers_.size() / kFewRows)
-            ReadInPassing(database, rows, places, take);
-        else
-            ReadOneByOne(database, rows, places, take);
-        return titles;
-    }
-
-    template<class Take>
-    void ReadOneByOne(SqliteDatabase& database, const std::vector<std::uint32_t>& rows,
-                      const std::vector<std::uint32_t>& places, const Take& take) const {
-        const SqliteDatabase::ReadPass pass(database);
-        SqliteStatement select = database.Prepare(kShown + u" WHERE Nr = ?"_s);
-        for (const std::uint32_t place : places) {
-            if (select.Bind(1, numbers_[rows[place]]).Step())
-                take(place, select);
-            select.Reset();
-        }
-    }
-
-    /** Goes through the whole table, which is faster than many single questions. */
-    template<class Take>
-    void ReadInPassing(SqliteDatabase& database, const std::vector<std::uint32_t>& rows,
-                       const std::vector<std::uint32_t>& places, const Take& take) const {
-        SqliteStatement select = database.Prepare(kShown + u" ORDER BY Nr"_s);
-        auto place = places.begin();
-        while (place != places.end() && select.Step()) {
-            const qint64 number = select.Number(kNumberColumn);
-            while (place != places.end() && numbers_[rows[*place]] < number) // deleted meanwhile
-                ++place;
-            if (place != places.end() && numbers_[rows[*place]] == number)
-                take(*place++, select);
-        }
-    }
-
-    static TitleRecord ShownOf(qint64 number, const SqliteStatement& row) {
-        TitleRecord title;
-        title.Nr = number;
-        title.Pfad = row.Text(0);
-        title.Interpret = row.Text(1);
-        title.Titel = row.Text(2);
-        return title;
-    }
-
-    QList<QList<TitleRecord>> ReadGroups(SqliteDatabase& database, const DuplicateGroups::Groups& groups) const {
-        std::vector<std::uint32_t> rows;
-        for (const std::vector<std::uint32_t>& group : groups)
-            rows.insert(rows.end(), group.begin(), group.end());
-        const QList<TitleRecord> titles = ReadRows(database, rows);
-        QList<QList<TitleRecord>> read;
-        qsizetype begin = 0;
+    /** With a 0 after each group. */
+    Numbers NumbersOf(const DuplicateGroups::Groups& groups) const {
+        Numbers numbers;
         for (const std::vector<std::uint32_t>& group : groups) {
-            const auto size = static_cast<qsizetype>(group.size());
-            read.append(titles.mid(begin, size));
-            begin += size;
+            for (const std::uint32_t row : group)
+                numbers.push_back(numbers_[row]);
+            numbers.push_back(0);
         }
-        return read;
+        return numbers;
     }
 
     DuplicateGroups::Groups FindGroups(const BackgroundRun& run,
@@ -243,7 +176,7 @@ std::function<void(BackgroundRun&)> DuplicateFinder::Prepare() {
 }
 
 void DuplicateFinder::TellAbandoned(bool cancelled) {
-    Q_EMIT Finished({cancelled ? Outcome::Cancelled : Outcome::Failed, {}, {}});
+    Q_EMIT Finished({cancelled ? Outcome::Cancelled : Outcome::Failed, {}});
 }
 
 } // namespace kalvo

@@ -74,34 +74,10 @@ private:
     Groups groups_;
 };
 
-/** Patterns of the rows whose keys hold a wildcard, and the rows that match each. */
-class PatternKeys {
-public:
-    PatternKeys(const FoldedTexts& texts, const std::vector<std::string_view>& keys, const std::string& around)
-        : sweep_(texts) {
-        numbers_.assign(keys.size(), 0);
-        for (std::size_t row = 0; row < keys.size(); ++row)
-            if (IsPattern(keys[row]))
-                numbers_[row] = sweep_.Add(around + PatternOf(keys[row]) + around);
-    }
-
-    void Run(const Share& share) {
-        if (!sweep_.IsEmpty())
-            found_ = sweep_.Run([&](std::size_t row) { return share.At(row); });
-    }
-
-    /** Rows that the row's pattern finds; nothing when the pattern was asked for before. */
-    std::vector<std::uint32_t> TakeRowsOf(std::uint32_t row) { return std::exchange(found_[numbers_[row]], {}); }
-
-private:
-    PatternSweep sweep_;
-    std::vector<std::uint32_t> numbers_; ///< by row, where its key is a pattern
-    std::vector<std::vector<std::uint32_t>> found_;
-};
-
 /** Rows by a number each has, ascending within a number. */
 class RowsByNumber {
 public:
+    RowsByNumber() = default;
     RowsByNumber(const std::vector<std::uint32_t>& numbers, std::size_t distinct)
         : starts_(distinct + 1, 0), rows_(numbers.size()) {
         for (const std::uint32_t number : numbers)
@@ -121,14 +97,60 @@ private:
     std::vector<std::uint32_t> rows_;
 };
 
+/** Patterns of the keys that hold a wildcard, and what matches each. */
+class PatternKeys {
+public:
+    /** keys: in them a wildcard may stand; sample: texts like those that Find() gets; around: what keys are put in. */
+    PatternKeys(const FoldedTexts& sample, const std::vector<std::string_view>& keys, const std::string& around)
+        : sweep_(sample), numbers_(keys.size(), 0) {
+        for (std::size_t key = 0; key < keys.size(); ++key)
+            if (IsPattern(keys[key]))
+                numbers_[key] = sweep_.Add(around + PatternOf(keys[key]) + around);
+        found_.resize(sweep_.Size());
+    }
+
+    bool IsEmpty() const { return found_.empty(); }
+
+    /** Notes each number under the patterns that its whole text matches, where a part of it holds their piece. */
+    template<typename Numbers, typename WholeOf>
+    void Find(std::string_view part, const Numbers& numbers, const WholeOf& wholeOf) {
+        met_.clear();
+        sweep_.FindIn(part, met_);
+        for (const std::uint32_t pattern : met_)
+            for (const std::uint32_t number : numbers)
+                if (sweep_.At(pattern).Matches(wholeOf(number)))
+                    found_[pattern].push_back(number);
+    }
+
+    /** What the key's pattern found, ascending; nothing when the pattern was asked for before. */
+    std::vector<std::uint32_t> TakeFoundBy(std::uint32_t key) {
+        std::vector<std::uint32_t> found = std::exchange(found_[numbers_[key]], {});
+        std::sort(found.begin(), found.end());
+        found.erase(std::unique(found.begin(), found.end()), found.end());
+        return found;
+    }
+
+private:
+    PatternSweep sweep_;
+    std::vector<std::uint32_t> numbers_; ///< of patterns, by key
+    std::vector<std::vector<std::uint32_t>> found_;
+    std::vector<std::uint32_t> met_;
+};
+
 class FileNameSearch {
 public:
     FileNameSearch(const FoldedTexts& paths, const std::vector<std::uint32_t>& order)
         : paths_(paths), ranks_(order.size()), collector_(paths.Size()) {
         for (std::uint32_t i = 0; i < order.size(); ++i)
             ranks_[order[i]] = i;
-        for (std::size_t row = 0; row < paths.Size(); ++row)
+        TextDictionary folders;
+        std::vector<std::uint32_t> codes;
+        for (std::size_t row = 0; row < paths.Size(); ++row) {
             names_.push_back(NameIn(paths.At(row)));
+            codes.push_back(folders.CodeOf(FolderIn(paths.At(row))));
+        }
+        folders_ = folders.Values();
+        rowsOfFolder_ = RowsByNumber(codes, folders_.Size());
     }
 
     Groups Run(const Tell& tell) {
@@ -138,7 +160,8 @@ public:
         if (!tell(kSorted / 2) || !FindInside(keys, Share(tell, names_.size(), kSorted / 2, kSorted)))
             return {};
         PatternKeys patterns(paths_, names_, "*");
-        patterns.Run(Share(tell, names_.size(), kSorted, kSwept));
+        if (!patterns.IsEmpty() && !FindPatterns(patterns, Share(tell, names_.size(), kSorted, kSwept)))
+            return {};
         Collect(keys, isKey, patterns, Share(tell, names_.size(), kSwept, kWhole));
         return collector_.Result();
     }
@@ -152,22 +175,31 @@ private:
     };
 
     bool FindInside(const NameKeys& keys, const Share& share) {
-        TextDictionary folders;
-        std::vector<std::uint32_t> codes;
         for (std::uint32_t row = 0; row < names_.size(); ++row) {
             if (!share.At(row))
                 return false;
-            codes.push_back(folders.CodeOf(FolderIn(paths_.At(row))));
             keys.FindInside(names_[row], [&](std::uint32_t key) { inside_.push_back({key, row}); });
         }
-        const RowsByNumber rows(codes, folders.Values().Size());
-        for (std::size_t code = 0; code < folders.Values().Size(); ++code)
-            keys.FindInside(folders.Values().At(code), [&](std::uint32_t key) {
-                for (const std::uint32_t row : rows.Of(code))
+        for (std::size_t code = 0; code < folders_.Size(); ++code)
+            keys.FindInside(folders_.At(code), [&](std::uint32_t key) {
+                for (const std::uint32_t row : rowsOfFolder_.Of(code))
                     inside_.push_back({key, row});
             });
         std::sort(inside_.begin(), inside_.end());
         inside_.erase(std::unique(inside_.begin(), inside_.end()), inside_.end());
+        return true;
+    }
+
+    /** A name's pattern has no separator in its pieces: none of them begins in a folder and ends in a name. */
+    bool FindPatterns(PatternKeys& patterns, const Share& share) const {
+        const auto pathOf = [this](std::uint32_t row) { return paths_.At(row); };
+        for (std::uint32_t row = 0; row < names_.size(); ++row) {
+            if (!share.At(row))
+                return false;
+            patterns.Find(names_[row], std::array{row}, pathOf);
+        }
+        for (std::size_t code = 0; code < folders_.Size(); ++code)
+            patterns.Find(folders_.At(code), rowsOfFolder_.Of(code), pathOf);
         return true;
     }
 
@@ -176,7 +208,8 @@ private:
         next_.resize(names_.size() + 1);
         std::iota(next_.begin(), next_.end(), 0U);
         for (std::uint32_t row = 0; row < names_.size() && share.At(row); ++row) {
-            std::vector<std::uint32_t> rows = isKey[row] ? TakeRowsOf(keys, keys.KeyOf(row)) : patterns.TakeRowsOf(row);
+            std::vector<std::uint32_t> rows =
+                isKey[row] ? TakeRowsOf(keys, keys.KeyOf(row)) : patterns.TakeFoundBy(row);
             if (!isKey[row] && rows.size() < 2)
                 continue;
             std::sort(rows.begin(), rows.end(), [this](auto left, auto right) { return ranks_[left] < ranks_[right]; });
@@ -224,6 +257,8 @@ private:
     const FoldedTexts& paths_;
     std::vector<std::uint32_t> ranks_; ///< of rows, within a group
     std::vector<std::string_view> names_;
+    FoldedTexts folders_; ///< the distinct ones
+    RowsByNumber rowsOfFolder_;
     std::vector<Inside> inside_;
     BitSet done_;                     ///< keys
     std::vector<std::uint32_t> next_; ///< by place in the sorted names: where to look for one not taken
@@ -239,26 +274,36 @@ Groups ByFileName(const FoldedTexts& paths, const std::vector<std::uint32_t>& or
 Groups ByTitle(const FoldedTexts& titles, const Tell& tell) {
     TextDictionary values;
     std::vector<std::uint32_t> codes;
-    std::vector<std::string_view> keys;
     const Share coding(tell, titles.Size(), 0, kSorted);
     for (std::size_t row = 0; row < titles.Size(); ++row) {
         if (!coding.At(row))
             return {};
-        keys.push_back(titles.At(row));
         codes.push_back(values.CodeOf(titles.At(row)));
     }
-    const RowsByNumber equal(codes, values.Values().Size());
-    PatternKeys patterns(titles, keys, "");
-    patterns.Run(Share(tell, titles.Size(), kSorted, kSwept));
+    const FoldedTexts& distinct = values.Values();
+    const RowsByNumber rowsOf(codes, distinct.Size());
+    std::vector<std::string_view> keys;
+    for (std::size_t code = 0; code < distinct.Size(); ++code)
+        keys.push_back(distinct.At(code));
+    PatternKeys patterns(distinct, keys, "");
+    const Share sweeping(tell, distinct.Size(), kSorted, kSwept);
+    for (std::uint32_t code = 0; code < distinct.Size() && !patterns.IsEmpty(); ++code) {
+        if (!sweeping.At(code))
+            return {};
+        patterns.Find(keys[code], std::array{code}, [&](std::uint32_t value) { return keys[value]; });
+    }
     Collector collector(titles.Size());
     const Share collecting(tell, titles.Size(), kSwept, kWhole);
     for (std::uint32_t row = 0; row < titles.Size() && collecting.At(row); ++row) {
-        if (IsPattern(keys[row])) {
-            if (auto rows = patterns.TakeRowsOf(row); rows.size() > 1)
-                collector.Take(std::move(rows));
-        } else if (const auto rows = equal.Of(codes[row]); rows.size() > 1 && rows.front() == row) {
-            collector.Take({rows.begin(), rows.end()});
-        }
+        const std::uint32_t code = codes[row];
+        if (rowsOf.Of(code).front() != row)
+            continue;
+        std::vector<std::uint32_t> rows;
+        for (const std::uint32_t value : IsPattern(keys[code]) ? patterns.TakeFoundBy(code) : std::vector{code})
+            rows.insert(rows.end(), rowsOf.Of(value).begin(), rowsOf.Of(value).end());
+        std::sort(rows.begin(), rows.end());
+        if (rows.size() > 1)
+            collector.Take(std::move(rows));
     }
     return collector.Result();
 }

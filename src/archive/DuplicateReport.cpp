@@ -2,15 +2,14 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace kalvo {
 
 using namespace Qt::StringLiterals;
 
 int DuplicateReport::Titles() const {
-    qsizetype titles = 0;
-    for (const QList<TitleRecord>& group : groups)
-        titles += group.size();
-    return static_cast<int>(titles);
+    return static_cast<int>(std::count_if(rows.begin(), rows.end(), [](qint64 nr) { return nr != 0; }));
 }
 
 namespace DuplicateTexts {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tags/TitleRecord.h"
+#include <QString>
 
-#include <QList>
+#include <vector>
 
 namespace kalvo {
 
@@ -13,18 +13,20 @@ enum class DuplicateMode {
 
 struct DuplicateReport {
     enum class Outcome {
-        Found,      ///< searched to the end; groups may be empty
+        Found,      ///< searched to the end; there may be no group
         StalePaths, ///< nothing was searched: titles without a file are to be deleted first
         NoTitles,   ///< "Suche nicht möglich"
         Cancelled,
         Failed ///< the archive could not be read
     };
     Outcome outcome = Outcome::Failed;
-    QList<QList<TitleRecord>> groups; ///< a title stands in one group only, the first that holds it
-    QList<TitleRecord> stale;         ///< titles whose files are missing
-    // Of the titles only `Nr`, `Pfad`, `Interpret` and `Titel` are filled.
+    /**
+     * `Nr` of the titles found, group by group with a 0 after each; a title stands in one group only, the first that
+     * holds it. With StalePaths those whose files are missing, without any 0.
+     */
+    std::vector<qint64> rows;
 
-    /** Titles in all groups. */
+    /** Rows but those of 0. */
     int Titles() const;
 };
 

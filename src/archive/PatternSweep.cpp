@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace kalvo {
 
@@ -11,10 +12,12 @@ namespace {
 
 constexpr std::size_t kGram = 4;
 constexpr std::size_t kGramBits = 16;
+constexpr std::size_t kBeginningBits = 17;
 constexpr std::size_t kFilterBits = 20;
+constexpr std::size_t kTableBits = 32; ///< more than a table of windows has slots
 /** Every so many texts are counted. */
 constexpr std::size_t kSample = 16;
-constexpr std::size_t kTextsBetween = 4096;
+constexpr std::size_t kLongest = 8;
 
 std::size_t HashOf(std::uint64_t bytes, std::size_t bits) {
     return static_cast<std::size_t>((bytes * 0x9E3779B97F4A7C15U) >> (64 - bits));
@@ -33,63 +36,26 @@ constexpr std::uint64_t FirstBytes(std::size_t length) {
     return ~std::uint64_t{0} >> (64 - 8 * length);
 }
 
-} // namespace
-
-PatternSweep::PatternSweep(const FoldedTexts& texts) : texts_(texts) {
-    CountGrams();
+std::size_t WindowLength(std::string_view piece) {
+    return std::bit_floor(std::min(piece.size(), kLongest));
 }
 
-void PatternSweep::CountGrams() {
+} // namespace
+
+PatternSweep::PatternSweep(const FoldedTexts& sample) : beginnings_(std::size_t{1} << kBeginningBits) {
+    CountGrams(sample);
+}
+
+void PatternSweep::CountGrams(const FoldedTexts& sample) {
     grams_.assign(std::size_t{1} << kGramBits, 0);
-    for (std::size_t i = 0; i < texts_.Size(); i += kSample) {
-        const std::string_view text = texts_.At(i);
+    for (std::size_t i = 0; i < sample.Size(); i += kSample) {
+        const std::string_view text = sample.At(i);
         for (std::size_t at = 0; at + kGram <= text.size(); ++at)
             ++grams_[HashOf(BytesAt(text.data() + at, kGram), kGramBits)];
     }
 }
 
-std::uint32_t PatternSweep::Add(const std::string& folded) {
-    const auto number = static_cast<std::uint32_t>(patterns_.size());
-    const auto [known, added] = numbers_.try_emplace(folded, number);
-    if (added) {
-        patterns_.emplace_back(folded, true);
-        AddWindow(number);
-    }
-    return known->second;
-}
-
-void PatternSweep::AddWindow(std::uint32_t pattern) {
-    const std::string_view window = RarestWindow(patterns_[pattern]);
-    if (window.empty()) {
-        unanchored_.push_back(pattern);
-        return;
-    }
-    const std::uint64_t bytes = BytesAt(window.data(), window.size());
-    BitSet& filter = filters_[window.size()];
-    if (filter.Size() == 0)
-        filter.Resize(std::size_t{1} << kFilterBits);
-    filter.Set(HashOf(bytes, kFilterBits));
-    windows_[window.size()][bytes].push_back(pattern);
-}
-
-std::string_view PatternSweep::RarestWindow(const LikePattern& pattern) const {
-    std::string_view best;
-    std::uint32_t rarity = std::numeric_limits<std::uint32_t>::max();
-    for (const std::string_view piece : pattern.Pieces()) {
-        const std::size_t length = std::min(piece.size(), kLongest);
-        for (std::size_t at = 0; at + length <= piece.size(); ++at) {
-            const std::string_view window = piece.substr(at, length);
-            const std::uint32_t count = RarityOf(window);
-            if (best.empty() || count < rarity || (count == rarity && length > best.size())) {
-                best = window;
-                rarity = count;
-            }
-        }
-    }
-    return best;
-}
-
-/** How often a window occurs at most; shorter ones than a gram count as the most frequent. */
+/** How often a window occurs at most; one shorter than a gram counts as the most frequent. */
 std::uint32_t PatternSweep::RarityOf(std::string_view window) const {
     std::uint32_t rarity = std::numeric_limits<std::uint32_t>::max();
     for (std::size_t at = 0; at + kGram <= window.size(); ++at)
@@ -97,45 +63,96 @@ std::uint32_t PatternSweep::RarityOf(std::string_view window) const {
     return rarity;
 }
 
-void PatternSweep::Try(std::uint32_t pattern, std::uint32_t text) {
-    if (tried_[pattern] == text + 1)
-        return;
-    tried_[pattern] = text + 1;
-    if (patterns_[pattern].Matches(texts_.At(text)))
-        found_[pattern].push_back(text);
+PatternSweep::Window PatternSweep::RarestWindow(std::string_view piece) const {
+    const std::size_t length = WindowLength(piece);
+    Window best{0, RarityOf(piece.substr(0, length))};
+    for (std::size_t at = 1; at + length <= piece.size(); ++at)
+        if (const std::uint32_t rarity = RarityOf(piece.substr(at, length)); rarity < best.rarity)
+            best = {at, rarity};
+    return best;
 }
 
-void PatternSweep::TryAt(std::uint64_t window, std::size_t length, std::uint32_t text) {
-    if (!filters_[length].Test(HashOf(window, kFilterBits)))
-        return;
-    const auto known = windows_[length].find(window);
-    if (known == windows_[length].end())
-        return;
-    for (const std::uint32_t pattern : known->second)
-        Try(pattern, text);
-}
-
-std::vector<std::vector<std::uint32_t>> PatternSweep::Run(const std::function<bool(std::size_t)>& goOn) {
-    tried_.assign(patterns_.size(), 0);
-    found_.assign(patterns_.size(), {});
-    std::vector<std::size_t> lengths;
-    for (std::size_t length = 1; length <= kLongest; ++length)
-        if (filters_[length].Size() > 0)
-            lengths.push_back(length);
-    for (std::uint32_t text = 0; text < texts_.Size(); ++text) {
-        if (text % kTextsBetween == 0 && !goOn(text))
-            break;
-        const std::string_view bytes = texts_.At(text);
-        for (std::size_t at = 0; at < bytes.size(); ++at) {
-            // The texts' memory goes on behind the last one; a window beyond a text's end is refused by the comparison.
-            const std::uint64_t next = BytesAt(bytes.data() + at, kLongest);
-            for (const std::size_t length : lengths)
-                TryAt(next & FirstBytes(length), length, text);
+std::uint32_t PatternSweep::Add(const std::string& folded) {
+    const auto number = static_cast<std::uint32_t>(patterns_.size());
+    const auto [known, added] = numbers_.try_emplace(folded, number);
+    if (!added)
+        return known->second;
+    const LikePattern& pattern = patterns_.emplace_back(folded, true);
+    const std::string* rarest = nullptr;
+    Window window;
+    for (const std::string& piece : pattern.Pieces()) {
+        const Window found = RarestWindow(piece);
+        if (rarest == nullptr || found.rarity < window.rarity ||
+            (found.rarity == window.rarity && piece.size() > rarest->size())) {
+            rarest = &piece;
+            window = found;
         }
-        for (const std::uint32_t pattern : unanchored_)
-            Try(pattern, text);
     }
-    return std::move(found_);
+    if (rarest == nullptr)
+        anywhere_.push_back(number);
+    else
+        AddPiece(*rarest, window.at, number);
+    return number;
+}
+
+void PatternSweep::AddPiece(const std::string& piece, std::size_t windowAt, std::uint32_t pattern) {
+    const auto number = static_cast<std::uint32_t>(pieces_.size());
+    const auto [known, added] = pieceNumbers_.try_emplace(piece, number);
+    if (!added) {
+        pieces_[known->second].patterns.push_back(pattern);
+        return;
+    }
+    const std::size_t length = WindowLength(piece);
+    const std::uint64_t window = BytesAt(piece.data() + windowAt, length);
+    Windows& windows = windows_[static_cast<std::size_t>(std::countr_zero(length))];
+    if (windows.used * 2 >= windows.slots.size())
+        windows.Grow();
+    Windows::Slot& slot = windows.At(window);
+    windows.used += slot.piece == kNone ? 1 : 0;
+    pieces_.push_back({piece, windowAt, slot.piece, {pattern}});
+    slot = {window, number};
+    windows.filter.Set(HashOf(window, kFilterBits));
+    if (length == kLongest)
+        beginnings_.Set(HashOf(window & FirstBytes(kGram), kBeginningBits));
+}
+
+PatternSweep::Windows::Slot& PatternSweep::Windows::At(std::uint64_t window) {
+    std::size_t place = HashOf(window, kTableBits) & (slots.size() - 1);
+    while (slots[place].piece != kNone && slots[place].window != window)
+        place = (place + 1) & (slots.size() - 1);
+    return slots[place];
+}
+
+void PatternSweep::Windows::Grow() {
+    filter.Resize(std::size_t{1} << kFilterBits);
+    const std::vector<Slot> old = std::exchange(slots, std::vector<Slot>(std::max<std::size_t>(64, slots.size() * 2)));
+    for (const Slot& slot : old)
+        if (slot.piece != kNone)
+            At(slot.window) = slot;
+}
+
+void PatternSweep::FindIn(std::string_view text, std::vector<std::uint32_t>& found) const {
+    found.insert(found.end(), anywhere_.begin(), anywhere_.end());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        // The memory goes on behind the text; a window beyond its end is refused by the comparison.
+        const std::uint64_t next = BytesAt(text.data() + at, kLongest);
+        for (std::size_t size = 0; size + 1 < kSizes; ++size)
+            if (windows_[size].used > 0)
+                TryWindow(windows_[size], next & FirstBytes(std::size_t{1} << size), text, at, found);
+        if (beginnings_.Test(HashOf(next & FirstBytes(kGram), kBeginningBits)))
+            TryWindow(windows_.back(), next, text, at, found);
+    }
+}
+
+void PatternSweep::TryWindow(const Windows& windows, std::uint64_t window, std::string_view text, std::size_t at,
+                             std::vector<std::uint32_t>& found) const {
+    if (!windows.filter.Test(HashOf(window, kFilterBits)))
+        return;
+    for (std::uint32_t number = windows.At(window).piece; number != kNone; number = pieces_[number].next) {
+        const Piece& piece = pieces_[number];
+        if (at >= piece.windowAt && text.substr(at - piece.windowAt).starts_with(piece.text))
+            found.insert(found.end(), piece.patterns.begin(), piece.patterns.end());
+    }
 }
 
 } // namespace kalvo

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "archive/ArchiveDatabase.h"
+#include "tags/TitleRecord.h"
 
 #include <QCache>
+#include <QList>
 
+#include <functional>
 #include <vector>
 
 namespace kalvo {
@@ -13,8 +15,11 @@ class RowCache {
 public:
     RowCache() : pages_(kPages) {}
 
-    /** The row of this place in `numbers`; fetches its page where needed. */
-    const TitleRecord& Row(std::size_t row, const std::vector<qint64>& numbers, const ArchiveDatabase& database);
+    /** Gives the records of these numbers in their order, empty ones for those that are gone. */
+    using Fetch = std::function<QList<TitleRecord>(const QList<qint64>& numbers)>;
+
+    /** The row of this place in `numbers`, valid until the next call; fetches its page where needed. */
+    const TitleRecord& Row(std::size_t row, const std::vector<qint64>& numbers, const Fetch& fetch);
     void Clear() { pages_.clear(); }
 
 private:

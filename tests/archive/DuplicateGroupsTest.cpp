@@ -102,6 +102,7 @@ TEST(DuplicateGroupsTest, AllAtOnceGivesWhatOneSearchPerTitleGives) {
         {u"a"_s, u"'"_s, u"*"_s, u".mp3"_s, u"A"_s},
         {u"ab"_s, u"b.ogg"_s, u"a"_s, u"/"_s, u"\\"_s, u".ogg"_s},
         {u"Don't Stop"_s, u"Dont Stop"_s, u"don"_s, u"t stop"_s, u".mp3"_s, u"01 "_s},
+        {u"Sommernacht"_s, u"nacht'"_s, u"'acht.mp3"_s, u"tsommer"_s, u"*"_s, u"/"_s},
         {u"ä"_s, u"Ä"_s, u"a\u0308"_s, u"ß"_s, u"😀"_s, u"'"_s},
     };
     std::size_t groups = 0;

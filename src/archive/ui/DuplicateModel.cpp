@@ -1,38 +1,54 @@
 #include "archive/ui/DuplicateModel.h"
 
+#include "archive/DuplicateReport.h"
+
+#include <utility>
+
 namespace kalvo {
 
-void DuplicateModel::SetRows(QList<TitleRecord> rows, bool sizes) {
+DuplicateModel::DuplicateModel(Archive& archive, QObject* parent) : QAbstractTableModel(parent), archive_(archive) {
+    connect(&archive, &Archive::RecordsChanged, this, &DuplicateModel::FetchAnew);
+    connect(&archive, &Archive::RowChanged, this, &DuplicateModel::FetchAnew);
+    connect(&archive, &Archive::Deleted, this, &DuplicateModel::FetchAnew);
+}
+
+void DuplicateModel::FetchAnew() {
+    cache_.Clear();
+    if (!numbers_.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
+void DuplicateModel::Show(std::vector<qint64> numbers, bool sizes) {
     beginResetModel();
-    rows_ = std::move(rows);
+    numbers_ = std::move(numbers);
     sizes_ = sizes;
+    cache_.Clear();
     sizeTexts_.clear();
     endResetModel();
 }
 
-void DuplicateModel::ShowGroups(const QList<QList<TitleRecord>>& groups) {
-    QList<TitleRecord> rows;
-    for (const QList<TitleRecord>& group : groups) {
-        rows.append(group);
-        rows.append(TitleRecord());
-    }
-    SetRows(std::move(rows), true);
-}
-
 void DuplicateModel::Remove(const QSet<qint64>& numbers) {
     beginResetModel();
-    QList<TitleRecord> kept;
-    for (const TitleRecord& row : std::as_const(rows_)) {
-        const bool strayGap = row.Nr == 0 && (kept.isEmpty() || kept.last().Nr == 0);
-        if (!strayGap && !numbers.contains(row.Nr))
-            kept.append(row);
+    std::vector<qint64> kept;
+    for (const qint64 number : numbers_) {
+        const bool strayGap = number == 0 && (kept.empty() || kept.back() == 0);
+        if (!strayGap && !numbers.contains(number))
+            kept.push_back(number);
     }
-    rows_ = kept;
+    numbers_ = std::move(kept);
+    cache_.Clear();
     endResetModel();
 }
 
+TitleRecord DuplicateModel::TitleAt(int row) const {
+    if (NumberAt(row) == 0)
+        return {};
+    return cache_.Row(static_cast<std::size_t>(row), numbers_,
+                      [this](const auto& numbers) { return archive_.ReadEach(numbers); });
+}
+
 int DuplicateModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+    return parent.isValid() ? 0 : static_cast<int>(numbers_.size());
 }
 
 int DuplicateModel::columnCount(const QModelIndex& parent) const {
@@ -53,14 +69,15 @@ QVariant DuplicateModel::data(const QModelIndex& index, int role) const {
         return {};
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>(Qt::AlignVCenter | (index.column() == Size ? Qt::AlignRight : Qt::AlignLeft));
-    const TitleRecord& title = rows_[index.row()];
-    if (role == Qt::ToolTipRole && title.Nr != 0)
-        return title.Pfad;
-    if (role != Qt::DisplayRole)
+    if ((role != Qt::DisplayRole && role != Qt::ToolTipRole) || NumberAt(index.row()) == 0)
         return {};
+    const TitleRecord title = TitleAt(index.row());
+    const QString path = title.Nr == 0 ? tr("(nicht mehr im Musikarchiv)") : title.Pfad;
+    if (role == Qt::ToolTipRole)
+        return path;
     switch (index.column()) {
     case Path:
-        return title.Pfad;
+        return path;
     case Artist:
         return title.Interpret;
     case Title:
@@ -83,7 +100,7 @@ QVariant DuplicateModel::headerData(int section, Qt::Orientation orientation, in
 
 /** Empty rows only part the groups. */
 Qt::ItemFlags DuplicateModel::flags(const QModelIndex& index) const {
-    if (!index.isValid() || rows_[index.row()].Nr == 0)
+    if (!index.isValid() || NumberAt(index.row()) == 0)
         return Qt::ItemIsEnabled;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
 }

@@ -63,12 +63,11 @@ void frmDoubletten::End(const DuplicateReport& report) {
     switch (report.outcome) {
     case DuplicateReport::Outcome::Found: {
         QStringList numbers;
-        for (const QList<TitleRecord>& group : report.groups) {
-            for (const TitleRecord& title : group)
-                numbers.append(QString::number(title.Nr));
-        }
+        for (const qint64 number : report.rows)
+            if (number != 0)
+                numbers.append(QString::number(number));
         shownNumbers_->setStringList(numbers);
-        found_->ShowGroups(report.groups);
+        found_->Show(report.rows, true);
         FitColumns();
         progress_->setValue(100);
         hint_->setText(DuplicateTexts::Hint(
@@ -89,12 +88,12 @@ void frmDoubletten::End(const DuplicateReport& report) {
 }
 
 void frmDoubletten::ShowStale(const DuplicateReport& report) {
-    found_->ShowStale(report.stale);
+    found_->Show(report.rows, false);
     FitColumns();
     progress_->setValue(0);
     ShowIdle({});
     hint_->setText(DuplicateTexts::Hint(DuplicateMode::FileNames, report));
-    xMessageBox::Ask(this, tr("Hinweis"), DuplicateTexts::StaleMessage(static_cast<int>(report.stale.size())), {},
+    xMessageBox::Ask(this, tr("Hinweis"), DuplicateTexts::StaleMessage(report.Titles()), {},
                      xMessageBox::Sign::Warning);
 }
 
@@ -113,13 +112,13 @@ void frmDoubletten::FitColumns() {
 
 // ---- what is done with the rows
 
-QList<TitleRecord> frmDoubletten::Selected() const {
-    QList<TitleRecord> titles;
+QList<qint64> frmDoubletten::Selected() const {
+    QList<qint64> numbers;
     for (const QModelIndex& row : list_->selectionModel()->selectedRows()) {
-        if (found_->TitleAt(row.row()).Nr != 0)
-            titles.append(found_->TitleAt(row.row()));
+        if (const qint64 number = found_->NumberAt(row.row()); number != 0)
+            numbers.append(number);
     }
-    return titles;
+    return numbers;
 }
 
 void frmDoubletten::ShowSelection() {
@@ -133,20 +132,20 @@ void frmDoubletten::DeleteFromArchive() {
 }
 
 void frmDoubletten::MoveToBin() {
-    QList<TitleRecord> moved;
+    QList<qint64> numbers = Selected();
     QList<Trash::Item> files;
     QStringList kept;
-    for (const TitleRecord& title : Selected()) {
+    for (const TitleRecord& title : archive_.Read(numbers)) {
         if (const auto file = Trash::Move(title.Pfad)) {
-            moved.append(title);
             files.append(*file);
         } else {
             kept.append(title.Pfad);
+            numbers.removeOne(title.Nr);
         }
     }
     const QPointer<frmDoubletten> alive(this);
-    if (!moved.isEmpty())
-        Delete(moved, files);
+    if (!numbers.isEmpty())
+        Delete(numbers, files);
     if (alive && !kept.isEmpty()) {
         xMessageBox::Ask(this, windowTitle(),
                          tr("Diese Dateien konnten nicht in den Papierkorb verschoben werden:") + u'\n' +
@@ -156,10 +155,7 @@ void frmDoubletten::MoveToBin() {
 }
 
 /** Where the archive refuses, the files come back. */
-void frmDoubletten::Delete(const QList<TitleRecord>& titles, const QList<Trash::Item>& files) {
-    QList<qint64> numbers;
-    for (const TitleRecord& title : titles)
-        numbers.append(title.Nr);
+void frmDoubletten::Delete(const QList<qint64>& numbers, const QList<Trash::Item>& files) {
     const WriteResult deleted = archive_.DeleteTitles(numbers, files);
     if (!deleted) {
         for (const Trash::Item& file : files)
@@ -178,9 +174,10 @@ void frmDoubletten::Delete(const QList<TitleRecord>& titles, const QList<Trash::
 
 void frmDoubletten::ShowFileInformation() {
     const QModelIndex current = list_->currentIndex();
-    if (!current.isValid() || found_->TitleAt(current.row()).Nr == 0)
+    const TitleRecord title = current.isValid() ? found_->TitleAt(current.row()) : TitleRecord();
+    if (title.Nr == 0)
         return;
-    const QFileInfo file(found_->TitleAt(current.row()).Pfad);
+    const QFileInfo file(title.Pfad);
     const QString text = file.exists()
                              ? tr("Erstellt: ") + TimeText(file.birthTime()) + tr("\nZuletzt Geändert: ") +
                                    TimeText(file.lastModified()) + tr("\nLetzter Zugriff: ") +

@@ -48,11 +48,12 @@ private:
     void ShowStale(const DuplicateReport& report);
     void FitColumns();
 
-    QList<TitleRecord> Selected() const;
+    /** `Nr` of the marked rows. */
+    QList<qint64> Selected() const;
     void ShowSelection();
     void DeleteFromArchive();
     void MoveToBin();
-    void Delete(const QList<TitleRecord>& titles, const QList<Trash::Item>& files);
+    void Delete(const QList<qint64>& numbers, const QList<Trash::Item>& files);
     void ShowFileInformation();
 
     Archive& archive_;

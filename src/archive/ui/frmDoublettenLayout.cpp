@@ -25,7 +25,7 @@ frmDoubletten::frmDoubletten(Archive& archive, QWidget* parent)
     : QDialog(parent),
       archive_(archive),
       finder_(new DuplicateFinder(archive, this)),
-      found_(new DuplicateModel(this)),
+      found_(new DuplicateModel(archive, this)),
       shownNumbers_(new QStringListModel(this)),
       mode_(Named(new QComboBox(this), QStringLiteral("Combo1"), tr("Vergleichen nach"))),
       start_(Named(new SearchButton(this), QStringLiteral("Command1"), tr("Suche starten oder abbrechen"))),

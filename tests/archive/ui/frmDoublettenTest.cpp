@@ -125,6 +125,24 @@ TEST_F(frmDoublettenTest, TheBinTakesTheFileAndAnUndoBringsBothBack) {
     EXPECT_EQ(desk_.archive.Count(), 2);
 }
 
+TEST_F(frmDoublettenTest, ATitleThatIsDeletedOrChangedElsewhereShowsSo) {
+    Add(QStringLiteral("a/Lied.mp3"), QStringLiteral("Eins"));
+    Add(QStringLiteral("b/Lied.mp3"), QStringLiteral("Eins"));
+    Search(0);
+    TitleRecord changed = *desk_.archive.FindByPath(desk_.folder.Path(QStringLiteral("Musik/a/Lied.mp3")));
+    changed.Interpret = QStringLiteral("Du");
+    const qint64 other = desk_.archive.FindByPath(desk_.folder.Path(QStringLiteral("Musik/b/Lied.mp3")))->Nr;
+    ASSERT_TRUE(desk_.archive.UpdateRecord(changed));
+    ASSERT_TRUE(desk_.archive.DeleteTitles({other}));
+    desk_.archive.Refresh();
+    EXPECT_EQ(Rows(), QStringList({QStringLiteral("Lied.mp3|Du|Eins|1.0 KB"),
+                                   QStringLiteral("(nicht mehr im Musikarchiv)|||"), QStringLiteral("|||")}));
+    Do("InPapierkorb", 1);
+    EXPECT_EQ(Rows().size(), 2) << "the row of the title that is gone goes";
+    EXPECT_TRUE(QFileInfo::exists(desk_.folder.Path(QStringLiteral("Musik/b/Lied.mp3"))));
+    EXPECT_EQ(desk_.archive.Count(), 1);
+}
+
 TEST_F(frmDoublettenTest, AFileThatCannotBeMovedKeepsItsTitle) {
     Add(QStringLiteral("a/Lied.mp3"), QStringLiteral("Eins"));
     Add(QStringLiteral("b/Lied.mp3"), QStringLiteral("Eins"));
