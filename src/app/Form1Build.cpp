@@ -13,6 +13,7 @@
 #include "app/GuestCommands.h"
 #include "app/HeadphoneCommands.h"
 #include "app/JingleCommands.h"
+#include "app/KeyCommands.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
 #include "app/ListenCommands.h"
@@ -106,6 +107,7 @@ void Form1::Build() {
     connect(firstSteps_, &FirstStepsCommands::Told, status_, &StatusLine::Tell);
     connect(firstSteps_, &FirstStepsCommands::FolderChosen, this,
             [this](const QString& folder) { values_.importFolder = folder; });
+    new KeyCommands({actions_, *archive_, *this}); // the last: it goes through all menus and controls
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
