@@ -63,6 +63,7 @@ FirstStepsPanel::FirstStepsPanel(QWidget* parent)
     connect(close_, &QPushButton::clicked, this, &FirstStepsPanel::CloseRequested);
     auto* head = new QHBoxLayout;
     head->addWidget(heading_, 1);
+    head->addStretch();
     head->addWidget(close_);
     auto* column = new QVBoxLayout(this);
     column->addLayout(head);
@@ -84,9 +85,10 @@ FirstStepsPanel::Card FirstStepsPanel::MakeCard(int step) {
     card.button = new IconButton(QString::fromLatin1(kIcons.at(static_cast<std::size_t>(step))),
                                  IconButton::Size::Normal, card.frame);
     card.button->setObjectName(QStringLiteral("cmdSchritt%1").arg(step + 1));
-    card.other = new IconButton(QString(), IconButton::Size::Normal, card.frame);
+    card.other = new QPushButton(card.frame);
+    card.other->setAutoDefault(false);
     card.other->setObjectName(QStringLiteral("cmdSchritt%1Anders").arg(step + 1));
-    for (IconButton* button : {card.button, card.other}) {
+    for (QPushButton* button : std::initializer_list<QPushButton*>{card.button, card.other}) {
         button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         connect(button, &QPushButton::clicked, this,
                 [this, step, isOther = button == card.other] { Q_EMIT Chosen(step, isOther); });
@@ -145,7 +147,9 @@ void FirstStepsPanel::FitRoom() {
     const int cards = units.Of(2.2) + units.Button() + units.Gap(8);
     const int hints = 2 * QFontMetrics(units.Font()).lineSpacing() + units.Gap(2);
     const bool isNarrow = width() < units.Of(70);
+    const bool hasRoomForTitles = width() > units.Of(55);
     for (const Card& card : cards_) {
+        card.title->setMinimumWidth(hasRoomForTitles ? card.title->sizeHint().width() : 0);
         card.hint->setHidden(height() < cards + hints);
         card.other->setHidden(card.view.other.isEmpty() ||
                               (isNarrow && &card != &cards_.at(static_cast<std::size_t>(next_))));

@@ -7,6 +7,7 @@
 #include <array>
 
 class QLabel;
+class QPushButton;
 
 namespace kalvo {
 
@@ -39,7 +40,7 @@ private:
         ElidedLabel* title;
         QLabel* hint;
         IconButton* button;
-        IconButton* other;
+        QPushButton* other;
         FirstStepView view;
     };
 
