@@ -51,6 +51,8 @@ public:
     void Demonstrate(const QStringList& titles);
     /** Files at the end of the active list. */
     void AddFiles(const QStringList& files);
+    /** Saves and ends without a question. */
+    void End();
     /** On top of the other windows, if the desktop lets it. */
     void ComeForward();
 

@@ -150,6 +150,13 @@ void Form1::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    event->accept();
+    End();
+}
+
+void Form1::End() {
+    if (closing_)
+        return;
     closing_ = true;
     status_->Tell(QStringLiteral("Beendet"));
     status_->repaint(); // the end leaves no time for events
@@ -161,7 +168,6 @@ void Form1::closeEvent(QCloseEvent* event) {
     if (Save()) {
         session_->End(); // else the journal is the only place that holds the lists
     }
-    event->accept();
     QApplication::quit();
 }
 

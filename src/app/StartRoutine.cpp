@@ -8,6 +8,7 @@
 #include "app/SingleInstance.h"
 #include "app/StartFolder.h"
 #include "app/StartQuestions.h"
+#include "app/TerminationWatch.h"
 #include "app/WindowlessRun.h"
 #include "app/frmDownload.h"
 #include "app/frmHallo.h"
@@ -81,6 +82,8 @@ int RunForm1(QApplication& application, const CommandLine& line, const StartFold
         window.AddFiles(files);
         window.ComeForward();
     });
+    const TerminationWatch watch;
+    QObject::connect(&watch, &TerminationWatch::Asked, &window, &Form1::End);
     if (line.demonstration) {
         window.Demonstrate(WriteDemoTitles(folder.DemoMusic()));
     }

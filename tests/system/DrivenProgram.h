@@ -73,6 +73,8 @@ public:
     /** Waits for the end; -1 when it crashed, was killed or does not end. */
     int WaitForExit();
     bool IsRunning();
+    /** As the system does at a logout. */
+    void Terminate() { program_.terminate(); }
     /** As `kill -9`. */
     void Kill();
 

@@ -152,6 +152,16 @@ TEST_F(StartTest, OnlyNoKeepsTheWindowOpen) {
     EXPECT_FALSE(QFile::exists(Data("sitzung.json")));
 }
 
+TEST_F(StartTest, ALogoutSavesAndEndsWithoutAQuestion) {
+    DrivenProgram program(screen_->Display(), Arguments());
+    program.WaitForMessage();
+    EXPECT_TRUE(WaitUntil([this] { return QFile::exists(Data("sitzung.json")); }));
+    program.Terminate();
+    EXPECT_EQ(program.WaitForExit(), 0);
+    EXPECT_FALSE(program.IsOpen(kBox));
+    EXPECT_FALSE(QFile::exists(Data("sitzung.json")));
+}
+
 TEST_F(StartTest, TheStartChoiceOpensTheMainWindowOrThePlayer) {
     {
         DrivenProgram program(screen_->Display(), WithStartChoice());
