@@ -2,6 +2,7 @@
 
 #include "widgets/SkinStyle.h"
 
+#include <QEvent>
 #include <QHash>
 #include <QPainter>
 
@@ -26,6 +27,7 @@ MeterDisplay::MeterDisplay(QWidget* parent) : QWidget(parent) {
 
 void MeterDisplay::SetStyle(MeterStyle style) {
     style_ = style;
+    ground_ = QPixmap();
     update();
 }
 
@@ -84,18 +86,38 @@ std::size_t MeterDisplay::Appearance() const {
     return seed;
 }
 
+QRect MeterDisplay::MeterRoom() const {
+    return rect().adjusted(1 + kInset, 4, -1 - kInset - kLightWidth - 3, -4);
+}
+
+void MeterDisplay::PaintGround() {
+    ground_ = QPixmap(size() * devicePixelRatio());
+    ground_.setDevicePixelRatio(devicePixelRatio());
+    QPainter painter(&ground_);
+    painter.fillRect(rect(), SkinStyle::Colours().line);
+    painter.fillRect(rect().adjusted(1, 1, -1, -1), SkinStyle::Colours().waveBack);
+    PaintMeterScale(painter, MeterRoom(), style_);
+}
+
+void MeterDisplay::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange)
+        ground_ = QPixmap();
+    QWidget::changeEvent(event);
+}
+
 void MeterDisplay::paintEvent(QPaintEvent*) {
+    if (ground_.isNull() || ground_.size() != size() * devicePixelRatio())
+        PaintGround();
     QPainter painter(this);
+    painter.drawPixmap(0, 0, ground_);
     const Skin& skin = SkinStyle::Colours();
-    painter.fillRect(rect(), skin.line);
     const QRect inside = rect().adjusted(1, 1, -1, -1);
-    painter.fillRect(inside, skin.waveBack);
     const int half = inside.height() / 2;
     for (const int channel : {0, 1}) {
         const QRect light(inside.right() - kLightWidth - 1, inside.top() + channel * half + 2, kLightWidth, half - 3);
         painter.fillRect(light, lights_.at(static_cast<std::size_t>(channel)).IsOn() ? skin.onAir : skin.line);
     }
-    PaintMeter(painter, inside.adjusted(kInset, 3, -kInset - kLightWidth - 3, -3), style_, picture_);
+    PaintMeter(painter, MeterRoom(), style_, picture_);
 }
 
 } // namespace kalvo

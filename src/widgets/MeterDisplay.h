@@ -3,6 +3,7 @@
 #include "widgets/MeterPainting.h"
 #include "widgets/Spoken.h"
 
+#include <QPixmap>
 #include <QWidget>
 
 namespace kalvo {
@@ -48,15 +49,19 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     /** A number that changes whenever what is painted does. */
     std::size_t Appearance() const;
+    QRect MeterRoom() const;
+    void PaintGround();
 
     MeterStyle style_ = MeterStyle::Analyzer;
     MeterPicture picture_;
     std::array<ClipLight, 2> lights_;
     std::size_t painted_ = 0;
+    QPixmap ground_; ///< what does not move, kept ready; null: to be painted
     double fontHeights_ = 2.4;
 };
 

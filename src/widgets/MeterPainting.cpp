@@ -106,35 +106,52 @@ void PaintRounds(QPainter& painter, const QRectF& room, bool circles, bool both,
 }
 
 /** A needle whose pivot lies below the room, over a scale that fills the room's width. */
-void PaintDial(QPainter& painter, const QRectF& room, double needle, const MeterPicture& picture) {
-    const Skin& skin = SkinStyle::Colours();
-    const double half = room.width() / 2;
-    const double high = room.height() - 2;
-    const double radius = (half * half + high * high) / (2 * high);
-    const QPointF pivot(room.center().x(), room.bottom() - high + radius);
-    const double sweep = std::asin(std::min(1.0, half / radius));
-    const auto at = [&](double share, double distance) {
-        const double angle = (2 * share - 1) * sweep;
-        return pivot + QPointF(std::sin(angle), -std::cos(angle)) * distance;
-    };
-    for (int mark = 0; mark <= kScaleMarks; ++mark) {
-        const double share = static_cast<double>(mark) / kScaleMarks;
-        painter.setPen(QPen(share > kHighZone ? skin.meterHigh : skin.dim, mark % 5 == 0 ? 2 : 1));
-        painter.drawLine(at(share, radius), at(share, radius - (mark % 5 == 0 ? 0.22 : 0.14) * high));
+class Dial {
+public:
+    /** One half of the meter's room. */
+    Dial(const QRectF& meter, int channel) {
+        const double width = meter.width() / 2;
+        const QRectF room = QRectF(meter.left() + channel * width, meter.top(), width, meter.height())
+                                .adjusted(width * 0.06, 1, -width * 0.06, 0);
+        const double half = room.width() / 2;
+        high_ = room.height() - 2;
+        radius_ = (half * half + high_ * high_) / (2 * high_);
+        pivot_ = {room.center().x(), room.bottom() - high_ + radius_};
+        sweep_ = std::asin(std::min(1.0, half / radius_));
     }
-    painter.setPen(QPen(picture.colour.isValid() ? picture.colour : skin.text, 2));
-    painter.drawLine(at(needle, radius - 0.05 * high), at(needle, radius - high));
-}
 
-void PaintDials(QPainter& painter, const QRectF& room, const MeterPicture& picture) {
+    void PaintScale(QPainter& painter) const {
+        const Skin& skin = SkinStyle::Colours();
+        for (int mark = 0; mark <= kScaleMarks; ++mark) {
+            const double share = static_cast<double>(mark) / kScaleMarks;
+            painter.setPen(QPen(share > kHighZone ? skin.meterHigh : skin.dim, mark % 5 == 0 ? 2 : 1));
+            painter.drawLine(At(share, radius_), At(share, radius_ - (mark % 5 == 0 ? 0.22 : 0.14) * high_));
+        }
+    }
+
+    void PaintNeedle(QPainter& painter, double share, const QColor& colour) const {
+        painter.setPen(QPen(colour, 2));
+        painter.drawLine(At(share, radius_ - 0.05 * high_), At(share, radius_ - high_));
+    }
+
+private:
+    QPointF At(double share, double distance) const {
+        const double angle = (2 * share - 1) * sweep_;
+        return pivot_ + QPointF(std::sin(angle), -std::cos(angle)) * distance;
+    }
+
+    double high_ = 0;
+    double radius_ = 0;
+    QPointF pivot_;
+    double sweep_ = 0; ///< from the middle to one end
+};
+
+void PaintNeedles(QPainter& painter, const QRectF& room, const MeterPicture& picture) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setClipRect(room);
-    const double half = room.width() / 2;
-    for (const int channel : {0, 1}) {
-        const QRectF dial(room.left() + channel * half, room.top(), half, room.height());
-        PaintDial(painter, dial.adjusted(half * 0.06, 1, -half * 0.06, 0),
-                  picture.needles.at(static_cast<std::size_t>(channel)), picture);
-    }
+    const QColor colour = picture.colour.isValid() ? picture.colour : SkinStyle::Colours().text;
+    for (const int channel : {0, 1})
+        Dial(room, channel).PaintNeedle(painter, picture.needles.at(static_cast<std::size_t>(channel)), colour);
 }
 
 } // namespace
@@ -144,6 +161,15 @@ const QColor& MeterZoneColour(double share) {
     return share < kMiddleZone ? skin.meterLow : share < kHighZone ? skin.meterMid : skin.meterHigh;
 }
 
+void PaintMeterScale(QPainter& painter, const QRect& room, MeterStyle style) {
+    if (style != MeterStyle::VuMeter)
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(room);
+    for (const int channel : {0, 1})
+        Dial(room, channel).PaintScale(painter);
+}
+
 void PaintMeter(QPainter& painter, const QRect& room, MeterStyle style, const MeterPicture& picture) {
     switch (style) {
     case MeterStyle::None:
@@ -151,7 +177,7 @@ void PaintMeter(QPainter& painter, const QRect& room, MeterStyle style, const Me
     case MeterStyle::Analyzer:
         return PaintSpectrum(painter, room, picture);
     case MeterStyle::VuMeter:
-        return PaintDials(painter, room, picture);
+        return PaintNeedles(painter, room, picture);
     case MeterStyle::Vertical:
         return PaintColumns(painter, room, picture);
     case MeterStyle::Horizontal:

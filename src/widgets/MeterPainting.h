@@ -23,6 +23,9 @@ struct MeterPicture {
     QColor colour; ///< of everything lit; invalid: the skin's
 };
 
+/** Paints what stands still behind the picture, a scale. */
+void PaintMeterScale(QPainter& painter, const QRect& room, MeterStyle style);
+
 /** Paints the picture in this style into the rectangle, whose background is painted already. Sizes in pixels. */
 void PaintMeter(QPainter& painter, const QRect& room, MeterStyle style, const MeterPicture& picture);
 
