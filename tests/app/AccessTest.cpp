@@ -6,6 +6,7 @@
 #include "widgets/Spoken.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAccessible>
 #include <QAction>
@@ -57,7 +58,9 @@ struct AccessTest : test::FakeWindow {
         desk->archive.Refresh();
         window->resize(1600, 1000);
         window->show();
-        In<QAction>(*window, "MAAlleTitelAuswaehlen").trigger();
+        In<QAbstractButton>(*window, "cmdErsteSchritteSchliessen").click();
+        auto& grid = In<QAbstractItemView>(*window, "DataGrid2");
+        grid.setCurrentIndex(grid.model()->index(0, 0));
     }
 
     /** Opens every window, modal ones included, and looks at each once, at the main window first. */
@@ -95,7 +98,7 @@ bool IsPartOfAnother(const QWidget& part) {
     return part.objectName().startsWith(u"qt_"_s) || qobject_cast<const QComboBox*>(holder) ||
            (holder != nullptr && (holder->inherits("QAbstractSpinBox") || holder->inherits("QLineEdit") ||
                                   holder->inherits("QComboBoxPrivateContainer") || holder->inherits("QTabBar") ||
-                                  holder->inherits("QAbstractScrollArea")));
+                                  qobject_cast<const QAbstractItemView*>(holder)));
 }
 
 TEST_F(AccessTest, EveryControlOfEveryWindowHasANameForScreenReaders) {
@@ -195,7 +198,7 @@ TEST_F(AccessTest, TheListOfKeysIsMadeOfTheMenusAndFindsPartsOfWords) {
     const QList<ShortcutEntry> all = ShortcutsOfMenus(*window->menuBar());
     EXPECT_TRUE(all.contains({u"Mixer"_s, u"Player 2: Stop"_s, u"F6"_s}));
     EXPECT_TRUE(all.contains({u"Bearbeiten"_s, u"Schnellsuche"_s, u"Strg+F"_s})) << "named behind a tab";
-    for (const auto& [needle, count] : std::map<const char*, qsizetype>{{"F6", 1}, {"player 2 STOP", 1}, {"xyz", 0}}) {
+    for (const auto& [needle, count] : std::map<const char*, qsizetype>{{"F6", 1}, {"player STOP f6", 1}, {"xyz", 0}}) {
         const QList<ShortcutEntry> found = MatchingShortcuts(all, QString::fromLatin1(needle));
         EXPECT_EQ(found.size(), count) << needle;
     }
@@ -225,7 +228,8 @@ TEST_F(AccessTest, GoingOnAirIsSaidAloud) {
                 return qobject_cast<QWidget*>(object)->accessibleName();
         return QString();
     };
-    EXPECT_TRUE(test::WaitUntil([&] { return !alert().isEmpty(); }));
+    EXPECT_TRUE(test::WaitUntil([&] { return !alert().isEmpty(); }))
+        << Heard().size() << In<QWidget>(*window, "lblStatus1").parentWidget()->accessibleName().toStdString();
     EXPECT_EQ(alert(), u"Player 1 ON AIR"_s);
     QAccessible::setActive(false);
     QAccessible::installUpdateHandler(nullptr);
