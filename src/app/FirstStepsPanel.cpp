@@ -1,5 +1,6 @@
 #include "app/FirstStepsPanel.h"
 
+#include "widgets/ButtonPainting.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
@@ -105,7 +106,7 @@ FirstStepsPanel::Card FirstStepsPanel::MakeCard(int step) {
     buttons->addWidget(card.other);
     buttons->addStretch(1);
     auto* column = new QVBoxLayout(card.frame);
-    column->setContentsMargins({});
+    column->setContentsMargins(focusRingMargin, 0, focusRingMargin, focusRingMargin);
     column->addLayout(head);
     column->addWidget(card.hint);
     column->addLayout(buttons);
