@@ -8,8 +8,8 @@ namespace kalvo {
 
 /**
  * Tooltips of the controls of every window, all in one place: what happens, and the shortcut of the menus where there
- * is one. A control gets its hint before it is shown for the first time; it is known by its window's and its own name.
- * A control whose hint changes with the desk sets it itself.
+ * is one. The controls get their hints when their window is shown; they are known by its and their own name. A control
+ * whose hint changes with the desk sets it itself.
  */
 class ControlHints : public QObject {
     Q_OBJECT
@@ -25,6 +25,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void GiveAll(const QWidget& window) const;
     void Give(QWidget& control) const;
 
     QWidget& menus_;

@@ -6,6 +6,7 @@
 #include "widgets/Spoken.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAccessible>
 #include <QAction>
@@ -15,6 +16,7 @@
 #include <QMenuBar>
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 
@@ -57,7 +59,9 @@ struct AccessTest : test::FakeWindow {
         desk->archive.Refresh();
         window->resize(1600, 1000);
         window->show();
-        In<QAction>(*window, "MAAlleTitelAuswaehlen").trigger();
+        In<QAbstractButton>(*window, "cmdErsteSchritteSchliessen").click();
+        auto& grid = In<QAbstractItemView>(*window, "DataGrid2");
+        grid.setCurrentIndex(grid.model()->index(0, 0));
     }
 
     /** Opens every window, modal ones included, and looks at each once, at the main window first. */
@@ -90,12 +94,16 @@ struct AccessTest : test::FakeWindow {
     }
 };
 
+bool HasWords(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isLetter(); });
+}
+
 bool IsPartOfAnother(const QWidget& part) {
     const QWidget* holder = part.parentWidget();
     return part.objectName().startsWith(u"qt_"_s) || qobject_cast<const QComboBox*>(holder) ||
            (holder != nullptr && (holder->inherits("QAbstractSpinBox") || holder->inherits("QLineEdit") ||
                                   holder->inherits("QComboBoxPrivateContainer") || holder->inherits("QTabBar") ||
-                                  holder->inherits("QAbstractScrollArea")));
+                                  qobject_cast<const QAbstractItemView*>(holder)));
 }
 
 TEST_F(AccessTest, EveryControlOfEveryWindowHasANameForScreenReaders) {
@@ -116,7 +124,7 @@ TEST_F(AccessTest, WhatHasNoWordsOfItsOwnHasATooltip) {
     LookAtAll([](QWidget& open) {
         for (QWidget* part : open.findChildren<QWidget*>()) {
             const auto* button = qobject_cast<QAbstractButton*>(part);
-            const bool isSign = button != nullptr && button->text().size() < 3 && button->isVisible();
+            const bool isSign = button != nullptr && button->isVisible() && !HasWords(button->text());
             const bool isPainted = dynamic_cast<Spoken*>(part) && !part->inherits("kalvo::DeckHead") &&
                                    !part->inherits("kalvo::NoticeBar");
             const bool isMoved = qobject_cast<QAbstractSlider*>(part) && !part->inherits("QScrollBar");
@@ -195,7 +203,7 @@ TEST_F(AccessTest, TheListOfKeysIsMadeOfTheMenusAndFindsPartsOfWords) {
     const QList<ShortcutEntry> all = ShortcutsOfMenus(*window->menuBar());
     EXPECT_TRUE(all.contains({u"Mixer"_s, u"Player 2: Stop"_s, u"F6"_s}));
     EXPECT_TRUE(all.contains({u"Bearbeiten"_s, u"Schnellsuche"_s, u"Strg+F"_s})) << "named behind a tab";
-    for (const auto& [needle, count] : std::map<const char*, qsizetype>{{"F6", 1}, {"player 2 STOP", 1}, {"xyz", 0}}) {
+    for (const auto& [needle, count] : std::map<const char*, qsizetype>{{"F6", 1}, {"player STOP f6", 1}, {"xyz", 0}}) {
         const QList<ShortcutEntry> found = MatchingShortcuts(all, QString::fromLatin1(needle));
         EXPECT_EQ(found.size(), count) << needle;
     }
@@ -204,31 +212,6 @@ TEST_F(AccessTest, TheListOfKeysIsMadeOfTheMenusAndFindsPartsOfWords) {
     auto& list = In<QDialog>(*window, "frmTasten");
     In<QLineEdit>(list, "txtSuche").setText(u"sampler leertaste"_s);
     EXPECT_EQ(In<QAbstractItemView>(list, "lstTasten").model()->rowCount(), 1);
-}
-
-QList<std::pair<QObject*, QAccessible::Event>>& Heard() {
-    static QList<std::pair<QObject*, QAccessible::Event>> heard;
-    return heard;
-}
-
-TEST_F(AccessTest, GoingOnAirIsSaidAloud) {
-    Heard().clear();
-    QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-        Heard().append({event->object(), event->type()});
-    });
-    QAccessible::setActive(true);
-    desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
-    desk->mixer.Play(1, -1);
-    const auto alert = [] {
-        for (const auto& [object, kind] : Heard())
-            if (kind == QAccessible::Alert)
-                return qobject_cast<QWidget*>(object)->accessibleName();
-        return QString();
-    };
-    EXPECT_TRUE(test::WaitUntil([&] { return !alert().isEmpty(); }));
-    EXPECT_EQ(alert(), u"Player 1 ON AIR"_s);
-    QAccessible::setActive(false);
-    QAccessible::installUpdateHandler(nullptr);
 }
 
 } // namespace
