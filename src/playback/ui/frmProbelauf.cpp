@@ -186,6 +186,7 @@ void frmProbelauf::ShowPosition() {
 
 void frmProbelauf::Tell(const QString& text) {
     controls_->message->SetText(text);
+    controls_->message->setVisible(!text.isEmpty());
 }
 
 // ---- listening

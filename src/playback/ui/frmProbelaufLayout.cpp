@@ -79,6 +79,7 @@ void frmProbelauf::NameControls() {
     controls_->bar->setTextVisible(false);
     controls_->message->SetTone(Tone::Warning);
     controls_->message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    controls_->message->hide();
     controls_->facts->SetTone(Tone::Dim);
 }
 
@@ -170,7 +171,7 @@ void frmProbelauf::Fold() {
     const bool low = height() < units.Of(38);
     controls_->table->setColumnHidden(JointModel::Gap, narrow);
     controls_->table->setColumnHidden(JointModel::Tempo, narrow);
-    controls_->position->setMinimumHeight(units.Of(low ? 2.4 : 3.6));
+    controls_->position->setFixedHeight(units.Of(low ? 2.6 : 3.6));
     controls_->position->SetLow(low);
     for (IconButton* button : {controls_->previous, controls_->play, controls_->next, controls_->all})
         button->SetLow(low);

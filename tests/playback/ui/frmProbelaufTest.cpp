@@ -70,10 +70,10 @@ TEST_F(frmProbelaufTest, JointsAreHeardOneByOneOrAllInTurn) {
     Button("cmdAlle").click();
     ASSERT_TRUE(test::WaitUntil([this] { return Sounding() == 1; }));
     EXPECT_EQ(Row(), 0);
-    desk.fake.Advance(1e6);
+    desk.fake.Advance(1e9);
     ASSERT_TRUE(test::WaitUntil([this] { return Row() == 1; })) << "the next one by itself";
     ASSERT_TRUE(test::WaitUntil([this] { return Sounding() == 1; }));
-    desk.fake.Advance(1e6);
+    desk.fake.Advance(1e9);
     ASSERT_TRUE(test::WaitUntil([this] { return Sounding() == 0; })) << "and after the last one nothing";
     Button("cmdVorheriger").click();
     EXPECT_EQ(Row(), 0);
