@@ -12,6 +12,15 @@ namespace {
 /** Dead rows that are let be. */
 constexpr std::size_t kDeadRows = 1000;
 
+/** Short texts whose codes each column keeps at hand; a power of two. */
+constexpr std::size_t kShortTexts = 1024;
+
+std::uint32_t FoldedCode(TextDictionary& dictionary, std::string_view text) {
+    std::string folded;
+    TextFolding::AppendFolded(text, folded);
+    return dictionary.CodeOf(folded);
+}
+
 struct SplitPath {
     std::string_view folder; ///< with its closing separator
     std::string_view name;
@@ -38,13 +47,24 @@ std::vector<Value> Picked(const std::vector<Value>& values, const std::vector<st
 } // namespace
 
 std::uint32_t MemoryIndex::CodeFor(Column& column, std::string_view text) {
-    if (column.codes.empty() || column.lastText != text) {
-        std::string folded;
-        TextFolding::AppendFolded(text, folded);
-        column.lastCode = column.dictionary.CodeOf(folded);
+    if (text.size() < sizeof ShortText::text)
+        return CodeOfShort(column, text);
+    if (column.lastText != text) {
+        column.lastCode = FoldedCode(column.dictionary, text);
         column.lastText = text;
     }
     return column.lastCode;
+}
+
+std::uint32_t MemoryIndex::CodeOfShort(Column& column, std::string_view text) {
+    std::uint64_t bytes = text.size();
+    for (const char c : text)
+        bytes = bytes << 8 | static_cast<unsigned char>(c);
+    column.shortTexts.resize(kShortTexts);
+    ShortText& known = column.shortTexts[(bytes * 0x9E3779B97F4A7C15U) >> 32 & (kShortTexts - 1)];
+    if (!known.used || known.text != bytes)
+        known = {bytes, FoldedCode(column.dictionary, text), true};
+    return known.code;
 }
 
 void MemoryIndex::Append(qint64 nr, const Texts& texts) {
@@ -198,14 +218,17 @@ void MemoryIndex::Pack() {
 }
 
 void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
+    auto columns = std::async(std::launch::async, [&] {
+        for (Column& column : columns_) {
+            if (!column.codes.empty())
+                column.codes = Picked(column.codes, rows);
+            column.dictionary.Trim();
+        }
+    });
     ids_ = Picked(ids_, rows);
     titles_ = titles_.Reordered(rows);
     names_ = names_.Reordered(rows);
-    for (Column& column : columns_) {
-        if (!column.codes.empty())
-            column.codes = Picked(column.codes, rows);
-        column.dictionary.Trim();
-    }
+    columns.get();
     alive_ = BitSet(rows.size(), true);
     dead_ = 0;
     packed_ = rows.size();
@@ -219,7 +242,8 @@ std::size_t MemoryIndex::Bytes() const {
                         paths_.Bytes() + titleRanks_.Bytes() + pathRanks_.Bytes() +
                         (order_.capacity() + position_.capacity()) * sizeof(std::uint32_t);
     for (const Column& column : columns_)
-        bytes += column.dictionary.Bytes() + column.codes.capacity() * sizeof(std::uint32_t);
+        bytes += column.dictionary.Bytes() + column.codes.capacity() * sizeof(std::uint32_t) +
+                 column.shortTexts.capacity() * sizeof(ShortText);
     return bytes;
 }
 

@@ -55,11 +55,17 @@ public:
     std::size_t Bytes() const;
 
 private:
+    struct ShortText {
+        std::uint64_t text = 0; ///< up to seven bytes as they came, and their number
+        std::uint32_t code = 0;
+        bool used = false;
+    };
     struct Column {
         TextDictionary dictionary;
         std::vector<std::uint32_t> codes; ///< by row
         std::string lastText;             ///< as it came, with its code: neighbours mostly share their values
         std::uint32_t lastCode = 0;
+        std::vector<ShortText> shortTexts; ///< by hash, the latest ones: times, tracks and the like are few
     };
     /** The folders that fit the pattern asked for last: an import asks for all files of a folder in turn. */
     struct FolderMatches {
@@ -80,7 +86,8 @@ private:
 
     Column& ColumnOf(ArchiveField field) { return columns_[static_cast<std::size_t>(field)]; }
     const Column& ColumnOf(ArchiveField field) const { return columns_[static_cast<std::size_t>(field)]; }
-    std::uint32_t CodeFor(Column& column, std::string_view text);
+    static std::uint32_t CodeFor(Column& column, std::string_view text);
+    static std::uint32_t CodeOfShort(Column& column, std::string_view text);
     std::string PathOf(std::size_t row) const;
     void AddPath(std::uint32_t row);
     void FillPathTable();

@@ -2,6 +2,7 @@
 
 #include "archive/TextFolding.h"
 
+#include <array>
 #include <cstring>
 #include <deque>
 
@@ -33,10 +34,11 @@ std::uint64_t HashText(std::string_view text, std::uint64_t seed) {
 }
 
 std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts) {
+    constexpr std::size_t kWords = 3;
     struct Item {
-        std::uint64_t prefix;
-        std::uint64_t second;
+        std::array<std::uint64_t, kWords> beginning;
         std::uint32_t index;
+        bool longer; ///< the key goes on behind the beginning
     };
     std::vector<Item> items(texts.Size());
     std::vector<std::string_view> keys(texts.Size());
@@ -45,14 +47,13 @@ std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts) {
         keys[i] = texts.At(i);
         if (!TextFolding::IsAscii(keys[i]))
             keys[i] = made.emplace_back(TextFolding::SortKey(keys[i]));
-        items[i] = {Prefix(keys[i], 0), Prefix(keys[i], 8), i};
+        items[i] = {{Prefix(keys[i], 0), Prefix(keys[i], 8), Prefix(keys[i], 16)}, i, keys[i].size() > 8 * kWords};
     }
     std::sort(items.begin(), items.end(), [&](const Item& left, const Item& right) {
-        if (left.prefix != right.prefix)
-            return left.prefix < right.prefix;
-        if (left.second != right.second)
-            return left.second < right.second;
-        const int order = keys[left.index].compare(keys[right.index]);
+        for (std::size_t word = 0; word < kWords; ++word)
+            if (left.beginning[word] != right.beginning[word])
+                return left.beginning[word] < right.beginning[word];
+        const int order = left.longer || right.longer ? keys[left.index].compare(keys[right.index]) : 0;
         return order != 0 ? order < 0 : left.index < right.index;
     });
     std::vector<std::uint32_t> order(items.size());
