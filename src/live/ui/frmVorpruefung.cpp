@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "live/PreshowCheck.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
 #include "widgets/Named.h"
@@ -53,7 +54,7 @@ frmVorpruefung::frmVorpruefung(PreshowCheck& check, const Clock& clock, QWidget*
       clock_(clock),
       sign_(new QLabel(this)),
       verdict_(new QLabel(this)),
-      state_(new QLabel(this)),
+      state_(new ElidedLabel(this)),
       bar_(new QProgressBar(this)),
       findings_(new QTreeWidget(this)),
       copy_(new QPushButton(u"Bericht kopieren"_s, this)),
@@ -105,6 +106,7 @@ void frmVorpruefung::NameControls() {
     findings_->header()->setSectionResizeMode(What, QHeaderView::Stretch);
     findings_->header()->setSectionResizeMode(Way, QHeaderView::Fixed);
     bar_->setTextVisible(false);
+    state_->SetTone(Tone::Dim);
 }
 
 void frmVorpruefung::Arrange() {
@@ -134,7 +136,7 @@ void frmVorpruefung::Connect() {
     connect(copy_, &QPushButton::clicked, this, &frmVorpruefung::CopyReport);
     connect(findings_, &QTreeWidget::itemClicked, this, &frmVorpruefung::Follow);
     connect(findings_, &QTreeWidget::itemActivated, this, &frmVorpruefung::Follow);
-    connect(findings_->header(), &QHeaderView::sectionResized, findings_, &QTreeWidget::doItemsLayout);
+    connect(findings_->header(), &QHeaderView::sectionResized, this, &frmVorpruefung::FitRows);
 }
 
 void frmVorpruefung::ShowState() {
@@ -164,12 +166,11 @@ void frmVorpruefung::ShowVerdict() {
                                    plain ? SkinStyle::Colours().dim : ColourOfSign(worst), units.Of(2.6),
                                    devicePixelRatioF()));
     if (running)
-        state_->setText(
-            u"%1 von %2 Titeln geprüft. Die Musik spielt dabei weiter."_s.arg(check_.Done()).arg(check_.Count()));
+        state_->SetText(u"%1 von %2 Titeln geprüft"_s.arg(check_.Done()).arg(check_.Count()));
     else if (check_.Done() < check_.Count())
-        state_->setText(u"Nach %1 von %2 Titeln abgebrochen"_s.arg(check_.Done()).arg(check_.Count()));
+        state_->SetText(u"Nach %1 von %2 Titeln abgebrochen"_s.arg(check_.Done()).arg(check_.Count()));
     else
-        state_->setText(u"Geprüft um %1 Uhr"_s.arg(checkedAt_.toString(u"HH:mm"_s)));
+        state_->SetText(u"Geprüft um %1 Uhr"_s.arg(checkedAt_.toString(u"HH:mm"_s)));
 }
 
 void frmVorpruefung::ShowFindings() {
@@ -202,6 +203,23 @@ void frmVorpruefung::ShowFindings() {
             findings_->setCurrentItem(line);
     }
     findings_->expandAll();
+    FitRows();
+}
+
+/** A tree does not make room for wrapped lines by itself. */
+void frmVorpruefung::FitRows() {
+    const FontUnits& units = SkinStyle::Units();
+    const QFontMetrics metrics = findings_->fontMetrics();
+    const int width = findings_->columnWidth(What) - units.Of(0.9);
+    for (int group = 0; group < findings_->topLevelItemCount(); ++group) {
+        QTreeWidgetItem* const head = findings_->topLevelItem(group);
+        for (int row = 0; row < head->childCount(); ++row) {
+            QTreeWidgetItem* const line = head->child(row);
+            const int text =
+                metrics.boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), Qt::TextWordWrap, line->text(What)).height();
+            line->setSizeHint(What, QSize(0, std::max(units.TableRow(), text + units.Gap(2))));
+        }
+    }
 }
 
 void frmVorpruefung::Follow(const QTreeWidgetItem* item) {
@@ -213,7 +231,7 @@ void frmVorpruefung::Follow(const QTreeWidgetItem* item) {
 void frmVorpruefung::CopyReport() {
     QApplication::clipboard()->setText(
         Preshow::Report(shown_, u"Kalvo - Vorprüfung vom %1"_s.arg(clock_.Now().toString(u"dd.MM.yyyy, HH:mm"_s))));
-    state_->setText(u"Der Bericht liegt in der Zwischenablage."_s);
+    state_->SetText(u"Der Bericht liegt in der Zwischenablage."_s);
 }
 
 void frmVorpruefung::changeEvent(QEvent* event) {
@@ -235,15 +253,23 @@ void frmVorpruefung::ApplyLook() {
     for (QGridLayout* head : findChildren<QGridLayout*>())
         head->setHorizontalSpacing(units.Gap(3));
     verdict_->setFont(units.Font(1.8, true));
-    state_->setForegroundRole(QPalette::PlaceholderText);
-    bar_->setFixedWidth(units.Of(13));
-    findings_->header()->resizeSection(Where, units.Of(19));
+    bar_->setFixedWidth(units.Of(10));
     findings_->header()->resizeSection(Way, units.Of(1.8));
     for (QPushButton* button : {copy_, close_, cancel_, static_cast<QPushButton*>(again_)})
         button->setMinimumWidth(units.Of(7.2));
     setMinimumSize(units.Of(42), units.Of(24));
     const QSize room = screen()->availableGeometry().size() - QSize(units.Gap(4), units.Of(3));
     resize(QSize(units.Of(62), units.Of(40)).boundedTo(room));
+    ShareWidth();
+}
+
+void frmVorpruefung::ShareWidth() {
+    findings_->header()->resizeSection(Where, std::min(SkinStyle::Units().Of(19), width() * 3 / 10));
+}
+
+void frmVorpruefung::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    ShareWidth();
 }
 
 } // namespace kalvo

@@ -14,6 +14,7 @@ class QTreeWidgetItem;
 namespace kalvo {
 
 class Clock;
+class ElidedLabel;
 class IconButton;
 class PreshowCheck;
 
@@ -35,6 +36,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void NameControls();
@@ -43,6 +45,8 @@ private:
     void ShowState();
     void ShowVerdict();
     void ShowFindings();
+    void FitRows();
+    void ShareWidth();
     void Follow(const QTreeWidgetItem* item);
     void CopyReport();
     void ApplyLook();
@@ -55,7 +59,7 @@ private:
     QDateTime checkedAt_;   ///< when the last check ended; invalid: none has yet
     QLabel* sign_;
     QLabel* verdict_;
-    QLabel* state_;
+    ElidedLabel* state_;
     QProgressBar* bar_;
     QTreeWidget* findings_;
     QPushButton* copy_;

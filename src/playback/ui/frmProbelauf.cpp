@@ -2,30 +2,14 @@
 
 #include "base/Clock.h"
 #include "base/Settings.h"
-#include "widgets/ElidedLabel.h"
-#include "widgets/IconButton.h"
-#include "widgets/Named.h"
-#include "widgets/PositionSlider.h"
-#include "widgets/SkinStyle.h"
-#include "widgets/VolumeSlider.h"
+#include "playback/ui/frmProbelaufControls.h"
 #include "widgets/xMessageBox.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
-#include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QScreen>
 #include <QSignalBlocker>
-#include <QSpinBox>
-#include <QTableView>
-#include <QVBoxLayout>
 
 #include <algorithm>
-#include <initializer_list>
-#include <utility>
 
 namespace kalvo {
 
@@ -36,47 +20,11 @@ using namespace Qt::StringLiterals;
 constexpr int kTickInterval = 50;    // ms
 constexpr int kClockInterval = 5000; // ms
 constexpr int kDefaultVolume = 50;
-constexpr int kMostMargin = 30; // s
 
 const QString kSection = u"Soundkarte"_s;
 const QString kVolumeKey = u"Kopfhoererlautstaerke"_s;
 
-IconButton* Button(const char* icon, QWidget* parent) {
-    return new IconButton(QString::fromLatin1(icon), IconButton::Size::Big, parent);
-}
-
 } // namespace
-
-struct frmProbelauf::Controls {
-    explicit Controls(frmProbelauf* window)
-        : state(new QLabel(window)),
-          bar(new QProgressBar(window)),
-          table(new QTableView(window)),
-          titles(new ElidedLabel(window)),
-          facts(new ElidedLabel(window)),
-          position(new PositionSlider(2, window)),
-          previous(Button("previous", window)),
-          play(Button("play", window)),
-          next(Button("next", window)),
-          all(Button("automatic", window)),
-          before(new QSpinBox(window)),
-          after(new QSpinBox(window)),
-          volume(new VolumeSlider(window)),
-          message(new ElidedLabel(window)),
-          cancel(new QPushButton(u"Abbrechen"_s, window)),
-          close(new QPushButton(u"Schließen"_s, window)) {}
-
-    QLabel* state;
-    QProgressBar* bar;
-    QTableView* table;
-    ElidedLabel *titles, *facts;
-    PositionSlider* position;
-    IconButton *previous, *play, *next, *all;
-    QSpinBox *before, *after;
-    VolumeSlider* volume;
-    ElidedLabel* message;
-    QPushButton *cancel, *close;
-};
 
 frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
     : QDialog(parent),
@@ -100,94 +48,6 @@ frmProbelauf::~frmProbelauf() {
     parts_.rehearsal.disconnect(this);
     parts_.rehearsal.Stop();
     parts_.settings.PutNumber(kSection, kVolumeKey, controls_->volume->value());
-}
-
-void frmProbelauf::NameControls() {
-    const auto button = [](IconButton* part, const QString& name, const QString& caption, const QString& hint) {
-        Named(part, name, caption);
-        part->setText(caption);
-        part->setToolTip(hint);
-        part->setAutoDefault(false);
-    };
-    button(controls_->previous, u"cmdVorheriger"_s, u"Vorheriger"_s, u"Den Übergang davor anhören"_s);
-    button(controls_->play, u"cmdAnhoeren"_s, u"Anhören"_s, u"Diesen Übergang anhören (Leertaste)"_s);
-    button(controls_->next, u"cmdNaechster"_s, u"Nächster"_s, u"Den Übergang danach anhören"_s);
-    button(controls_->all, u"cmdAlle"_s, u"Alle anhören"_s, u"Von hier an einen Übergang nach dem anderen anhören"_s);
-    Named(controls_->state, u"lblStand"_s, u"Stand des Probelaufs"_s);
-    Named(controls_->bar, u"ProgressBar1"_s, u"Fortschritt"_s);
-    Named(controls_->table, u"Uebergaenge"_s, u"Übergänge"_s);
-    Named(controls_->titles, u"lblUebergang"_s, u"Gewählter Übergang"_s);
-    Named(controls_->facts, u"lblEinzelheiten"_s, u"Einzelheiten des Übergangs"_s);
-    Named(controls_->position, u"Slider1"_s, u"Position im Übergang"_s);
-    Named(controls_->before, u"spnVorlauf"_s, u"Sekunden vor dem Übergang"_s);
-    Named(controls_->after, u"spnNachlauf"_s, u"Sekunden nach dem Übergang"_s);
-    Named(controls_->volume, u"HScroll1"_s, u"Lautstärke des Kopfhörers"_s);
-    Named(controls_->message, u"lblMeldung"_s, u"Meldung"_s);
-    Named(controls_->cancel, u"cmdAbbrechen"_s, u"Rechnen abbrechen oder fortsetzen"_s);
-    Named(controls_->close, u"cmdSchliessen"_s, controls_->close->text());
-    controls_->volume->setToolTip(u"Lautstärke des Kopfhörers"_s);
-    for (QSpinBox* margin : {controls_->before, controls_->after}) {
-        margin->setRange(1, kMostMargin);
-        margin->setSuffix(u" s"_s);
-        margin->setValue(JointMargins().before);
-        margin->setKeyboardTracking(false);
-    }
-    for (QPushButton* plain : {controls_->cancel, controls_->close})
-        plain->setAutoDefault(false);
-    controls_->bar->setTextVisible(false);
-    controls_->message->SetTone(Tone::Warning);
-    controls_->facts->SetTone(Tone::Dim);
-}
-
-QWidget* frmProbelauf::BuildTransport() {
-    auto* transport = new QWidget(this);
-    auto* row = new QHBoxLayout(transport);
-    row->setContentsMargins({});
-    for (IconButton* button : {controls_->previous, controls_->play, controls_->next, controls_->all})
-        row->addWidget(button, 1);
-    return transport;
-}
-
-void frmProbelauf::Arrange() {
-    QTableView* table = controls_->table;
-    table->setModel(&model_);
-    table->setSelectionBehavior(QTableView::SelectRows);
-    table->setSelectionMode(QTableView::SingleSelection);
-    table->setShowGrid(false);
-    table->setWordWrap(false);
-    table->setAlternatingRowColors(true);
-    table->setTabKeyNavigation(false);
-    table->setCornerButtonEnabled(false);
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setMinimumSectionSize(0);
-    table->horizontalHeader()->setHighlightSections(false);
-    table->horizontalHeader()->setSectionResizeMode(JointModel::From, QHeaderView::Stretch);
-    table->horizontalHeader()->setSectionResizeMode(JointModel::To, QHeaderView::Stretch);
-    auto* head = new QHBoxLayout;
-    head->addWidget(controls_->state, 1);
-    head->addWidget(controls_->bar);
-    head->addWidget(controls_->cancel);
-    auto* foot = new QHBoxLayout;
-    auto* before = new QLabel(u"&Vorlauf"_s, this);
-    auto* after = new QLabel(u"&Nachlauf"_s, this);
-    auto* volume = new QLabel(u"&Lautstärke"_s, this);
-    before->setBuddy(controls_->before);
-    after->setBuddy(controls_->after);
-    volume->setBuddy(controls_->volume);
-    for (QWidget* part :
-         std::initializer_list<QWidget*>{before, controls_->before, after, controls_->after, volume, controls_->volume})
-        foot->addWidget(part);
-    foot->addStretch(1);
-    foot->addWidget(controls_->close);
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(head);
-    column->addWidget(table, 1);
-    column->addWidget(controls_->titles);
-    column->addWidget(controls_->facts);
-    column->addWidget(controls_->position);
-    column->addWidget(BuildTransport());
-    column->addWidget(controls_->message);
-    column->addLayout(foot);
 }
 
 void frmProbelauf::Connect() {
@@ -326,6 +186,7 @@ void frmProbelauf::ShowPosition() {
 
 void frmProbelauf::Tell(const QString& text) {
     controls_->message->SetText(text);
+    controls_->message->setVisible(!text.isEmpty());
 }
 
 // ---- listening
@@ -405,39 +266,15 @@ void frmProbelauf::keyPressEvent(QKeyEvent* event) {
         QDialog::keyPressEvent(event);
 }
 
+void frmProbelauf::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    Fold();
+}
+
 void frmProbelauf::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::StyleChange && controls_ != nullptr) // the parts take their style after this
         QMetaObject::invokeMethod(this, &frmProbelauf::ApplyLook, Qt::QueuedConnection);
-}
-
-void frmProbelauf::ApplyLook() {
-    const FontUnits& units = SkinStyle::Units();
-    layout()->setContentsMargins(units.Gap(4), units.Gap(4), units.Gap(4), units.Gap(4));
-    layout()->setSpacing(units.Gap(2));
-    for (QHBoxLayout* row : findChildren<QHBoxLayout*>())
-        row->setSpacing(units.Gap(2));
-    controls_->state->setFont(units.Font(1.3, true));
-    controls_->titles->setFont(units.Font(1.3, true));
-    controls_->bar->setFixedWidth(units.Of(12));
-    controls_->position->setMinimumHeight(units.Of(3.6));
-    controls_->message->setMinimumHeight(units.Of(1.4)); // its place is kept
-    controls_->volume->setFixedWidth(units.Of(9));
-    for (QPushButton* button : {controls_->cancel, controls_->close})
-        button->setMinimumWidth(units.Of(7.2));
-    QTableView* table = controls_->table;
-    table->verticalHeader()->setDefaultSectionSize(units.TableRow());
-    table->horizontalHeader()->setFixedHeight(units.ColumnHead());
-    const std::pair<int, double> widths[] = {{JointModel::When, 5.6},
-                                             {JointModel::Fade, 8},
-                                             {JointModel::Level, 10},
-                                             {JointModel::Gap, 4.5},
-                                             {JointModel::Tempo, 8.5}};
-    for (const auto& [column, width] : widths)
-        table->setColumnWidth(column, units.Of(width));
-    setMinimumSize(units.Of(46), units.Of(32));
-    const QSize room = screen()->availableGeometry().size() - QSize(units.Gap(4), units.Of(3));
-    resize(QSize(units.Of(68), units.Of(44)).boundedTo(room));
 }
 
 } // namespace kalvo

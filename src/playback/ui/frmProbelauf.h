@@ -45,6 +45,7 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     struct Controls;
@@ -54,6 +55,7 @@ private:
     void Arrange();
     void Connect();
     void ApplyLook();
+    void Fold();
 
     int Row() const;
     void Select(int row);
