@@ -1,5 +1,6 @@
 #include "app/FirstStepsPanel.h"
 
+#include "widgets/ButtonPainting.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
@@ -45,9 +46,15 @@ QPixmap NumberPixmap(int step, bool isNext, bool isDone, double ratio) {
 } // namespace
 
 FirstStepsPanel::FirstStepsPanel(QWidget* parent)
-    : QWidget(parent),
-      heading_(new ElidedLabel(this)),
-      close_(new IconButton(QStringLiteral("close"), IconButton::Size::Normal, this)) {
+    : QScrollArea(parent),
+      page_(new QWidget),
+      heading_(new ElidedLabel(page_)),
+      close_(new IconButton(QStringLiteral("close"), IconButton::Size::Normal, page_)) {
+    setFrameShape(NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    page_->setBackgroundRole(QPalette::Base);
+    page_->setAutoFillBackground(true);
     setObjectName(QStringLiteral("ErsteSchritte"));
     setAccessibleName(QStringLiteral("Erste Schritte"));
     heading_->setText(QStringLiteral("In drei Schritten zum ersten Titel"));
@@ -61,20 +68,19 @@ FirstStepsPanel::FirstStepsPanel(QWidget* parent)
     close_->setToolTip(QStringLiteral("Schließt die ersten Schritte für immer; unter Hilfe sind sie wieder zu finden"));
     close_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(close_, &QPushButton::clicked, this, &FirstStepsPanel::CloseRequested);
-    auto* head = new QHBoxLayout;
-    head->addWidget(heading_, 1);
-    head->addWidget(close_);
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(head);
+    steps->addWidget(close_, 0, Qt::AlignTop);
+    auto* column = new QVBoxLayout(page_);
+    column->addWidget(heading_);
     column->addStretch(1);
     column->addLayout(steps);
     column->addStretch(2);
+    setWidget(page_);
     ApplyLook();
 }
 
 FirstStepsPanel::Card FirstStepsPanel::MakeCard(int step) {
     Card card{};
-    card.frame = new QFrame(this);
+    card.frame = new QFrame(page_);
     card.number = new QLabel(card.frame);
     card.title = new ElidedLabel(card.frame);
     card.hint = new QLabel(card.frame);
@@ -84,9 +90,10 @@ FirstStepsPanel::Card FirstStepsPanel::MakeCard(int step) {
     card.button = new IconButton(QString::fromLatin1(kIcons.at(static_cast<std::size_t>(step))),
                                  IconButton::Size::Normal, card.frame);
     card.button->setObjectName(QStringLiteral("cmdSchritt%1").arg(step + 1));
-    card.other = new IconButton(QString(), IconButton::Size::Normal, card.frame);
+    card.other = new QPushButton(card.frame);
+    card.other->setAutoDefault(false);
     card.other->setObjectName(QStringLiteral("cmdSchritt%1Anders").arg(step + 1));
-    for (IconButton* button : {card.button, card.other}) {
+    for (QPushButton* button : std::initializer_list<QPushButton*>{card.button, card.other}) {
         button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         connect(button, &QPushButton::clicked, this,
                 [this, step, isOther = button == card.other] { Q_EMIT Chosen(step, isOther); });
@@ -99,7 +106,7 @@ FirstStepsPanel::Card FirstStepsPanel::MakeCard(int step) {
     buttons->addWidget(card.other);
     buttons->addStretch(1);
     auto* column = new QVBoxLayout(card.frame);
-    column->setContentsMargins({});
+    column->setContentsMargins(focusRingMargin, 0, focusRingMargin, focusRingMargin);
     column->addLayout(head);
     column->addWidget(card.hint);
     column->addLayout(buttons);
@@ -126,8 +133,8 @@ void FirstStepsPanel::Show(const FirstStepsState& state) {
 void FirstStepsPanel::ApplyLook() {
     const FontUnits& units = SkinStyle::Units();
     heading_->setFont(units.Font(1.25, true));
-    layout()->setContentsMargins(units.Gap(4), units.Gap(2), units.Gap(2), units.Gap(2));
-    layout()->setSpacing(units.Gap(2));
+    page_->layout()->setContentsMargins(units.Gap(4), units.Gap(2), units.Gap(2), units.Gap(2));
+    page_->layout()->setSpacing(units.Gap(2));
     for (std::size_t step = 0; step < cards_.size(); ++step) {
         const Card& card = cards_.at(step);
         const bool isNext = static_cast<int>(step) == next_;
@@ -145,7 +152,9 @@ void FirstStepsPanel::FitRoom() {
     const int cards = units.Of(2.2) + units.Button() + units.Gap(8);
     const int hints = 2 * QFontMetrics(units.Font()).lineSpacing() + units.Gap(2);
     const bool isNarrow = width() < units.Of(70);
+    const bool hasRoomForTitles = width() > units.Of(55);
     for (const Card& card : cards_) {
+        card.title->setMinimumWidth(hasRoomForTitles ? card.title->sizeHint().width() : 0);
         card.hint->setHidden(height() < cards + hints);
         card.other->setHidden(card.view.other.isEmpty() ||
                               (isNarrow && &card != &cards_.at(static_cast<std::size_t>(next_))));
@@ -154,16 +163,12 @@ void FirstStepsPanel::FitRoom() {
 }
 
 void FirstStepsPanel::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
+    QScrollArea::resizeEvent(event);
     FitRoom();
 }
 
-void FirstStepsPanel::paintEvent(QPaintEvent*) {
-    QPainter(this).fillRect(rect(), SkinStyle::Colours().base);
-}
-
 void FirstStepsPanel::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
+    QScrollArea::changeEvent(event);
     if (event->type() == QEvent::StyleChange)
         ApplyLook();
 }

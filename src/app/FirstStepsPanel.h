@@ -2,19 +2,24 @@
 
 #include "app/FirstStepsState.h"
 
-#include <QFrame>
+#include <QScrollArea>
 
 #include <array>
 
+class QFrame;
 class QLabel;
+class QPushButton;
 
 namespace kalvo {
 
 class ElidedLabel;
 class IconButton;
 
-/** The guide of the first start, in the archive's place: three steps side by side, the next one stands out. */
-class FirstStepsPanel : public QWidget {
+/**
+ * The guide of the first start, in the archive's place: three steps side by side, the next one stands out. Scrolls
+ * where a large font leaves no room.
+ */
+class FirstStepsPanel : public QScrollArea {
     Q_OBJECT
 
 public:
@@ -29,7 +34,6 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -39,7 +43,7 @@ private:
         ElidedLabel* title;
         QLabel* hint;
         IconButton* button;
-        IconButton* other;
+        QPushButton* other;
         FirstStepView view;
     };
 
@@ -48,6 +52,7 @@ private:
     /** Where there is no room for all, the heading goes first, then the hints. */
     void FitRoom();
 
+    QWidget* page_;
     ElidedLabel* heading_;
     IconButton* close_;
     std::array<Card, 3> cards_;

@@ -15,6 +15,7 @@
 #include "app/HandbookCommands.h"
 #include "app/HeadphoneCommands.h"
 #include "app/JingleCommands.h"
+#include "app/KeyCommands.h"
 #include "app/ListBand.h"
 #include "app/ListCommands.h"
 #include "app/ListenCommands.h"
@@ -117,6 +118,7 @@ void Form1::Build() {
     connect(desktop, &DesktopLink::RaiseWanted, this, &Form1::ComeForward);
     connect(desktop, &DesktopLink::QuitWanted, this, &Form1::close);
     connect(desktop, &DesktopLink::FilesGiven, this, &Form1::AddFiles);
+    new KeyCommands({actions_, *archive_, *this}); // the last: it goes through all menus and controls
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();

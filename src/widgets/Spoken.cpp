@@ -54,7 +54,8 @@ QAccessibleInterface* InterfaceOf(const QString& /*className*/, QObject* object)
     if (auto* box = qobject_cast<QComboBox*>(object))
         return new SpokenBox(*box);
     auto* label = qobject_cast<QLabel*>(object);
-    return label != nullptr && !label->accessibleName().isEmpty() ? new SpokenLabel(*label) : nullptr;
+    return label != nullptr && label->pixmap().isNull() && label->textFormat() != Qt::RichText ? new SpokenLabel(*label)
+                                                                                               : nullptr;
 }
 
 } // namespace

@@ -84,7 +84,7 @@ SpokenLabel::SpokenLabel(QLabel& label) : QAccessibleWidget(&label, QAccessible:
 
 QString SpokenLabel::text(QAccessible::Text kind) const {
     const QString name = QAccessibleWidget::text(kind);
-    const QString shown = label_.text();
+    const QString shown = label_.buddy() == nullptr ? label_.text() : label_.text().remove(u'&');
     if (kind != QAccessible::Name || shown.isEmpty())
         return name;
     return shown.startsWith(name) ? shown : name + QStringLiteral(": ") + shown;

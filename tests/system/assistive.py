@@ -71,11 +71,15 @@ def rows_of(table):
 
 
 def work(window):
-    # On air by the button's action; the head tells it, the button that it is on.
+    # On air by the button's action; the head tells it and says it aloud, the button that it is on.
     head = find(window, ROLE.LABEL, "Player 1 BEREIT")
+    said = []
+    listener = Atspi.EventListener.new(lambda event: said.append(event.source.get_name()))
+    listener.register("object:property-change:accessible-name")
     play = find(window, ROLE.PUSH_BUTTON, "Player 1: Wiedergabe")
     press(play)
     wait_for("Player 1 auf Sendung", lambda: head.get_name() == "Player 1 ON AIR")
+    wait_for("Player 1 wird angesagt", lambda: "Player 1 ON AIR" in said)
     wait_for("Wiedergabe an", lambda: play.get_state_set().contains(Atspi.StateType.CHECKED))
     position = find(window, ROLE.SLIDER, "Player 1: Position")
     wait_for("die Position läuft", lambda: Atspi.Value.get_current_value(position) > 0)

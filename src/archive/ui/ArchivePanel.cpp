@@ -151,10 +151,7 @@ void ArchivePanel::ConnectGrid() {
         ShowCurrentTitle();
         Q_EMIT CurrentTitleChanged();
     });
-    connect(grid_, &ArchiveGrid::HeaderClicked, this, [this](ArchiveField field) {
-        const HourGlass hourGlass;
-        grid_->SortBy(field, Filter());
-    });
+    connect(grid_, &ArchiveGrid::HeaderClicked, this, &ArchivePanel::SortBy);
     connect(grid_, &ArchiveGrid::ValueListRequested, categories_, &ArchiveCategories::OpenValueList);
     connect(grid_, &ArchiveGrid::ColumnsChanged, this, &ArchivePanel::SaveLayout);
     connect(line_, &SelectedTitleLine::AddToListRequested, this,
@@ -166,6 +163,11 @@ void ArchivePanel::ConnectGrid() {
     connect(line_, &SelectedTitleLine::HeadphonesRequested, this,
             [this] { Q_EMIT HeadphonesRequested(CurrentRecord()); });
     connect(empty_, &EmptyArchive::ImportRequested, this, &ArchivePanel::ImportRequested);
+}
+
+void ArchivePanel::SortBy(ArchiveField field) {
+    const HourGlass hourGlass;
+    grid_->SortBy(field, Filter());
 }
 
 void ArchivePanel::ConnectTree() {

@@ -40,6 +40,10 @@ public:
     /** `Nr` of the marked titles in row order; empty when none is marked. */
     QList<qint64> MarkedNumbers() const { return grid_->MarkedNumbers(); }
 
+    QList<ArchiveField> VisibleFields() const { return grid_->VisibleFields(); }
+    /** As a click on the column's head. */
+    void SortBy(ArchiveField field);
+
     void SetWheelRows(int rows) { grid_->SetWheelRows(rows); }
     void ReloadColumns() { grid_->ReloadColumns(); }
 

@@ -1,0 +1,218 @@
+#include "app/FakeWindow.h"
+#include "app/FirstStepsState.h"
+#include "app/ShortcutList.h"
+#include "archive/ui/WindowActs.h"
+#include "support/WaitUntil.h"
+#include "widgets/Spoken.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSlider>
+#include <QAccessible>
+#include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+
+namespace kalvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/** What stands in the menus and opens a window of its own. */
+constexpr const char* kOpeners[] = {"Suchen",
+                                    "TitelZumMusikarchivHinzufügen",
+                                    "Doubletten",
+                                    "BpmMessen",
+                                    "ZuletztGespieltAnzahl",
+                                    "EigenschaftenWiedergabeliste",
+                                    "TitelMitKopfhörerVorhören",
+                                    "Equalizer",
+                                    "Mitschnitt",
+                                    "MeineCharts",
+                                    "VerlaufDesAbends",
+                                    "Wunschzettel",
+                                    "AutoDj",
+                                    "TerminPlay",
+                                    "Sampler",
+                                    "SamplerEinstellungen",
+                                    "Optionen",
+                                    "Tastenuebersicht"};
+
+/** The main window with a title in the archive, which is the chosen one. */
+struct AccessTest : test::FakeWindow {
+    void SetUp() override {
+        Spoken::Install();
+        ASSERT_TRUE(window->Load());
+        ASSERT_TRUE(test::WaitUntil([this] { return desk->archive.IsIndexReady(); }));
+        TitleRecord title;
+        title.Titel = u"Lied"_s;
+        title.Interpret = u"Anna"_s;
+        title.Pfad = folder.Write(u"lied-60.mp3"_s, "x");
+        ASSERT_TRUE(desk->archive.AddTitle(title));
+        desk->archive.Refresh();
+        window->resize(1600, 1000);
+        window->show();
+        In<QAbstractButton>(*window, "cmdErsteSchritteSchliessen").click();
+        auto& grid = In<QAbstractItemView>(*window, "DataGrid2");
+        grid.setCurrentIndex(grid.model()->index(0, 0));
+    }
+
+    /** Opens every window, modal ones included, and looks at each once, at the main window first. */
+    void LookAtAll(const std::function<void(QWidget&)>& look) {
+        look(*window);
+        QSet<QWidget*> seen{window.get()};
+        const auto lookAtNew = [&] {
+            for (QWidget* open : QApplication::topLevelWidgets()) {
+                if (open->isVisible() && qobject_cast<QDialog*>(open) && !seen.contains(open)) {
+                    seen.insert(open);
+                    look(*open);
+                }
+            }
+            if (QWidget* modal = QApplication::activeModalWidget())
+                modal->close();
+        };
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, lookAtNew);
+        timer.start(5);
+        for (const char* opener : kOpeners) {
+            const auto before = seen.size();
+            In<QAction>(*window, opener).trigger();
+            EXPECT_TRUE(test::WaitUntil([&] { return seen.size() > before; })) << opener << " opens nothing";
+        }
+    }
+
+    static std::string Told(const QWidget& part) {
+        return (part.window()->objectName() + u'|' + part.objectName() + u' ').toStdString() +
+               part.metaObject()->className();
+    }
+};
+
+bool HasWords(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isLetter(); });
+}
+
+bool IsPartOfAnother(const QWidget& part) {
+    const QWidget* holder = part.parentWidget();
+    return part.objectName().startsWith(u"qt_"_s) || qobject_cast<const QComboBox*>(holder) ||
+           (holder != nullptr && (holder->inherits("QAbstractSpinBox") || holder->inherits("QLineEdit") ||
+                                  holder->inherits("QComboBoxPrivateContainer") || holder->inherits("QTabBar") ||
+                                  qobject_cast<const QAbstractItemView*>(holder)));
+}
+
+TEST_F(AccessTest, EveryControlOfEveryWindowHasANameForScreenReaders) {
+    LookAtAll([](QWidget& open) {
+        for (QWidget* part : open.findChildren<QWidget*>()) {
+            const bool isControl = part->focusPolicy() != Qt::NoFocus && part->focusProxy() == nullptr;
+            if (part->window() != &open || IsPartOfAnother(*part) || (!isControl && !dynamic_cast<Spoken*>(part)))
+                continue;
+            QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(part);
+            ASSERT_TRUE(spoken) << Told(*part);
+            const bool isAsked = !part->objectName().isEmpty() && !part->isHidden();
+            EXPECT_TRUE(!isAsked || !spoken->text(QAccessible::Name).isEmpty()) << Told(*part);
+        }
+    });
+}
+
+TEST_F(AccessTest, WhatHasNoWordsOfItsOwnHasATooltip) {
+    LookAtAll([](QWidget& open) {
+        for (QWidget* part : open.findChildren<QWidget*>()) {
+            const auto* button = qobject_cast<QAbstractButton*>(part);
+            const bool isSign = button != nullptr && button->isVisible() && !HasWords(button->text());
+            const bool isPainted = dynamic_cast<Spoken*>(part) && !part->inherits("kalvo::DeckHead") &&
+                                   !part->inherits("kalvo::NoticeBar");
+            const bool isMoved = qobject_cast<QAbstractSlider*>(part) && !part->inherits("QScrollBar");
+            if (part->window() == &open && !IsPartOfAnother(*part) && (isSign || isPainted || isMoved)) {
+                part->ensurePolished();
+                EXPECT_FALSE(part->toolTip().isEmpty()) << Told(*part);
+            }
+        }
+    });
+}
+
+TEST_F(AccessTest, TooltipsNameTheShortcutOfTheMenu) {
+    for (const auto& [control, keys] : std::map<const char*, const char*>{
+             {"cmdPlay1", "F1"}, {"Command4", "Alt+2"}, {"cmdAnfang2", "Shift+F5"}, {"cmdListe1", "Ctrl+1"}})
+        EXPECT_TRUE(In<QWidget>(*window, control).toolTip().endsWith(u'(' + QLatin1String(keys) + u')'))
+            << In<QWidget>(*window, control).toolTip().toStdString();
+}
+
+TEST_F(AccessTest, NoShortcutMeansTwoThings) {
+    std::map<QString, QString> owners;
+    for (const QAction* action : window->findChildren<QAction*>()) {
+        if (action->shortcutContext() == Qt::WidgetWithChildrenShortcut)
+            continue;
+        for (const QKeySequence& keys : action->shortcuts()) {
+            const auto [owner, isNew] = owners.emplace(keys.toString(), action->objectName());
+            EXPECT_TRUE(isNew) << keys.toString().toStdString() << ": " << owner->second.toStdString() << " and "
+                               << action->objectName().toStdString();
+            const int key = keys[0].key();
+            EXPECT_TRUE((key >= Qt::Key_F1 && key <= Qt::Key_F35) || keys[0].keyboardModifiers() != Qt::NoModifier)
+                << "would act while text is typed: " << keys.toString().toStdString();
+        }
+    }
+    EXPECT_GT(owners.size(), 40U);
+}
+
+TEST_F(AccessTest, KeysDoWhatTheMouseDoes) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    auto& fader = In<QAbstractSlider>(*window, "SFader");
+    auto& volume = In<QAbstractSlider>(*window, "hscroll1");
+    volume.setValue(50);
+    In<QAction>(*window, "Lauter").trigger();
+    EXPECT_EQ(volume.value(), 55);
+    In<QAction>(*window, "ReglerNachLinks").trigger();
+    EXPECT_EQ(fader.value(), -10);
+    In<QAction>(*window, "GeheZuRegler").trigger();
+    EXPECT_EQ(QApplication::focusWidget(), &fader);
+    QTest::keyClick(&fader, Qt::Key_0);
+    EXPECT_EQ(fader.value(), 0);
+    In<QAction>(*window, "GeheZuListe2").trigger();
+    EXPECT_EQ(QApplication::focusWidget(), &In<QWidget>(*window, "List2"));
+    auto& tree = In<QWidget>(*window, "TreeView1");
+    EXPECT_FALSE(tree.isVisible());
+    In<QAction>(*window, "Kategorien").trigger();
+    EXPECT_TRUE(tree.isVisible());
+}
+
+TEST_F(AccessTest, TabGoesThroughTheWindowAsItIsRead) {
+    QStringList order;
+    const QWidget* const first = &In<QWidget>(*window, "cmdAnfang1");
+    const QWidget* part = first;
+    do {
+        if (part->isVisible() && (part->focusPolicy() & Qt::TabFocus) && !part->objectName().isEmpty())
+            order.append(part->objectName());
+        part = part->nextInFocusChain();
+    } while (part != first);
+    const QStringList landmarks{u"cmdAnfang1"_s, u"cmdPlay1"_s, u"SFader"_s,    u"cmdPlay2"_s,  u"List1"_s,
+                                u"List2"_s,      u"Text1"_s,    u"DataGrid2"_s, u"cmdListe1"_s, u"Label5"_s};
+    qsizetype last = -1;
+    for (const QString& landmark : landmarks) {
+        EXPECT_GT(order.indexOf(landmark), last) << landmark.toStdString() << " in " << order.join(u' ').toStdString();
+        last = order.indexOf(landmark);
+    }
+}
+
+TEST_F(AccessTest, TheListOfKeysIsMadeOfTheMenusAndFindsPartsOfWords) {
+    const QList<ShortcutEntry> all = ShortcutsOfMenus(*window->menuBar());
+    EXPECT_TRUE(all.contains({u"Mixer"_s, u"Player 2: Stop"_s, u"F6"_s}));
+    EXPECT_TRUE(all.contains({u"Bearbeiten"_s, u"Schnellsuche"_s, u"Strg+F"_s})) << "named behind a tab";
+    for (const auto& [needle, count] : std::map<const char*, qsizetype>{{"F6", 1}, {"player STOP f6", 1}, {"xyz", 0}}) {
+        const QList<ShortcutEntry> found = MatchingShortcuts(all, QString::fromLatin1(needle));
+        EXPECT_EQ(found.size(), count) << needle;
+    }
+    EXPECT_EQ(MatchingShortcuts(all, {}), all);
+    In<QAction>(*window, "Tastenuebersicht").trigger();
+    auto& list = In<QDialog>(*window, "frmTasten");
+    In<QLineEdit>(list, "txtSuche").setText(u"sampler leertaste"_s);
+    EXPECT_EQ(In<QAbstractItemView>(list, "lstTasten").model()->rowCount(), 1);
+}
+
+} // namespace
+} // namespace kalvo

@@ -1,0 +1,84 @@
+#include "widgets/Spoken.h"
+
+#include "widgets/FaderSlider.h"
+#include "widgets/HandOverLine.h"
+#include "widgets/IconButton.h"
+#include "widgets/LevelBar.h"
+#include "widgets/PitchSlider.h"
+#include "widgets/PositionSlider.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <gtest/gtest.h>
+
+namespace kalvo {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QAccessibleInterface& SpokenOf(QWidget& widget) {
+    Spoken::Install();
+    return *QAccessible::queryAccessibleInterface(&widget);
+}
+
+TEST(SpokenTest, SlidersTellTheirValueInTheirOwnUnitAndTakeIt) {
+    FaderSlider fader;
+    QAccessibleInterface& spoken = SpokenOf(fader);
+    EXPECT_EQ(spoken.role(), QAccessible::Slider);
+    spoken.valueInterface()->setCurrentValue(-400);
+    EXPECT_EQ(fader.value(), -100) << "cut to the range";
+    EXPECT_EQ(spoken.text(QAccessible::Description), u"Player 1: 100 %, Player 2: 0 %"_s);
+    PitchSlider pitch;
+    SpokenOf(pitch).valueInterface()->setCurrentValue(1.5);
+    EXPECT_EQ(pitch.value(), 15);
+    EXPECT_EQ(SpokenOf(pitch).text(QAccessible::Value), u"+1,5 %"_s);
+    EXPECT_EQ(SpokenOf(pitch).valueInterface()->maximumValue(), 12.0);
+}
+
+TEST(SpokenTest, ThePositionIsToldInSecondsAndMovesTheTitle) {
+    PositionSlider position(1);
+    QAccessibleInterface& spoken = SpokenOf(position);
+    double moved = -1;
+    QObject::connect(&position, &PositionSlider::DragEnded, [&moved](double fraction) { moved = fraction; });
+    spoken.valueInterface()->setCurrentValue(10);
+    EXPECT_EQ(moved, -1) << "without a title";
+    EXPECT_EQ(spoken.text(QAccessible::Value), u"Kein Titel"_s);
+    position.SetTitle(200, 9, -1);
+    spoken.valueInterface()->setCurrentValue(50);
+    EXPECT_EQ(moved, 0.25);
+    EXPECT_EQ(spoken.valueInterface()->currentValue(), 50.0);
+    EXPECT_EQ(spoken.text(QAccessible::Value), u"00:50 von 03:20"_s);
+}
+
+TEST(SpokenTest, MetersAreReadOnly) {
+    LevelBar bar;
+    bar.SetLevels(0.25F, 0.5F);
+    QAccessibleValueInterface* const value = SpokenOf(bar).valueInterface();
+    value->setCurrentValue(90);
+    EXPECT_EQ(value->currentValue(), 50.0) << "the louder channel";
+}
+
+TEST(SpokenTest, TextsAndStatesAreSaid) {
+    HandOverLine line;
+    line.SetView({HandOverView::Kind::Coming, 2, 5});
+    EXPECT_EQ(SpokenOf(line).text(QAccessible::Name), u"Übergabe an Player 2 in 5 s"_s);
+    IconButton button(u"play"_s, IconButton::Size::Big);
+    bool clicked = false;
+    QObject::connect(&button, &QPushButton::clicked, [&clicked] { clicked = true; });
+    EXPECT_FALSE(SpokenOf(button).state().checked);
+    button.SetOn(true);
+    EXPECT_TRUE(SpokenOf(button).state().checked);
+    SpokenOf(button).actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(clicked);
+    QComboBox box;
+    box.setAccessibleName(u"Tempo"_s);
+    box.addItem(u"schnell"_s);
+    EXPECT_EQ(SpokenOf(box).text(QAccessible::Name), u"Tempo"_s);
+    EXPECT_EQ(SpokenOf(box).text(QAccessible::Value), u"schnell"_s);
+    QLabel label(u"12"_s);
+    label.setAccessibleName(u"Gefunden"_s);
+    EXPECT_EQ(SpokenOf(label).text(QAccessible::Name), u"Gefunden: 12"_s);
+}
+
+} // namespace
+} // namespace kalvo
