@@ -66,7 +66,7 @@ QString HandbookCommands::PageFor(const QWidget& focus) const {
     for (const QWidget* part = InnermostPart(focus); part != nullptr;
          part = part->isWindow() ? nullptr : part->parentWidget()) {
         for (const QString& name : {part->objectName(), ClassName(*part)}) {
-            if (const QString page = handbook_.PageOf(name); !page.isEmpty())
+            if (QString page = handbook_.PageOf(name); !page.isEmpty())
                 return page;
         }
     }
