@@ -23,6 +23,7 @@ class EqualizerCommand;
 class FirstStepsCommands;
 class ListBand;
 class ListCommands;
+class MeasureCommands;
 class NoticeBar;
 class OptionCommands;
 class MetaOutput;
@@ -66,6 +67,10 @@ protected:
 
 private:
     void Build();
+    void BuildBands();
+    void BuildCommands();
+    void BuildLiveTools();
+    void BuildHelpers();
     void ConnectMixer();
     void ConnectMixing();
     void ConnectArchive();
@@ -116,6 +121,7 @@ private:
     EqualizerCommand* equalizer_ = nullptr;
     OptionCommands* options_ = nullptr;
     TagCommands* tags_ = nullptr;
+    MeasureCommands* measures_ = nullptr;
     WatchCommands* watch_ = nullptr;
     UndoCommands* undo_ = nullptr;
     ListCommands* listCommands_ = nullptr;

@@ -52,6 +52,18 @@ constexpr int kOneSecond = 1000;       // ms
 
 void Form1::Build() {
     actions_.BuildMenus(*menuBar());
+    BuildBands();
+    BuildCommands();
+    BuildLiveTools();
+    BuildHelpers();
+    ConnectMixer();
+    ConnectMixing();
+    ConnectArchive();
+    ConnectActions();
+    ConnectSettings();
+}
+
+void Form1::BuildBands() {
     auto* central = new QWidget(this);
     auto* column = new QVBoxLayout(central);
     column->setContentsMargins({});
@@ -78,6 +90,9 @@ void Form1::Build() {
     console_->SetCaption([this](int player) { return lists_->Caption(player); });
     archive_->AddContextActions({actions_.addToPlayer[0], actions_.addToPlayer[1], actions_.distribute,
                                  actions_.selectAllTitles, actions_.importTitles});
+}
+
+void Form1::BuildCommands() {
     equalizer_ = new EqualizerCommand(desk_, *actions_.mixerMenu, *this);
     options_ = new OptionCommands(desk_, *actions_.settingsMenu, *archive_, *console_, *this);
     connect(options_, &OptionCommands::LookChosen, this, &Form1::ShowStyle);
@@ -93,8 +108,16 @@ void Form1::Build() {
     listCommands_ = new ListCommands({desk_, listActions_, intake_, actions_, *lists_, *undo_, *archive_, *this});
     new DeckPictures(desk_, *console_, *actions_.settingsMenu, this);
     new RecordingCommands(desk_, *actions_.toolsMenu, *status_, *this);
-    auto* measures = new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
+    measures_ = new MeasureCommands(desk_, actions_, *archive_, *options_, *this);
     new ChartsCommands({desk_, listActions_, intake_, actions_, *archive_, *this});
+    auto* listen = new ListenCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
+    connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
+    auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
+    connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
+    new RehearsalCommands(desk_, actions_, *measures_, *options_, *this);
+}
+
+void Form1::BuildLiveTools() {
     auto* wishes = new WishCommands({desk_, listActions_, intake_, actions_, *archive_, *lists_, *this});
     connect(wishes, &WishCommands::Told, status_, &StatusLine::Tell);
     auto* guests = new GuestCommands(desk_, this);
@@ -104,12 +127,10 @@ void Form1::Build() {
     connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
     connect(new JingleCommands(desk_, actions_, *this), &JingleCommands::Warned, status_, &StatusLine::Warn);
     new SamplerCommands(desk_, actions_, *this);
-    auto* listen = new ListenCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
-    connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
-    auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
-    connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
-    new PreshowCommands({desk_, actions_, *lists_, *options_, *measures, *autoDj, *this});
-    new RehearsalCommands(desk_, actions_, *measures, *options_, *this);
+    new PreshowCommands({desk_, actions_, *lists_, *options_, *measures_, *autoDj, *this});
+}
+
+void Form1::BuildHelpers() {
     firstSteps_ = new FirstStepsCommands({desk_, actions_, intake_, *archive_, *this});
     connect(firstSteps_, &FirstStepsCommands::Told, status_, &StatusLine::Tell);
     connect(firstSteps_, &FirstStepsCommands::FolderChosen, this,
@@ -118,12 +139,9 @@ void Form1::Build() {
     connect(desktop, &DesktopLink::RaiseWanted, this, &Form1::ComeForward);
     connect(desktop, &DesktopLink::QuitWanted, this, &Form1::close);
     connect(desktop, &DesktopLink::FilesGiven, this, &Form1::AddFiles);
+    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
+    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
     new KeyCommands({actions_, *archive_, *this}); // the last: it goes through all menus and controls
-    ConnectMixer();
-    ConnectMixing();
-    ConnectArchive();
-    ConnectActions();
-    ConnectSettings();
 }
 
 void Form1::ConnectMixer() {
@@ -210,8 +228,6 @@ void Form1::ConnectActions() {
     connect(actions_.addFiles, &QAction::triggered, this, &Form1::AskForFiles);
     connect(actions_.quit, &QAction::triggered, this, &Form1::close);
     connect(actions_.about, &QAction::triggered, this, &Form1::ShowAbout);
-    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
-    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
 }
 
 void Form1::ConnectSettings() {
