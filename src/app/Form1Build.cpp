@@ -118,6 +118,8 @@ void Form1::Build() {
     connect(desktop, &DesktopLink::RaiseWanted, this, &Form1::ComeForward);
     connect(desktop, &DesktopLink::QuitWanted, this, &Form1::close);
     connect(desktop, &DesktopLink::FilesGiven, this, &Form1::AddFiles);
+    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
+    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
     new KeyCommands({actions_, *archive_, *this}); // the last: it goes through all menus and controls
     ConnectMixer();
     ConnectMixing();
@@ -210,8 +212,6 @@ void Form1::ConnectActions() {
     connect(actions_.addFiles, &QAction::triggered, this, &Form1::AskForFiles);
     connect(actions_.quit, &QAction::triggered, this, &Form1::close);
     connect(actions_.about, &QAction::triggered, this, &Form1::ShowAbout);
-    auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
-    connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
 }
 
 void Form1::ConnectSettings() {
