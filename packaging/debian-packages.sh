@@ -17,7 +17,7 @@ testPackages=(
     pulseaudio pulseaudio-utils xvfb tzdata
     dbus at-spi2-core gir1.2-atspi-2.0 python3-gi
     clang libclang-rt-dev
-    dbus playerctl desktop-file-utils appstream shared-mime-info libglib2.0-bin
+    playerctl desktop-file-utils appstream shared-mime-info libglib2.0-bin
 )
 
 tidyPackages=(clang-tidy)

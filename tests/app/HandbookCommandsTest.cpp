@@ -2,6 +2,7 @@
 
 #include "app/DeskActions.h"
 #include "app/FakeWindow.h"
+#include "app/ShortcutList.h"
 #include "app/frmOptionen.h"
 #include "widgets/xMessageBox.h"
 
@@ -118,54 +119,46 @@ TEST_F(HandbookCommandsTest, WithoutBrowserOrHandbookAMessageTellsThePath) {
     EXPECT_EQ(opened, QStringList());
 }
 
-/** A line of the handbook's table of keys for each command of the menus that has one. */
-class KeyTableTest : public test::FakeWindow {
-protected:
-    static QString Seen(QString text) {
-        text = text.section(u'\t', 0, 0).remove(u'&');
-        return text.remove(u"..."_s);
-    }
-    static QString KeysOf(const QAction& action) {
-        QStringList keys{action.text().section(u'\t', 1)};
-        for (const QKeySequence& key : action.shortcuts())
-            keys.append(key.toString(QKeySequence::PortableText));
-        keys.removeAll(QString());
-        const std::pair<const char16_t*, const char16_t*> german[] = {
+/** The handbook's tables of keys: tasten.csv of the menus, bedienteile.csv of what stands in no menu. */
+struct KeyTableTest : test::FakeWindow {
+    static QString German(QString key) {
+        const std::pair<const char16_t*, const char16_t*> words[] = {
             {u"Ctrl", u"Strg"}, {u"Shift", u"Umschalt"}, {u"Return", u"Eingabe"},
             {u"Left", u"←"},    {u"Right", u"→"},        {u"Del", u"Entf"},
             {u"Up", u"↑"},      {u"Down", u"↓"},         {u"Space", u"Leertaste"}};
-        for (QString& key : keys) {
-            for (const auto& [from, to] : german)
-                key.replace(QString::fromUtf16(from), QString::fromUtf16(to));
-            key = u":kbd:`"_s + key + u'`';
-        }
-        return keys.join(u", "_s);
+        for (const auto& [from, to] : words)
+            key.replace(QString::fromUtf16(from), QString::fromUtf16(to));
+        return key;
     }
-    static void AddMenu(const QMenu& menu, const QString& caption, QString& table) {
-        for (const QAction* action : menu.actions()) {
-            if (action->menu() != nullptr)
-                AddMenu(*action->menu(), caption, table);
-            else if (const QString keys = KeysOf(*action); !keys.isEmpty())
-                table += u"\"%1\",\"%2\",\"%3\"\n"_s.arg(caption, Seen(action->text()), keys);
+    static QString Table(const QList<ShortcutEntry>& entries) {
+        QString table;
+        for (const ShortcutEntry& entry : entries) {
+            QStringList keys = entry.keys.split(u", "_s);
+            for (QString& key : keys)
+                key = u":kbd:`"_s + German(key) + u'`';
+            table += u"\"%1\",\"%2\",\"%3\"\n"_s.arg(entry.place, entry.command, keys.join(u", "_s));
         }
+        return table;
+    }
+    static void Compare(const char* name, const QString& table) {
+        QFile file(qEnvironmentVariable("KALVO_SOURCE") + u"/docs/handbuch/"_s + QLatin1String(name));
+        if (qEnvironmentVariableIsSet("KALVO_WRITE_KEYS")) {
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(table.toUtf8());
+            file.close();
+        }
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(QString::fromUtf8(file.readAll()), table)
+            << "write it anew: KALVO_WRITE_KEYS=1 test_app --gtest_filter='KeyTable*'";
     }
 };
 
-TEST_F(KeyTableTest, TheHandbooksKeysAreThoseOfTheMenus) {
+TEST_F(KeyTableTest, TheHandbooksKeysAreThoseOfTheProgram) {
     ASSERT_TRUE(window->Load());
-    QString table;
-    for (const QAction* action : window->menuBar()->actions())
-        AddMenu(*action->menu(), Seen(action->text()), table);
-    EXPECT_GT(table.count(u'\n'), 30);
-    QFile file(qEnvironmentVariable("KALVO_SOURCE") + u"/docs/handbuch/tasten.csv"_s);
-    if (qEnvironmentVariableIsSet("KALVO_WRITE_KEYS")) {
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(table.toUtf8());
-        file.close();
-    }
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(QString::fromUtf8(file.readAll()), table)
-        << "write it anew: KALVO_WRITE_KEYS=1 test_app --gtest_filter='KeyTable*'";
+    const QList<ShortcutEntry> ofMenus = ShortcutsOfMenus(*window->menuBar());
+    EXPECT_GT(ofMenus.size(), 30);
+    Compare("tasten.csv", Table(ofMenus));
+    Compare("bedienteile.csv", Table(ShortcutsOfControls()));
 }
 
 } // namespace
