@@ -9,8 +9,10 @@ namespace kalvo {
 BusLink::BusLink(QString name, QObject* parent) : QObject(parent), name_(std::move(name)) {}
 
 BusLink::~BusLink() {
-    if (connected_)
-        QDBusConnection::disconnectFromBus(name_);
+    if (worker_ == nullptr)
+        return;
+    worker_.reset(); // what it has connected goes, too
+    QDBusConnection::disconnectFromBus(name_);
 }
 
 QString BusLink::SessionAddress() {
