@@ -78,6 +78,7 @@ QLineEdit:focus { border: 2px solid $highlight; padding: 0 @0.45px; }
 QLineEdit:disabled { color: $dim; background: transparent; border-color: $line; }
 QAbstractItemView { background: $base; alternate-background-color: $alt; color: $text; border: 1px solid $line;
   gridline-color: $grid; selection-background-color: $highlight; selection-color: $highlightText; outline: 0; }
+QAbstractItemView:focus { border-color: $text; }
 QHeaderView { background: $panel; border: 0; }
 QHeaderView::section { background: $panel; color: $text; border: 0; border-right: 1px solid $line;
   border-bottom: 1px solid $line; padding: 0 @0.45px; min-height: @1.8px; }

@@ -1,5 +1,4 @@
 #include "app/FakeWindow.h"
-#include "app/FirstStepsState.h"
 #include "app/ShortcutList.h"
 #include "archive/ui/WindowActs.h"
 #include "support/WaitUntil.h"

@@ -332,12 +332,13 @@ void ArchiveGrid::startDrag(Qt::DropActions) {
 
 void ArchiveGrid::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    const QString hint = EmptyHint();
-    if (hint.isEmpty())
-        return;
     QPainter painter(viewport());
     painter.setPen(SkinStyle::Colours().dim);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, hint);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter, EmptyHint());
+    if (hasFocus()) { // without a frame, and perhaps without a row that could show it
+        painter.setPen(SkinStyle::Colours().text);
+        painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+    }
 }
 
 QString ArchiveGrid::EmptyHint() const {

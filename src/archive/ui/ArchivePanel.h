@@ -36,17 +36,12 @@ public:
     QList<TitleRecord> SelectedRecords() const { return grid_->SelectedRecords(); }
     TitleRecord CurrentRecord() const { return grid_->CurrentRecord(); }
     void MAAlleTitelAuswaehlen() { grid_->MAAlleTitelAuswaehlen(); }
-
-    /** `Nr` of the marked titles in row order; empty when none is marked. */
     QList<qint64> MarkedNumbers() const { return grid_->MarkedNumbers(); }
-
     QList<ArchiveField> VisibleFields() const { return grid_->VisibleFields(); }
     /** As a click on the column's head. */
     void SortBy(ArchiveField field);
-
     void SetWheelRows(int rows) { grid_->SetWheelRows(rows); }
     void ReloadColumns() { grid_->ReloadColumns(); }
-
     /** Shows what has changed in the archive since. */
     void Refresh();
     /**
@@ -71,7 +66,6 @@ public:
     /** The line of the selected title: where pre-listening starts, and what it has to say. */
     SelectedTitleLine& TitleLine() { return *line_; }
     ArchiveCategories& Categories() { return *categories_; }
-
     /** Narrow leaves out the tree, the line of the selected title and the tool buttons. */
     void SetLayoutMode(LayoutMode mode);
     /** One more group in the grid's context menu; the actions stay the caller's. */
@@ -81,7 +75,6 @@ public:
     void SetGuide(QWidget& guide);
     void ShowGuide(bool shown);
     bool IsGuideShown() const { return guideShown_; }
-
     /** Text of the search box, changed without a search. */
     void SetSearchText(const QString& text);
     QString SearchText() const;
