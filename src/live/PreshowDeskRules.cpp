@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace kalvo::Preshow {
 
@@ -67,7 +68,7 @@ void JudgeMainCard(const PreshowFacts& facts, Findings& findings) {
                  u"Die gewählte Soundkarte „%1“ ist nicht da, die Musik spielt auf „%2“."_s.arg(
                      NameOf(facts, facts.main), playing),
                  target);
-    const auto dropouts = static_cast<qulonglong>(facts.output.starvations + facts.output.overruns);
+    const std::uint64_t dropouts = facts.output.starvations + facts.output.overruns;
     findings.Say(dropouts == 0, PreshowSeverity::Hint, where, u"Bisher kein Aussetzer"_s,
                  dropouts == 1 ? u"Bisher 1 Aussetzer. Ein größerer Puffer hilft."_s
                                : u"Bisher %1 Aussetzer. Ein größerer Puffer hilft."_s.arg(dropouts),

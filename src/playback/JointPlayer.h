@@ -20,7 +20,7 @@ class JointPlayer : public QObject {
 public:
     enum class Way : unsigned char { Headphones, Main };
 
-    JointPlayer(Mixer& mixer, QObject* parent = nullptr);
+    explicit JointPlayer(Mixer& mixer, QObject* parent = nullptr);
     ~JointPlayer() override;
 
     /** Whether the main output is free for listening. */

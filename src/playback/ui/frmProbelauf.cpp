@@ -68,8 +68,14 @@ void frmProbelauf::Connect() {
     connect(controls_->table, &QTableView::activated, this, [this] { Listen(false); });
     connect(controls_->play, &QPushButton::clicked, this, &frmProbelauf::Toggle);
     connect(controls_->all, &QPushButton::clicked, this, [this] { all_ ? StopListening() : Listen(true); });
-    connect(controls_->previous, &QPushButton::clicked, this, [this] { Select(Row() - 1), Listen(false); });
-    connect(controls_->next, &QPushButton::clicked, this, [this] { Select(Row() + 1), Listen(false); });
+    connect(controls_->previous, &QPushButton::clicked, this, [this] {
+        Select(Row() - 1);
+        Listen(false);
+    });
+    connect(controls_->next, &QPushButton::clicked, this, [this] {
+        Select(Row() + 1);
+        Listen(false);
+    });
     connect(controls_->position, &PositionSlider::DragEnded, &player_, &JointPlayer::Seek);
     connect(controls_->volume, &QSlider::valueChanged, &player_, &JointPlayer::SetVolume);
     for (QSpinBox* margin : {controls_->before, controls_->after}) {
