@@ -5,6 +5,7 @@
 #include "archive/TextDictionary.h"
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 #include <utility>
 

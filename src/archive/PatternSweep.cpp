@@ -107,7 +107,7 @@ void PatternSweep::AddPiece(const std::string& piece, std::size_t windowAt, std:
     Windows& windows = windows_[static_cast<std::size_t>(std::countr_zero(length))];
     if (windows.used * 2 >= windows.slots.size())
         windows.Grow();
-    Windows::Slot& slot = windows.At(window);
+    Windows::Slot& slot = windows.slots[windows.PlaceOf(window)];
     windows.used += slot.piece == kNone ? 1 : 0;
     pieces_.push_back({piece, windowAt, slot.piece, {pattern}});
     slot = {window, number};
@@ -116,11 +116,11 @@ void PatternSweep::AddPiece(const std::string& piece, std::size_t windowAt, std:
         beginnings_.Set(HashOf(window & FirstBytes(kGram), kBeginningBits));
 }
 
-PatternSweep::Windows::Slot& PatternSweep::Windows::At(std::uint64_t window) {
+std::size_t PatternSweep::Windows::PlaceOf(std::uint64_t window) const {
     std::size_t place = HashOf(window, kTableBits) & (slots.size() - 1);
     while (slots[place].piece != kNone && slots[place].window != window)
         place = (place + 1) & (slots.size() - 1);
-    return slots[place];
+    return place;
 }
 
 void PatternSweep::Windows::Grow() {
@@ -128,7 +128,7 @@ void PatternSweep::Windows::Grow() {
     const std::vector<Slot> old = std::exchange(slots, std::vector<Slot>(std::max<std::size_t>(64, slots.size() * 2)));
     for (const Slot& slot : old)
         if (slot.piece != kNone)
-            At(slot.window) = slot;
+            slots[PlaceOf(slot.window)] = slot;
 }
 
 void PatternSweep::FindIn(std::string_view text, std::vector<std::uint32_t>& found) const {
@@ -148,7 +148,8 @@ void PatternSweep::TryWindow(const Windows& windows, std::uint64_t window, std::
                              std::vector<std::uint32_t>& found) const {
     if (!windows.filter.Test(HashOf(window, kFilterBits)))
         return;
-    for (std::uint32_t number = windows.At(window).piece; number != kNone; number = pieces_[number].next) {
+    for (std::uint32_t number = windows.slots[windows.PlaceOf(window)].piece; number != kNone;
+         number = pieces_[number].next) {
         const Piece& piece = pieces_[number];
         if (at >= piece.windowAt && text.substr(at - piece.windowAt).starts_with(piece.text))
             found.insert(found.end(), piece.patterns.begin(), piece.patterns.end());

@@ -46,8 +46,8 @@ private:
             std::uint64_t window = 0;
             std::uint32_t piece = kNone; ///< the latest one with this window; none: the slot is free
         };
-        Slot& At(std::uint64_t window);
-        const Slot& At(std::uint64_t window) const { return const_cast<Windows*>(this)->At(window); }
+        /** Its slot, or the free one for it. */
+        std::size_t PlaceOf(std::uint64_t window) const;
         void Grow();
 
         std::vector<Slot> slots; ///< by hash; their number is a power of two
