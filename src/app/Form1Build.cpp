@@ -101,6 +101,10 @@ void Form1::Build() {
     connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
+    connect(console_, &ConsolePanel::HeadphonesRequested, headphones, &HeadphoneCommands::ListenToList);
+    for (const auto& [icon, action] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"tag", "TagEditor"}, {"wish", "Wunschzettel"}, {"automatic", "AutoDj"}, {"sampler", "Sampler"}})
+        archive_->AddTool(QLatin1String(icon), *findChild<QAction*>(QLatin1String(action)));
     ConnectMixer();
     ConnectMixing();
     ConnectArchive();
