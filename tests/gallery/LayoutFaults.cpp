@@ -236,6 +236,8 @@ QStringList LayoutFaults::FaintTexts(QWidget& window) {
         if ((label == nullptr || label->text().isEmpty()) && (button == nullptr || button->text().isEmpty()))
             continue;
         const QRect seen = part->visibleRegion().boundingRect().translated(part->mapTo(&window, QPoint()));
+        if (seen.size() != part->size()) // scrolled away, partly
+            continue;
         const QRect area(seen.topLeft() * kScale, seen.size() * kScale);
         const double contrast = ContrastIn(picture, area & picture.rect());
         if (contrast < kLeastContrast)

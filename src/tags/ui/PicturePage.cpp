@@ -69,7 +69,7 @@ PicturePage::PicturePage(QWidget* parent)
     type_->setObjectName(QStringLiteral("cboBildTyp"));
     type_->setAccessibleName(tr("Art des Bildes"));
     type_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    type_->setMinimumContentsLength(10);
+    type_->setMinimumContentsLength(6);
     type_->addItems(PictureTypes());
     add_->setObjectName(QStringLiteral("cmdBildHinzu"));
     remove_->setObjectName(QStringLiteral("cmdBildWeg"));

@@ -54,7 +54,7 @@ void TagColumn::AddChoice(TagField field, const QString& caption, const QString&
     box->setEditable(free);
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(6); // both columns fit a small screen
+    box->setMinimumContentsLength(8);
     box->addItem(QString());
     box->addItems(choices);
     AddRow(field, caption, name, box);
