@@ -66,6 +66,7 @@ void ConsolePanel::ConnectDeck(int player) {
     connect(deck, &DeckPanel::NextClicked, this, [this, player] { mixer_.Next(player); });
     connect(deck, &DeckPanel::MuteClicked, this, [this, player] { mixer_.ToggleMute(player); });
     connect(deck, &DeckPanel::ToStartClicked, this, [this, player] { mixer_.ToStart(player); });
+    connect(deck, &DeckPanel::HeadphonesClicked, this, [this, player] { Q_EMIT HeadphonesRequested(player); });
     connect(deck, &DeckPanel::PositionDragEnded, this, [this, player](double fraction) { EndDrag(player, fraction); });
     connect(deck, &DeckPanel::PitchChanged, this, [this, player](int pitch) { mixer_.SetPitch(player, pitch); });
     connect(&mixer_, &Mixer::PlayerChanged, this, [this](int) { Refresh(); });

@@ -45,6 +45,10 @@ public:
     /** Shows the present state at once. */
     void Refresh();
 
+Q_SIGNALS:
+    /** The selected title of this player's list is to be heard. */
+    void HeadphonesRequested(int player);
+
 private:
     void ConnectDeck(int player);
     void ConnectMixing();

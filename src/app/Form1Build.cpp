@@ -114,6 +114,7 @@ void Form1::BuildCommands() {
     connect(listen, &ListenCommands::Told, status_, &StatusLine::Tell);
     auto* headphones = new HeadphoneCommands({desk_, actions_, listActions_, *archive_, *lists_, *this});
     connect(headphones, &HeadphoneCommands::Told, status_, &StatusLine::Tell);
+    connect(console_, &ConsolePanel::HeadphonesRequested, headphones, &HeadphoneCommands::ListenToList);
     new RehearsalCommands(desk_, actions_, *measures_, *options_, *this);
 }
 
@@ -141,6 +142,9 @@ void Form1::BuildHelpers() {
     connect(desktop, &DesktopLink::FilesGiven, this, &Form1::AddFiles);
     auto* handbook = new HandbookCommands(actions_, *this, Handbook(QCoreApplication::applicationDirPath()));
     connect(handbook, &HandbookCommands::Told, status_, &StatusLine::Tell);
+    for (const auto& [icon, action] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"tag", "TagEditor"}, {"wish", "Wunschzettel"}, {"automatic", "AutoDj"}, {"sampler", "Sampler"}})
+        archive_->AddTool(QLatin1String(icon), *findChild<QAction*>(QLatin1String(action)));
     new KeyCommands({actions_, *archive_, *this}); // the last: it goes through all menus and controls
 }
 

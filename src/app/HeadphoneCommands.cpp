@@ -68,7 +68,10 @@ void HeadphoneCommands::ListenToArchive(const TitleRecord& title) {
 }
 
 void HeadphoneCommands::TitelVorhoerenWL() {
-    const int player = parts_.lists.ActiveList();
+    ListenToList(parts_.lists.ActiveList());
+}
+
+void HeadphoneCommands::ListenToList(int player) {
     const int row = parts_.band.SelectedRow(player);
     if (row < 0) {
         Q_EMIT Told(QStringLiteral("In Wiedergabeliste %1 ist kein Titel gewählt.").arg(player));
@@ -82,6 +85,7 @@ void HeadphoneCommands::Listen(const HeadphoneTitle& title) {
     if (!phones_) {
         phones_ = new frmKopfhoerer(parts_.desk.layer, parts_.desk.settings, &parts_.window);
         phones_->setAttribute(Qt::WA_DeleteOnClose);
+        phones_->ShowWaves(parts_.desk.folder.Path(QStringLiteral("\\Wellenformen")));
         connect(phones_, &frmKopfhoerer::CueWanted, this, &HeadphoneCommands::TakeCue);
         // The players' keys go on working while the window has the keyboard.
         for (const auto& both : {parts_.actions.play, parts_.actions.stop, parts_.actions.pause, parts_.actions.next})

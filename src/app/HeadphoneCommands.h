@@ -34,6 +34,9 @@ public:
     explicit HeadphoneCommands(const Parts& parts);
     ~HeadphoneCommands() override;
 
+    /** The selected title of the player's list. */
+    void ListenToList(int player);
+
 Q_SIGNALS:
     /** A text for the status line. */
     void Told(const QString& text);

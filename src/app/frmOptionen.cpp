@@ -46,7 +46,7 @@ frmOptionen::frmOptionen(const OptionValues& values, const QStringList& devices,
     setWindowTitle(tr("Optionen"));
     auto* column = new QVBoxLayout(this);
     column->addWidget(BuildPages(), 1);
-    column->addWidget(BuildButtons());
+    column->addLayout(BuildButtons());
     for (OptionPage* page :
          {static_cast<OptionPage*>(new OptionMixerPage), static_cast<OptionPage*>(sound_),
           static_cast<OptionPage*>(new OptionEmergencyPage), static_cast<OptionPage*>(new OptionMeterPage),
@@ -87,15 +87,13 @@ QWidget* frmOptionen::BuildPages() {
     return both;
 }
 
-QWidget* frmOptionen::BuildButtons() {
-    auto* both = new QWidget(this);
-    auto* row = new QHBoxLayout(both);
-    row->setContentsMargins({});
+QLayout* frmOptionen::BuildButtons() {
+    auto* row = new QHBoxLayout;
     row->addStretch(1);
-    cancel_ = new QPushButton(tr("Abbrechen"), both);
+    cancel_ = new QPushButton(tr("Abbrechen"), this);
     cancel_->setObjectName(QStringLiteral("cmdAbbrechen"));
     cancel_->setAutoDefault(false);
-    confirm_ = new IconButton(QStringLiteral("check"), IconButton::Size::Normal, both);
+    confirm_ = new IconButton(QStringLiteral("check"), IconButton::Size::Normal, this);
     confirm_->setText(tr("Übernehmen"));
     confirm_->SetOn(true);
     confirm_->setObjectName(QStringLiteral("Command5"));
@@ -106,7 +104,7 @@ QWidget* frmOptionen::BuildButtons() {
     }
     connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
     connect(confirm_, &QPushButton::clicked, this, &QDialog::accept);
-    return both;
+    return row;
 }
 
 OptionValues frmOptionen::Values() const {

@@ -46,7 +46,7 @@ protected:
 private:
     void AddPage(OptionPage* page);
     QWidget* BuildPages();
-    QWidget* BuildButtons();
+    QLayout* BuildButtons();
     void ApplyLook();
     void TakeLookBack();
 

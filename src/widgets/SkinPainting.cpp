@@ -5,6 +5,7 @@
 #include "widgets/SkinStyle.h"
 
 #include <QAbstractButton>
+#include <QDialogButtonBox>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -307,6 +308,8 @@ int SkinPainting::styleHint(StyleHint hint, const QStyleOption* option, const QW
         return 0;
     case SH_Slider_AbsoluteSetButtons:
         return Qt::LeftButton;
+    case SH_DialogButtonLayout: // what is wanted stands at the end, as in all other windows
+        return QDialogButtonBox::GnomeLayout;
     default:
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

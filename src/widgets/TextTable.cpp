@@ -105,6 +105,7 @@ void TextTable::TakeUnits() {
     const FontUnits& units = SkinStyle::Units();
     verticalHeader()->setDefaultSectionSize(units.TableRow());
     horizontalHeader()->setFixedHeight(units.ColumnHead());
+    horizontalHeader()->setMinimumSectionSize(units.Of(4.6)); // of columns that share what is left
     for (int column = 0; column < widths_.size(); ++column) {
         if (widths_.at(column) > 0)
             setColumnWidth(column, units.Of(widths_.at(column)));

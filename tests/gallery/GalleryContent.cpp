@@ -1,9 +1,11 @@
 #include "gallery/GalleryContent.h"
 
+#include "app/WindowValues.h"
 #include "base/PlayTime.h"
 #include "gallery/StageAudio.h"
 #include "live/JingleFile.h"
 #include "live/SampleFile.h"
+#include "playback/OutputChoice.h"
 #include "playback/WaveformCache.h"
 #include "playlists/PlaylistActions.h"
 
@@ -215,6 +217,11 @@ void WriteCharts(Desk& desk, const QStringList& music) {
 
 void WriteFiles(Desk& desk, const QStringList& music) {
     desk.settings.PutNumber(u"Equalizer"_s, u"Lautstärke"_s, 80);
+    OutputChoice{2, desk.layer.DeviceNames().value(2)}.Write(desk.settings);
+    OutputChoice{3, desk.layer.DeviceNames().value(3)}.Write(desk.settings, audio::Output::Headphones);
+    WindowValues values;
+    values.importFolder = QFileInfo(music.constFirst()).path();
+    values.Write(desk.folder.Path(u"\\kalvo.dll"_s));
     WriteSamples(desk);
     WriteJingles(desk);
     WriteEvening(desk, music);

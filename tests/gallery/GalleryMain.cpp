@@ -1,5 +1,6 @@
 // Takes pictures of all windows; see docs/galerie/machen.
 
+#include "gallery/GalleryScreen.h"
 #include "gallery/GalleryWindows.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
@@ -11,7 +12,6 @@
 #include <QLocale>
 #include <QMenu>
 #include <QPainter>
-#include <QTemporaryFile>
 #include <QTextStream>
 #include <QTranslator>
 
@@ -126,19 +126,6 @@ void TakeEverything(GalleryDesk& desk, const QString& folder) {
     }
 }
 
-/** A screen without a frame of 1920 x 1080 points, whatever the scale. */
-void UseScreen(QTemporaryFile& description) {
-    const int scale = std::max(1, qEnvironmentVariableIntValue("QT_SCALE_FACTOR"));
-    if (!description.open())
-        return;
-    description.write(u"{\"screens\":[{\"name\":\"Galerie\",\"x\":0,\"y\":0,\"width\":%1,\"height\":%2,"
-                      "\"logicalDpi\":96,\"logicalBaseDpi\":96,\"dpr\":1}]}"_s.arg(1920 * scale)
-                          .arg(1080 * scale)
-                          .toUtf8());
-    description.flush();
-    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(description.fileName()));
-}
-
 void SpeakGerman(QApplication& application) {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     auto* texts = new QTranslator(&application);
@@ -166,8 +153,8 @@ void Run(const QCommandLineParser& line) {
 } // namespace kalvo::test
 
 int main(int argc, char** argv) {
-    QTemporaryFile screen;
-    kalvo::test::UseScreen(screen);
+    const int scale = std::max(1, qEnvironmentVariableIntValue("QT_SCALE_FACTOR"));
+    const kalvo::test::GalleryScreen screen(QSize(1920, 1080) * scale);
     QApplication application(argc, argv);
     kalvo::test::SpeakGerman(application);
     QCommandLineParser line;

@@ -173,9 +173,8 @@ void ShowSchedule(GalleryDesk& desk, const GalleryVisit& visit) {
 }
 
 void ShowRecording(GalleryDesk& desk, const GalleryVisit& visit) {
-    const Opened window(desk, "Mitschnitt", "frmMitschnitt");
-    visit(u"frmMitschnitt"_s, *window);
-    auto& recording = static_cast<frmMitschnitt&>(*window);
+    frmMitschnitt window({u"wav"_s, u"/home/studio/Musik/Mitschnitte"_s}, desk.Desk().clock.Now(), &desk.Window());
+    Visit(window, visit);
     RecordingState state;
     state.status = RecordingStatus::Running;
     state.path = u"/home/studio/Musik/Mitschnitte/Mitschnitt 2026-11-21 20.04.wav"_s;
@@ -183,14 +182,9 @@ void ShowRecording(GalleryDesk& desk, const GalleryVisit& visit) {
     state.bytes = 886'410'000;
     state.free = 42'000'000'000;
     state.titles = 23;
-    recording.ShowState(state);
-    recording.ShowLevels(0.7F, 0.6F);
-    Visit(recording, visit, u"laeuft"_s);
-}
-
-void ListenToTitle(GalleryDesk& desk, QDialog& window) {
-    WaitUntil([&window] { return In<QLabel>(window, "lblTitel").text().size() > 1; }, std::chrono::seconds(2));
-    static_cast<void>(desk);
+    window.ShowState(state);
+    window.ShowLevels(0.7F, 0.6F);
+    Visit(window, visit, u"laeuft"_s);
 }
 
 // ---- lists and history
@@ -264,7 +258,7 @@ const std::vector<GalleryWindow>& GalleryWindows() {
         {"frmExplorer", ShowExplorer},
         {"frmTagEditor", ShowTagEditor},
         ByCommand("frmMessen", "BpmMessen"),
-        ByCommand("frmKopfhoerer", "TitelVorhoerenWL", ListenToTitle),
+        ByCommand("frmKopfhoerer", "TitelVorhoerenWL"),
         ByCommand("frmWLEigenschaften", "EigenschaftenWiedergabeliste"),
         ByCommand("frmEqualizer", "Equalizer"),
         ByCommand("frmAutoDj", "AutoDj"),

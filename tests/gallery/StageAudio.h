@@ -33,7 +33,9 @@ public:
     audio::Levels ChannelGetLevel(audio::Handle handle) override {
         return At(handle).activity == audio::Activity::Playing ? GetOutputLevels({}) : audio::Levels();
     }
-    audio::Levels GetOutputLevels(audio::Output) override { return {0.62F, 0.5F}; }
+    audio::Levels GetOutputLevels(audio::Output) override {
+        return IsPlaying() ? audio::Levels{0.62F, 0.5F} : audio::Levels();
+    }
     std::size_t GetOutputData(audio::Output, audio::DataKind kind, float* target, std::size_t count) override {
         for (std::size_t i = 0; i < count; ++i) {
             const auto place = static_cast<float>(i);
@@ -41,10 +43,15 @@ public:
             target[i] = isSpectrum ? 0.4F * (1.3F + std::sin(place * 0.9F)) / (1.0F + place * 0.35F)
                                    : 0.5F * std::sin(place * 0.11F) * std::sin(place * 0.004F);
         }
-        return count;
+        return IsPlaying() ? count : 0;
     }
 
 private:
+    bool IsPlaying() const {
+        return std::any_of(streams.begin(), streams.end(),
+                           [](const auto& stream) { return stream.second.activity == audio::Activity::Playing; });
+    }
+
     static constexpr int kStageRate = 48000;
 };
 

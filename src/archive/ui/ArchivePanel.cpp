@@ -74,9 +74,8 @@ void ArchivePanel::BuildSearchBox() {
     search_->setObjectName(QStringLiteral("Text1"));
     search_->setAccessibleName(tr("Suche im Musikarchiv"));
     search_->setPlaceholderText(tr("Suchen"));
-    const Skin& skin = SkinStyle::Colours();
-    search_->addAction(Icons::Icon(QStringLiteral("search"), skin.dim), QLineEdit::LeadingPosition);
-    clearSearch_ = search_->addAction(Icons::Icon(QStringLiteral("close"), skin.dim), QLineEdit::TrailingPosition);
+    searchSign_ = search_->addAction(QIcon(), QLineEdit::LeadingPosition);
+    clearSearch_ = search_->addAction(QIcon(), QLineEdit::TrailingPosition);
     clearSearch_->setText(tr("Suche löschen"));
     clearSearch_->setToolTip(clearSearch_->text());
     clearSearch_->setVisible(false);
@@ -94,7 +93,7 @@ QBoxLayout* ArchivePanel::BuildHead() {
     import->setToolTip(import->accessibleName());
     import->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(import, &QPushButton::clicked, this, &ArchivePanel::ImportRequested);
-    import_ = import;
+    tools_.append(import);
     tree_->setObjectName(QStringLiteral("cmdKategorien"));
     tree_->setAccessibleName(tr("Kategorien"));
     tree_->setToolTip(tree_->accessibleName());
@@ -107,7 +106,7 @@ QBoxLayout* ArchivePanel::BuildHead() {
     row->addWidget(found_);
     row->addStretch(1);
     row->addWidget(count_);
-    row->addWidget(import_);
+    row->addWidget(import);
     return row;
 }
 
@@ -271,6 +270,19 @@ void ArchivePanel::AddContextActions(const QList<QAction*>& actions) {
     grid_->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
+void ArchivePanel::AddTool(const QString& icon, QAction& action) {
+    auto* tool = new IconButton(icon, IconButton::Size::Normal, head_);
+    tool->setObjectName(QStringLiteral("cmd") + action.objectName());
+    tool->setAccessibleName(action.iconText());
+    const QString keys = action.shortcut().toString(QKeySequence::NativeText);
+    tool->setToolTip(keys.isEmpty() ? action.iconText() : action.iconText() + QStringLiteral(" (%1)").arg(keys));
+    tool->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(tool, &IconButton::clicked, &action, &QAction::trigger);
+    static_cast<QBoxLayout*>(head_->layout())->addWidget(tool);
+    tool->setVisible(mode_ != LayoutMode::Narrow);
+    tools_.append(tool);
+}
+
 void ArchivePanel::SetSearchText(const QString& text) {
     const QScopedValueRollback guard(settingSearch_, true);
     search_->setText(text);
@@ -341,7 +353,11 @@ void ArchivePanel::ApplyLook() {
     search_->setMinimumWidth(units.Of(8));
     search_->setMaximumWidth(units.Of(narrow ? 18 : mode_ == LayoutMode::Wide ? 30 : 23));
     line_->setVisible(!narrow);
-    import_->setVisible(!narrow);
+    for (QWidget* tool : std::as_const(tools_))
+        tool->setVisible(!narrow);
+    const QColor& dim = SkinStyle::Colours().dim;
+    searchSign_->setIcon(Icons::Icon(QStringLiteral("search"), dim));
+    clearSearch_->setIcon(Icons::Icon(QStringLiteral("close"), dim));
     categories_->Tree()->setMinimumWidth(units.Of(8));
     ApplyTree();
 }

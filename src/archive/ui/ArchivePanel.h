@@ -75,6 +75,10 @@ public:
     void SetGuide(QWidget& guide);
     void ShowGuide(bool shown);
     bool IsGuideShown() const { return guideShown_; }
+
+    /** One more button at the head's right end; the action stays the caller's. */
+    void AddTool(const QString& icon, QAction& action);
+
     /** Text of the search box, changed without a search. */
     void SetSearchText(const QString& text);
     QString SearchText() const;
@@ -125,11 +129,12 @@ private:
     DataFolder folder_;
     QLabel* heading_;
     QLineEdit* search_; ///< `Text1`
+    QAction* searchSign_ = nullptr;
     QAction* clearSearch_;
-    QLabel* found_;    ///< `Label23`
-    QLabel* count_;    ///< `lblAnzahl`
-    IconButton* tree_; ///< opens the tree
-    QWidget* import_;
+    QLabel* found_;         ///< `Label23`
+    QLabel* count_;         ///< `lblAnzahl`
+    IconButton* tree_;      ///< opens the tree
+    QList<QWidget*> tools_; ///< buttons at the head's right end
     QWidget* head_;
     QSplitter* sides_;
     QStackedWidget* body_;

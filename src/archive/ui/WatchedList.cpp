@@ -44,7 +44,8 @@ WatchedList::WatchedList(WatchedFolders& folders, QWidget* parent)
         buttons->addWidget(button);
     }
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins({});
+    const int ring = units.Gap(1); // around a button that has the focus
+    column->setContentsMargins(ring, 0, ring, ring);
     column->setSpacing(units.Gap(1));
     column->addWidget(caption);
     column->addWidget(list_);

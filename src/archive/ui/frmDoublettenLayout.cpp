@@ -6,6 +6,7 @@
 #include "archive/ui/SearchButton.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Named.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 
 #include <QAction>
@@ -49,7 +50,7 @@ frmDoubletten::frmDoubletten(Archive& archive, QWidget* parent)
     hint_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     column->addWidget(hint_);
     column->addLayout(BuildButtons());
-    resize(units.Of(56), units.Of(36));
+    ResizeOnScreen(*this, {units.Of(56), units.Of(36)});
     connect(finder_, &DuplicateFinder::Progress, this, &frmDoubletten::ShowProgress);
     connect(finder_, &DuplicateFinder::Finished, this, &frmDoubletten::End);
     ShowIdle({});

@@ -21,6 +21,7 @@ frmExplorer::frmExplorer(Archive& archive, const DataFolder& folder, QWidget* pa
     text_->setObjectName(QStringLiteral("Label1"));
     text_->setAccessibleName(tr("Fortschritt"));
     text_->setWordWrap(true);
+    text_->setMinimumWidth(units.Of(20));
     progress_->setObjectName(QStringLiteral("ProgressBar1"));
     progress_->setAccessibleName(tr("Fortschritt"));
     progress_->setTextVisible(false);

@@ -12,6 +12,7 @@
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/Named.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHBoxLayout>
@@ -68,7 +69,7 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
     column->addLayout(BuildProgressRow());
     column->addWidget(passedOver_);
     column->addLayout(BuildButtons());
-    resize(units.Of(57), units.Of(48));
+    ResizeOnScreen(*this, {units.Of(57), units.Of(48)});
 
     connect(import_, &TitleImport::Progress, this, &frmTitelEinlesen::ShowProgress);
     connect(import_, &TitleImport::Finished, this, &frmTitelEinlesen::EndImport);

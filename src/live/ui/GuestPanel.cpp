@@ -89,7 +89,7 @@ void GuestPanel::Build() {
     row->addStretch();
     row->addWidget(code_);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(units.Gap(3), units.Gap(3), units.Gap(3), 0);
+    column->setContentsMargins(units.Gap(3), units.Gap(3), units.Gap(3), units.Gap(1));
     column->setSpacing(units.Gap(2));
     column->addWidget(switch_);
     column->addWidget(state_);

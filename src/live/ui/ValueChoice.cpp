@@ -49,7 +49,8 @@ ValueChoice::ValueChoice(const DataFolder& folder, QWidget* parent)
         lists_.at(PlaceOf(field)) = list;
     }
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins({});
+    const int ring = SkinStyle::Units().Gap(1); // around a button that has the focus
+    column->setContentsMargins(0, 0, ring, ring);
     column->setSpacing(SkinStyle::Units().Gap(3));
     column->addLayout(BuildCriteria());
     column->addLayout(BuildLists(), 1);

@@ -5,6 +5,7 @@
 #include "live/ui/frmAutoDj.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Named.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 
 #include <QButtonGroup>
@@ -16,7 +17,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScreen>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
@@ -79,7 +79,7 @@ frmAutoDj::frmAutoDj(const Parts& parts, QWidget* parent)
     column->addWidget(Divider(this));
     column->addLayout(BuildRefill());
     column->addLayout(BuildEnd());
-    resize(units.Of(52), std::min(units.Of(48), screen()->availableGeometry().height() * 9 / 10));
+    ResizeOnScreen(*this, {units.Of(52), units.Of(48)});
     connect(values_, &ValueChoice::ListsWanted, this, &frmAutoDj::ListsWanted);
     connect(&fill_, &AutoDjFill::Progress, this, &frmAutoDj::ShowProgress);
     connect(&fill_, &AutoDjFill::Finished, this, &frmAutoDj::End);

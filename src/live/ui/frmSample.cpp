@@ -35,7 +35,7 @@ frmSample::frmSample(Sampler& sampler, Settings& settings, QWidget* parent)
     setWindowTitle(QStringLiteral("Sampler"));
     auto* column = new QVBoxLayout(this);
     column->addWidget(BuildPads(), 1);
-    column->addWidget(BuildFoot());
+    column->addLayout(BuildFoot());
     timer1_->setObjectName(QStringLiteral("Timer1"));
     timer1_->setInterval(kShowInterval);
     connect(timer1_, &QTimer::timeout, this, &frmSample::ShowHeld);
@@ -76,19 +76,17 @@ QFrame* frmSample::BuildPads() {
     return frame;
 }
 
-QWidget* frmSample::BuildFoot() {
-    auto* foot = new QWidget(this);
-    auto* row = new QHBoxLayout(foot);
-    row->setContentsMargins({});
-    auto* caption = new QLabel(QStringLiteral("Pegelabsenkung"), foot);
-    slider_ = new VolumeSlider(foot);
+QLayout* frmSample::BuildFoot() {
+    auto* row = new QHBoxLayout;
+    auto* caption = new QLabel(QStringLiteral("Pegelabsenkung"), this);
+    slider_ = new VolumeSlider(this);
     slider_->setObjectName(QStringLiteral("Slider1"));
     slider_->setAccessibleName(QStringLiteral("Pegelabsenkung in Prozent"));
     slider_->setToolTip(QStringLiteral("Um so viel wird die Musik leiser, solange ein Sample gehalten wird"));
-    percent_ = new QLabel(foot);
+    percent_ = new QLabel(this);
     percent_->setObjectName(QStringLiteral("Label1"));
     percent_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* settings = new IconButton(QStringLiteral("settings"), IconButton::Size::Normal, foot);
+    auto* settings = new IconButton(QStringLiteral("settings"), IconButton::Size::Normal, this);
     settings->setObjectName(QStringLiteral("cmdEinstellungen"));
     settings->setAccessibleName(QStringLiteral("Samples zuweisen"));
     settings->setToolTip(QStringLiteral("Samples zuweisen..."));
@@ -98,7 +96,7 @@ QWidget* frmSample::BuildFoot() {
     row->addWidget(slider_, 1);
     row->addWidget(percent_);
     row->addWidget(settings);
-    return foot;
+    return row;
 }
 
 void frmSample::TakeUnits() {

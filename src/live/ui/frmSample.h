@@ -43,7 +43,7 @@ protected:
 
 private:
     QFrame* BuildPads();
-    QWidget* BuildFoot();
+    QLayout* BuildFoot();
     void TakeUnits();
     void End();
     void ShowSlots();

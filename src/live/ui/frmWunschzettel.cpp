@@ -3,6 +3,7 @@
 #include "live/WishState.h"
 #include "playlists/Playlist.h"
 #include "widgets/Named.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TextTable.h"
 #include "widgets/xMessageBox.h"
@@ -58,7 +59,7 @@ frmWunschzettel::frmWunschzettel(WishList& wishes, const Playlist& first, const 
     connect(&wishes_, &WishList::Changed, this, &frmWunschzettel::Reload);
     connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmWunschzettel::ShowChoices);
     connect(table_, &TextTable::activated, this, [this] { Send(0); });
-    resize(units.Of(58), units.Of(30));
+    ResizeOnScreen(*this, {units.Of(58), units.Of(30)});
     Reload();
 }
 

@@ -54,6 +54,7 @@ struct DeckPanel::Parts {
           stop(BigButton("stop", deck)),
           next(BigButton("next", deck)),
           mute(BigButton("unmute", deck)),
+          headphones(BigButton("headphones", deck)),
           pitchCaption(new ElidedLabel(deck)),
           pitch(new PitchSlider(deck)),
           pitchText(new TimeLabel(PitchSlider::TextOf(-120), deck)),
@@ -64,7 +65,7 @@ struct DeckPanel::Parts {
     TimeLabel *time, *remaining;
     CoverView* cover;
     PositionSlider* position;
-    IconButton *toStart, *play, *pause, *stop, *next, *mute;
+    IconButton *toStart, *play, *pause, *stop, *next, *mute, *headphones;
     ElidedLabel* pitchCaption;
     PitchSlider* pitch;
     TimeLabel* pitchText;
@@ -109,6 +110,8 @@ void DeckPanel::NameControls() {
          QStringLiteral("Stumm"));
     name(parts_->toStart, numbered("cmdAnfang"), QStringLiteral("Zum Anfang"),
          QStringLiteral("Zum Anfang oder Cue-Punkt"));
+    name(parts_->headphones, numbered("cmdKopfhoerer"), QStringLiteral("Gewählten Titel der Liste vorhören"),
+         QStringLiteral("Gewählten Titel der Liste mit Kopfhörer vorhören"));
     name(parts_->position, numbered("SPos"), QStringLiteral("Position"), {});
     name(parts_->pitch, second ? QStringLiteral("HScroll3") : QStringLiteral("HScroll2"), QStringLiteral("Pitch"),
          QStringLiteral("Pitch, Doppelklick: 0"));
@@ -130,6 +133,7 @@ void DeckPanel::Connect() {
     connect(parts_->next, &QPushButton::clicked, this, &DeckPanel::NextClicked);
     connect(parts_->mute, &QPushButton::clicked, this, &DeckPanel::MuteClicked);
     connect(parts_->toStart, &QPushButton::clicked, this, &DeckPanel::ToStartClicked);
+    connect(parts_->headphones, &QPushButton::clicked, this, &DeckPanel::HeadphonesClicked);
     connect(parts_->position, &PositionSlider::DragBegan, this, &DeckPanel::PositionDragBegan);
     connect(parts_->position, &PositionSlider::Dragged, this, &DeckPanel::PositionDragged);
     connect(parts_->position, &PositionSlider::DragEnded, this, &DeckPanel::PositionDragEnded);
@@ -195,8 +199,10 @@ void DeckPanel::ShowControls() {
 void DeckPanel::SetLayoutMode(LayoutMode mode) {
     mode_ = mode;
     tight_ = IsTight(width());
+    roomy_ = IsRoomy(width());
     parts_->head->SetLayoutMode(mode);
-    for (IconButton* button : {parts_->toStart, parts_->play, parts_->pause, parts_->stop, parts_->next, parts_->mute})
+    for (IconButton* button :
+         {parts_->toStart, parts_->play, parts_->pause, parts_->stop, parts_->next, parts_->mute, parts_->headphones})
         button->SetLow(mode == LayoutMode::Low);
     parts_->position->SetLow(mode == LayoutMode::Low);
     parts_->level->SetHeight(mode == LayoutMode::Low ? 0.6 : IsNarrow(mode) ? 0.85 : 1.45);
@@ -215,9 +221,14 @@ bool DeckPanel::IsTight(int width) const {
     return IsNarrow(mode_) && width < comfortable;
 }
 
+bool DeckPanel::IsRoomy(int width) const {
+    return !IsNarrow(mode_) && width >= SkinStyle::Units().Of(32);
+}
+
 QSize DeckPanel::minimumSizeHint() const {
     const QSize content = QFrame::minimumSizeHint();
-    return IsNarrow(mode_) ? QSize(TightWidth(), content.height()) : content;
+    const int headphones = roomy_ ? parts_->headphones->sizeHint().width() : 0; // goes when there is no room
+    return {IsNarrow(mode_) ? TightWidth() : content.width() - headphones, content.height()};
 }
 
 void DeckPanel::ApplyFonts() {
@@ -243,6 +254,7 @@ void DeckPanel::Arrange() {
          std::initializer_list<QWidget*>{parts_->toStart, parts_->pitchCaption, parts_->pitch, parts_->pitchText})
         part->setVisible(!narrow);
     parts_->cover->setVisible(!narrow && view_.showsCover);
+    parts_->headphones->setVisible(roomy_);
 
     auto* body = new QVBoxLayout;
     const int side = tight_ ? units.G() : units.Gap(3);
@@ -333,6 +345,8 @@ QLayout* DeckPanel::Transport() const {
     if (!narrow)
         row->addStretch(4);
     row->addWidget(parts_->mute, 10);
+    if (roomy_)
+        row->addWidget(parts_->headphones, 10);
     return row;
 }
 
@@ -368,7 +382,7 @@ void DeckPanel::changeEvent(QEvent* event) {
 
 void DeckPanel::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
-    if (IsTight(width()) != tight_)
+    if (IsTight(width()) != tight_ || IsRoomy(width()) != roomy_)
         SetLayoutMode(mode_);
 }
 

@@ -15,7 +15,7 @@ namespace kalvo {
  * One player of the console: head, title, times, position, transport, pitch and level. A view without logic:
  * it shows a DeckView and tells what was pressed. Player 2 mirrors head and titles, never the transport's order.
  * Controls by objectName (n = player): `cmdPlay`n `cmdPause`n `cmdStop`n `LArtist`n `LSong`n `lblbitrate`n `LTiempo`n
- * `SPos`n `lblStatus`n `cmdAnfang`n; next `Command1`/`Command3`, mute `Command2`/`Command4`,
+ * `SPos`n `lblStatus`n `cmdAnfang`n `cmdKopfhoerer`n; next `Command1`/`Command3`, mute `Command2`/`Command4`,
  * pitch `HScroll2`/`HScroll3`.
  */
 class DeckPanel : public QFrame {
@@ -39,6 +39,7 @@ Q_SIGNALS:
     void NextClicked();
     void MuteClicked();
     void ToStartClicked();
+    void HeadphonesClicked();
     /** Fractions of the title, 0 to 1. A key or wheel step tells all three at once. */
     void PositionDragBegan(double fraction);
     void PositionDragged(double fraction);
@@ -59,6 +60,8 @@ private:
     /** In a narrow deck that has not even room for its buttons with their gaps, gaps and times shrink. */
     bool IsTight(int width) const;
     int TightWidth() const;
+    /** Room for the button that opens the headphones. */
+    bool IsRoomy(int width) const;
     void Arrange();
     QLayout* Titles() const;
     QLayout* NarrowTitles() const;
@@ -72,6 +75,7 @@ private:
     int number_;
     LayoutMode mode_ = LayoutMode::Normal;
     bool tight_ = false;
+    bool roomy_ = false;
     DeckView view_;
     std::unique_ptr<Parts> parts_;
 };

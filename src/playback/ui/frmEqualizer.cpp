@@ -50,7 +50,7 @@ frmEqualizer::frmEqualizer(QWidget* parent) : QDialog(parent) {
     auto* column = new QVBoxLayout(this);
     column->addWidget(BuildHead());
     column->addWidget(BuildBands(), 1);
-    column->addWidget(BuildButtons());
+    column->addLayout(BuildButtons());
     ConnectBands();
     ApplyLook();
     Show(shown_);
@@ -125,14 +125,12 @@ frmEqualizer::Column frmEqualizer::AddColumn(QGridLayout& grid, int column, cons
     return {slider, value};
 }
 
-QWidget* frmEqualizer::BuildButtons() {
-    auto* both = new QWidget(this);
-    auto* row = new QHBoxLayout(both);
-    row->setContentsMargins({});
-    neutral_ = Named(new QPushButton(tr("Zurücksetzen"), both), QStringLiteral("cmdNeutral"),
+QLayout* frmEqualizer::BuildButtons() {
+    auto* row = new QHBoxLayout;
+    neutral_ = Named(new QPushButton(tr("Zurücksetzen"), this), QStringLiteral("cmdNeutral"),
                      tr("Alle Bänder auf 0 dB, kein Hall"));
     neutral_->setToolTip(neutral_->accessibleName());
-    close_ = Named(new QPushButton(tr("Schließen"), both), QStringLiteral("cmdSchliessen"), tr("Schließen"));
+    close_ = Named(new QPushButton(tr("Schließen"), this), QStringLiteral("cmdSchliessen"), tr("Schließen"));
     for (QPushButton* button : {neutral_, close_})
         button->setAutoDefault(false);
     row->addWidget(neutral_);
@@ -144,7 +142,7 @@ QWidget* frmEqualizer::BuildButtons() {
         Change(flat);
     });
     connect(close_, &QPushButton::clicked, this, &QDialog::close);
-    return both;
+    return row;
 }
 
 void frmEqualizer::ConnectBands() {

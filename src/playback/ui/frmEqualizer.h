@@ -44,7 +44,7 @@ private:
 
     QWidget* BuildHead();
     QWidget* BuildBands();
-    QWidget* BuildButtons();
+    QLayout* BuildButtons();
     Column AddColumn(QGridLayout& grid, int column, const QString& name, const QString& caption, const QString& spoken);
     void ConnectBands();
     void Change(const EqualiserSettings& settings);

@@ -263,11 +263,17 @@ void frmKopfhoerer::keyPressEvent(QKeyEvent* event) {
 
 // ---- what is heard
 
+void frmKopfhoerer::ShowWaves(const QString& cacheFolder) {
+    pictures_ = std::make_unique<TitlePictures>(cacheFolder);
+}
+
 void frmKopfhoerer::Listen(const HeadphoneTitle& title) {
     title_ = title;
     parts_->title->SetText(title.title);
     parts_->artist->SetText(title.artist);
     parts_->message->SetText({});
+    if (pictures_)
+        pictures_->Show(title.path);
     player_.Load(title.path);
     if (OpenCard())
         player_.Restart();
@@ -339,6 +345,8 @@ void frmKopfhoerer::ShowPosition() {
     if (parts_->length->text() != total)
         parts_->length->setText(total);
     parts_->position->SetTitle(length, 0, title_.cue);
+    if (pictures_)
+        parts_->position->SetWave(pictures_->Wave());
     parts_->position->SetPosition(length > 0 ? position / length : -1);
     const audio::Levels levels = player_.Level();
     parts_->level->SetLevels(Lit(levels.left), Lit(levels.right));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "playback/HeadphonePlayer.h"
+#include "playback/TitlePictures.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -41,6 +42,8 @@ public:
     frmKopfhoerer(AudioLayer& layer, Settings& settings, QWidget* parent = nullptr);
     ~frmKopfhoerer() override;
 
+    /** Titles are shown with their waveforms from now on. cacheFolder: where measured ones are kept. */
+    void ShowWaves(const QString& cacheFolder);
     /** Shows and plays it. Where there is no card for it the user is told, and the window stays without sound. */
     void Listen(const HeadphoneTitle& title);
     /** Of the title that is shown: changed in the playlist by somebody else; negative for none. */
@@ -73,6 +76,7 @@ private:
     Settings& settings_;
     HeadphonePlayer player_;
     HeadphoneTitle title_;
+    std::unique_ptr<TitlePictures> pictures_; ///< none: without waveforms
     std::unique_ptr<Parts> parts_;
     QTimer timer1_; ///< position
     QTimer timer2_; ///< repeats the step back

@@ -54,11 +54,12 @@ frmMessen::frmMessen(TempoRun& run, Titles marked, Titles all, QWidget* parent)
     column->addWidget(everything_);
     column->addLayout(progress);
     column->addWidget(state_, 1);
-    column->addWidget(BuildButtons());
+    column->addLayout(BuildButtons());
     connect(&run_, &TempoRun::Progressed, this, &frmMessen::ShowState);
     connect(&run_, &TempoRun::Finished, this, &frmMessen::ShowState);
     ApplyLook();
     ShowState();
+    (onlyMarked_->isChecked() ? onlyMarked_ : everything_)->setFocus();
 }
 
 frmMessen::~frmMessen() {
@@ -66,14 +67,12 @@ frmMessen::~frmMessen() {
     run_.Cancel();
 }
 
-QWidget* frmMessen::BuildButtons() {
-    auto* both = new QWidget(this);
-    auto* row = new QHBoxLayout(both);
-    row->setContentsMargins({});
-    begin_ = new QPushButton(tr("Messen"), both);
+QLayout* frmMessen::BuildButtons() {
+    auto* row = new QHBoxLayout;
+    begin_ = new QPushButton(tr("Messen"), this);
     begin_->setObjectName(QStringLiteral("cmdMessen"));
     begin_->setDefault(true);
-    cancel_ = new QPushButton(both);
+    cancel_ = new QPushButton(this);
     cancel_->setObjectName(QStringLiteral("cmdAbbrechen"));
     cancel_->setAutoDefault(false);
     begin_->setAccessibleName(begin_->text());
@@ -82,7 +81,7 @@ QWidget* frmMessen::BuildButtons() {
     row->addWidget(begin_);
     connect(begin_, &QPushButton::clicked, this, &frmMessen::Begin);
     connect(cancel_, &QPushButton::clicked, this, [this] { run_.IsRunning() ? run_.Cancel() : reject(); });
-    return both;
+    return row;
 }
 
 void frmMessen::Begin() {
@@ -122,7 +121,7 @@ void frmMessen::ApplyLook() {
     layout()->setSpacing(units.Gap(3));
     percent_->setMinimumWidth(units.Of(3.2));
     percent_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    state_->setMinimumWidth(units.Of(28));
+    state_->setMinimumSize(units.Of(28), 2 * fontMetrics().lineSpacing() + units.G()); // two lines
     for (QPushButton* button : {begin_, cancel_})
         button->setMinimumWidth(units.Of(7.2));
 }

@@ -34,7 +34,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    QWidget* BuildButtons();
+    QLayout* BuildButtons();
     void Begin();
     void ShowState();
     void ApplyLook();

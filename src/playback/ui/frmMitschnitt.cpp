@@ -105,32 +105,30 @@ void frmMitschnitt::Build() {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(units.Gap(4), units.Gap(4), units.Gap(4), units.Gap(4));
     column->setSpacing(units.Gap(3));
-    column->addWidget(BuildHead());
+    column->addLayout(BuildHead());
     column->addWidget(Named(level_, "Pegel", tr("Pegel")));
-    column->addWidget(BuildRows());
+    column->addLayout(BuildRows());
     column->addStretch(1);
     column->addLayout(buttons);
     resize(units.Of(40), sizeHint().height());
 }
 
-QWidget* frmMitschnitt::BuildHead() {
+QLayout* frmMitschnitt::BuildHead() {
     const FontUnits& units = SkinStyle::Units();
     Named(start_, "cmdAufnahme", tr("Aufnahme starten oder beenden"));
     start_->setMinimumWidth(units.Of(13));
     Named(time_, "lblZeit", tr("Aufgenommene Zeit"));
     time_->setFont(units.Font(2.6, true));
     Named(statusText_, "lblStand", tr("Stand der Aufnahme"));
-    auto* head = new QWidget(this);
-    auto* row = new QHBoxLayout(head);
-    row->setContentsMargins({});
+    auto* row = new QHBoxLayout;
     row->setSpacing(units.Gap(4));
     row->addWidget(start_);
     row->addWidget(time_);
     row->addWidget(statusText_, 1);
-    return head;
+    return row;
 }
 
-QWidget* frmMitschnitt::BuildRows() {
+QLayout* frmMitschnitt::BuildRows() {
     const FontUnits& units = SkinStyle::Units();
     const auto row = [&units](QWidget* wide, QWidget* narrow) {
         auto* both = new QHBoxLayout;
@@ -145,9 +143,7 @@ QWidget* frmMitschnitt::BuildRows() {
     Named(name_, "txtName", tr("Dateiname"));
     auto* nameCaption = new QLabel(tr("&Name"), this);
     nameCaption->setBuddy(name_);
-    auto* rows = new QWidget(this);
-    auto* form = new QFormLayout(rows);
-    form->setContentsMargins({});
+    auto* form = new QFormLayout;
     form->setHorizontalSpacing(units.Gap(4));
     form->setVerticalSpacing(units.Gap(2));
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -158,7 +154,7 @@ QWidget* frmMitschnitt::BuildRows() {
     form->addRow(tr("Größe"), Named(size_, "lblGroesse", tr("Größe der Datei")));
     form->addRow(tr("Freier Platz"), Named(free_, "lblFrei", tr("Freier Platz")));
     form->addRow(tr("Cue-Sheet"), Named(titles_, "lblTitel", tr("Titel im Cue-Sheet")));
-    return rows;
+    return form;
 }
 
 void frmMitschnitt::SuggestName(const QDateTime& now) {

@@ -45,8 +45,8 @@ Q_SIGNALS:
 
 private:
     void Build();
-    QWidget* BuildHead();
-    QWidget* BuildRows();
+    QLayout* BuildHead();
+    QLayout* BuildRows();
     void ChooseFolder();
     void OpenFolder();
     void StartOrStop();

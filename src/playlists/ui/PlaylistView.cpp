@@ -189,6 +189,14 @@ void PlaylistView::dropEvent(QDropEvent* event) {
 
 void PlaylistView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
+    if (model()->rowCount() == 0) {
+        QPainter painter(viewport());
+        painter.setPen(SkinStyle::Colours().dim);
+        const int margin = SkinStyle::Units().Gap(3);
+        painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                         Qt::AlignCenter | Qt::TextWordWrap,
+                         tr("Noch kein Titel: aus dem Musikarchiv oder einem Ordner hierher ziehen."));
+    }
     if (dropRow_ < 0)
         return;
     const int y = dropRow_ * SkinStyle::Units().TableRow() - verticalOffset();

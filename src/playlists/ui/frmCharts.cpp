@@ -4,6 +4,7 @@
 #include "base/Clock.h"
 #include "base/FileName.h"
 #include "playlists/ui/ChartsPrint.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TextTable.h"
 #include "widgets/xMessageBox.h"
@@ -39,7 +40,7 @@ frmCharts::frmCharts(ChartsFile& charts, int limit, PlaylistQuestions& questions
     column->addWidget(table_);
     BuildMenu();
     const FontUnits& units = SkinStyle::Units();
-    resize(units.Of(72), units.Of(40));
+    ResizeOnScreen(*this, {units.Of(72), units.Of(40)});
     Reload();
 }
 

@@ -4,6 +4,7 @@
 #include "base/FileName.h"
 #include "base/PlayTime.h"
 #include "playlists/ListCaption.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TextTable.h"
 
@@ -81,7 +82,7 @@ frmVerlauf::frmVerlauf(const EveningLog& log, PlaylistQuestions& questions, QWid
     column->addWidget(table_, 1);
     connect(evenings_, &QComboBox::currentIndexChanged, this, &frmVerlauf::ShowEvening);
     connect(exporting, &QPushButton::clicked, this, &frmVerlauf::Export);
-    resize(units.Of(62), units.Of(36));
+    ResizeOnScreen(*this, {units.Of(62), units.Of(36)});
     Reload();
 }
 

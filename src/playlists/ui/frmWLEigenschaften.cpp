@@ -43,7 +43,8 @@ frmWLEigenschaften::frmWLEigenschaften(const Playlist& list, const QString& name
     column->addLayout(form);
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetMinimumSize);
-    setMinimumWidth(units.Of(28));
+    // The caption names the list: room for it beside the frame's buttons.
+    column->addStrut(QFontMetrics(units.Font(1, true)).horizontalAdvance(windowTitle()) + units.Of(7));
     connect(&showing_, &QTimer::timeout, this, &frmWLEigenschaften::ShowFiles);
     showing_.start(showInterval);
     ShowFiles();

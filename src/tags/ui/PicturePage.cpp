@@ -60,13 +60,16 @@ PicturePage::PicturePage(QWidget* parent)
     preview_->setObjectName(QStringLiteral("imgCover"));
     preview_->setAccessibleName(tr("Gewähltes Bild"));
     preview_->setAlignment(Qt::AlignCenter);
-    preview_->setFixedSize(units.Of(11), units.Of(11));
+    preview_->setFixedSize(units.Of(9), units.Of(9));
     preview_->setFrameShape(QFrame::StyledPanel);
     description_->setObjectName(QStringLiteral("txtBildBeschreibung"));
     description_->setAccessibleName(tr("Beschreibung des Bildes"));
     description_->setPlaceholderText(tr("Beschreibung"));
+    description_->setMinimumWidth(units.Of(8));
     type_->setObjectName(QStringLiteral("cboBildTyp"));
     type_->setAccessibleName(tr("Art des Bildes"));
+    type_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    type_->setMinimumContentsLength(6);
     type_->addItems(PictureTypes());
     add_->setObjectName(QStringLiteral("cmdBildHinzu"));
     remove_->setObjectName(QStringLiteral("cmdBildWeg"));
@@ -81,7 +84,8 @@ PicturePage::PicturePage(QWidget* parent)
     grid->addWidget(type_, 2, 1);
     grid->addWidget(add_, 2, 2);
     grid->addWidget(remove_, 2, 3);
-    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(0, 3);
+    grid->setColumnStretch(1, 2);
     grid->setRowStretch(0, 1);
     connect(list_, &QTableWidget::itemSelectionChanged, this, &PicturePage::ShowPicture);
     connect(description_, &QLineEdit::textEdited, this, &PicturePage::ChangeCurrent);

@@ -7,11 +7,13 @@
 #include "tags/ui/TagColumn.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QTabWidget>
 
@@ -28,6 +30,20 @@ QStringList Genres() {
     std::sort(genres.begin(), genres.end(),
               [](const QString& one, const QString& other) { return one.compare(other, Qt::CaseInsensitive) < 0; });
     return genres;
+}
+
+/** Scrolls up and down where the screen is too low for all fields. */
+QScrollArea* Scrolled(QWidget& fields) {
+    auto* area = new QScrollArea(fields.parentWidget());
+    area->setObjectName(QStringLiteral("Felder"));
+    area->setWidget(&fields);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    const int bar = area->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    area->setMinimumSize(fields.minimumSizeHint().width() + bar, SkinStyle::Units().Of(12));
+    return area;
 }
 
 } // namespace
@@ -56,7 +72,9 @@ frmTagEditor::frmTagEditor(QWidget* parent)
     technical_->setAccessibleName(tr("Technische Daten"));
     technical_->SetTone(Tone::Dim);
     BuildColumns();
-    auto* columns = new QHBoxLayout;
+    auto* fields = new QWidget(this);
+    auto* columns = new QHBoxLayout(fields);
+    columns->setContentsMargins({});
     columns->setSpacing(units.Gap(2));
     columns->addWidget(id3v1_, 1);
     columns->addWidget(between_);
@@ -69,10 +87,10 @@ frmTagEditor::frmTagEditor(QWidget* parent)
     column->setSpacing(units.Gap(2));
     column->addWidget(head_);
     column->addWidget(technical_);
-    column->addLayout(columns);
-    column->addWidget(pages_, 1);
+    column->addWidget(Scrolled(*fields), 3);
+    column->addWidget(pages_, 2);
     column->addLayout(BuildButtons());
-    resize(units.Of(58), units.Of(48));
+    ResizeOnScreen(*this, {units.Of(58), units.Of(58)});
 
     connect(pictures_, &PicturePage::Edited, this, &frmTagEditor::Touch);
     connect(jobs_, &TagJobs::Loaded, this, &frmTagEditor::Show);
