@@ -17,10 +17,10 @@ constexpr int kServiceDecides = -1; ///< how long it is shown
 constexpr uchar kCritical = 2;      ///< urgency: stays until it is closed
 constexpr uchar kLow = 0;
 const QString kService = QStringLiteral("org.freedesktop.Notifications");
-const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
+const QString kNoticePath = QStringLiteral("/org/freedesktop/Notifications");
 
 QDBusMessage ToService(const QString& method) {
-    return QDBusMessage::createMethodCall(kService, kPath, kService, method);
+    return QDBusMessage::createMethodCall(kService, kNoticePath, kService, method);
 }
 
 QVariantMap Hints(bool isWarning, const QString& picture) {
@@ -41,7 +41,8 @@ DesktopNotices::DesktopNotices(std::function<bool()> isAway, QObject* parent)
 void DesktopNotices::SetBus(const BusLink& session) {
     session_ = &session;
     // From whichever service there is: asking for the owner of a name would wait.
-    session.Bus().connect({}, kPath, kService, QStringLiteral("ActionInvoked"), this, SLOT(TakeAction(uint, QString)));
+    session.Bus().connect({}, kNoticePath, kService, QStringLiteral("ActionInvoked"), this,
+                          SLOT(TakeAction(uint, QString)));
 }
 
 void DesktopNotices::SetWanted(bool warnings, bool titles) {

@@ -17,8 +17,8 @@ namespace {
 
 /** For both lists together; half an hour of music. */
 constexpr int kFirstTitles = 10;
-const QString kSection = QStringLiteral("Style");
-const QString kKey = QStringLiteral("ErsteSchritte"); // "0": closed for good
+const QString kGuideSection = QStringLiteral("Style");
+const QString kGuideKey = QStringLiteral("ErsteSchritte"); // "0": closed for good
 
 } // namespace
 
@@ -55,7 +55,7 @@ FirstStepsCommands::~FirstStepsCommands() {
 void FirstStepsCommands::OfferAtStart() {
     const bool isEmpty = parts_.desk.archive.IsOpen() && parts_.desk.archive.Count() == 0 &&
                          parts_.desk.list1.Count() == 0 && parts_.desk.list2.Count() == 0;
-    if (isEmpty && parts_.desk.settings.GetSwitch(kSection, kKey, true))
+    if (isEmpty && parts_.desk.settings.GetSwitch(kGuideSection, kGuideKey, true))
         ShowGuide();
 }
 
@@ -70,7 +70,7 @@ void FirstStepsCommands::Hide() {
 }
 
 void FirstStepsCommands::CloseForGood() {
-    parts_.desk.settings.PutSwitch(kSection, kKey, false);
+    parts_.desk.settings.PutSwitch(kGuideSection, kGuideKey, false);
     Hide();
 }
 

@@ -13,11 +13,11 @@ namespace {
 
 const QString kWho = QStringLiteral("Kalvo");
 const QString kWhy = QStringLiteral("Es wird Musik gespielt");
-const QString kScreenSaver = QStringLiteral("org.freedesktop.ScreenSaver");
+const QString kScreenSaverService = QStringLiteral("org.freedesktop.ScreenSaver");
 
 QDBusMessage ToScreenSaver(const QString& method) {
-    return QDBusMessage::createMethodCall(kScreenSaver, QStringLiteral("/org/freedesktop/ScreenSaver"), kScreenSaver,
-                                          method);
+    return QDBusMessage::createMethodCall(kScreenSaverService, QStringLiteral("/org/freedesktop/ScreenSaver"),
+                                          kScreenSaverService, method);
 }
 
 QDBusMessage ToLogin() {
@@ -42,7 +42,7 @@ void IdleInhibitor::SetBus(const BusLink& session) {
     session_ = &session;
     // A screen saver that is started again knows nothing of what was asked before.
     auto* watcher =
-        new QDBusServiceWatcher(kScreenSaver, session.Bus(), QDBusServiceWatcher::WatchForRegistration, this);
+        new QDBusServiceWatcher(kScreenSaverService, session.Bus(), QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
         cookie_.reset();
         refused_ = false;

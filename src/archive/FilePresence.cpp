@@ -16,7 +16,7 @@ constexpr std::size_t kWorthListing = 4;
 /** Entries of a folder for each path asked for; a fuller one is not listed to its end. */
 constexpr std::size_t kEntriesPerPath = 8;
 
-std::string_view FolderIn(std::string_view path) {
+std::string_view ListedFolder(std::string_view path) {
     return path.substr(0, path.rfind('/') + 1); // npos + 1 is 0
 }
 
@@ -45,9 +45,9 @@ std::vector<bool> Missing(const std::vector<std::string>& paths) {
     std::vector<bool> missing;
     missing.reserve(paths.size());
     for (std::size_t begin = 0; begin < paths.size();) {
-        const std::string_view folder = FolderIn(paths[begin]);
+        const std::string_view folder = ListedFolder(paths[begin]);
         std::size_t end = begin + 1;
-        while (end < paths.size() && FolderIn(paths[end]) == folder)
+        while (end < paths.size() && ListedFolder(paths[end]) == folder)
             ++end;
         std::unordered_set<std::string> names;
         if (end - begin >= kWorthListing && !folder.empty())

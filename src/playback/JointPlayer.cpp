@@ -8,7 +8,7 @@ namespace {
 
 using audio::Output;
 
-constexpr int kPatience = 500; // ms; nothing is read from a disk
+constexpr int kJointPatience = 500; // ms; nothing is read from a disk
 const QString kOnAir = QStringLiteral("Es ist Musik auf Sendung: die Hauptausgabe bleibt frei.");
 
 } // namespace
@@ -50,7 +50,7 @@ QString JointPlayer::PlayOnMain(const audio::HeldFile& file) {
     if (!IsMainFree())
         return kOnAir;
     stream_ = library_.StreamOpenHeld(Output::Main, file);
-    if (stream_ != 0 && library_.StreamAwaitOpen(stream_, kPatience) == audio::OpenState::Ready &&
+    if (stream_ != 0 && library_.StreamAwaitOpen(stream_, kJointPatience) == audio::OpenState::Ready &&
         library_.StreamPlay(stream_, true))
         return {};
     Stop();

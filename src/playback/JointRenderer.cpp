@@ -14,12 +14,12 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kRate = 44100;
+constexpr int kJointRate = 44100;
 constexpr double kSlack = 3;        ///< s: the plan may be off by so much
 constexpr double kLongestFade = 60; ///< s; a joint that has not come to its end by then is cut
 
 std::size_t Frames(double seconds) {
-    return static_cast<std::size_t>(std::max(0.0, seconds) * kRate);
+    return static_cast<std::size_t>(std::max(0.0, seconds) * kJointRate);
 }
 
 /** A file in memory, shared with whoever will play it. */
@@ -45,7 +45,7 @@ audio::HeldFile WaveFileOf(const std::vector<float>& stereo) {
     auto bytes = std::make_shared<std::vector<std::byte>>();
     audio::EncodeError error{};
     const auto writer =
-        audio::SoundFileWriter::Create(std::make_unique<MemorySink>(bytes), audio::EncodeSettings(), kRate, error);
+        audio::SoundFileWriter::Create(std::make_unique<MemorySink>(bytes), audio::EncodeSettings(), kJointRate, error);
     const bool isWritten = writer && writer->Write(stereo.data(), stereo.size() / 2) == audio::EncodeError::None &&
                            writer->Close() == audio::EncodeError::None;
     return isWritten ? bytes : audio::HeldFile();
@@ -101,10 +101,10 @@ public:
         const std::size_t end = std::min(end_, Count());
         joint.sound = WaveFileOf(stereo_);
         joint.wave = WaveOf(stereo_);
-        joint.begin = static_cast<double>(begin_) / kRate;
-        joint.end = static_cast<double>(end) / kRate;
-        joint.length = static_cast<double>(Count()) / kRate;
-        joint.measures = audio::MeasureJoint(stereo_.data(), Count(), kRate, begin_, end);
+        joint.begin = static_cast<double>(begin_) / kJointRate;
+        joint.end = static_cast<double>(end) / kJointRate;
+        joint.length = static_cast<double>(Count()) / kJointRate;
+        joint.measures = audio::MeasureJoint(stereo_.data(), Count(), kJointRate, begin_, end);
         return joint;
     }
 

@@ -10,8 +10,8 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kBufferFrames = 1024;
-constexpr double kPitchSteps = 1000.0;
+constexpr int kRehearsalFrames = 1024;
+constexpr double kRehearsalPitchSteps = 1000.0;
 
 } // namespace
 
@@ -49,7 +49,7 @@ QString RehearsalSettings::Fingerprint() const {
 
 RehearsalDesk::RehearsalDesk(std::unique_ptr<audio::AudioLibrary> library, const RehearsalSettings& settings)
     : layer_(std::move(library)),
-      open_(layer_.InitAudio(audio::kOffline, kBufferFrames)),
+      open_(layer_.InitAudio(audio::kOffline, kRehearsalFrames)),
       list1(1, random_),
       list2(2, random_),
       mixer(layer_, list1, list2) {
@@ -71,7 +71,7 @@ void RehearsalDesk::Begin(const DeskMoment& moment, double earlier) {
         if (deck.activity == audio::Activity::Stopped)
             continue;
         const bool paused = deck.activity == audio::Activity::Paused;
-        const double back = paused ? 0 : earlier * (1 + deck.pitch / kPitchSteps);
+        const double back = paused ? 0 : earlier * (1 + deck.pitch / kRehearsalPitchSteps);
         plays = (mixer.ResumeTitle(player, deck.title, std::max(0.0, deck.second - back), paused) && !paused) || plays;
     }
     if (!plays)

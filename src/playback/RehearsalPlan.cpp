@@ -13,10 +13,10 @@ namespace {
 
 constexpr double kStep = 0.1;          // s, the interval of CheckHandOver
 constexpr double kBeforeEnd = 2;       // s before a hand-over from which on every step is made
-constexpr double kSilence = 3;         // s after which nothing begins any more
+constexpr double kPlanSilence = 3;     // s after which nothing begins any more
 constexpr double kLongest = 7 * 86400; // s
 constexpr qsizetype kMostJoints = 10000;
-constexpr double kPitchSteps = 1000.0;
+constexpr double kPlanPitchSteps = 1000.0;
 
 /** Plays the night and writes down where titles begin. */
 class Night {
@@ -72,7 +72,7 @@ double Night::StepLength() {
         if (!state.Deck(player).playing)
             continue;
         const double left = desk_.mixer.Title(player).length - desk_.mixer.PositionSeconds(player);
-        room = std::min(room, left / (1 + desk_.mixer.Pitch(player) / kPitchSteps));
+        room = std::min(room, left / (1 + desk_.mixer.Pitch(player) / kPlanPitchSteps));
     }
     return std::max(kStep, room - switchOver_ * (1 + 0.2) - kBeforeEnd);
 }
@@ -114,7 +114,7 @@ void Night::EndFade() {
 
 QList<Joint> Night::Play(const std::atomic<bool>& cancelled, const std::function<void(int joints)>& told) {
     qsizetype before = 0;
-    while (!cancelled && !finished_ && silent_ < kSilence && time_ < kLongest && joints_.size() < kMostJoints) {
+    while (!cancelled && !finished_ && silent_ < kPlanSilence && time_ < kLongest && joints_.size() < kMostJoints) {
         const DeskMoment moment = desk_.Now();
         const int onAir = desk_.mixer.OnAirPlayer();
         started_.clear();

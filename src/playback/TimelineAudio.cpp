@@ -11,11 +11,11 @@ namespace {
 using audio::Activity;
 using audio::Handle;
 
-constexpr int kRate = 44100;
-constexpr double kBytes = 4.0 * kRate; ///< a second
+constexpr int kTimelineRate = 44100;
+constexpr double kBytes = 4.0 * kTimelineRate; ///< a second
 
 std::uint64_t Bytes(double seconds) {
-    return static_cast<std::uint64_t>(std::llround(seconds * kRate)) * 4;
+    return static_cast<std::uint64_t>(std::llround(seconds * kTimelineRate)) * 4;
 }
 
 } // namespace
@@ -41,7 +41,7 @@ TimelineAudio::Stream* TimelineAudio::Find(Handle stream) {
 bool TimelineAudio::GetInfo(audio::Output, audio::OutputInfo& info) const {
     info = {};
     info.device = audio::kOffline;
-    info.sampleRate = kRate;
+    info.sampleRate = kTimelineRate;
     info.callbacks = steps_;
     return true;
 }
@@ -98,14 +98,14 @@ Activity TimelineAudio::ChannelIsActive(Handle stream) {
 }
 
 bool TimelineAudio::ChannelGetInfo(Handle stream, audio::ChannelInfo& info) {
-    info.sampleRate = kRate;
-    info.outputRate = kRate;
+    info.sampleRate = kTimelineRate;
+    info.outputRate = kTimelineRate;
     return Find(stream) != nullptr;
 }
 
 bool TimelineAudio::ChannelSetAttributes(Handle stream, int frequency, int, int) {
     if (Stream* found = Find(stream); found != nullptr && frequency != audio::kKeepFrequency)
-        found->speed = static_cast<double>(frequency) / kRate;
+        found->speed = static_cast<double>(frequency) / kTimelineRate;
     return true;
 }
 

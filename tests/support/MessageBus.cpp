@@ -7,7 +7,7 @@ namespace kalvo::test {
 
 namespace {
 
-constexpr int kPatience = 20'000; ///< ms
+constexpr int kBusPatience = 20'000; ///< ms
 
 /** Without the folders of services that the system would start by itself. */
 constexpr const char* kConfiguration = R"(<busconfig>
@@ -33,7 +33,7 @@ MessageBus::MessageBus() {
         {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
          QStringLiteral("--config-file=") + folder_.Write(QStringLiteral("bus.conf"), configuration.toUtf8())});
     QByteArray told;
-    while (!told.endsWith('\n') && daemon_.waitForReadyRead(kPatience))
+    while (!told.endsWith('\n') && daemon_.waitForReadyRead(kBusPatience))
         told += daemon_.readAllStandardOutput();
     EXPECT_TRUE(told.endsWith('\n')) << daemon_.readAllStandardError().constData();
     address_ = QString::fromLocal8Bit(told.trimmed());

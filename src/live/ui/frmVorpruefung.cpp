@@ -28,7 +28,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-enum Column { Where, What, Way, ColumnCount };
+enum PreshowColumn { Where, What, Way, ColumnCount };
 constexpr int kFinding = Qt::UserRole; ///< index among the findings; of groups -1
 
 PreshowSeverity Worst(const QList<PreshowFinding>& findings) {

@@ -19,10 +19,10 @@ using namespace Qt::StringLiterals;
 
 constexpr int kTickInterval = 50;    // ms
 constexpr int kClockInterval = 5000; // ms
-constexpr int kDefaultVolume = 50;
+constexpr int kFirstVolume = 50;
 
-const QString kSection = u"Soundkarte"_s;
-const QString kVolumeKey = u"Kopfhoererlautstaerke"_s;
+const QString kRehearsalSection = u"Soundkarte"_s;
+const QString kRehearsalVolume = u"Kopfhoererlautstaerke"_s;
 
 } // namespace
 
@@ -38,7 +38,8 @@ frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
     Arrange();
     Connect();
     ApplyLook();
-    controls_->volume->setValue(std::clamp(parts_.settings.GetNumber(kSection, kVolumeKey, kDefaultVolume), 0, 100));
+    controls_->volume->setValue(
+        std::clamp(parts_.settings.GetNumber(kRehearsalSection, kRehearsalVolume, kFirstVolume), 0, 100));
     tick_.start(kTickInterval);
     clock_.start(kClockInterval);
     ShowPlan();
@@ -47,7 +48,7 @@ frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
 frmProbelauf::~frmProbelauf() {
     parts_.rehearsal.disconnect(this);
     parts_.rehearsal.Stop();
-    parts_.settings.PutNumber(kSection, kVolumeKey, controls_->volume->value());
+    parts_.settings.PutNumber(kRehearsalSection, kRehearsalVolume, controls_->volume->value());
 }
 
 void frmProbelauf::Connect() {

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 constexpr int kMostMargin = 30; // s
 
-IconButton* Button(const char* icon, QWidget* parent) {
+IconButton* RehearsalButton(const char* icon, QWidget* parent) {
     return new IconButton(QString::fromLatin1(icon), IconButton::Size::Big, parent);
 }
 
@@ -33,10 +33,10 @@ frmProbelauf::Controls::Controls(frmProbelauf* window)
       titles(new ElidedLabel(window)),
       facts(new ElidedLabel(window)),
       position(new PositionSlider(2, window)),
-      previous(Button("previous", window)),
-      play(Button("play", window)),
-      next(Button("next", window)),
-      all(Button("automatic", window)),
+      previous(RehearsalButton("previous", window)),
+      play(RehearsalButton("play", window)),
+      next(RehearsalButton("next", window)),
+      all(RehearsalButton("automatic", window)),
       before(new QSpinBox(window)),
       after(new QSpinBox(window)),
       volume(new VolumeSlider(window)),
