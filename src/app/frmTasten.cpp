@@ -1,6 +1,7 @@
 #include "app/frmTasten.h"
 
 #include "widgets/Named.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TextTable.h"
 
@@ -38,7 +39,7 @@ frmTasten::frmTasten(QList<ShortcutEntry> entries, QWidget* parent)
     column->addWidget(search_);
     column->addWidget(table, 1);
     column->addLayout(buttons);
-    resize(units.Of(58), units.Of(42));
+    ResizeOnScreen(*this, {units.Of(58), units.Of(42)});
     ShowMatching({});
 }
 

@@ -51,7 +51,7 @@ private:
     struct Controls;
 
     void NameControls();
-    QWidget* BuildTransport();
+    QLayout* BuildTransport();
     void Arrange();
     void Connect();
     void ApplyLook();

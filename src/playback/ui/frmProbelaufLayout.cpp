@@ -83,13 +83,12 @@ void frmProbelauf::NameControls() {
     controls_->facts->SetTone(Tone::Dim);
 }
 
-QWidget* frmProbelauf::BuildTransport() {
-    auto* transport = new QWidget(this);
-    auto* row = new QHBoxLayout(transport);
-    row->setContentsMargins({});
+/** In the window itself: a widget of its own would cut the buttons' focus rings. */
+QLayout* frmProbelauf::BuildTransport() {
+    auto* row = new QHBoxLayout;
     for (IconButton* button : {controls_->previous, controls_->play, controls_->next, controls_->all})
         row->addWidget(button, 1);
-    return transport;
+    return row;
 }
 
 void frmProbelauf::Arrange() {
@@ -132,7 +131,7 @@ void frmProbelauf::Arrange() {
     column->addWidget(controls_->titles);
     column->addLayout(line);
     column->addWidget(controls_->position);
-    column->addWidget(BuildTransport());
+    column->addLayout(BuildTransport());
     column->addLayout(foot);
 }
 
@@ -158,7 +157,7 @@ void frmProbelauf::ApplyLook() {
                                              {JointModel::Tempo, 8.5}};
     for (const auto& [column, width] : widths)
         table->setColumnWidth(column, units.Of(width));
-    setMinimumSize(units.Of(42), units.Of(26));
+    setMinimumSize(units.Of(48), units.Of(26));
     const QSize room = screen()->availableGeometry().size() - QSize(units.Gap(4), units.Of(3));
     resize(QSize(units.Of(68), units.Of(44)).boundedTo(room));
     Fold();
