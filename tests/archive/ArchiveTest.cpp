@@ -14,7 +14,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TitleRecord Title(const QString& artist, const QString& title) {
+TitleRecord TitleBy(const QString& artist, const QString& title) {
     TitleRecord record;
     record.Interpret = artist;
     record.Titel = title;
@@ -35,7 +35,7 @@ protected:
     }
 
     void Add(const QString& artist, const QString& title) {
-        TitleRecord record = Title(artist, title);
+        TitleRecord record = TitleBy(artist, title);
         ASSERT_TRUE(archive.AddTitle(record));
     }
 
