@@ -48,7 +48,7 @@ const std::vector<Wrapped> kLibraries{
     {R"((httplib|qrencode)\.h)", {"live"}},
 };
 
-bool EndsWith(const std::string& text, const std::string& end) {
+bool HasEnding(const std::string& text, const std::string& end) {
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
@@ -58,7 +58,7 @@ std::string IncludeRules::OwnInclude(const SourceFile& file, const std::string& 
     const Place from(file.path);
     const Place to(included);
     if (to.Rank() < 0)
-        return EndsWith(included, ".moc") ? "" : "is not named from src on";
+        return HasEnding(included, ".moc") ? "" : "is not named from src on";
     if (from.folder == "app")
         return "";
     if (to.Rank() > from.Rank())
@@ -99,7 +99,7 @@ std::vector<std::string> IncludeRules::Violations(const SourceFile& file) const 
         if (!reason.empty())
             found.push_back(file.path + ':' + std::to_string(count + 1) + ": " + name + ' ' + reason);
     }
-    const std::size_t limit = EndsWith(file.path, ".h") ? kHeaderLines : kSourceLines;
+    const std::size_t limit = HasEnding(file.path, ".h") ? kHeaderLines : kSourceLines;
     if (count > limit)
         found.push_back(file.path + ": " + std::to_string(count) + " lines, more than " + std::to_string(limit));
     return found;
