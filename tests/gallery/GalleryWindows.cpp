@@ -128,6 +128,17 @@ void ShowExplorer(GalleryDesk& desk, const GalleryVisit& visit) {
     Visit(window, visit);
 }
 
+// ---- before the show
+
+void FinishCheck(GalleryDesk& /*desk*/, QDialog& window) {
+    auto& again = In<QPushButton>(window, "cmdPruefen");
+    WaitUntil([&again] { return again.isEnabled(); }, std::chrono::seconds(5));
+}
+
+void PlanRehearsal(GalleryDesk& /*desk*/, QDialog& window) {
+    WaitForRows(In<QAbstractItemView>(window, "Uebergaenge"), 3);
+}
+
 // ---- tools
 
 void ShowWishGuest(GalleryDesk& desk, const GalleryVisit& visit) {
@@ -274,8 +285,8 @@ const std::vector<GalleryWindow>& GalleryWindows() {
         {"frmTerminPlay", ShowSchedule},
         {"frmJingleAnzeige", ShowJingleDisplay},
         {"frmMitschnitt", ShowRecording},
-        ByCommand("frmVorpruefung", "Vorpruefung"),
-        ByCommand("frmProbelauf", "Probelauf"),
+        ByCommand("frmVorpruefung", "Vorpruefung", FinishCheck),
+        ByCommand("frmProbelauf", "Probelauf", PlanRehearsal),
         {"frmOptionen", ShowOptions},
         ByCommand("frmTasten", "Tastenuebersicht"),
         {"frmHallo", ShowSplash},
