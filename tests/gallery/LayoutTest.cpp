@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QDirIterator>
 #include <QFile>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -36,6 +37,23 @@ struct GalleryTest : ::testing::Test {
     static void ExpectFits(const QString& name, const QWidget& window) {
         EXPECT_TRUE(window.width() <= kSmallest.width() && window.height() <= kSmallest.height())
             << name.toStdString() << " needs " << window.width() << "x" << window.height();
+    }
+
+    /** Leaves what the parts tell only while their window goes: columns to be stretched, a field being edited. */
+    static void LeaveWork(const QString& /*name*/, QWidget& window) {
+        for (QHeaderView* header : window.findChildren<QHeaderView*>()) {
+            if (header->count() == 0)
+                continue;
+            header->setSectionResizeMode(0, QHeaderView::Interactive);
+            header->resizeSection(0, header->sectionSize(0) + 7);
+            header->setSectionResizeMode(0, QHeaderView::Stretch);
+        }
+        for (QLineEdit* field : window.findChildren<QLineEdit*>()) {
+            if (field->isVisibleTo(&window) && field->isEnabled() && !field->isReadOnly()) {
+                field->setFocus();
+                field->insert(u"x"_s);
+            }
+        }
     }
 
     static std::unique_ptr<test::GalleryDesk> desk;
@@ -106,6 +124,12 @@ TEST_F(GalleryTest, EveryTextStandsOutInEverySkin) {
             });
         }
     }
+}
+
+/** A window may be taken away while it is shown; the sanitizers see who still listens then. */
+TEST_F(GalleryTest, EveryWindowGoesInTheMiddleOfItsWork) {
+    for (const test::GalleryWindow& window : test::GalleryWindows())
+        window.show(*desk, LeaveWork);
 }
 
 TEST(LayoutFaultsTest, FindsWhatIsWrong) {

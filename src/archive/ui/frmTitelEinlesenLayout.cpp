@@ -13,6 +13,7 @@
 #include "widgets/IconButton.h"
 #include "widgets/Named.h"
 #include "widgets/ScreenFit.h"
+#include "widgets/SilenceParts.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHBoxLayout>
@@ -84,9 +85,7 @@ frmTitelEinlesen::frmTitelEinlesen(Archive& archive, const QString& startFolder,
 frmTitelEinlesen::~frmTitelEinlesen() {
     if (scanning_)
         scanning_->Stop();
-    // The last words of the import and of a field that loses the focus would find half of the window gone.
-    for (QObject* part : findChildren<QObject*>())
-        part->disconnect(this);
+    SilenceParts(*this);
 }
 
 QBoxLayout* frmTitelEinlesen::BuildFolderRow(const QString& startFolder) {

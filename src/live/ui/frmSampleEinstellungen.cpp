@@ -2,6 +2,7 @@
 
 #include "base/FileName.h"
 #include "widgets/IconButton.h"
+#include "widgets/SilenceParts.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
 
@@ -59,6 +60,10 @@ frmSampleEinstellungen::frmSampleEinstellungen(const SampleSlots& slots, const P
     TakeUnits();
     list_->setCurrentItem(list_->topLevelItem(0));
     ShowTest();
+}
+
+frmSampleEinstellungen::~frmSampleEinstellungen() {
+    SilenceParts(*this);
 }
 
 void frmSampleEinstellungen::BuildList(const SampleSlots& slots) {

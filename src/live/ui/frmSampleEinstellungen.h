@@ -27,6 +27,7 @@ public:
         std::function<bool(const SampleSlots&)> save; ///< false: could not be written
     };
     frmSampleEinstellungen(const SampleSlots& slots, const Parts& parts, QWidget* parent = nullptr);
+    ~frmSampleEinstellungen() override;
 
     /** A file for the selected pad; its name becomes the title. One whose path is too long is refused. */
     void Choose(const QString& path);

@@ -6,6 +6,7 @@
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
 #include "widgets/Named.h"
+#include "widgets/SilenceParts.h"
 #include "widgets/SkinStyle.h"
 
 #include <QApplication>
@@ -71,6 +72,7 @@ frmVorpruefung::frmVorpruefung(PreshowCheck& check, const Clock& clock, QWidget*
 }
 
 frmVorpruefung::~frmVorpruefung() {
+    SilenceParts(*this);
     check_.disconnect(this);
     check_.Cancel();
 }

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -79,6 +80,15 @@ TEST_F(frmVorpruefungTest, TheChosenLineStaysChosenWhenTheListChanges) {
     facts.lists = {};
     Check();
     EXPECT_EQ(Line(u"Liste 2, 3. Wach"_s), nullptr);
+}
+
+/** A header asked to stretch a column does so later: here only while the window goes. */
+TEST_F(frmVorpruefungTest, GoesWhileItIsShown) {
+    Check();
+    lines->header()->setSectionResizeMode(1, QHeaderView::Interactive);
+    lines->header()->resizeSection(1, 10);
+    lines->header()->setSectionResizeMode(1, QHeaderView::Stretch);
+    EXPECT_TRUE(page.isVisible());
 }
 
 } // namespace
