@@ -1,7 +1,7 @@
 #pragma once
 
 #include "audio/AudioTypes.h"
-#include "live/InspectionStore.h"
+#include "live/InspectedTitle.h"
 #include "live/PreshowFinding.h"
 #include "playback/MixerOptions.h"
 #include "playback/OutputChoice.h"

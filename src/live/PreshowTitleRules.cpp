@@ -4,6 +4,7 @@
 #include "base/PlayTime.h"
 #include "live/PreshowRules.h"
 #include "live/TitleVersion.h"
+#include "playback/MeasuredTitle.h"
 #include "playlists/ListCaption.h"
 
 #include <algorithm>

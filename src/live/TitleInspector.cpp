@@ -1,8 +1,6 @@
 #include "live/TitleInspector.h"
 
 #include "base/BackgroundPriority.h"
-#include "base/BackgroundWriter.h"
-#include "base/SetAside.h"
 
 #include <QFile>
 
@@ -10,24 +8,9 @@
 
 namespace kalvo {
 
-namespace {
-
-InspectionStore ReadStore(const QString& path, const Clock& clock) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const std::optional<InspectionStore> store = InspectionStore::FromJson(file.readAll());
-    file.close();
-    if (!store)
-        SetAside(path, clock);
-    return store.value_or(InspectionStore());
-}
-
-} // namespace
-
 TitleInspector::TitleInspector(QString file, BackgroundWriter& writer, const Clock& clock, Inspect inspect,
                                QObject* parent)
-    : QObject(parent), file_(std::move(file)), writer_(writer), inspect_(inspect), store_(ReadStore(file_, clock)) {
+    : QObject(parent), inspect_(inspect), store_(std::move(file), writer, clock) {
     worker_.Do([] {
         StepBehindMusic();
         return BackgroundWorker::Answer();
@@ -36,7 +19,7 @@ TitleInspector::TitleInspector(QString file, BackgroundWriter& writer, const Clo
 
 TitleInspector::~TitleInspector() {
     *cancelled_ = true;
-    Keep();
+    store_.Keep();
 }
 
 void TitleInspector::Request(const QString& path) {
@@ -65,10 +48,9 @@ void TitleInspector::Take(const QString& path, const InspectedTitle& title) {
     const InspectedTitle* known = store_.Find(path);
     if (!title.IsMissing() && (known == nullptr || *known != title)) {
         store_.Put(path, title);
-        changed_ = true;
     }
     if (waiting_.isEmpty())
-        Keep();
+        store_.Keep();
     Q_EMIT Inspected(path, title);
 }
 
@@ -77,12 +59,7 @@ void TitleInspector::Cancel() {
     cancelled_ = std::make_shared<std::atomic<bool>>(false);
     worker_.DropWaiting();
     waiting_.clear();
-    Keep();
-}
-
-void TitleInspector::Keep() {
-    if (std::exchange(changed_, false))
-        writer_.Write(file_, store_.ToJson());
+    store_.Keep();
 }
 
 } // namespace kalvo

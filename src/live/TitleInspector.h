@@ -1,7 +1,8 @@
 #pragma once
 
 #include "base/BackgroundWorker.h"
-#include "live/InspectionStore.h"
+#include "live/InspectedTitle.h"
+#include "playback/TitleStore.h"
 
 #include <QObject>
 #include <QSet>
@@ -44,14 +45,10 @@ Q_SIGNALS:
 
 private:
     void Take(const QString& path, const InspectedTitle& title);
-    void Keep();
 
-    QString file_;
-    BackgroundWriter& writer_;
     Inspect inspect_;
-    InspectionStore store_;
+    TitleStore<InspectedTitle> store_;
     QSet<QString> waiting_;
-    bool changed_ = false; ///< and not yet given to the writer
     std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
     BackgroundWorker worker_; ///< last: its thread ends before the rest goes
 };

@@ -12,8 +12,7 @@ namespace kalvo {
 namespace {
 
 constexpr int kOutputRate = 44100;
-constexpr int kLoadPatience = 3000;    // ms
-constexpr double kPitchSteps = 1000.0; // a pitch of 1000 would be the title's own rate once more
+constexpr int kLoadPatience = 3000; // ms
 
 } // namespace
 
@@ -187,7 +186,7 @@ void AudioLayer::ApplyPitch(int player) {
     if (record.stream == 0 || !library_->ChannelGetInfo(record.stream, info)) {
         return;
     }
-    record.pitchFreq = static_cast<int>(std::lround(info.sampleRate * (1.0 + record.pitch / kPitchSteps)));
+    record.pitchFreq = static_cast<int>(std::lround(info.sampleRate * PitchRatio(record.pitch)));
     library_->ChannelSetAttributes(record.stream, record.pitchFreq, audio::kKeepVolume, 0);
 }
 

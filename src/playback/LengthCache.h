@@ -1,6 +1,6 @@
 #pragma once
 
-#include "playback/MeasureStore.h"
+#include "playback/FileStamp.h"
 
 #include <map>
 #include <string>

@@ -19,6 +19,11 @@ enum class PlayState : unsigned char {
     Listened = 2 ///< loaded, but played by pre-listening
 };
 
+/** Of a title's own rate. pitch: tenths of a percent off it. */
+constexpr double PitchRatio(int pitch) {
+    return 1 + pitch / 1000.0;
+}
+
 /** What one player owns in the audio library. UI thread. */
 struct PlayerRecord {
     audio::Handle stream = 0;

@@ -1,5 +1,7 @@
 #include "playback/RehearsalDesk.h"
 
+#include "playback/PlayerRecord.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -11,7 +13,6 @@ namespace kalvo {
 namespace {
 
 constexpr int kRehearsalFrames = 1024;
-constexpr double kRehearsalPitchSteps = 1000.0;
 
 } // namespace
 
@@ -71,7 +72,7 @@ void RehearsalDesk::Begin(const DeskMoment& moment, double earlier) {
         if (deck.activity == audio::Activity::Stopped)
             continue;
         const bool paused = deck.activity == audio::Activity::Paused;
-        const double back = paused ? 0 : earlier * (1 + deck.pitch / kRehearsalPitchSteps);
+        const double back = paused ? 0 : earlier * PitchRatio(deck.pitch);
         plays = (mixer.ResumeTitle(player, deck.title, std::max(0.0, deck.second - back), paused) && !paused) || plays;
     }
     if (!plays)

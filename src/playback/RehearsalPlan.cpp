@@ -1,6 +1,7 @@
 #include "playback/RehearsalPlan.h"
 
 #include "base/FileName.h"
+#include "playback/PlayerRecord.h"
 #include "playback/TimelineAudio.h"
 
 #include <QStringList>
@@ -16,7 +17,6 @@ constexpr double kBeforeEnd = 2;       // s before a hand-over from which on eve
 constexpr double kPlanSilence = 3;     // s after which nothing begins any more
 constexpr double kLongest = 7 * 86400; // s
 constexpr qsizetype kMostJoints = 10000;
-constexpr double kPlanPitchSteps = 1000.0;
 
 /** Plays the night and writes down where titles begin. */
 class Night {
@@ -72,7 +72,7 @@ double Night::StepLength() {
         if (!state.Deck(player).playing)
             continue;
         const double left = desk_.mixer.Title(player).length - desk_.mixer.PositionSeconds(player);
-        room = std::min(room, left / (1 + desk_.mixer.Pitch(player) / kPlanPitchSteps));
+        room = std::min(room, left / PitchRatio(desk_.mixer.Pitch(player)));
     }
     return std::max(kStep, room - switchOver_ * (1 + 0.2) - kBeforeEnd);
 }

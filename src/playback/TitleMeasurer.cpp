@@ -1,8 +1,6 @@
 #include "playback/TitleMeasurer.h"
 
 #include "base/BackgroundPriority.h"
-#include "base/BackgroundWriter.h"
-#include "base/SetAside.h"
 
 #include <QFile>
 
@@ -14,25 +12,14 @@ namespace {
 
 constexpr int kKeepAfter = 10000; // ms
 
-MeasureStore ReadStore(const QString& path, const Clock& clock) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const std::optional<MeasureStore> store = MeasureStore::FromJson(file.readAll());
-    file.close();
-    if (!store)
-        SetAside(path, clock);
-    return store.value_or(MeasureStore());
-}
-
 } // namespace
 
 TitleMeasurer::TitleMeasurer(QString file, BackgroundWriter& writer, const Clock& clock, Measure measure,
                              QObject* parent)
-    : QObject(parent), file_(std::move(file)), writer_(writer), measure_(measure), store_(ReadStore(file_, clock)) {
+    : QObject(parent), measure_(measure), store_(std::move(file), writer, clock) {
     keepSoon_.setSingleShot(true);
     keepSoon_.setInterval(kKeepAfter);
-    connect(&keepSoon_, &QTimer::timeout, this, &TitleMeasurer::Keep);
+    connect(&keepSoon_, &QTimer::timeout, this, [this] { store_.Keep(); });
     worker_.Do([] {
         StepBehindMusic();
         return BackgroundWorker::Answer();
@@ -41,7 +28,7 @@ TitleMeasurer::TitleMeasurer(QString file, BackgroundWriter& writer, const Clock
 
 TitleMeasurer::~TitleMeasurer() {
     *cancelled_ = true;
-    Keep();
+    store_.Keep();
 }
 
 std::optional<audio::TitleMeasures> TitleMeasurer::Known(const QString& path) const {
@@ -71,7 +58,6 @@ void TitleMeasurer::Learn(const QString& path, const MeasuredTitle& title) {
     if (known != nullptr && known->stamp == title.stamp)
         return;
     store_.Put(path, title);
-    changed_ = true;
     if (!keepSoon_.isActive())
         keepSoon_.start();
 }
@@ -90,11 +76,6 @@ void TitleMeasurer::Cancel() {
     cancelled_ = std::make_shared<std::atomic<bool>>(false);
     worker_.DropWaiting();
     waiting_.clear();
-}
-
-void TitleMeasurer::Keep() {
-    if (std::exchange(changed_, false))
-        writer_.Write(file_, store_.ToJson());
 }
 
 } // namespace kalvo

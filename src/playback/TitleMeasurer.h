@@ -1,7 +1,8 @@
 #pragma once
 
 #include "base/BackgroundWorker.h"
-#include "playback/MeasureStore.h"
+#include "playback/MeasuredTitle.h"
+#include "playback/TitleStore.h"
 
 #include <QObject>
 #include <QSet>
@@ -51,15 +52,11 @@ Q_SIGNALS:
 
 private:
     void Take(const QString& path, const FileStamp& stamp, const std::optional<audio::TitleMeasures>& measures);
-    void Keep();
 
-    QString file_;
-    BackgroundWriter& writer_;
     Measure measure_;
-    MeasureStore store_;
+    TitleStore<MeasuredTitle> store_;
     QSet<QString> waiting_;
     QTimer keepSoon_;
-    bool changed_ = false; ///< and not yet given to the writer
     std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
     BackgroundWorker worker_; ///< last: its thread ends before the rest goes
 };
