@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/Settings.h"
 #include "playback/ui/frmProbelaufControls.h"
+#include "widgets/SilenceParts.h"
 #include "widgets/xMessageBox.h"
 
 #include <QEvent>
@@ -46,6 +47,7 @@ frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
 }
 
 frmProbelauf::~frmProbelauf() {
+    SilenceParts(*this);
     parts_.rehearsal.disconnect(this);
     parts_.rehearsal.Stop();
     parts_.settings.PutNumber(kRehearsalSection, kRehearsalVolume, controls_->volume->value());
