@@ -67,7 +67,7 @@ void frmProbelauf::Connect() {
     });
     connect(&player_, &JointPlayer::Ended, this, &frmProbelauf::GoOn);
     connect(&player_, &JointPlayer::Told, this, &frmProbelauf::Tell);
-    connect(controls_->table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { ShowJoint(); });
+    connect(controls_->table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &frmProbelauf::Choose);
     connect(controls_->table, &QTableView::activated, this, [this] { Listen(false); });
     connect(controls_->play, &QPushButton::clicked, this, &frmProbelauf::Toggle);
     connect(controls_->all, &QPushButton::clicked, this, [this] { all_ ? StopListening() : Listen(true); });
@@ -123,7 +123,7 @@ void frmProbelauf::ShowPlan() {
     }
     Select(std::max(0, wanted));
     ShowProgress();
-    Choose();
+    ShowJoint();
 }
 
 /** What is looked at is rendered first. */
