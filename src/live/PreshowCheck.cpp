@@ -26,6 +26,7 @@ PreshowCheck::PreshowCheck(std::function<PreshowFacts()> facts, TitleInspector& 
     judgeSoon_.setInterval(kJudgeAfter);
     connect(&refreshSoon_, &QTimer::timeout, this, [this] {
         TakeFacts();
+        AskDisks();
         RequestTitles();
         Judge();
     });

@@ -119,6 +119,17 @@ TEST_F(PreshowCheckTest, ACancelledCheckEndsAtOnce) {
     EXPECT_EQ(check.Done(), 2) << "and can be begun again";
 }
 
+TEST_F(PreshowCheckTest, AFileChosenMeanwhileIsLookedFor) {
+    Run();
+    facts.emergencyTitle = folder.Path(u"fehlt"_s);
+    check.Refresh();
+    EXPECT_TRUE(test::WaitUntil([this] {
+        return std::any_of(check.Findings().begin(), check.Findings().end(), [](const PreshowFinding& finding) {
+            return finding.where == u"Notfalltitel"_s && finding.severity == PreshowSeverity::Error;
+        });
+    }));
+}
+
 TEST_F(PreshowCheckTest, ADamagedStoreIsSetAside) {
     inspector->Cancel();
     const QString path = folder.Write(u"alt.json"_s, "{\"format\":1,\"titel\":");
