@@ -23,6 +23,11 @@ InspectionStore ReadStore(const QString& path, const Clock& clock) {
     return store.value_or(InspectionStore());
 }
 
+/** What could not be read, or not to its end, may have been the disk's fault, which the file's stamp does not tell. */
+bool IsLasting(const InspectedTitle& title) {
+    return !title.IsMissing() && title.found.decoded > 0 && !title.found.broken;
+}
+
 } // namespace
 
 TitleInspector::TitleInspector(QString file, BackgroundWriter& writer, const Clock& clock, Inspect inspect,
@@ -44,7 +49,7 @@ void TitleInspector::Request(const QString& path) {
         return;
     waiting_.insert(path);
     const InspectedTitle* known = store_.Find(path);
-    const InspectedTitle before = known == nullptr ? InspectedTitle() : *known;
+    const InspectedTitle before = known != nullptr && IsLasting(*known) ? *known : InspectedTitle();
     worker_.Do([this, path, before, inspect = inspect_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
         InspectedTitle title{FileStamp::Of(path), {}};
         if (title.stamp == before.stamp) {
@@ -63,7 +68,7 @@ void TitleInspector::Take(const QString& path, const InspectedTitle& title) {
     if (!waiting_.remove(path))
         return; // cancelled meanwhile
     const InspectedTitle* known = store_.Find(path);
-    if (!title.IsMissing() && (known == nullptr || *known != title)) {
+    if (IsLasting(title) && (known == nullptr || *known != title)) {
         store_.Put(path, title);
         changed_ = true;
     }
