@@ -12,6 +12,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <exception>
 
 namespace kalvo {
 
@@ -137,7 +138,10 @@ void GuestConnections::Work() {
         const Connection connection = queue_.front();
         queue_.pop_front();
         lock.unlock();
-        serve_(connection.socket);
+        try {
+            serve_(connection.socket);
+        } catch (const std::exception&) { // no memory: this guest gets no answer, the music plays on
+        }
         lock.lock();
         Close(connection);
     }
