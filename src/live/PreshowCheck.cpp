@@ -44,6 +44,7 @@ PreshowCheck::~PreshowCheck() {
 }
 
 void PreshowCheck::Start() {
+    Q_EMIT Starting();
     inspector_.Cancel();
     started_ = true;
     running_ = true;
