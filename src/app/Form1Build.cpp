@@ -155,9 +155,10 @@ void Form1::ConnectMixer() {
     connect(mixer, &Mixer::OutputChanged, notice_,
             [this](const OutputNews& news) { news.IsTrouble() ? notice_->Show(news.text) : notice_->hide(); });
     connect(&desk_.counter, &PlayCounter::Told, status_, &StatusLine::Tell);
-    connect(mixer, &Mixer::FileMissing, this, [this](const QString& path) {
+    const auto tellMissing = [this](const QString& path) {
         questions_.Tell(QStringLiteral("Datei:\n%1\nist nicht mehr vorhanden!").arg(path));
-    });
+    };
+    connect(mixer, &Mixer::FileMissing, this, tellMissing, Qt::QueuedConnection); // the music does not wait for an OK
 }
 
 template<typename Change>
