@@ -102,6 +102,7 @@ void Form1::BuildCommands() {
     archiveCommands_ = new ArchiveCommands(desk_.archive, *archive_, actions_, values_, {lists_}, *this);
     connect(archiveCommands_, &ArchiveCommands::Told, status_, &StatusLine::Tell);
     tags_ = new TagCommands(desk_, actions_, listActions_, *archive_, *lists_, *this);
+    connect(tags_, &TagCommands::Warned, status_, &StatusLine::Warn);
     watch_ = new WatchCommands(desk_, actions_, this);
     undo_ = new UndoCommands(*actions_.editMenu, this);
     undo_->Add(archiveCommands_->UndoStack());
