@@ -102,6 +102,7 @@ void Form1::BuildCommands() {
     archiveCommands_ = new ArchiveCommands(desk_.archive, *archive_, actions_, values_, {lists_}, *this);
     connect(archiveCommands_, &ArchiveCommands::Told, status_, &StatusLine::Tell);
     tags_ = new TagCommands(desk_, actions_, listActions_, *archive_, *lists_, *this);
+    connect(tags_, &TagCommands::Warned, status_, &StatusLine::Warn);
     watch_ = new WatchCommands(desk_, actions_, this);
     undo_ = new UndoCommands(*actions_.editMenu, this);
     undo_->Add(archiveCommands_->UndoStack());
@@ -155,9 +156,10 @@ void Form1::ConnectMixer() {
     connect(mixer, &Mixer::OutputChanged, notice_,
             [this](const OutputNews& news) { news.IsTrouble() ? notice_->Show(news.text) : notice_->hide(); });
     connect(&desk_.counter, &PlayCounter::Told, status_, &StatusLine::Tell);
-    connect(mixer, &Mixer::FileMissing, this, [this](const QString& path) {
+    const auto tellMissing = [this](const QString& path) {
         questions_.Tell(QStringLiteral("Datei:\n%1\nist nicht mehr vorhanden!").arg(path));
-    });
+    };
+    connect(mixer, &Mixer::FileMissing, this, tellMissing, Qt::QueuedConnection); // the music does not wait for an OK
 }
 
 template<typename Change>

@@ -48,8 +48,16 @@ PreshowCommands::PreshowCommands(const Parts& parts)
         connect(&parts_.desk.List(player), &Playlist::CurrentChanged, &check_, &PreshowCheck::Refresh);
     }
     connect(&parts_.desk.mixer, &Mixer::OptionsChanged, &check_, &PreshowCheck::Refresh);
-    connect(&parts_.desk.mixer, &Mixer::OutputChanged, &check_, &PreshowCheck::Refresh);
-    connect(&parts_.options, &OptionCommands::Confirmed, &check_, &PreshowCheck::Refresh);
+    connect(&parts_.desk.mixer, &Mixer::OutputChanged, this, [this](const OutputNews& news) {
+        outputLost_ = news.IsTrouble();
+        check_.Refresh();
+    });
+    connect(&check_, &PreshowCheck::Starting, this, &PreshowCommands::LookForCards);
+    connect(&parts_.options, &OptionCommands::Confirmed, this, [this] {
+        if (page_)
+            LookForCards();
+        check_.Refresh();
+    });
     connect(&inspector_, &TitleInspector::Inspected, this, [this](const QString& path, const InspectedTitle& title) {
         if (title.found.decoded > 0)
             parts_.measures.Measurer().Learn(path, {title.stamp, title.found.measures});
@@ -74,6 +82,12 @@ void PreshowCommands::Open() {
 
 // ---- what is judged
 
+/** Only when the user acts: the sound system may take long, and is not to be asked while cards come and go. */
+void PreshowCommands::LookForCards() {
+    cards_ = parts_.desk.layer.DeviceNames();
+    outputLost_ = false;
+}
+
 PreshowFacts PreshowCommands::Facts() const {
     Desk& desk = parts_.desk;
     PreshowFacts facts;
@@ -93,10 +107,16 @@ PreshowFacts PreshowCommands::Facts() const {
 
 void PreshowCommands::AddSound(PreshowFacts& facts) const {
     Desk& desk = parts_.desk;
-    facts.devices = desk.layer.DeviceNames();
+    facts.devices = cards_;
     facts.main = OutputChoice::Read(desk.settings);
     facts.headphones = OutputChoice::Read(desk.settings, audio::Output::Headphones);
     facts.outputOpen = desk.layer.Audio().GetInfo(audio::Output::Main, facts.output);
+    const QString playing = QString::fromStdString(facts.output.deviceName);
+    const auto chosen = facts.devices.indexOf(facts.main.name);
+    if (outputLost_ && chosen > audio::kDefaultDevice && playing != facts.main.name)
+        facts.devices[chosen].clear();
+    if (!playing.isEmpty() && !facts.devices.contains(playing)) // it has come back
+        facts.devices.append(playing);
     facts.emergencyTitle = desk.settings.GetSetting(u"Mixer"_s, u"Notfalltitel"_s, {});
 }
 

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 
 namespace kalvo {
 
@@ -37,6 +38,7 @@ public:
     void Open();
 
 private:
+    void LookForCards();
     PreshowFacts Facts() const;
     void AddSound(PreshowFacts& facts) const;
     void AddToolFiles(PreshowFacts& facts) const;
@@ -48,6 +50,8 @@ private:
     TitleInspector inspector_;
     PreshowCheck check_;
     QPointer<frmVorpruefung> page_;
+    QStringList cards_;       ///< names from number 0 on, when they were last looked for
+    bool outputLost_ = false; ///< since then
 };
 
 } // namespace kalvo

@@ -75,6 +75,9 @@ QString SessionMemory::Question() const {
 
 void SessionMemory::Offer() {
     const QString answer = questions_.Ask(u"Weiterspielen"_s, Question());
+    if (isEnded_) {
+        return; // nobody has answered: the question went with the program
+    }
     if (answer == u"Ja") {
         left_->Resume(desk_);
         Q_EMIT Resumed();
@@ -111,6 +114,7 @@ void SessionMemory::Checkpoint() {
 }
 
 void SessionMemory::End() {
+    isEnded_ = true;
     if (left_) {
         return; // never answered: the next start asks again
     }

@@ -54,6 +54,7 @@ private:
     QTimer timer_;
     std::optional<SessionState> left_; ///< until the question is answered
     QByteArray written_;
+    bool isEnded_ = false;
 };
 
 } // namespace kalvo

@@ -130,7 +130,8 @@ void TagCommands::Follow(const TagSaved& saved) {
     if (record) {
         FollowTags(*record, *saved.before, *saved.after);
         CutTagTexts(*record);
-        desk_.archive.UpdateRecord(*record);
+        if (const WriteResult followed = desk_.archive.UpdateRecord(*record); !followed)
+            Q_EMIT Warned(followed.reason);
     }
     const bool renamed = saved.before->Titel != saved.after->Titel || saved.before->Interpret != saved.after->Interpret;
     if (!renamed)

@@ -29,6 +29,10 @@ public:
 
     HoverTips& Tips() { return tips_; }
 
+Q_SIGNALS:
+    /** German: why the archive does not follow a saved file. */
+    void Warned(const QString& text);
+
 private:
     QAction* AddCommand(const QString& name, QWidget& area);
     void WatchArchive();

@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 #include <QtGlobal>
 
+#include <cerrno>
 #include <csignal>
 
 #ifdef Q_OS_UNIX
@@ -20,8 +21,16 @@ constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 volatile std::sig_atomic_t writeEnd = -1;
 
 void Note(int /*signal*/) {
+    const int interrupted = errno; // whichever thread this interrupts looks at its own
     const char byte = 0;
     [[maybe_unused]] const auto written = ::write(static_cast<int>(writeEnd), &byte, 1);
+    errno = interrupted;
+}
+
+/** As a program started by nohup finds some of them: these stay so. */
+bool IsIgnored(int number) {
+    struct sigaction action = {};
+    return ::sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
 } // namespace
@@ -38,13 +47,17 @@ TerminationWatch::TerminationWatch() {
     struct sigaction action = {};
     action.sa_handler = &Note;
     action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
-    for (const int number : kSignals)
-        ::sigaction(number, &action, nullptr);
+    for (const int number : kSignals) {
+        if (!IsIgnored(number))
+            ::sigaction(number, &action, nullptr);
+    }
 }
 
 TerminationWatch::~TerminationWatch() {
-    for (const int number : kSignals)
-        std::signal(number, SIG_DFL);
+    for (const int number : kSignals) {
+        if (!IsIgnored(number))
+            std::signal(number, SIG_DFL);
+    }
     delete notifier_;
     for (const int end : pipe_) {
         if (end >= 0)

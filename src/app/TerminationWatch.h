@@ -8,7 +8,8 @@ namespace kalvo {
 
 /**
  * Turns the signals with which a system asks a program to end (SIGTERM, SIGINT, SIGHUP: a logout, a shutdown, Ctrl+C)
- * into a Qt signal. A second one ends the program at once, as without a watch. One at a time; UI thread.
+ * into a Qt signal. A second one ends the program at once, as without a watch; one that the program was started to
+ * ignore stays ignored. One at a time; UI thread.
  */
 class TerminationWatch : public QObject {
     Q_OBJECT

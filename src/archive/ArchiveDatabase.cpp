@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QStorageInfo>
 
+#include <algorithm>
+
 namespace kalvo {
 
 namespace {
@@ -173,7 +175,8 @@ bool ArchiveDatabase::OpenForReading(const QString& why, QString& message) {
 }
 
 void ArchiveDatabase::Close() {
-    EndBatch();
+    Commit();
+    batches_ = 0;
     insert_.reset();
     select_.reset();
     deletions_.clear();
@@ -223,16 +226,16 @@ WriteResult ArchiveDatabase::UpdateRecord(const TitleRecord& record) {
 }
 
 void ArchiveDatabase::BeginBatch() {
-    batching_ = true;
+    ++batches_;
 }
 
 void ArchiveDatabase::EndBatch() {
     Commit();
-    batching_ = false;
+    batches_ = std::max(0, batches_ - 1); // closing ends them all
 }
 
 bool ArchiveDatabase::EnsureTransaction() {
-    if (!batching_ || batch_)
+    if (batches_ == 0 || batch_)
         return true;
     batch_ = std::make_unique<SqliteDatabase::Transaction>(database_);
     batchTitles_ = 0;

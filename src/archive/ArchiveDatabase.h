@@ -67,7 +67,7 @@ public:
     StampCounts CountStamps() const;
     /** Takes the stamps of all titles away. numbers: the records that had one. */
     WriteResult ClearStamps(QList<qint64>& numbers);
-    /** Between these added titles are committed after 500 titles or 100 ms. */
+    /** Between these added titles are committed after 500 titles or 100 ms. Several may overlap. */
     void BeginBatch();
     void EndBatch();
     /** For pauses between titles: commits the batch when its 100 ms are up. */
@@ -105,7 +105,7 @@ private:
     std::optional<SqliteStatement> insert_;         ///< kept prepared: imports add thousands of titles
     mutable std::optional<SqliteStatement> select_; ///< kept prepared: a page is fetched with every key press
     bool readOnly_ = false;
-    bool batching_ = false;
+    int batches_ = 0; ///< begun and not ended: two imports may run at once
     bool batchLost_ = false;
     int batchTitles_ = 0;
     qint64 batchStart_ = 0;

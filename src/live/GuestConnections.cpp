@@ -12,6 +12,9 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <exception>
+#include <system_error>
+#include <utility>
 
 namespace kalvo {
 
@@ -67,10 +70,22 @@ int GuestConnections::Start(int port) {
     if (listening_ < 0)
         return 0;
     wake_ = eventfd(0, EFD_CLOEXEC);
+    if (wake_ < 0) {
+        const int reason = errno;
+        close(std::exchange(listening_, -1));
+        errno = reason;
+        return 0;
+    }
     stopping_ = false;
-    threads_.emplace_back([this] { Accept(); });
-    for (int i = 0; i < limits_.threads; ++i)
-        threads_.emplace_back([this] { Work(); });
+    try {
+        threads_.emplace_back([this] { Accept(); });
+        for (int i = 0; i < limits_.threads; ++i)
+            threads_.emplace_back([this] { Work(); });
+    } catch (const std::system_error&) { // no further thread
+        Stop();
+        errno = EAGAIN;
+        return 0;
+    }
     return PortOf(listening_);
 }
 
@@ -137,7 +152,10 @@ void GuestConnections::Work() {
         const Connection connection = queue_.front();
         queue_.pop_front();
         lock.unlock();
-        serve_(connection.socket);
+        try {
+            serve_(connection.socket);
+        } catch (const std::exception&) { // no memory: this guest gets no answer, the music plays on
+        }
         lock.lock();
         Close(connection);
     }

@@ -23,7 +23,7 @@ GuestPage::GuestPage(const Parts& parts, QObject* parent)
 void GuestPage::Switch(bool on) {
     build_.Follow(on);
     if (!on)
-        server_.Site().SetCatalog(std::make_shared<const GuestCatalog>()); // its memory is not needed now
+        server_.Site().DropCatalog();
 }
 
 void GuestPage::TakeWish(const GuestWish& wish) {

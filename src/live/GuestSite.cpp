@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 namespace kalvo {
 
@@ -65,6 +66,11 @@ GuestSite::GuestSite(const Clock& clock, Wished wished, const GuestRates& rates)
 void GuestSite::SetCatalog(std::shared_ptr<const GuestCatalog> catalog) {
     catalog_.Set(std::move(catalog));
     loaded_ = true;
+}
+
+void GuestSite::DropCatalog() {
+    loaded_ = false;
+    catalog_.Set(std::make_shared<const GuestCatalog>());
 }
 
 GuestResponse GuestSite::Answer(const GuestRequest& request) {

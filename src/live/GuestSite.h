@@ -33,6 +33,8 @@ public:
     GuestSite(const Clock& clock, Wished wished, const GuestRates& rates = {});
 
     void SetCatalog(std::shared_ptr<const GuestCatalog> catalog);
+    /** Frees its memory; until the next one the titles count as being loaded. */
+    void DropCatalog();
     void SetBoard(std::shared_ptr<const GuestBoard> board) { board_.Set(std::move(board)); }
 
     GuestResponse Answer(const GuestRequest& request);

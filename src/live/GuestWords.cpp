@@ -53,7 +53,7 @@ constexpr std::array kWords{
     Word{"waits", "Platz %1", "No. %1"},
     Word{"wuenschen", "Wünschen", "Wish"},
     Word{"zuviele", "Das waren viele Wünsche auf einmal. Warte bitte ein paar Minuten.",
-         "That were many wishes at once. Please wait a few minutes."},
+         "Those were many wishes at once. Please wait a few minutes."},
 };
 
 } // namespace

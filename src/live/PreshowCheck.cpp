@@ -26,6 +26,7 @@ PreshowCheck::PreshowCheck(std::function<PreshowFacts()> facts, TitleInspector& 
     judgeSoon_.setInterval(kJudgeAfter);
     connect(&refreshSoon_, &QTimer::timeout, this, [this] {
         TakeFacts();
+        AskDisks();
         RequestTitles();
         Judge();
     });
@@ -43,6 +44,7 @@ PreshowCheck::~PreshowCheck() {
 }
 
 void PreshowCheck::Start() {
+    Q_EMIT Starting();
     inspector_.Cancel();
     started_ = true;
     running_ = true;

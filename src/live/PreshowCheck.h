@@ -38,6 +38,8 @@ public:
     const QList<PreshowFinding>& Findings() const { return findings_; }
 
 Q_SIGNALS:
+    /** By Start(), before it asks for the facts. */
+    void Starting();
     /** Findings, progress or IsRunning() are others. */
     void Changed();
 

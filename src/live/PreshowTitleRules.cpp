@@ -75,7 +75,7 @@ bool IsCut(const Judged& title) {
     return title.known->found.broken || title.known->found.decoded < told - slack;
 }
 
-class Findings {
+class TitleFindings {
 public:
     void Error(const Judged& title, const QString& text) { Add(PreshowSeverity::Error, title, text); }
     void Hint(const Judged& title, const QString& text) { Add(PreshowSeverity::Hint, title, text); }
@@ -88,7 +88,7 @@ private:
     QList<PreshowFinding> all_;
 };
 
-void JudgeFile(const Judged& title, Findings& findings) {
+void JudgeFile(const Judged& title, TitleFindings& findings) {
     if (title.known->IsMissing()) {
         findings.Error(title, u"Die Datei fehlt: %1"_s.arg(title.entry->path));
     } else if (title.known->found.decoded <= 0) {
@@ -101,7 +101,7 @@ void JudgeFile(const Judged& title, Findings& findings) {
     }
 }
 
-void JudgeSilence(const Judged& title, Findings& findings) {
+void JudgeSilence(const Judged& title, TitleFindings& findings) {
     const audio::TitleInspection& found = title.known->found;
     if (found.silenceAtStart > kSilentStart)
         findings.Hint(title, u"Der Titel beginnt mit %1 Stille."_s.arg(Seconds(found.silenceAtStart)));
@@ -112,7 +112,7 @@ void JudgeSilence(const Judged& title, Findings& findings) {
                                                                            Seconds(found.longestGap)));
 }
 
-void JudgeLength(const Judged& title, const MixerOptions& mixing, Findings& findings) {
+void JudgeLength(const Judged& title, const MixerOptions& mixing, TitleFindings& findings) {
     const bool fades = mixing.continuous && mixing.automatic && mixing.mode == FadeMode::FadeCrossOver;
     if (fades && title.known->found.decoded <= mixing.switchOver)
         findings.Hint(title, u"Der Titel ist mit %1 kürzer als die Umschaltzeit von %2 s."_s
@@ -139,7 +139,7 @@ double MiddleLoudness(const Titles& titles, bool levelling) {
     return *middle;
 }
 
-void JudgeLoudness(const Judged& title, double loudness, double middle, Findings& findings) {
+void JudgeLoudness(const Judged& title, double loudness, double middle, TitleFindings& findings) {
     const double off = loudness - middle; // NaN compares false
     if (off < -kUnlike || (std::isnan(middle) && loudness < kFaint))
         findings.Hint(title, std::isnan(middle)
@@ -151,7 +151,7 @@ void JudgeLoudness(const Judged& title, double loudness, double middle, Findings
         findings.Hint(title, u"Der Titel ist an %1 Stellen übersteuert."_s.arg(title.known->found.clippedRuns));
 }
 
-void JudgeEach(const Titles& titles, const PreshowFacts& facts, Findings& findings) {
+void JudgeEach(const Titles& titles, const PreshowFacts& facts, TitleFindings& findings) {
     const double middle = MiddleLoudness(titles, facts.levelling);
     for (const Judged& title : titles) {
         if (title.known == nullptr)
@@ -165,7 +165,7 @@ void JudgeEach(const Titles& titles, const PreshowFacts& facts, Findings& findin
     }
 }
 
-void JudgeDoubles(const Titles& titles, Findings& findings) {
+void JudgeDoubles(const Titles& titles, TitleFindings& findings) {
     QHash<QString, const Judged*> paths;
     QHash<QString, const Judged*> versions;
     for (const Judged& title : titles) {
@@ -188,7 +188,7 @@ void JudgeDoubles(const Titles& titles, Findings& findings) {
 
 QList<PreshowFinding> JudgeTitles(const PreshowFacts& facts, const PreshowAnswers& answers) {
     const Titles titles = AllTitles(facts, answers);
-    Findings findings;
+    TitleFindings findings;
     JudgeEach(titles, facts, findings);
     JudgeDoubles(titles, findings);
     QList<PreshowFinding> all = findings.Take();

@@ -8,6 +8,15 @@
 
 namespace kalvo {
 
+namespace {
+
+/** What could not be read, or not to its end, may have been the disk's fault, which the file's stamp does not tell. */
+bool IsLasting(const InspectedTitle& title) {
+    return !title.IsMissing() && title.found.decoded > 0 && !title.found.broken;
+}
+
+} // namespace
+
 TitleInspector::TitleInspector(QString file, BackgroundWriter& writer, const Clock& clock, Inspect inspect,
                                QObject* parent)
     : QObject(parent), inspect_(inspect), store_(std::move(file), writer, clock) {
@@ -27,7 +36,7 @@ void TitleInspector::Request(const QString& path) {
         return;
     waiting_.insert(path);
     const InspectedTitle* known = store_.Find(path);
-    const InspectedTitle before = known == nullptr ? InspectedTitle() : *known;
+    const InspectedTitle before = known != nullptr && IsLasting(*known) ? *known : InspectedTitle();
     worker_.Do([this, path, before, inspect = inspect_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
         InspectedTitle title{FileStamp::Of(path), {}};
         if (title.stamp == before.stamp) {
@@ -46,7 +55,7 @@ void TitleInspector::Take(const QString& path, const InspectedTitle& title) {
     if (!waiting_.remove(path))
         return; // cancelled meanwhile
     const InspectedTitle* known = store_.Find(path);
-    if (!title.IsMissing() && (known == nullptr || *known != title)) {
+    if (IsLasting(title) && (known == nullptr || *known != title)) {
         store_.Put(path, title);
     }
     if (waiting_.isEmpty())

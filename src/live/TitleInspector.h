@@ -17,7 +17,7 @@ class Clock;
 
 /**
  * Decodes titles one after another to see whether they can go on air, and remembers what it found, so that a file is
- * decoded again only after it has changed.
+ * decoded again only after it has changed, or when it could not be read to its end.
  *
  * Threads: everything here belongs to the UI thread. A worker behind all other threads asks for the file's stamp and
  * decodes; it gets copies and the flag `cancelled_`, and answers by the event loop. The file is written by the writer

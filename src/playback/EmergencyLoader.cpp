@@ -36,11 +36,12 @@ audio::HeldFile ReadWhole(const QString& path) try {
 EmergencyLoader::EmergencyLoader(Mixer& mixer, QObject* parent) : QObject(parent), mixer_(mixer) {}
 
 void EmergencyLoader::Choose(const QString& path, bool atListEnd) {
-    if (path == path_ && atListEnd == atListEnd_) {
+    if (path == path_ && atListEnd == atListEnd_ && !failed_) {
         return;
     }
     path_ = path;
     atListEnd_ = atListEnd;
+    failed_ = false;
     worker_.DropWaiting();
     if (path.isEmpty()) {
         mixer_.SetEmergency({});
@@ -55,12 +56,11 @@ void EmergencyLoader::Take(const QString& path, const audio::HeldFile& file) {
     if (path != path_) {
         return; // another one has been chosen meanwhile
     }
-    if (file == nullptr) {
-        Q_EMIT Failed(QStringLiteral("Der Notfalltitel kann nicht gelesen werden: ") + path);
-        return;
-    }
-    if (!CanPlay(file)) {
-        Q_EMIT Failed(QStringLiteral("Der Notfalltitel kann nicht abgespielt werden: ") + path);
+    failed_ = file == nullptr || !CanPlay(file);
+    if (failed_) {
+        Q_EMIT Failed((file == nullptr ? QStringLiteral("Der Notfalltitel kann nicht gelesen werden: ")
+                                       : QStringLiteral("Der Notfalltitel kann nicht abgespielt werden: ")) +
+                      path);
         return;
     }
     EmergencyTitle emergency;

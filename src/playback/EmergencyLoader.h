@@ -24,7 +24,8 @@ public:
     /** The mixer outlives the loader. */
     explicit EmergencyLoader(Mixer& mixer, QObject* parent = nullptr);
 
-    /** An empty path: there is to be none. atListEnd: as EmergencyTitle. The same choice again does nothing. */
+    /** An empty path: there is to be none. atListEnd: as EmergencyTitle. The same choice again does nothing, unless it
+     * failed. */
     void Choose(const QString& path, bool atListEnd);
 
 Q_SIGNALS:
@@ -40,6 +41,7 @@ private:
     Mixer& mixer_;
     QString path_;
     bool atListEnd_ = false;
+    bool failed_ = false;     ///< the last choice: its file may be there by now
     BackgroundWorker worker_; ///< last: its jobs end before the rest goes
 };
 

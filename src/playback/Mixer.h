@@ -44,6 +44,8 @@ public:
     void SetEmergency(const EmergencyTitle& title) { emergency_ = title; }
     /** Gives the gain in dB that a title starts with, besides fader and volumes; none unless set. */
     void SetTitleGain(std::function<double(const QString& path)> gain) { titleGain_ = std::move(gain); }
+    /** Whether there is such a file; true when its disk does not answer in time: opening it will tell. */
+    bool HasFile(const QString& path) { return files_.Exists(path); }
     /** How long a start may hold up the caller for its file; 40 ms unless set. */
     void SetPatience(std::chrono::milliseconds patience);
 

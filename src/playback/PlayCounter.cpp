@@ -25,7 +25,6 @@ PlayOrigin OriginOf(EntryOrigin origin) {
     return PlayOrigin::Player;
 }
 
-/** The history keeps whole seconds, and finds a title again by them. */
 } // namespace
 
 PlayCounter::PlayCounter(Mixer& mixer, Playlist& first, Playlist& second, Books books, const Clock& clock,

@@ -58,7 +58,7 @@ void PlayThrough::PlayFrom(int row) {
         const PlaylistEntry& entry = List().At(row);
         row_ = row;
         entry_ = entry.id;
-        if (!FileExists(entry.path) ||
+        if (!mixer_.HasFile(entry.path) ||
             !mixer_.PlayListened(player_, {entry.title, entry.artist, {}, entry.path}, QStringLiteral("scan"))) {
             continue;
         }

@@ -37,7 +37,7 @@ QString PreListening::MissingText() {
 }
 
 void PreListening::Ask(const DeckTitle& title) {
-    if (!FileExists(title.path)) {
+    if (!mixer_.HasFile(title.path)) {
         Q_EMIT FileMissing();
         return;
     }
@@ -81,7 +81,7 @@ void PreListening::Tick() {
 
 bool PreListening::Begin() {
     Q_EMIT Beginning();
-    if (!FileExists(title_.path)) {
+    if (!mixer_.HasFile(title_.path)) {
         Q_EMIT FileMissing();
         return false;
     }

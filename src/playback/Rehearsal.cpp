@@ -159,6 +159,15 @@ void Rehearsal::Take(const QString& key, const RenderedJoint& joint) {
     Continue();
 }
 
+/** All that makes the joint sound as it does; titles may have been measured, or levelling switched, since. */
+QString Rehearsal::KeyOf(int index) const {
+    const Joint& joint = joints_.at(index);
+    QString key = joint.Key() + settings_.Fingerprint();
+    for (const DeckTitle& title : joint.titles)
+        key += u'\n' + QString::number(settings_.gains.value(title.path, 0));
+    return key;
+}
+
 int Rehearsal::Done() const {
     int done = 0;
     for (int index = 0; index < joints_.size(); ++index)

@@ -77,7 +77,7 @@ private:
     void Render(int index, bool withSound);
     void Take(const QString& key, const RenderedJoint& joint);
     void GiveUp();
-    QString KeyOf(int index) const { return joints_.at(index).Key() + settings_.Fingerprint(); }
+    QString KeyOf(int index) const;
 
     Source source_;
     RehearsalSettings settings_; ///< of the plan

@@ -36,7 +36,7 @@ struct RehearsalSettings {
     EqualiserSettings equaliser;
     QHash<QString, double> gains; ///< dB by path, for titles that start with another one than 0
 
-    /** Alike settings make alike joints. */
+    /** Alike settings make alike joints, but for the gains of their titles. */
     QString Fingerprint() const;
 };
 

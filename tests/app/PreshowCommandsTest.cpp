@@ -51,10 +51,15 @@ TEST_F(PreshowCommandsTest, AListThatChangesIsLookedAtAgain) {
     auto& lines = In<QTreeWidget>(*window, "Befunde");
     const auto errors = [&lines] { return lines.topLevelItem(0)->childCount(); };
     const int before = errors();
+    const int enumerations = fake->enumerations;
     desk->list2.Remove({1});
     EXPECT_TRUE(test::WaitUntil([&] { return errors() == before - 1; }));
     desk->list1.Append({{u"c"_s, {}, {}, {}, {}, folder.Path(u"fehlt.mp3"_s)}});
     EXPECT_TRUE(test::WaitUntil([&] { return errors() == before; }));
+    EXPECT_EQ(fake->enumerations, enumerations) << "the sound system is left alone";
+    ASSERT_TRUE(test::WaitUntil([this] { return In<QPushButton>(*window, "cmdPruefen").isEnabled(); }));
+    In<QPushButton>(*window, "cmdPruefen").click();
+    EXPECT_EQ(fake->enumerations, enumerations + 1) << "until it is asked for";
 }
 
 } // namespace

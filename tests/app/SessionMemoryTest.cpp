@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace kalvo {
@@ -23,9 +24,12 @@ public:
     void Tell(const QString& text) override { asked.append(text); }
     QString Ask(const QString& /*caption*/, const QString& text) override {
         asked.append(text);
+        if (meanwhile)
+            meanwhile();
         return answer_;
     }
     QStringList asked;
+    std::function<void()> meanwhile; ///< what happens while the question is open
 
 private:
     QString answer_;
@@ -137,6 +141,17 @@ TEST_F(SessionMemoryTest, ARefusalKeepsTheListsAndIsNotAskedAgain) {
 TEST_F(SessionMemoryTest, KeepsTheJournalUntilTheQuestionIsAnswered) {
     PlayAndCrash();
     { const Session killedWhileAsking(Data()); }
+    Session next(Data());
+    EXPECT_TRUE(test::WaitUntil([&next] { return next.resumed; }));
+}
+
+TEST_F(SessionMemoryTest, AnEndWhileTheQuestionIsOpenIsNoAnswer) {
+    PlayAndCrash();
+    {
+        Session ended(Data(), u"Nein"_s);
+        ended.questions.meanwhile = [&ended] { ended.memory->End(); };
+        ASSERT_TRUE(test::WaitUntil([&ended] { return !ended.questions.asked.isEmpty(); }));
+    }
     Session next(Data());
     EXPECT_TRUE(test::WaitUntil([&next] { return next.resumed; }));
 }

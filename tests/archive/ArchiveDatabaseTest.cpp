@@ -114,8 +114,13 @@ TEST_F(ArchiveDatabaseTest, BatchesCommitByNumberAndByTime) {
     database.CommitIfDue();
     EXPECT_EQ(RowsOutside(), 501);
     add();
+    database.BeginBatch(); // a second import
     database.EndBatch();
     EXPECT_EQ(RowsOutside(), 502);
+    add();
+    EXPECT_EQ(RowsOutside(), 502) << "the first goes on as before";
+    database.EndBatch();
+    EXPECT_EQ(RowsOutside(), 503);
     EXPECT_FALSE(database.TakeBatchLost());
 }
 

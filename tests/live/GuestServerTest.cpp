@@ -1,11 +1,14 @@
 #include "live/GuestServer.h"
 
+#include "live/GuestConnections.h"
 #include "live/GuestNetwork.h"
 #include "live/GuestSupport.h"
 #include "support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <new>
 #include <thread>
 
 namespace kalvo::test {
@@ -169,6 +172,24 @@ TEST(GuestNetworkTest, OnlyLocalNetworksAreLocal) {
         {0xC0A90001, false}, {0x08080808, false}, {0x0B000001, false}, {0, false}};
     for (const auto& [address, local] : cases)
         EXPECT_EQ(GuestNetwork::IsLocal(address), local) << std::hex << address;
+}
+
+TEST(GuestConnectionsTest, ARequestThatThrowsEndsAlone) {
+    std::atomic<int> served{0};
+    GuestConnections connections(
+        [&served](int) {
+            if (++served == 1)
+                throw std::bad_alloc();
+        },
+        {1, 4, 8});
+    const int port = connections.Start(0);
+    for (int guest = 1; guest <= 2; ++guest) {
+        bool ended = false;
+        const RawGuest asking(port);
+        asking.Receive(&ended);
+        EXPECT_TRUE(ended);
+        EXPECT_EQ(served, guest);
+    }
 }
 
 } // namespace

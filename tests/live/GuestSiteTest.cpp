@@ -74,6 +74,8 @@ TEST_F(GuestSiteTest, SaysHowMuchWasFound) {
     EXPECT_TRUE(Get("/treffer", {{"q", QStringLiteral("xyz")}}).body.contains("Nichts gefunden"));
     GuestSite loading(clock, [](const GuestWish&) {});
     EXPECT_TRUE(loading.Answer(Request("/treffer", {{"q", QStringLiteral("regen")}})).body.contains("geladen"));
+    site.DropCatalog();
+    EXPECT_TRUE(Get("/treffer", {{"q", QStringLiteral("regen")}}).body.contains("geladen"));
 }
 
 TEST_F(GuestSiteTest, SpeaksGermanAndEnglish) {

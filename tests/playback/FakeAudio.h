@@ -39,6 +39,7 @@ public:
     std::map<audio::Handle, Stream> streams;
     bool deviceTakes = true; ///< the output device asks for sound
     int opened = 0;
+    int enumerations = 0;     ///< of the devices
     std::vector<float> gains; ///< set so far
     int effects = 0;          ///< that stand in the streams' paths
 
@@ -61,7 +62,10 @@ public:
 
     std::uint32_t GetVersion() const override { return 2; }
     audio::ErrorCode ErrorGetCode() const override { return {}; }
-    std::string GetDeviceDescription(int device) override { return device == 0 ? "Kein Ton" : ""; }
+    std::string GetDeviceDescription(int device) override {
+        enumerations += device == 0 ? 1 : 0;
+        return device == 0 ? "Kein Ton" : "";
+    }
     bool Init(audio::Output, int device, int, int) override { return device <= 1; }
     bool Free(audio::Output) override { return true; }
     bool GetInfo(audio::Output, audio::OutputInfo& info) const override {

@@ -106,6 +106,19 @@ TEST_F(RehearsalTest, AChangedListIsPlannedAnewAndWhatIsWantedStays) {
     EXPECT_FALSE(rehearsal.IsRunning());
 }
 
+TEST_F(RehearsalTest, ATitleThatStartsLouderNowIsRenderedAnew) {
+    Rehearsal rehearsal(Source());
+    rehearsal.Start();
+    WaitFor(rehearsal);
+    ASSERT_EQ(rehearsal.Done(), 2);
+    const double before = rehearsal.Known(0)->measures.after;
+    settings.gains[list2.At(0).path] = 6;
+    rehearsal.Start();
+    WaitFor(rehearsal);
+    ASSERT_TRUE(rehearsal.Known(0));
+    EXPECT_NEAR(rehearsal.Known(0)->measures.after, before + 6, 0.5);
+}
+
 TEST(JointPlayerTest, TheMainOutputIsOnlyUsedWhileNothingIsOnAir) {
     test::FakeDesk desk;
     desk.Fill(desk.list1, {u"a-60"_s});

@@ -175,6 +175,9 @@ TEST_F(RescueTest, TheLoaderHoldsAFileThatIsGoneLater) {
     loader.Choose(path, false);
     ASSERT_TRUE(test::WaitUntil([&] { return failures.size() == 1; })) << "it is not there any more";
     EXPECT_TRUE(failures.constFirst().contains(path));
+    folder.Write(u"Not am Mann.mp3"_s, QByteArray(25, 'x'));
+    loader.Choose(path, false);
+    EXPECT_TRUE(test::WaitUntil([&] { return ready == 2; })) << "its disk is back";
     loader.Choose({}, false);
     EXPECT_FALSE(mixer.State().emergency);
 }

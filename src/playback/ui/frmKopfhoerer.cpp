@@ -7,6 +7,7 @@
 #include "widgets/Icons.h"
 #include "widgets/LevelBar.h"
 #include "widgets/PositionSlider.h"
+#include "widgets/SilenceParts.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
 #include "widgets/xMessageBox.h"
@@ -96,6 +97,7 @@ frmKopfhoerer::frmKopfhoerer(AudioLayer& layer, Settings& settings, QWidget* par
 }
 
 frmKopfhoerer::~frmKopfhoerer() {
+    SilenceParts(*this);
     settings_.PutNumber(kSection, kVolumeKey, parts_->volume->value());
 }
 

@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/Settings.h"
 #include "playback/ui/frmProbelaufControls.h"
+#include "widgets/SilenceParts.h"
 #include "widgets/xMessageBox.h"
 
 #include <QEvent>
@@ -46,6 +47,7 @@ frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
 }
 
 frmProbelauf::~frmProbelauf() {
+    SilenceParts(*this);
     parts_.rehearsal.disconnect(this);
     parts_.rehearsal.Stop();
     parts_.settings.PutNumber(kRehearsalSection, kRehearsalVolume, controls_->volume->value());
@@ -65,7 +67,7 @@ void frmProbelauf::Connect() {
     });
     connect(&player_, &JointPlayer::Ended, this, &frmProbelauf::GoOn);
     connect(&player_, &JointPlayer::Told, this, &frmProbelauf::Tell);
-    connect(controls_->table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { ShowJoint(); });
+    connect(controls_->table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &frmProbelauf::Choose);
     connect(controls_->table, &QTableView::activated, this, [this] { Listen(false); });
     connect(controls_->play, &QPushButton::clicked, this, &frmProbelauf::Toggle);
     connect(controls_->all, &QPushButton::clicked, this, [this] { all_ ? StopListening() : Listen(true); });
@@ -121,7 +123,7 @@ void frmProbelauf::ShowPlan() {
     }
     Select(std::max(0, wanted));
     ShowProgress();
-    Choose();
+    ShowJoint();
 }
 
 /** What is looked at is rendered first. */

@@ -84,6 +84,16 @@ TEST_F(frmProbelaufTest, JointsAreHeardOneByOneOrAllInTurn) {
     EXPECT_EQ(desk.mixer.OnAirPlayer(), 0);
 }
 
+TEST_F(frmProbelaufTest, WhatIsLookedAtIsRenderedAndMeasured) {
+    QStringList chosen;
+    QObject::connect(&window, &frmProbelauf::JointChosen, [&chosen](const QStringList& paths) { chosen = paths; });
+    Rehearse(true);
+    EXPECT_EQ(chosen, (QStringList{data.Path(u"t0-30.wav"_s), data.Path(u"t1-30.wav"_s)})) << "the first one by itself";
+    window.findChild<QTableView*>(u"Uebergaenge"_s)->selectRow(1);
+    EXPECT_EQ(rehearsal.Wanted(), 1);
+    EXPECT_EQ(chosen, (QStringList{data.Path(u"t1-30.wav"_s), data.Path(u"t2-30.wav"_s)}));
+}
+
 TEST(JointTextTest, SaysWhatIsWorthListeningTo) {
     audio::JointMeasures measures{-12, -12, -14, 0.1};
     EXPECT_EQ(JointText::Level(measures), u"gleichmäßig"_s);
