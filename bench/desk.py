@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """What the whole program costs, window and all: start, memory and processor share with two decks playing.
 
-    bench/desk.py PROGRAM [--seconds 30]
+    bench/desk.py PROGRAM [--seconds 30] [--pegel]
 
-Prints each figure beside its target. Starts a screen (Xvfb) and a sound server (pulseaudio) of its own and makes its
+Prints each figure beside its target; with --pegel only what each style of the level display adds to two decks playing. Starts a screen (Xvfb) and a sound server (pulseaudio) of its own and makes its
 titles with lame; works on data folders of its own and leaves nothing behind.
 """
 import argparse
@@ -24,6 +24,8 @@ from peers.titles import encode
 TITLE_SECONDS = 240
 STARTS = 7
 BANDS = (80, 125, 250, 500, 1000, 2000, 4000, 8000, 12000, 16000)
+STYLES = ("Kein", "Analyzer", "VU Meter", "Vertikal", "Horizontal", "Kreis 1Kanal", "Kreis 2Kanal", "Ellipse 1Kanal",
+          "Ellipse 2Kanal")
 WORDS = "Nacht Tanz Herz Stern Regen Feuer Traum Sommer Mond Wind Licht Stadt Fluss Sonne Farbe Weg".split()
 
 
@@ -125,6 +127,33 @@ def measure(binary, folder, count, memory, seconds, screen, sound, titles):
         program.close()
 
 
+def measure_meters(binary, folder, seconds, screen, sound, titles):
+    """The styles take turns, three times; each beside the desk without a level display in its turn."""
+    data = folder / "KalvoPegel"
+    fill(binary, data, titles, 100)
+    settings = (data / "kalvo.ini").read_text(encoding="cp1252")
+    shares = {style: [] for style in STYLES}
+    for _ in range(3):
+        for style in STYLES:
+            (data / "kalvo.ini").write_text(settings + f"[VU Meter]\r\nStyle={style}\r\n", encoding="cp1252")
+            (data / "sitzung.json").unlink(missing_ok=True)  # no question whether the music shall go on
+            program = Program(binary, data, screen, sound)
+            try:
+                time.sleep(2)
+                for key in ("F1", "F5"):
+                    screen.press(key)
+                    time.sleep(1)
+                if sound.peak() == 0:
+                    raise SystemExit("the decks do not play")
+                shares[style].append(program.share(seconds))
+            finally:
+                program.close()
+    without = statistics.median(shares["Kein"])
+    print(f"{'two decks playing without level display':<58}{without:8.2f} % of a core")
+    for style in STYLES[1:]:
+        report(f"added by {style}", statistics.median(shares[style]) - without, "% of a core", 3)
+
+
 def measure_mix(binary, folder, titles):
     begin = time.monotonic()
     subprocess.run([binary, "--datenordner", folder / "Mix", "--mix", folder / "mix.wav", *titles], check=True,
@@ -139,6 +168,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("program", type=lambda name: str(pathlib.Path(name).resolve()))
     parser.add_argument("--seconds", type=float, default=30, help="of the measurement while playing")
+    parser.add_argument("--pegel", action="store_true", help="only the level display's styles")
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory() as name, contextlib.ExitStack() as stack:
         folder = pathlib.Path(name)
@@ -147,6 +177,8 @@ def main():
         stack.callback(screen.close)
         titles = [encode(folder, name, TITLE_SECONDS, tone, ["-b", "192"]) for name, tone in
                   (("eins.mp3", 330), ("zwei.mp3", 440))]
+        if arguments.pegel:
+            return measure_meters(arguments.program, folder, arguments.seconds, screen, sound, titles)
         measure_mix(arguments.program, folder, titles)
         for count, memory in ((5000, 90), (100000, 120)):
             measure(arguments.program, folder, count, memory, arguments.seconds, screen, sound, titles)
