@@ -10,6 +10,7 @@
 #include "app/MetaOutput.h"
 #include "app/SessionMemory.h"
 #include "app/StatusLine.h"
+#include "app/TagCommands.h"
 #include "archive/ui/frmTitelEinlesen.h"
 #include "playback/OutputChoice.h"
 #include "playback/ui/MixerPanel.h"
@@ -146,7 +147,7 @@ void Form1::closeEvent(QCloseEvent* event) {
     const QString answer = xMessageBox::Ask(
         this, QStringLiteral("Achtung!"), QStringLiteral("Wollen Sie Kalvo wirklich beenden?"),
         {QStringLiteral("Ja"), QStringLiteral("Nein"), QStringLiteral("Abbrechen")}, xMessageBox::Sign::Warning);
-    if (answer == QStringLiteral("Nein")) {
+    if (answer == QStringLiteral("Nein") || !tags_->MayEnd()) {
         event->ignore();
         return;
     }
@@ -158,6 +159,7 @@ void Form1::End() {
     if (closing_)
         return;
     closing_ = true;
+    tags_->FinishSaving();
     status_->Tell(QStringLiteral("Beendet"));
     status_->repaint(); // the end leaves no time for events
     delete import_.data();

@@ -122,6 +122,15 @@ void TagCommands::Edit(const QStringList& paths) {
     editor_->Edit(paths);
 }
 
+bool TagCommands::MayEnd() const {
+    return editor_ == nullptr || editor_->MayDrop();
+}
+
+void TagCommands::FinishSaving() const {
+    if (editor_ != nullptr)
+        editor_->FinishSaving();
+}
+
 void TagCommands::Follow(const TagSaved& saved) {
     tips_.Forget(saved.path);
     if (!saved.before || !saved.after)
@@ -137,6 +146,7 @@ void TagCommands::Follow(const TagSaved& saved) {
     if (!renamed)
         return;
     const TitleRecord& shown = record ? *record : *saved.after;
+    desk_.mixer.FollowTexts(saved.path, shown.Titel, shown.Interpret);
     for (const int player : {1, 2}) {
         Playlist& list = desk_.List(player);
         for (int row = 0; row < list.Count(); ++row) {

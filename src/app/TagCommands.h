@@ -29,6 +29,11 @@ public:
 
     HoverTips& Tips() { return tips_; }
 
+    /** Before the program ends: false when edited tags are not saved and the user wants to keep them. Asks. */
+    bool MayEnd() const;
+    /** At the program's end: comes back when the files being saved are written. */
+    void FinishSaving() const;
+
 Q_SIGNALS:
     /** German: why the archive does not follow a saved file. */
     void Warned(const QString& text);

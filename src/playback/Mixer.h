@@ -65,6 +65,8 @@ public:
     bool ResumeTitle(int player, const DeckTitle& title, double second, bool paused);
     /** A file has been moved: who has it loaded goes on with its new path. */
     void FollowMove(const QString& from, const QString& to);
+    /** The file's tags are others: a player that holds it shows them. */
+    void FollowTexts(const QString& path, const QString& title, const QString& artist);
     void Pause(int player);
     void Stop(int player);
     /** Takes the next title of the player's list; a player whose list is at its end stays stopped. */

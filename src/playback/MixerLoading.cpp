@@ -102,6 +102,16 @@ void Mixer::FollowMove(const QString& from, const QString& to) {
     }
 }
 
+void Mixer::FollowTexts(const QString& path, const QString& title, const QString& artist) {
+    for (DeckData& deck : decks_) {
+        if (deck.title.path == path) {
+            deck.title.title = title;
+            deck.title.artist = artist;
+            Q_EMIT PlayerChanged(deck.number);
+        }
+    }
+}
+
 /** Of a long title both are known for certain only a while after it has been opened. */
 void Mixer::ReadLength(int player) {
     DeckTitle& title = Deck(player).title;

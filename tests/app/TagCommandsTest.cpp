@@ -54,12 +54,14 @@ TEST_F(TagCommandsTest, ArchiveAndListsFollowASavedFileAndNoFailedOne) {
     desk->archive.Refresh();
     desk->list2.Append(
         {{u"anderes"_s, {}, {}, {}, {}, folder.Path(u"b-60.mp3"_s)}, {u"Alt"_s, u"Wer"_s, {}, {}, {}, path}});
+    desk->mixer.PlayRow(2, 1);
     frmTagEditor& editor = Open();
     Save(editor, u"Größer"_s);
     const auto archived = [this] { return desk->archive.FindByPath(path).value_or(TitleRecord()).Titel; };
     EXPECT_TRUE(test::WaitUntil([&] { return archived() == u"Größer"; })) << archived().toStdString();
     EXPECT_TRUE(test::WaitUntil([&] { return desk->list2.At(1).title == u"Größer"; }));
     EXPECT_EQ(desk->list2.At(0).title, u"anderes"_s);
+    EXPECT_EQ(desk->mixer.Title(2).title, u"Größer"_s) << "and so does the player";
 
     ASSERT_TRUE(test::WaitUntil([&editor] { return !In<QPushButton>(editor, "cmdSpeichern").isEnabled(); }));
     ASSERT_TRUE(QFile::remove(path));

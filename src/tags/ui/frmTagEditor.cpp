@@ -7,9 +7,11 @@
 #include "widgets/ElidedLabel.h"
 #include "widgets/xMessageBox.h"
 
+#include <QEventLoop>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -20,6 +22,7 @@ namespace {
 
 /** Reasons that a message shows; further ones are counted. */
 constexpr qsizetype kMostReasons = 8;
+constexpr int kEndPatience = 60'000; // ms
 
 constexpr std::pair<TagField, TagField> kPairs[] = {
     {TagField::V1Title, TagField::Title},    {TagField::V1Artist, TagField::Artist},
@@ -56,6 +59,16 @@ void frmTagEditor::reject() {
         return;
     edited_ = false;
     QDialog::reject();
+}
+
+void frmTagEditor::FinishSaving() {
+    if (saving_ == 0)
+        return;
+    ending_ = true;
+    QEventLoop written;
+    connect(jobs_, &TagJobs::Finished, &written, &QEventLoop::quit);
+    QTimer::singleShot(kEndPatience, &written, &QEventLoop::quit);
+    written.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
 void frmTagEditor::Show(const QList<TagForm>& forms) {
@@ -166,6 +179,8 @@ void frmTagEditor::TakeSaved(const TagSaved& saved) {
 
 void frmTagEditor::EndSave() {
     saving_ = 0;
+    if (ending_)
+        return;
     const qsizetype failed = failures_.size();
     if (failed == 0) {
         edited_ = false;

@@ -30,6 +30,10 @@ public:
 
     /** Asks when something edited is not saved; waits for files being written. */
     void reject() override;
+    /** Whether what is edited and not saved may be lost: asks for it. */
+    bool MayDrop();
+    /** At the program's end: comes back when the files being saved are written, or after a minute. Tells nothing. */
+    void FinishSaving();
 
 Q_SIGNALS:
     /** A file has been written. */
@@ -48,7 +52,6 @@ private:
     void TakeSaved(const TagSaved& saved);
     void EndSave();
     TagEdit CollectEdit() const;
-    bool MayDrop();
 
     TagJobs* jobs_;
     QList<TagForm> forms_; ///< of the files that can be edited
@@ -72,6 +75,7 @@ private:
     QStringList failures_;
     bool justSaved_ = false; ///< the form is about to show what was written
     bool closeAfter_ = false;
+    bool ending_ = false; ///< with the program
 };
 
 } // namespace kalvo

@@ -94,6 +94,21 @@ TEST_F(frmTagEditorTest, OfSeveralFilesOnlyTheEditedFieldIsWritten) {
     }
 }
 
+TEST_F(frmTagEditorTest, WhatIsBeingSavedIsWrittenBeforeTheProgramEnds) {
+    QStringList paths;
+    for (int file = 0; file < 5; ++file)
+        paths += Sound(QStringLiteral("%1.mp3").arg(file), QStringLiteral("Titel"), QStringLiteral("Wer"));
+    Open(paths);
+    Type("txtInterpretV2", QStringLiteral("Alle"));
+    Part<QPushButton>("cmdSpeichern")->click();
+    editor.FinishSaving();
+    EXPECT_EQ(saved, paths);
+    for (const QString& path : paths) {
+        tags.AUDIOAnalyzeFileW(path);
+        EXPECT_EQ(tags.ID3V2GetTextFrameW(FrameId("TPE1")), QStringLiteral("Alle"));
+    }
+}
+
 TEST_F(frmTagEditorTest, PicturesAreAddedDescribedAndRemoved) {
     const QString cover = folder.Path(QStringLiteral("cover.png"));
     QImage image(8, 8, QImage::Format_RGB32);
