@@ -138,8 +138,7 @@ void ListCommands::m3uSpeichern() {
         return;
     const QScopeGuard done([this] { exporting_->setEnabled(true); });
     exporting_->setEnabled(false); // the desk goes on meanwhile
-    TitleLengths lengths(parts_.desk.layer.Audio(), parts_.lists.List(parts_.lists.ActiveList()).Count(),
-                         parts_.window);
+    TitleLengths lengths(parts_.lists.List(parts_.lists.ActiveList()).Count(), parts_.window);
     files_.Export(path, [&lengths](const QString& title) { return lengths.Of(title); });
 }
 

@@ -1,15 +1,13 @@
 #include "app/TitleLengths.h"
 
-#include "audio/AudioLibrary.h"
-
-#include <QCoreApplication>
+#include <QEventLoop>
 #include <QFile>
+#include <QPointer>
 
 namespace kalvo {
 
-TitleLengths::TitleLengths(audio::AudioLibrary& library, int count, QWidget& window)
-    : library_(library),
-      progress_(QStringLiteral("Die Längen der Titel werden gelesen..."), QStringLiteral("Abbrechen"), 0, count,
+TitleLengths::TitleLengths(int count, QWidget& window)
+    : progress_(QStringLiteral("Die Längen der Titel werden gelesen..."), QStringLiteral("Abbrechen"), 0, count,
                 &window) {
     progress_.setObjectName(QStringLiteral("frmFortschritt"));
     progress_.setWindowTitle(QStringLiteral("Titel als Playliste (m3u) speichern"));
@@ -18,15 +16,21 @@ TitleLengths::TitleLengths(audio::AudioLibrary& library, int count, QWidget& win
 
 std::optional<double> TitleLengths::Of(const QString& path) {
     progress_.setValue(done_++);
-    QCoreApplication::processEvents();
     if (progress_.wasCanceled())
         return std::nullopt;
-    const audio::Handle stream = library_.StreamCreateFile(audio::Output::Main, QFile::encodeName(path).toStdString());
-    if (stream == 0)
-        return 0;
-    const double seconds = library_.ChannelBytes2Seconds(stream, library_.StreamGetLength(stream));
-    library_.StreamFree(stream);
-    return seconds;
+    const auto seconds = std::make_shared<std::optional<double>>();
+    QEventLoop read;
+    QObject::connect(&progress_, &QProgressDialog::canceled, &read, &QEventLoop::quit);
+    worker_.Do([lengths = lengths_, path, seconds, reading = QPointer(&read)]() -> BackgroundWorker::Answer {
+        const double length = lengths->Of(QFile::encodeName(path).toStdString());
+        return [length, seconds, reading] {
+            *seconds = length;
+            if (reading)
+                reading->quit();
+        };
+    });
+    read.exec();
+    return *seconds; // none as well when the program ends
 }
 
 } // namespace kalvo
