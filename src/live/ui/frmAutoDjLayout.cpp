@@ -9,6 +9,7 @@
 #include "widgets/SkinStyle.h"
 
 #include <QButtonGroup>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
@@ -84,6 +85,7 @@ frmAutoDj::frmAutoDj(const Parts& parts, QWidget* parent)
     connect(&fill_, &AutoDjFill::Progress, this, &frmAutoDj::ShowProgress);
     connect(&fill_, &AutoDjFill::Finished, this, &frmAutoDj::End);
     connect(&parts_.refill, &AutoDjRefill::Changed, this, &frmAutoDj::ShowRefill);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &frmAutoDj::Keep); // ends with the window still open
     ShowProgress(0);
 }
 
