@@ -212,6 +212,8 @@ void frmProbelauf::Listen(bool all) {
     if (Row() < 0)
         return;
     Tell({});
+    if (!player_.IsMainFree())
+        way_ = JointPlayer::Way::Headphones; // chosen while nothing was on air
     all_ = all;
     waiting_ = true;
     parts_.rehearsal.Want(Row());
