@@ -1,5 +1,9 @@
 #include "app/OptionEmergencyPage.h"
 
+#include "base/FileName.h"
+#include "base/Settings.h"
+#include "widgets/xMessageBox.h"
+
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -45,6 +49,11 @@ void OptionEmergencyPage::Ask() {
                                                    : QFileInfo(path_->text()).path();
     const QString path = QFileDialog::getOpenFileName(this, tr("Notfalltitel auswählen"), folder,
                                                       tr("Musikdateien (*.mp3 *.ogg *.MP3 *.OGG)"));
+    if (path.size() > Settings::kLongestValue) {
+        xMessageBox::Ask(this, tr("Notfalltitel"), FileName::TooLong(path, Settings::kLongestValue), {tr("ok")},
+                         xMessageBox::Sign::Warning);
+        return;
+    }
     if (!path.isEmpty())
         ShowPath(path);
 }

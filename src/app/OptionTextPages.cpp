@@ -1,5 +1,7 @@
 #include "app/OptionTextPages.h"
 
+#include "base/Settings.h"
+
 #include <QCheckBox>
 #include <QIntValidator>
 #include <QLineEdit>
@@ -8,7 +10,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr int longestText = 255; ///< what is read of a setting
 constexpr int mostTitles = 99'999;
 
 } // namespace
@@ -16,7 +17,7 @@ constexpr int mostTitles = 99'999;
 OptionScreenSaverPage::OptionScreenSaverPage(QWidget* parent) : OptionPage(tr("Bildschirmschoner"), parent) {
     password_ = Named(new QLineEdit(this), QStringLiteral("Passwort"), tr("Passwort"));
     password_->setEchoMode(QLineEdit::Password);
-    password_->setMaxLength(longestText);
+    password_->setMaxLength(Settings::kLongestValue);
     password_->setPlaceholderText(tr("keines"));
     AddRow(tr("Passwort"), password_);
     auto* reveal = new QCheckBox(tr("Passwort anzeigen"), this);
@@ -65,7 +66,7 @@ OptionMetadataPage::OptionMetadataPage(QWidget* parent) : OptionPage(tr("Metadat
 
 QLineEdit* OptionMetadataPage::AddText(const QString& name, const QString& caption) {
     auto* text = Named(new QLineEdit(this), name, caption);
-    text->setMaxLength(longestText);
+    text->setMaxLength(Settings::kLongestValue);
     AddRow(caption, text);
     return text;
 }

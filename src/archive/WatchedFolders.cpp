@@ -20,8 +20,6 @@ const QString kCount = u"Anzahl"_s;
 constexpr int kSettle = 2000; // ms
 /** What one turn on the UI thread may take. */
 constexpr int kTurn = 5; // ms
-/** A value of the settings file holds no more characters. */
-constexpr qsizetype kLongestPath = 255;
 /** The system's notifications are limited; what lies beyond is looked at with every look all the same. */
 constexpr qsizetype kMostWatched = 4000;
 
@@ -72,7 +70,7 @@ void WatchedFolders::KeepFolders() {
 }
 
 bool WatchedFolders::Add(const QString& folder) {
-    if (!IsScanRoot(folder) || folder.size() > kLongestPath || folders_.contains(folder))
+    if (!IsScanRoot(folder) || folder.size() > Settings::kLongestValue || folders_.contains(folder))
         return false;
     folders_.append(folder);
     KeepFolders();

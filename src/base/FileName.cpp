@@ -27,6 +27,10 @@ bool IsMusic(const QString& path) {
            path.endsWith(QLatin1String(".ogg"), Qt::CaseInsensitive);
 }
 
+QString TooLong(const QString& path, qsizetype longest) {
+    return QStringLiteral("Der Pfad ist zu lang, er darf höchstens %1 Zeichen haben:\n%2").arg(longest).arg(path);
+}
+
 QString WithoutMusicExtension(const QString& name) {
     return IsMusic(name) ? name.chopped(extensionLength) : name;
 }

@@ -14,6 +14,9 @@ QString Folder(const QString& path);
 /** Whether the last four characters are ".mp3" or ".ogg", in any case. */
 bool IsMusic(const QString& path);
 
+/** German: why a path is refused that has more than so many characters. */
+QString TooLong(const QString& path, qsizetype longest);
+
 /** Without a ".mp3" or ".ogg" at its end. */
 QString WithoutMusicExtension(const QString& name);
 

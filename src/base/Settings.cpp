@@ -15,8 +15,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr int longestValue = 255;
-
 /** What tells a file changed by somebody else; a missing file has a zero stamp. */
 struct Stamp {
     std::filesystem::file_time_type time;
@@ -98,7 +96,7 @@ private:
 };
 
 QString Cut(const QString& value) {
-    QString kept = value.left(longestValue);
+    QString kept = value.left(Settings::kLongestValue);
     if (!kept.isEmpty() && kept.back().isHighSurrogate())
         kept.chop(1);
     return kept;

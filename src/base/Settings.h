@@ -19,7 +19,10 @@ public:
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;
 
-    /** At most 255 characters; `fallback` when the key is absent. */
+    /** Characters of a value that are read; what may be longer is refused where it is entered. */
+    static constexpr int kLongestValue = 255;
+
+    /** At most kLongestValue characters; `fallback` when the key is absent. */
     QString GetSetting(const QString& section, const QString& key, const QString& fallback,
                        const QString& file = {}) const;
     /** Creates section and file when needed. Written at once, atomically, unless a pass is open. */

@@ -153,11 +153,8 @@ void frmSampleEinstellungen::EndPath() {
 bool frmSampleEinstellungen::Refuse(const QString& path) {
     if (SampleSlot::Fits(path))
         return false;
-    xMessageBox::Ask(this, windowTitle(),
-                     QStringLiteral("Der Pfad ist zu lang, er darf höchstens %1 Zeichen haben:\n%2")
-                         .arg(SampleSlot::kPathWidth)
-                         .arg(path),
-                     {QStringLiteral("ok")}, xMessageBox::Sign::Warning);
+    xMessageBox::Ask(this, windowTitle(), FileName::TooLong(path, SampleSlot::kPathWidth), {QStringLiteral("ok")},
+                     xMessageBox::Sign::Warning);
     return true;
 }
 

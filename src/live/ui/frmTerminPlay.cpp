@@ -1,5 +1,6 @@
 #include "live/ui/frmTerminPlay.h"
 
+#include "base/FileName.h"
 #include "widgets/CheckButton.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
@@ -149,9 +150,7 @@ void frmTerminPlay::AskForFile() {
 
 void frmTerminPlay::Choose(const QString& path) {
     if (!JingleRecord::Fits(path)) {
-        Tell(QStringLiteral("Der Pfad ist zu lang, er darf höchstens %1 Zeichen haben:\n%2")
-                 .arg(JingleRecord::kPathWidth)
-                 .arg(path));
+        Tell(FileName::TooLong(path, JingleRecord::kPathWidth));
         return;
     }
     if (record_.IsEmpty())

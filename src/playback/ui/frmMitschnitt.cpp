@@ -1,10 +1,13 @@
 #include "playback/ui/frmMitschnitt.h"
 
+#include "base/FileName.h"
+#include "base/Settings.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/LevelBar.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
+#include "widgets/xMessageBox.h"
 
 #include <QComboBox>
 #include <QDesktopServices>
@@ -174,6 +177,11 @@ void frmMitschnitt::ChooseFolder() {
     const QString folder = QFileDialog::getExistingDirectory(this, tr("Ordner für Mitschnitte"), options_.folder);
     if (folder.isEmpty())
         return;
+    if (folder.size() > Settings::kLongestValue) {
+        xMessageBox::Ask(this, windowTitle(), FileName::TooLong(folder, Settings::kLongestValue), {tr("ok")},
+                         xMessageBox::Sign::Warning);
+        return;
+    }
     options_.folder = folder;
     folder_->SetText(folder);
     Q_EMIT OptionsChosen(options_);
