@@ -63,9 +63,8 @@ public:
      * as they are. False, after a Message, when the file cannot be played.
      */
     bool ResumeTitle(int player, const DeckTitle& title, double second, bool paused);
-    /** A file has been moved: who has it loaded goes on with its new path. */
+    /** A file has been moved, or has other tags: who has it loaded goes on with its new path and texts. */
     void FollowMove(const QString& from, const QString& to);
-    /** The file's tags are others: a player that holds it shows them. */
     void FollowTexts(const QString& path, const QString& title, const QString& artist);
     void Pause(int player);
     void Stop(int player);
