@@ -42,7 +42,7 @@ QString FieldNames(const QString& between) {
 void BindTexts(SqliteStatement& statement, const TitleRecord& record) {
     int parameter = 1;
     for (const ArchiveField field : kTextFields)
-        statement.Bind(parameter++, FieldText(record, field));
+        statement.Bind(parameter++, FieldPlace(record, field));
 }
 
 TitleRecord RecordOf(const SqliteStatement& statement) {
@@ -86,7 +86,7 @@ QString TooLong(const TitleRecord& record) {
     if (record.Pfad.size() > kMaximumFieldLength)
         return u"Der Pfad ist länger als %1 Zeichen."_s.arg(kMaximumFieldLength);
     for (const ArchiveField field : kTextFields)
-        if (FieldText(record, field).size() > kMaximumFieldLength)
+        if (FieldPlace(record, field).size() > kMaximumFieldLength)
             return u"Das Feld %1 ist länger als %2 Zeichen."_s.arg(FieldCaption(field)).arg(kMaximumFieldLength);
     return {};
 }

@@ -72,4 +72,8 @@ QString& FieldPlace(TitleRecord& record, ArchiveField field) {
     return record.*Entry(field).place;
 }
 
+const QString& FieldPlace(const TitleRecord& record, ArchiveField field) {
+    return record.*Entry(field).place;
+}
+
 } // namespace kalvo

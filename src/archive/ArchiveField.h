@@ -49,5 +49,6 @@ void CutText(QString& text, qsizetype characters);
 
 /** The record's place for a text field; not for `Nr`. */
 QString& FieldPlace(TitleRecord& record, ArchiveField field);
+const QString& FieldPlace(const TitleRecord& record, ArchiveField field);
 
 } // namespace kalvo

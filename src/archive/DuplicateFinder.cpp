@@ -2,11 +2,10 @@
 
 #include "archive/ArchiveStatements.h"
 #include "archive/DuplicateGroups.h"
-#include "archive/FilePresence.h"
+#include "archive/MissingFiles.h"
 #include "archive/TextFolding.h"
 
 #include <algorithm>
-#include <future>
 #include <optional>
 #include <utility>
 
@@ -16,7 +15,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using Numbers = std::vector<qint64>;
-using Paths = std::vector<std::string>;
 using Outcome = DuplicateReport::Outcome;
 
 /** Titles between two reports. */
@@ -50,15 +48,14 @@ private:
         const ArchiveField field = mode_ == DuplicateMode::FileNames ? ArchiveField::Pfad : ArchiveField::Titel;
         SqliteStatement select =
             database.Prepare(u"SELECT Nr, Pfad, %1 FROM \"Daten\" ORDER BY Nr"_s.arg(FieldName(field)));
-        Paths paths;
-        std::future<std::vector<bool>> asked;
+        MissingFiles files;
+        std::vector<std::string> paths;
         std::string folded;
         while (!run.Stopped() && select.Step()) {
             if (numbers_.size() % kBetween == 0) {
                 const std::size_t percent = std::min<std::size_t>(100, 100 * numbers_.size() / candidates_.size());
                 tell(DuplicateTexts::Preparing(static_cast<int>(percent)), static_cast<int>(percent));
-                TakeAnswers(asked);
-                asked = std::async(std::launch::async, FilePresence::Missing, std::exchange(paths, {}));
+                files.Add(std::exchange(paths, {}));
             }
             paths.emplace_back(select.Utf8(1));
             numbers_.push_back(select.Number(0));
@@ -66,24 +63,24 @@ private:
             TextFolding::AppendFolded(select.Utf8(2), folded);
             texts_.Append(folded);
         }
-        TakeAnswers(asked);
-        const std::vector<bool> last = FilePresence::Missing(paths);
-        missing_.insert(missing_.end(), last.begin(), last.end());
-        return !run.Stopped() && !select.Failed();
+        if (run.Stopped() || select.Failed())
+            return false;
+        files.Add(std::move(paths));
+        missing_ = files.Finish();
+        return !run.Stopped();
     }
 
-    void TakeAnswers(std::future<std::vector<bool>>& asked) {
-        if (!asked.valid())
-            return;
-        const std::vector<bool> missing = asked.get();
-        missing_.insert(missing_.end(), missing.begin(), missing.end());
-    }
-
+    /** Numbers ascend by one but for gaps, so that a number's place is not behind its distance from the first. */
     std::optional<std::uint32_t> PlaceOf(qint64 number) const {
-        const auto found = std::lower_bound(numbers_.begin(), numbers_.end(), number);
-        if (found == numbers_.end() || *found != number)
+        if (numbers_.empty() || number < numbers_.front() || number > numbers_.back())
             return std::nullopt;
-        return static_cast<std::uint32_t>(found - numbers_.begin());
+        const auto distance = static_cast<std::uint64_t>(number) - static_cast<std::uint64_t>(numbers_.front());
+        const std::size_t latest = std::min<std::uint64_t>(distance, numbers_.size() - 1);
+        if (numbers_[latest] == number)
+            return static_cast<std::uint32_t>(latest);
+        const auto end = numbers_.begin() + static_cast<std::ptrdiff_t>(latest);
+        const auto found = std::lower_bound(numbers_.begin(), end, number);
+        return *found == number ? std::optional(static_cast<std::uint32_t>(found - numbers_.begin())) : std::nullopt;
     }
 
     /** Brings everything into the order of the candidates; titles deleted or added meanwhile are left out. */

@@ -2,6 +2,7 @@
 
 #include "archive/NameKeys.h"
 #include "archive/PatternSweep.h"
+#include "archive/SplitPath.h"
 #include "archive/TextDictionary.h"
 
 #include <algorithm>
@@ -27,14 +28,6 @@ std::string PatternOf(std::string_view key) {
     std::string pattern(key);
     std::replace(pattern.begin(), pattern.end(), '\'', '*');
     return pattern;
-}
-
-std::string_view NameIn(std::string_view path) {
-    return path.substr(path.find_last_of("/\\") + 1); // npos + 1 is 0
-}
-
-std::string_view FolderIn(std::string_view path) {
-    return path.substr(0, path.size() - NameIn(path).size());
 }
 
 /** Tells a share of the work, between two percentages, every few thousand rows. */
@@ -147,8 +140,9 @@ public:
         TextDictionary folders;
         std::vector<std::uint32_t> codes;
         for (std::size_t row = 0; row < paths.Size(); ++row) {
-            names_.push_back(NameIn(paths.At(row)));
-            codes.push_back(folders.CodeOf(FolderIn(paths.At(row))));
+            const SplitPath path(paths.At(row));
+            names_.push_back(path.name);
+            codes.push_back(folders.CodeOf(path.folder));
         }
         folders_ = folders.Values();
         rowsOfFolder_ = RowsByNumber(codes, folders_.Size());

@@ -1,15 +1,21 @@
 #include "archive/FilePresence.h"
 
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <cstddef>
-#include <filesystem>
+#include <functional>
+#include <memory>
 #include <string_view>
-#include <unordered_set>
 
 namespace kalvo::FilePresence {
 
 namespace {
 
-namespace fs = std::filesystem;
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
 
 /** Paths of one folder from which on a listing is worth it. */
 constexpr std::size_t kWorthListing = 4;
@@ -21,21 +27,23 @@ std::string_view ListedFolder(std::string_view path) {
 }
 
 bool IsMissing(const std::string& path) {
-    std::error_code error;
-    return !fs::exists(path, error);
+    struct stat status = {};
+    return stat(path.c_str(), &status) != 0;
 }
 
-/** Names in a folder that are there for certain. */
-std::unordered_set<std::string> SurelyIn(std::string_view folder, std::size_t mostEntries) {
-    std::unordered_set<std::string> names;
-    std::error_code error;
-    std::size_t entries = 0;
-    for (fs::directory_iterator entry(fs::path(folder), error);
-         !error && entry != fs::directory_iterator() && entries < mostEntries; entry.increment(error), ++entries) {
-        std::error_code unknown;
-        if (entry->is_regular_file(unknown) || entry->is_directory(unknown)) // told by the listing but for links
-            names.insert(entry->path().filename().string());
+/** Names in a folder that are there for certain, sorted. */
+std::vector<std::string> SurelyIn(const std::string& folder, std::size_t mostEntries) {
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, CloseFolder> opened(opendir(folder.c_str()));
+    for (std::size_t entries = 0; opened && entries < mostEntries; ++entries) {
+        const dirent* entry = readdir(opened.get());
+        if (entry == nullptr)
+            break;
+        if (entry->d_type == DT_REG ||
+            entry->d_type == DT_DIR) // a link may lead nowhere; some file systems do not tell
+            names.emplace_back(entry->d_name);
     }
+    std::sort(names.begin(), names.end());
     return names;
 }
 
@@ -49,11 +57,14 @@ std::vector<bool> Missing(const std::vector<std::string>& paths) {
         std::size_t end = begin + 1;
         while (end < paths.size() && ListedFolder(paths[end]) == folder)
             ++end;
-        std::unordered_set<std::string> names;
+        std::vector<std::string> names;
         if (end - begin >= kWorthListing && !folder.empty())
-            names = SurelyIn(folder, kEntriesPerPath * (end - begin));
-        for (; begin < end; ++begin)
-            missing.push_back(names.count(paths[begin].substr(folder.size())) == 0 && IsMissing(paths[begin]));
+            names = SurelyIn(std::string(folder), kEntriesPerPath * (end - begin));
+        for (; begin < end; ++begin) {
+            const std::string_view name = std::string_view(paths[begin]).substr(folder.size());
+            const bool listed = std::binary_search(names.begin(), names.end(), name, std::less<>());
+            missing.push_back(!listed && IsMissing(paths[begin]));
+        }
     }
     return missing;
 }

@@ -14,6 +14,9 @@ constexpr std::size_t kPadding = ByteScan::kBlock + kProbed;
 /** Masks made at one go: small enough to stay in the first cache. */
 constexpr std::size_t kBlocksAtOnce = 64;
 
+/** Every so many texts are counted. */
+constexpr std::size_t kCounted = 4;
+
 std::uint64_t Beginning(const char* text) {
     std::uint64_t bytes = 0;
     std::memcpy(&bytes, text, sizeof bytes);
@@ -25,8 +28,9 @@ std::uint64_t Beginning(const char* text) {
 FoldedTexts::FoldedTexts() : text_(kPadding, '\0'), offsets_{0} {}
 
 std::uint32_t FoldedTexts::Append(std::string_view folded) {
-    for (const char c : folded)
-        ++frequency_[static_cast<unsigned char>(c)];
+    if (Size() % kCounted == 0)
+        for (const char c : folded)
+            ++frequency_[static_cast<unsigned char>(c)];
     return AppendUncounted(folded);
 }
 

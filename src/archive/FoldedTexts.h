@@ -52,7 +52,7 @@ private:
 
     std::vector<char> text_; ///< ends in kPadding bytes that a sweep may read beyond the last text
     std::vector<std::uint32_t> offsets_;
-    std::array<std::uint32_t, 256> frequency_ = {}; ///< how often each byte occurs: the rarest ones are looked for
+    std::array<std::uint32_t, 256> frequency_ = {}; ///< of bytes in some of the texts: the rarest ones are looked for
 };
 
 } // namespace kalvo

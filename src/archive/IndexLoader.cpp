@@ -1,10 +1,15 @@
 #include "archive/IndexLoader.h"
 
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <vector>
+
 namespace kalvo {
 
 namespace {
 
-constexpr std::size_t kBlockRows = 8192;
+constexpr std::size_t kBlockRows = 2048;
 
 /** Rows as they came from the database. */
 struct Block {
@@ -13,19 +18,67 @@ struct Block {
     std::vector<std::size_t> ends; ///< of the texts in `bytes`, row by row
 };
 
-Block ReadBlock(SqliteStatement& select) {
+/** Passes blocks from the thread that fills them to the one that empties them; they go back to be filled again. */
+class BlockExchange {
+public:
+    /** Hands a filled block over for an emptied one, as soon as the one before has been taken. */
+    void Give(Block& block) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return !filled_; });
+        std::swap(block_, block);
+        filled_ = true;
+        changed_.notify_one();
+    }
+
+    /** Waits for the next filled block, for which `block` goes back; false when none comes any more. */
+    bool Take(Block& block) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return filled_ || ended_; });
+        if (!filled_)
+            return false;
+        std::swap(block_, block);
+        filled_ = false;
+        changed_.notify_one();
+        return true;
+    }
+
+    void End() {
+        const std::lock_guard lock(mutex_);
+        ended_ = true;
+        changed_.notify_one();
+    }
+
+private:
+    std::mutex mutex_; ///< guards all below
+    std::condition_variable changed_;
+    Block block_;
+    bool filled_ = false;
+    bool ended_ = false;
+};
+
+/** False when the archive could not be read to its end. */
+bool ReadBlocks(SqliteDatabase& database, BlockExchange& blocks) {
+    QString fields = QStringLiteral("Nr");
+    for (const ArchiveField field : kTextFields)
+        fields += QStringLiteral(", ") + FieldName(field);
     Block block;
-    while (block.numbers.size() < kBlockRows && select.Step()) {
-        block.numbers.push_back(select.Number(0));
+    const bool read = database.VisitRows(fields, QStringLiteral("Daten"), [&](const SqliteRow& row) {
+        block.numbers.push_back(row.Number(0));
         for (int column = 1; column <= static_cast<int>(kTextFields.size()); ++column) {
-            block.bytes += select.Utf8(column);
+            block.bytes += row.Utf8(column);
             block.ends.push_back(block.bytes.size());
         }
-    }
-    return block;
+        if (block.numbers.size() == kBlockRows)
+            blocks.Give(block);
+        return true;
+    });
+    blocks.Give(block);
+    blocks.End();
+    return read;
 }
 
-void Append(const Block& block, MemoryIndex& index) {
+/** The block is empty then. */
+void Append(Block& block, MemoryIndex& index) {
     MemoryIndex::Texts texts;
     std::size_t begin = 0;
     std::size_t text = 0;
@@ -37,22 +90,19 @@ void Append(const Block& block, MemoryIndex& index) {
         }
         index.Append(number, texts);
     }
+    block.numbers.clear();
+    block.bytes.clear();
+    block.ends.clear();
 }
 
-/** The next rows are fetched while the last ones are put into the index. */
+/** The next rows are read while the last ones are put into the index. */
 IndexLoader::Index Load(SqliteDatabase& database) {
-    QString fields = QStringLiteral("Nr");
-    for (const ArchiveField field : kTextFields)
-        fields += QStringLiteral(", ") + FieldName(field);
-    SqliteStatement select = database.Prepare(QStringLiteral("SELECT %1 FROM \"Daten\"").arg(fields));
+    BlockExchange blocks;
+    auto reading = std::async(std::launch::async, [&] { return ReadBlocks(database, blocks); });
     auto index = std::make_shared<MemoryIndex>();
-    Block block = ReadBlock(select);
-    while (!block.numbers.empty()) {
-        auto next = std::async(std::launch::async, ReadBlock, std::ref(select));
+    for (Block block; blocks.Take(block);)
         Append(block, *index);
-        block = next.get();
-    }
-    if (select.Failed())
+    if (!reading.get())
         return nullptr;
     index->Pack();
     return index;

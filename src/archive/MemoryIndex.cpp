@@ -1,6 +1,7 @@
 #include "archive/MemoryIndex.h"
 
 #include "archive/PathOrder.h"
+#include "archive/SplitPath.h"
 #include "archive/TextFolding.h"
 
 #include <future>
@@ -19,16 +20,6 @@ std::uint32_t FoldedCode(TextDictionary& dictionary, std::string_view text) {
     std::string folded;
     TextFolding::AppendFolded(text, folded);
     return dictionary.CodeOf(folded);
-}
-
-struct SplitPath {
-    std::string_view folder; ///< with its closing separator
-    std::string_view name;
-};
-
-SplitPath Split(std::string_view path) {
-    const std::size_t length = path.find_last_of("/\\") + 1; // npos + 1 is 0
-    return {path.substr(0, length), path.substr(length)};
 }
 
 constexpr std::size_t PlaceIn(ArchiveField field) {
@@ -76,7 +67,7 @@ void MemoryIndex::Append(qint64 nr, const Texts& texts) {
     std::string folded;
     TextFolding::AppendFolded(texts[PlaceIn(ArchiveField::Titel)], folded);
     titles_.Append(folded);
-    const SplitPath path = Split(texts[PlaceIn(ArchiveField::Pfad)]);
+    const SplitPath path(texts[PlaceIn(ArchiveField::Pfad)]);
     folded.clear();
     TextFolding::AppendFolded(path.name, folded);
     names_.Append(folded);
@@ -143,10 +134,13 @@ bool MemoryIndex::UpdateInPlace(std::size_t row, const Texts& texts) {
     return true;
 }
 
-std::string MemoryIndex::PathOf(std::size_t row) const {
+std::string_view MemoryIndex::FolderOf(std::size_t row) const {
     const Column& folders = ColumnOf(ArchiveField::Pfad);
-    std::string path(folders.dictionary.Values().At(folders.codes[row]));
-    return path.append(names_.At(row));
+    return folders.dictionary.Values().At(folders.codes[row]);
+}
+
+std::string MemoryIndex::PathOf(std::size_t row) const {
+    return std::string(FolderOf(row)).append(names_.At(row));
 }
 
 int MemoryIndex::ComparePaths(std::uint32_t left, std::uint32_t right) const {
@@ -195,30 +189,31 @@ void MemoryIndex::RankPaths() {
 }
 
 void MemoryIndex::Pack() {
-    const Column& folders = ColumnOf(ArchiveField::Pfad);
+    auto titles = std::async(std::launch::async, [this] { return SortedTexts(titles_); });
     for (Column& column : columns_)
         column.dictionary.Settle();
-    auto paths = std::async(std::launch::async, [&] { return PathOrder(folders.dictionary, folders.codes, names_); });
-    std::vector<std::uint32_t> titleOrder = SortedTexts(titles_);
-    std::vector<std::uint32_t> rows = DefaultOrder(titleOrder);
-    std::vector<std::uint32_t> pathOrder = paths.get();
-    for (std::vector<std::uint32_t>* order : {&rows, &titleOrder, &pathOrder})
-        std::erase_if(*order, [this](std::uint32_t row) { return !alive_.Test(row); });
+    const Column& folders = ColumnOf(ArchiveField::Pfad);
+    std::vector<std::uint32_t> pathOrder = PathOrder(folders.dictionary, folders.codes, names_);
+    TextOrder titleOrder = titles.get();
+    if (dead_ > 0) {
+        std::erase_if(pathOrder, [this](std::uint32_t row) { return !alive_.Test(row); });
+        titleOrder.Keep(alive_);
+    }
+    const std::vector<std::uint32_t> rows = DefaultOrder(titleOrder.order);
     std::vector<std::uint32_t> moved(ids_.size());
     for (std::uint32_t i = 0; i < rows.size(); ++i)
         moved[rows[i]] = i;
     Reorder(rows);
     auto table = std::async(std::launch::async, [this] { FillPathTable(); });
-    titleRanks_.Assign(Picked(moved, titleOrder), [this](std::uint32_t left, std::uint32_t right) {
-        return TextFolding::Compare(titles_.At(left), titles_.At(right)) == 0;
-    });
-    pathRanks_.Assign(Picked(moved, pathOrder),
-                      [this](std::uint32_t left, std::uint32_t right) { return ComparePaths(left, right) == 0; });
+    titleRanks_.Assign(Picked(moved, titleOrder.order), [&](std::size_t place) { return titleOrder.tied.Test(place); });
+    pathOrder = Picked(moved, pathOrder);
+    pathRanks_.Assign(pathOrder, [&](std::size_t i) { return ComparePaths(pathOrder[i - 1], pathOrder[i]) == 0; });
     table.get();
 }
 
 void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
-    auto columns = std::async(std::launch::async, [&] {
+    auto others = std::async(std::launch::async, [&] {
+        names_ = names_.Reordered(rows);
         for (Column& column : columns_) {
             if (!column.codes.empty())
                 column.codes = Picked(column.codes, rows);
@@ -227,8 +222,7 @@ void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
     });
     ids_ = Picked(ids_, rows);
     titles_ = titles_.Reordered(rows);
-    names_ = names_.Reordered(rows);
-    columns.get();
+    others.get();
     alive_ = BitSet(rows.size(), true);
     dead_ = 0;
     packed_ = rows.size();

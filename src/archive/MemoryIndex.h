@@ -88,6 +88,7 @@ private:
     const Column& ColumnOf(ArchiveField field) const { return columns_[static_cast<std::size_t>(field)]; }
     static std::uint32_t CodeFor(Column& column, std::string_view text);
     static std::uint32_t CodeOfShort(Column& column, std::string_view text);
+    std::string_view FolderOf(std::size_t row) const;
     std::string PathOf(std::size_t row) const;
     void AddPath(std::uint32_t row);
     void FillPathTable();

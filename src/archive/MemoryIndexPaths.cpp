@@ -1,6 +1,7 @@
 // The part of MemoryIndex that finds titles by their paths.
 
 #include "archive/MemoryIndex.h"
+#include "archive/SplitPath.h"
 #include "archive/TextFolding.h"
 
 namespace kalvo {
@@ -10,26 +11,33 @@ namespace {
 /** Rows that are compared one by one, rather than ranked first or searched for. */
 constexpr std::size_t kSingly = 4096;
 
-std::uint32_t HashPath(std::string_view folded) {
-    return static_cast<std::uint32_t>(HashText(folded) >> 32);
+std::uint32_t HashPath(std::uint64_t hashOfFolder, std::string_view name) {
+    return static_cast<std::uint32_t>(HashText(name, hashOfFolder) >> 32);
 }
 
 } // namespace
 
 void MemoryIndex::AddPath(std::uint32_t row) {
-    paths_.Add(HashPath(PathOf(row)), row);
+    paths_.Add(HashPath(HashText(FolderOf(row)), names_.At(row)), row);
 }
 
 void MemoryIndex::FillPathTable() {
-    paths_ = PathTable(ids_.size());
-    for (std::uint32_t row = 0; row < ids_.size(); ++row)
-        AddPath(row);
+    const Column& folders = ColumnOf(ArchiveField::Pfad);
+    const FoldedTexts& folderTexts = folders.dictionary.Values();
+    std::vector<std::uint64_t> hashes(folderTexts.Size());
+    for (std::size_t code = 0; code < hashes.size(); ++code)
+        hashes[code] = HashText(folderTexts.At(code));
+    std::vector<std::uint32_t> rows(ids_.size());
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        rows[row] = HashPath(hashes[folders.codes[row]], names_.At(row));
+    paths_ = PathTable(rows);
 }
 
 std::optional<std::uint32_t> MemoryIndex::RowOfPath(std::string_view folded) const {
+    const SplitPath path(folded);
     std::optional<std::uint32_t> found;
-    paths_.Find(HashPath(folded), [&](std::uint32_t row) {
-        if (!alive_.Test(row) || PathOf(row) != folded)
+    paths_.Find(HashPath(HashText(path.folder), path.name), [&](std::uint32_t row) {
+        if (!alive_.Test(row) || names_.At(row) != path.name || FolderOf(row) != path.folder)
             return false;
         found = row;
         return true;
@@ -76,9 +84,8 @@ bool MemoryIndex::HoldsPathFrom(std::string_view start, const LikePattern& patte
     if (ids_.size() - pathRanks_.Size() > kSingly)
         RankPaths();
     const auto matches = [&](std::uint32_t row) { return alive_.Test(row) && pattern.Matches(PathOf(row)); };
-    const Column& folders = ColumnOf(ArchiveField::Pfad);
     const auto begins = [&](std::uint32_t row) {
-        const std::string_view folder = folders.dictionary.Values().At(folders.codes[row]);
+        const std::string_view folder = FolderOf(row);
         const std::size_t common = std::min(folder.size(), start.size());
         return folder.substr(0, common) == start.substr(0, common) && names_.At(row).starts_with(start.substr(common));
     };

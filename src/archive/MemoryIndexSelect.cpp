@@ -4,6 +4,8 @@
 #include "archive/TextFolding.h"
 
 #include <charconv>
+#include <future>
+#include <utility>
 
 namespace kalvo {
 
@@ -44,6 +46,22 @@ bool MayCrossSeparator(std::string_view needle) {
     return false;
 }
 
+/** Rows that are worth a second thread. */
+constexpr std::size_t kWorthThread = 100'000;
+
+/** Calls work(half, begin, end) for the first and the second half of so many rows, at the same time if they are many.
+ */
+template<typename Work>
+void InHalves(std::size_t rows, Work work) {
+    const std::size_t middle = rows < kWorthThread ? rows : rows / 2;
+    std::future<void> second;
+    if (middle < rows)
+        second = std::async(work, 1, middle, rows); // runs in get() when there is no thread to be had
+    work(0, 0, middle);
+    if (second.valid())
+        second.get();
+}
+
 /** A row with its rank in the field that it is sorted by next. */
 struct RankedRow {
     std::uint32_t row;
@@ -61,12 +79,20 @@ std::vector<Value> SortedByRank(std::vector<RankedRow> rows, std::size_t distinc
                        [&](const RankedRow& one) { return valueOf(one.row); });
         return sorted;
     }
-    std::vector<std::uint32_t> next(distinct + 1, 0);
-    for (const RankedRow& one : rows)
-        ++next[one.rank + 1];
-    std::partial_sum(next.begin(), next.end(), next.begin());
-    for (const RankedRow& one : rows)
-        sorted[next[one.rank]++] = valueOf(one.row);
+    std::array<std::vector<std::uint32_t>, 2> next; // by half: how many rows a rank has, then where its next one goes
+    next.fill(std::vector<std::uint32_t>(distinct, 0));
+    InHalves(rows.size(), [&](std::size_t half, std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            ++next[half][rows[i].rank];
+    });
+    std::uint32_t place = 0;
+    for (std::size_t rank = 0; rank < distinct; ++rank)
+        for (std::vector<std::uint32_t>& half : next)
+            place += std::exchange(half[rank], place);
+    InHalves(rows.size(), [&](std::size_t half, std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            sorted[next[half][rows[i].rank]++] = valueOf(rows[i].row);
+    });
     return sorted;
 }
 
@@ -87,23 +113,18 @@ std::vector<qint64> MemoryIndex::Select(const RecordSource& source) {
 /** Every row by its own rank, whose order is there already; equal ones stay in the default order. */
 std::vector<qint64> MemoryIndex::AllRanked(const SortRanks& ranks, bool descending) const {
     const auto order = ranks.Order();
-    std::vector<qint64> numbers;
-    numbers.reserve(order.size());
-    const auto take = [&](std::size_t begin, std::size_t end) {
+    std::vector<qint64> numbers(order.size());
+    InHalves(order.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i)
-            numbers.push_back(ids_[order[i]]);
-    };
-    if (!descending) {
-        take(0, order.size());
-        return numbers;
-    }
-    const auto rankAt = [&](std::size_t place) { return ranks.Ranks()[order[place]]; };
-    for (std::size_t end = order.size(); end > 0;) {
-        std::size_t begin = end - 1;
-        for (const std::uint32_t rank = rankAt(begin); begin > 0 && rankAt(begin - 1) == rank;)
+            numbers[descending ? order.size() - 1 - i : i] = ids_[order[i]];
+    });
+    for (std::size_t end = order.size(), begin = 0; descending && end > 0; end = begin) {
+        begin = end - 1;
+        while (ranks.IsTied(begin))
             --begin;
-        take(begin, end);
-        end = begin;
+        if (end - begin > 1)
+            std::reverse(numbers.end() - static_cast<std::ptrdiff_t>(end),
+                         numbers.end() - static_cast<std::ptrdiff_t>(begin));
     }
     return numbers;
 }
@@ -283,7 +304,10 @@ std::vector<qint64> MemoryIndex::Sorted(const QList<RecordOrder>& order, const s
         return [&keys, key](std::uint32_t row) { return RankedRow{row, keys[key].RankOf(row)}; };
     };
     std::vector<RankedRow> ranked(rows.size());
-    std::transform(rows.begin(), rows.end(), ranked.begin(), rankedBy(0));
+    InHalves(rows.size(), [&, rank = rankedBy(0)](std::size_t, std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            ranked[i] = rank(rows[i]);
+    });
     for (std::size_t key = 0; key + 1 < keys.size(); ++key)
         ranked = SortedByRank<RankedRow>(std::move(ranked), keys[key].distinct, rankedBy(key + 1));
     return SortedByRank<qint64>(std::move(ranked), keys.back().distinct,

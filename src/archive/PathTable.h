@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -11,8 +9,9 @@ namespace kalvo {
 /** Finds rows by the hash of their path. Several rows may share one; the caller compares. */
 class PathTable {
 public:
-    /** rows: how many are expected. */
-    explicit PathTable(std::size_t rows = 0) : entries_(std::bit_ceil(std::max<std::size_t>(64, rows * 2))) {}
+    PathTable() : PathTable(std::vector<std::uint32_t>()) {}
+    /** hashes: of the rows from 0 on; quicker than to add them one by one. */
+    explicit PathTable(const std::vector<std::uint32_t>& hashes);
 
     void Add(std::uint32_t hash, std::uint32_t row);
 

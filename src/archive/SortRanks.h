@@ -1,5 +1,7 @@
 #pragma once
 
+#include "archive/BitSet.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
@@ -11,12 +13,12 @@ namespace kalvo {
 /** A sorted order of numbered things and the rank of each; equal things share a rank. Grows without sorting anew. */
 class SortRanks {
 public:
-    /** Takes a finished order; equal(a, b) tells whether neighbours share a rank. Those that do come to ascend. */
-    template<typename Equal>
-    void Assign(std::vector<std::uint32_t> order, Equal equal) {
+    /** Takes a finished order; tied(i) tells whether place i shares the rank of the one before. Ties come to ascend. */
+    template<typename Tied>
+    void Assign(std::vector<std::uint32_t> order, Tied tied) {
         order_ = std::move(order);
-        rank_.assign(order_.size(), 0);
-        Rank(equal);
+        rank_.resize(order_.size());
+        Rank(tied);
         SortTies();
     }
 
@@ -33,7 +35,9 @@ public:
         order_ = Merged(added, less);
         rank_.resize(size, 0);
         const std::vector<std::uint32_t> old = known == 0 ? std::vector<std::uint32_t>() : rank_;
-        Rank([&](std::uint32_t left, std::uint32_t right) {
+        Rank([&](std::size_t place) {
+            const std::uint32_t left = order_[place - 1];
+            const std::uint32_t right = order_[place];
             return left < known && right < known ? old[left] == old[right] : compare(left, right) == 0;
         });
     }
@@ -41,9 +45,13 @@ public:
     std::size_t Size() const { return order_.size(); }
     std::span<const std::uint32_t> Order() const { return order_; }
     std::span<const std::uint32_t> Ranks() const { return rank_; }
+    /** Whether what stands at this place of the order shares its rank with the place before. */
+    bool IsTied(std::size_t place) const { return tied_.Test(place); }
     /** Number of different ranks. */
     std::size_t Distinct() const { return order_.empty() ? 0 : rank_[order_.back()] + std::size_t{1}; }
-    std::size_t Bytes() const { return (order_.capacity() + rank_.capacity()) * sizeof(std::uint32_t); }
+    std::size_t Bytes() const {
+        return (order_.capacity() + rank_.capacity()) * sizeof(std::uint32_t) + tied_.Size() / 8;
+    }
 
 private:
     template<typename Less>
@@ -61,11 +69,14 @@ private:
         return merged;
     }
 
-    template<typename Equal>
-    void Rank(Equal equal) {
+    template<typename Tied>
+    void Rank(Tied tied) {
+        tied_ = BitSet(order_.size());
         std::uint32_t rank = 0;
         for (std::size_t i = 0; i < order_.size(); ++i) {
-            if (i > 0 && !equal(order_[i - 1], order_[i]))
+            if (i > 0 && tied(i))
+                tied_.Set(i);
+            else if (i > 0)
                 ++rank;
             rank_[order_[i]] = rank;
         }
@@ -73,7 +84,7 @@ private:
 
     void SortTies() {
         for (std::size_t end = 0, begin = 0; begin < order_.size(); begin = end) {
-            for (end = begin + 1; end < order_.size() && rank_[order_[end]] == rank_[order_[begin]];)
+            for (end = begin + 1; end < order_.size() && IsTied(end);)
                 ++end;
             std::sort(order_.begin() + static_cast<std::ptrdiff_t>(begin),
                       order_.begin() + static_cast<std::ptrdiff_t>(end));
@@ -82,6 +93,7 @@ private:
 
     std::vector<std::uint32_t> order_;
     std::vector<std::uint32_t> rank_;
+    BitSet tied_; ///< by place in order_
 };
 
 } // namespace kalvo

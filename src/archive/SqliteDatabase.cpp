@@ -1,9 +1,12 @@
 #include "archive/SqliteDatabase.h"
 
 #include <QFile>
+#include <QStringEncoder>
 #include <QUrl>
 
 #include <sqlite3.h>
+
+#include <algorithm>
 
 namespace kalvo {
 
@@ -43,7 +46,45 @@ int Flags(SqliteDatabase::Mode mode) {
     return SQLITE_OPEN_READONLY;
 }
 
+/** The engine would count its memory under a lock that all threads share; nobody asks for the count. */
+void LeaveMemoryUncounted() {
+    static const int configured = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); // before the first database is opened
+    static_cast<void>(configured);
+}
+
+std::string_view TextOf(const unsigned char* text, int bytes) {
+    return {reinterpret_cast<const char*>(text), text != nullptr ? static_cast<std::size_t>(bytes) : 0};
+}
+
+/** As QString::toUtf8() does, but into the memory of the text before, which is mostly enough. */
+void EncodeInto(QByteArray& utf8, const QString& text) {
+    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+    utf8.resize(encoder.requiredSpace(text.size()));
+    const char* end = encoder.appendToBuffer(utf8.data(), text);
+    utf8.resize(end - utf8.constData());
+    if (encoder.hasError())
+        utf8 = text.toUtf8();
+}
+
+using Visit = std::function<bool(const SqliteRow&)>;
+
+void VisitRow(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!(*static_cast<const Visit*>(sqlite3_user_data(context)))(SqliteRow(values)))
+        sqlite3_result_error_code(context, SQLITE_ABORT);
+}
+
+void EndVisit(sqlite3_context*) {}
+
 } // namespace
+
+qint64 SqliteRow::Number(int column) const {
+    return sqlite3_value_int64(values_[column]);
+}
+
+std::string_view SqliteRow::Utf8(int column) const {
+    const unsigned char* text = sqlite3_value_text(values_[column]);
+    return TextOf(text, sqlite3_value_bytes(values_[column]));
+}
 
 void SqliteStatement::Finalize::operator()(sqlite3_stmt* statement) const {
     sqlite3_finalize(statement);
@@ -56,10 +97,14 @@ void SqliteDatabase::CloseHandle::operator()(sqlite3* handle) const {
 SqliteStatement::SqliteStatement(sqlite3_stmt* statement) : statement_(statement), failed_(statement == nullptr) {}
 
 SqliteStatement& SqliteStatement::Bind(int parameter, const QString& text) {
-    const QByteArray utf8 = text.toUtf8();
-    if (!failed_)
-        failed_ = sqlite3_bind_text(statement_.get(), parameter, utf8.constData(), static_cast<int>(utf8.size()),
-                                    SQLITE_TRANSIENT) != SQLITE_OK;
+    failed_ = failed_ || ended_ || sqlite3_stmt_busy(statement_.get()) != 0; // not reset: it has the text before
+    if (failed_)
+        return *this;
+    const auto place = static_cast<std::size_t>(parameter);
+    texts_.resize(std::max(texts_.size(), place + 1));
+    EncodeInto(texts_[place], text);
+    failed_ = sqlite3_bind_text(statement_.get(), parameter, texts_[place].constData(),
+                                static_cast<int>(texts_[place].size()), SQLITE_STATIC) != SQLITE_OK;
     return *this;
 }
 
@@ -99,8 +144,8 @@ QString SqliteStatement::Text(int column) const {
 }
 
 std::string_view SqliteStatement::Utf8(int column) const {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
-    return {text, text ? static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column)) : 0};
+    const unsigned char* text = sqlite3_column_text(statement_.get(), column);
+    return TextOf(text, sqlite3_column_bytes(statement_.get(), column));
 }
 
 qint64 SqliteStatement::Number(int column) const {
@@ -121,6 +166,7 @@ SqliteDatabase::Outcome SqliteDatabase::Open(const QString& path, Mode mode, int
 
 int SqliteDatabase::OpenNamed(const QByteArray& name, int flags, int busyMilliseconds) {
     Close();
+    LeaveMemoryUncounted();
     sqlite3* handle = nullptr;
     int code = sqlite3_open_v2(name.constData(), &handle, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(handle);
@@ -146,6 +192,19 @@ SqliteStatement SqliteDatabase::Prepare(const QString& sql) {
     if (handle_)
         sqlite3_prepare_v2(handle_.get(), sql.toUtf8().constData(), -1, &statement, nullptr);
     return SqliteStatement(statement);
+}
+
+bool SqliteDatabase::VisitRows(const QString& columns, const QString& table,
+                               const std::function<bool(const SqliteRow&)>& visit) {
+    auto* visitor = const_cast<Visit*>(&visit);
+    const auto define = [&](auto step, auto end) {
+        return sqlite3_create_function_v2(handle_.get(), "visit_row", -1, SQLITE_UTF8 | SQLITE_DIRECTONLY, visitor,
+                                          nullptr, step, end, nullptr) == SQLITE_OK;
+    };
+    if (!handle_ || !define(VisitRow, EndVisit))
+        return false;
+    SqliteStatement select = Prepare(QStringLiteral("SELECT visit_row(%1) FROM \"%2\"").arg(columns, table));
+    return select.Step();
 }
 
 void SqliteDatabase::FailWhenStopped(std::stop_token stop) {

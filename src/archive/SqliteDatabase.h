@@ -1,10 +1,14 @@
 #pragma once
 
+#include "archive/SqliteRow.h"
+
+#include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <stop_token>
-#include <string_view>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -42,6 +46,7 @@ private:
     struct Finalize {
         void operator()(sqlite3_stmt* statement) const;
     };
+    std::vector<QByteArray> texts_; ///< by parameter; the engine reads them where they are
     std::unique_ptr<sqlite3_stmt, Finalize> statement_;
     bool failed_ = false;
     bool ended_ = false; ///< stepping on would start anew
@@ -71,6 +76,11 @@ public:
     /** Runs one or several statements without rows. */
     bool Execute(const QString& sql);
     SqliteStatement Prepare(const QString& sql);
+    /**
+     * Calls visit(row) for each row of the table until it returns false; for whole tables, in half the time of stepping
+     * through them. columns: their names with commas. False when it ended early or failed.
+     */
+    bool VisitRows(const QString& columns, const QString& table, const std::function<bool(const SqliteRow&)>& visit);
     /** Statements fail soon after a stop is requested, by whatever thread. */
     void FailWhenStopped(std::stop_token stop);
     qint64 LastInsertId() const;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstring>
 #include <deque>
+#include <utility>
 
 namespace kalvo {
 
@@ -33,7 +34,21 @@ std::uint64_t HashText(std::string_view text, std::uint64_t seed) {
     return hash;
 }
 
-std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts) {
+void TextOrder::Keep(const BitSet& numbers) {
+    TextOrder kept{{}, BitSet(order.size())};
+    bool first = true; // of those kept that share a key
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        first = first || !tied.Test(i);
+        if (!numbers.Test(order[i]))
+            continue;
+        if (!std::exchange(first, false))
+            kept.tied.Set(kept.order.size());
+        kept.order.push_back(order[i]);
+    }
+    *this = std::move(kept);
+}
+
+TextOrder SortedTexts(const FoldedTexts& texts) {
     constexpr std::size_t kWords = 3;
     struct Item {
         std::array<std::uint64_t, kWords> beginning;
@@ -56,9 +71,14 @@ std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts) {
         const int order = left.longer || right.longer ? keys[left.index].compare(keys[right.index]) : 0;
         return order != 0 ? order < 0 : left.index < right.index;
     });
-    std::vector<std::uint32_t> order(items.size());
-    std::transform(items.begin(), items.end(), order.begin(), [](const Item& item) { return item.index; });
-    return order;
+    TextOrder sorted{std::vector<std::uint32_t>(items.size()), BitSet(items.size())};
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        sorted.order[i] = items[i].index;
+        if (i > 0 && items[i].beginning == items[i - 1].beginning &&
+            (!items[i].longer || keys[items[i].index] == keys[items[i - 1].index]))
+            sorted.tied.Set(i);
+    }
+    return sorted;
 }
 
 TextDictionary::TextDictionary() : table_(64, 0) {}
@@ -88,13 +108,14 @@ void TextDictionary::Grow() {
 }
 
 void TextDictionary::Settle() {
-    const auto compare = [this](std::uint32_t left, std::uint32_t right) {
-        return TextFolding::Compare(values_.At(left), values_.At(right));
-    };
-    if (ranks_.Size() == 0)
-        ranks_.Assign(SortedTexts(values_), [&](auto left, auto right) { return compare(left, right) == 0; });
-    else
-        ranks_.Extend(values_.Size(), compare);
+    if (ranks_.Size() > 0) {
+        ranks_.Extend(values_.Size(), [this](std::uint32_t left, std::uint32_t right) {
+            return TextFolding::Compare(values_.At(left), values_.At(right));
+        });
+        return;
+    }
+    TextOrder sorted = SortedTexts(values_);
+    ranks_.Assign(std::move(sorted.order), [&](std::size_t place) { return sorted.tied.Test(place); });
 }
 
 std::size_t TextDictionary::Bytes() const {

@@ -34,7 +34,15 @@ private:
 /** Hash of a folded text. */
 std::uint64_t HashText(std::string_view text, std::uint64_t seed = 0);
 
-/** Order of folded texts by their sort keys, the fast way for many at once. */
-std::vector<std::uint32_t> SortedTexts(const FoldedTexts& texts);
+/** Texts by their numbers in the order of their sort keys, those of equal keys ascending. */
+struct TextOrder {
+    std::vector<std::uint32_t> order;
+    BitSet tied; ///< by place: its key is that of the place before
+
+    /** Leaves the other numbers out. */
+    void Keep(const BitSet& numbers);
+};
+/** The fast way for many at once. */
+TextOrder SortedTexts(const FoldedTexts& texts);
 
 } // namespace kalvo

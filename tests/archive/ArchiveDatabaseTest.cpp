@@ -181,4 +181,45 @@ TEST_F(ArchiveDatabaseTest, TellsAFileThatCannotBeCreated) {
     EXPECT_FALSE(database.IsOpen());
 }
 
+TEST_F(ArchiveDatabaseTest, AllRowsAreVisitedUntilTheVisitorHasEnough) {
+    ASSERT_TRUE(database.Open(path, message));
+    QStringList expected;
+    for (int i = 0; i < 100; ++i) {
+        TitleRecord record = Title(u"/a/%1.mp3"_s.arg(i), i % 2 == 0 ? u"Größe %1"_s.arg(i) : QString());
+        ASSERT_TRUE(database.AddTitle(record));
+        expected << QString::number(record.Nr) + record.Titel + record.Pfad;
+    }
+    SqliteDatabase other;
+    ASSERT_EQ(other.Open(path, SqliteDatabase::Mode::ReadOnly), SqliteDatabase::Outcome::Opened);
+    QStringList visited;
+    const auto visit = [&](int most) {
+        visited.clear();
+        return other.VisitRows(u"Nr, Titel, Pfad"_s, u"Daten"_s, [&](const SqliteRow& row) {
+            visited << QString::number(row.Number(0)) + QString::fromUtf8(row.Utf8(1)) + QString::fromUtf8(row.Utf8(2));
+            return visited.size() < most;
+        });
+    };
+    EXPECT_FALSE(visit(3));
+    EXPECT_EQ(visited.size(), 3);
+    EXPECT_TRUE(visit(1000));
+    visited.sort();
+    expected.sort();
+    EXPECT_EQ(visited, expected);
+    EXPECT_FALSE(other.VisitRows(u"Nr"_s, u"Anderes"_s, [](const SqliteRow&) { return true; }));
+}
+
+TEST_F(ArchiveDatabaseTest, AStatementKeepsItsTextsForTheNextRun) {
+    ASSERT_TRUE(database.Open(path, message));
+    SqliteDatabase other;
+    ASSERT_EQ(other.Open(path, SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened);
+    SqliteStatement insert = other.Prepare(u"INSERT INTO Daten (Titel, Pfad, Album) VALUES (?1, ?2, ?3)"_s);
+    insert.Bind(1, QString(150, u'x')).Bind(2, u"/ä.mp3"_s);
+    SqliteStatement moved = std::move(insert);
+    EXPECT_TRUE(moved.Bind(3, QString()).Run());
+    EXPECT_TRUE(moved.Bind(1, u"kurz"_s).Run());
+    EXPECT_EQ(database.Read({1}).value(0).Titel, QString(150, u'x'));
+    const TitleRecord second = database.Read({2}).value(0);
+    EXPECT_EQ(second.Titel + second.Pfad + second.Album, u"kurz/ä.mp3"_s);
+}
+
 } // namespace kalvo::test

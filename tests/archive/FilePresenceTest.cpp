@@ -1,4 +1,5 @@
 #include "archive/FilePresence.h"
+#include "archive/MissingFiles.h"
 #include "support/TestFolder.h"
 
 #include <QDir>
@@ -45,6 +46,29 @@ TEST(FilePresence, AListedFolderAnswersAsEachFileAskedForAlone) {
         there += missing[i] ? 0 : 1;
     }
     EXPECT_EQ(there, 9);
+}
+
+TEST(MissingFiles, AnswersStandInTheOrderOfThePathsWhoeverAsked) {
+    const test::TestFolder folder;
+    const std::string there = folder.Write(u"da"_s, {}).toStdString();
+    const auto piece = [&](int number) {
+        std::vector<std::string> paths(static_cast<std::size_t>(number % 5), there);
+        paths.insert(paths.begin() + number % 3 % (number % 5 + 1), there + std::to_string(number));
+        return paths;
+    };
+    std::vector<bool> expected;
+    MissingFiles files;
+    for (int number = 0; number < 200; ++number) {
+        for (const std::string& path : piece(number))
+            expected.push_back(path != there);
+        files.Add(piece(number));
+    }
+    EXPECT_EQ(files.Finish(), expected);
+
+    MissingFiles none;
+    EXPECT_EQ(none.Finish(), std::vector<bool>());
+    MissingFiles dropped;
+    dropped.Add(piece(4));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "archive/ui/DuplicateModel.h"
 #include "archive/ui/SearchButton.h"
+#include "archive/ui/ShownNumbers.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
@@ -14,7 +15,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
-#include <QStringListModel>
 #include <QTableView>
 
 #include <algorithm>
@@ -39,7 +39,7 @@ void frmDoubletten::StartOrCancel() {
     if (finder_->IsRunning())
         return finder_->Cancel();
     found_->Clear();
-    shownNumbers_->setStringList({});
+    shownNumbers_->Show({});
     hint_->clear();
     progress_->setValue(0);
     progressText_->SetText(tr("Bitte warten ..."));
@@ -61,19 +61,14 @@ void frmDoubletten::ShowProgress(const QString& text, int percent) {
 
 void frmDoubletten::End(const DuplicateReport& report) {
     switch (report.outcome) {
-    case DuplicateReport::Outcome::Found: {
-        QStringList numbers;
-        for (const qint64 number : report.rows)
-            if (number != 0)
-                numbers.append(QString::number(number));
-        shownNumbers_->setStringList(numbers);
+    case DuplicateReport::Outcome::Found:
+        shownNumbers_->Show(report.rows);
         found_->Show(report.rows, true);
         FitColumns();
         progress_->setValue(100);
         hint_->setText(DuplicateTexts::Hint(
             mode_->currentIndex() == 0 ? DuplicateMode::FileNames : DuplicateMode::TagTitles, report));
         return ShowIdle(tr("Suche abgeschlossen  100%"));
-    }
     case DuplicateReport::Outcome::StalePaths:
         return ShowStale(report);
     case DuplicateReport::Outcome::NoTitles:

@@ -10,7 +10,6 @@ class QComboBox;
 class QLabel;
 class QProgressBar;
 class QPushButton;
-class QStringListModel;
 class QTableView;
 
 namespace kalvo {
@@ -18,6 +17,7 @@ namespace kalvo {
 class DuplicateModel;
 class ElidedLabel;
 class SearchButton;
+class ShownNumbers;
 
 /**
  * The duplicate finder: searches the archive for titles that it holds more than once, and deletes what the user marks
@@ -59,14 +59,14 @@ private:
     Archive& archive_;
     DuplicateFinder* finder_;
     DuplicateModel* found_;
-    QStringListModel* shownNumbers_; ///< of `List2`
-    QComboBox* mode_;                ///< `Combo1`
-    SearchButton* start_;            ///< `Command1`
-    QTableView* list_;               ///< `List1`
-    ElidedLabel* progressText_;      ///< `Label2`
-    QProgressBar* progress_;         ///< `ProgressBar`
-    QLabel* hint_;                   ///< `lblHinweis`
-    QList<QAction*> commands_;       ///< what can be done with the marked rows
+    ShownNumbers* shownNumbers_; ///< of `List2`
+    QComboBox* mode_;            ///< `Combo1`
+    SearchButton* start_;        ///< `Command1`
+    QTableView* list_;           ///< `List1`
+    ElidedLabel* progressText_;  ///< `Label2`
+    QProgressBar* progress_;     ///< `ProgressBar`
+    QLabel* hint_;               ///< `lblHinweis`
+    QList<QAction*> commands_;   ///< what can be done with the marked rows
 };
 
 } // namespace kalvo

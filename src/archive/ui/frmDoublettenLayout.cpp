@@ -4,6 +4,7 @@
 #include "archive/ui/DuplicateModel.h"
 #include "archive/ui/FoundTextDelegate.h"
 #include "archive/ui/SearchButton.h"
+#include "archive/ui/ShownNumbers.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Named.h"
 #include "widgets/ScreenFit.h"
@@ -17,7 +18,6 @@
 #include <QListView>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QStringListModel>
 #include <QTableView>
 
 namespace kalvo {
@@ -27,7 +27,7 @@ frmDoubletten::frmDoubletten(Archive& archive, QWidget* parent)
       archive_(archive),
       finder_(new DuplicateFinder(archive, this)),
       found_(new DuplicateModel(archive, this)),
-      shownNumbers_(new QStringListModel(this)),
+      shownNumbers_(new ShownNumbers(this)),
       mode_(Named(new QComboBox(this), QStringLiteral("Combo1"), tr("Vergleichen nach"))),
       start_(Named(new SearchButton(this), QStringLiteral("Command1"), tr("Suche starten oder abbrechen"))),
       list_(Named(new QTableView(this), QStringLiteral("List1"), tr("Gefundene Doubletten"))),

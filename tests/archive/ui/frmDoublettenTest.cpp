@@ -86,6 +86,10 @@ TEST_F(frmDoublettenTest, FileNamesAndTitlesAreFoundInGroups) {
     Search(0);
     EXPECT_EQ(Rows(), QStringList({QStringLiteral("Lied.mp3|Wer|Eins|1.5 KB"),
                                    QStringLiteral("lied.mp3|Wer|EINS|1.0 KB"), QStringLiteral("|||")}));
+    const QAbstractItemModel& numbers = *Find<QAbstractItemView>("List2").model();
+    ASSERT_EQ(numbers.rowCount(), 2);
+    const QString second = Find<QTableView>("List1").model()->index(1, 0).data().toString();
+    EXPECT_EQ(numbers.index(1, 0).data().toLongLong(), desk_.archive.FindByPath(second).value_or(TitleRecord()).Nr);
     EXPECT_EQ(Text("lblHinweis"), QStringLiteral("Es wurden 2 Doubletten im Dateinamen gefunden."));
     EXPECT_EQ(Text("Label2"), QStringLiteral("Suche abgeschlossen  100%"));
     Search(1);

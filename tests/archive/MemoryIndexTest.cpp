@@ -1,0 +1,84 @@
+#include "archive/MemoryIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+namespace kalvo::test {
+
+namespace {
+
+using enum ArchiveField;
+
+/** So many titles that two threads share the sorting, with many alike; all texts are their own sort keys. */
+class ManyTitles {
+public:
+    static constexpr qint64 kTitles = 120'000;
+
+    ManyTitles() {
+        std::mt19937 random(7);
+        titles_.resize(kTitles);
+        for (qint64 nr = 1; nr <= kTitles; ++nr) {
+            auto& texts = titles_[static_cast<std::size_t>(nr - 1)];
+            texts[Place(Titel)] = "title " + std::to_string(random() % 30'000);
+            texts[Place(Interpret)] = "artist " + std::to_string(random() % 2000);
+            texts[Place(Album)] = "album " + std::to_string(random() % 5000);
+            texts[Place(Extra3)] = std::to_string(random() % 20);
+            texts[Place(Pfad)] = "/" + std::to_string(random() % 9000) + "/" + std::to_string(random() % 50);
+            MemoryIndex::Texts views;
+            std::copy(texts.begin(), texts.end(), views.begin());
+            index.Append(nr, views);
+        }
+        index.Pack();
+    }
+
+    /** Whether the title of this number stands before the other one. */
+    bool IsBefore(qint64 left, qint64 right, QList<RecordOrder> order) const {
+        order << RecordOrder{Interpret} << RecordOrder{Titel};
+        for (const RecordOrder& key : order)
+            if (const int found = Text(left, key.field).compare(Text(right, key.field)); found != 0)
+                return (found < 0) != key.descending;
+        return left < right;
+    }
+
+    MemoryIndex index;
+
+private:
+    static std::size_t Place(ArchiveField field) { return static_cast<std::size_t>(field) - 1; }
+    const std::string& Text(qint64 nr, ArchiveField field) const {
+        return titles_[static_cast<std::size_t>(nr - 1)][Place(field)];
+    }
+
+    std::vector<std::array<std::string, kTextFields.size()>> titles_;
+};
+
+} // namespace
+
+TEST(MemoryIndexTest, ManyTitlesComeInEveryOrderAlsoWhenAThirdOfThemHasGone) {
+    const QList<QList<RecordOrder>> orders = {
+        {}, {{Titel, false}}, {{Titel, true}}, {{Pfad, true}}, {{Album, true}, {Extra3, false}}, {{Extra3, false}}};
+    ManyTitles titles;
+    std::size_t left = ManyTitles::kTitles;
+    for (const bool deleted : {false, true}) {
+        if (deleted) {
+            std::vector<qint64> numbers;
+            for (qint64 nr = 1; nr <= ManyTitles::kTitles; nr += 3)
+                numbers.push_back(nr);
+            titles.index.Remove(numbers);
+            left -= numbers.size();
+        }
+        for (const QList<RecordOrder>& order : orders) {
+            const std::vector<qint64> found =
+                titles.index.Select({{}, order + QList<RecordOrder>{{Interpret}, {Titel}}});
+            ASSERT_EQ(found.size(), left);
+            std::size_t wrong = 0;
+            for (std::size_t i = 1; i < found.size(); ++i)
+                wrong += titles.IsBefore(found[i - 1], found[i], order) ? 0 : 1;
+            EXPECT_EQ(wrong, 0U) << "order " << orders.indexOf(order) << (deleted ? ", some gone" : "");
+        }
+        EXPECT_EQ(titles.index.Count(), static_cast<qint64>(left));
+    }
+}
+
+} // namespace kalvo::test
