@@ -49,11 +49,9 @@ void ConsolePanel::SetLayoutMode(LayoutMode mode) {
     decks_[1]->SetLayoutMode(mode);
     mixing_->SetLayoutMode(mode);
     // Who shares out the window's height now must not meet the least heights of the mode before.
-    for (QWidget* part :
-         {static_cast<QWidget*>(decks_[0]), static_cast<QWidget*>(mixing_), static_cast<QWidget*>(decks_[1])}) {
-        part->layout()->activate();
-        part->updateGeometry();
-    }
+    decks_[0]->updateGeometry();
+    decks_[1]->updateGeometry();
+    mixing_->updateGeometry();
 }
 
 void ConsolePanel::SetMeters(MeterStyle style, const QColor& colour) {

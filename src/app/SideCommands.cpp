@@ -57,10 +57,13 @@ void SideCommands::AddWishes() {
 void SideCommands::AddJingle() {
     jingle_ = new JingleLine;
     parts_.archive.Side().Add(*jingle_);
-    connect(&parts_.jingles, &JingleCommands::Looked, jingle_, [this] {
-        if (jingle_->isVisible())
-            jingle_->Show(parts_.jingles.Next(), parts_.desk.clock.Now());
-    });
+    connect(&parts_.jingles, &JingleCommands::Looked, this, &SideCommands::ShowJingle);
+    connect(&parts_.archive, &ArchivePanel::SideChanged, this, &SideCommands::ShowJingle);
+}
+
+void SideCommands::ShowJingle() {
+    if (jingle_->isVisible())
+        jingle_->Show(parts_.jingles.Next(), parts_.desk.clock.Now());
 }
 
 void SideCommands::ConnectCover() {

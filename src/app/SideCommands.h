@@ -40,6 +40,7 @@ private:
     void BuildMenu();
     void AddWishes();
     void AddJingle();
+    void ShowJingle();
     void ConnectCover();
     void ShowCover();
 

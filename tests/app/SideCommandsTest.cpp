@@ -77,6 +77,12 @@ TEST_F(SideCommandsTest, AWideWindowShowsTheTitleAsACardAndALineWhereThereIsNoRo
         EXPECT_EQ(In<QWidget>(*window, "Label5").isVisible(), size.width() > 800) << size.width();
         EXPECT_EQ(Text("lblTitel"), size == kWideWindow ? u"Nachtfahrt"_s : u"Mara Lind - Nachtfahrt"_s);
     }
+    Wish(u"Nachtfahrt"_s, {});
+    const QWidget* next = &In<QWidget>(*window, "Label5");
+    do
+        next = next->nextInFocusChain();
+    while (!next->isVisible() || !(next->focusPolicy() & Qt::TabFocus));
+    EXPECT_EQ(next->objectName(), u"lstWuensche"_s) << "Tab goes on down the column";
     In<QPushButton>(*window, "cmdListe2").click();
     EXPECT_EQ(desk->list2.Entries().size(), 1);
 }
