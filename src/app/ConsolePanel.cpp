@@ -48,6 +48,10 @@ void ConsolePanel::SetLayoutMode(LayoutMode mode) {
     decks_[0]->SetLayoutMode(mode);
     decks_[1]->SetLayoutMode(mode);
     mixing_->SetLayoutMode(mode);
+    // Who shares out the window's height now must not meet the least heights of the mode before.
+    decks_[0]->updateGeometry();
+    decks_[1]->updateGeometry();
+    mixing_->updateGeometry();
 }
 
 void ConsolePanel::SetMeters(MeterStyle style, const QColor& colour) {

@@ -27,6 +27,7 @@
 #include "app/RecordingCommands.h"
 #include "app/RehearsalCommands.h"
 #include "app/SamplerCommands.h"
+#include "app/SideCommands.h"
 #include "app/StatusLine.h"
 #include "app/TagCommands.h"
 #include "app/UndoCommands.h"
@@ -127,7 +128,9 @@ void Form1::BuildLiveTools() {
     connect(wishes, &WishCommands::WindowMade, guests, &GuestCommands::AddPanel);
     auto* autoDj = new AutoDjCommands({desk_, listActions_, actions_, *archive_, *status_, *this});
     connect(autoDj, &AutoDjCommands::Told, status_, &StatusLine::Warn);
-    connect(new JingleCommands(desk_, actions_, *this), &JingleCommands::Warned, status_, &StatusLine::Warn);
+    auto* jingles = new JingleCommands(desk_, actions_, *this);
+    connect(jingles, &JingleCommands::Warned, status_, &StatusLine::Warn);
+    new SideCommands({desk_, actions_, *archive_, *wishes, *jingles, *this});
     new SamplerCommands(desk_, actions_, *this);
     new PreshowCommands({desk_, actions_, *lists_, *options_, *measures_, *autoDj, *this});
 }

@@ -57,6 +57,7 @@ void JingleCommands::Check() {
         player_.Add(jingle);
     if (player_.IsBusy() && !ticks_->isActive())
         ticks_->start();
+    Q_EMIT Looked();
 }
 
 void JingleCommands::Tick() {

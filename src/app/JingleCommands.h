@@ -31,10 +31,14 @@ public:
     JingleCommands(Desk& desk, DeskActions& actions, QWidget& window);
 
     void TerminPlay();
+    /** None when nothing is scheduled. */
+    const std::optional<ComingJingle>& Next() const { return scheduler_.Next(); }
 
 Q_SIGNALS:
     /** For the status line; stays there for a while. */
     void Warned(const QString& text);
+    /** Once a second. */
+    void Looked();
 
 private:
     void Check();

@@ -61,6 +61,7 @@ constexpr const char* kFocusOrder[] = {"cmdHinweisSchliessen",
                                        "cmdListe2",
                                        "cmdKopfhoerer",
                                        "Label5",
+                                       "lstWuensche",
                                        "TreeView1",
                                        "cmdTitelEinlesen"};
 

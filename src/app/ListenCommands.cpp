@@ -4,7 +4,7 @@
 #include "app/DeskActions.h"
 #include "app/ListBand.h"
 #include "archive/ui/ArchivePanel.h"
-#include "archive/ui/SelectedTitleLine.h"
+#include "archive/ui/SelectedTitleView.h"
 #include "base/FaderLaw.h"
 #include "playlists/PlaylistActions.h"
 #include "playlists/ui/PlaylistPanel.h"
@@ -42,18 +42,18 @@ void ListenCommands::BuildMenu() {
 
 void ListenCommands::ConnectPreListening() {
     PlayCounter* counter = &parts_.desk.counter;
-    SelectedTitleLine* line = &parts_.archive.TitleLine();
+    SelectedTitleView* title = &parts_.archive.Title();
     connect(&parts_.archive, &ArchivePanel::PreListenRequested, this, &ListenCommands::PreListen);
     connect(&preListening_, &PreListening::Beginning, counter, &PlayCounter::StopTimer3);
     connect(&preListening_, &PreListening::Told, this, &ListenCommands::Told);
-    connect(&preListening_, &PreListening::FileMissing, this, [this, line] {
-        line->ShowInPlaceOfArtist(PreListening::MissingText());
+    connect(&preListening_, &PreListening::FileMissing, this, [this, title] {
+        title->ShowInPlaceOfArtist(PreListening::MissingText());
         Q_EMIT Told(PreListening::MissingText());
     });
-    connect(&preListening_, &PreListening::Changed, this, [this, line] {
+    connect(&preListening_, &PreListening::Changed, this, [this, title] {
         if (preListening_.IsFading())
             playThrough_.Abandon();
-        line->ShowPreListening(preListening_.IsFading() || preListening_.IsPlaying());
+        title->ShowPreListening(preListening_.IsFading() || preListening_.IsPlaying());
         parts_.band.Panel(1).SetOtherCaption(preListening_.IsPlaying() ? PreListening::Caption() : QString());
     });
 }

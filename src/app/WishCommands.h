@@ -41,6 +41,8 @@ public:
     void TitelZumWunschzettelHinzufuegen();
     /** Brings the window to the front. */
     void Wunschzettel();
+    /** Into a player's list; 0: the active one. */
+    void Send(int player, const QList<Wish>& wishes);
 
 Q_SIGNALS:
     /** For the status line. */
@@ -50,8 +52,6 @@ Q_SIGNALS:
 
 private:
     QAction* Add(const QString& name, const QString& text, const QKeySequence& shortcut, void (WishCommands::*act)());
-    /** Into a player's list; 0: the active one. */
-    void Send(int player, const QList<Wish>& wishes);
     /** On the player that is not on air, in front of what its list has next; a running music fades over. */
     void Play(const Wish& wish);
     void ShowGuest(int player);

@@ -13,8 +13,10 @@ JingleScheduler::JingleScheduler(JingleFile& file, const Clock& clock) : file_(f
 std::vector<DueJingle> JingleScheduler::Check() {
     const QDateTime now = clock_.Now();
     const QString minute = now.toString(QStringLiteral("yyyy-MM-dd HH:mm"));
-    if (minute != minute_)
+    if (minute != minute_) {
         records_ = file_.Read();
+        next_ = ComingJingle::Next(records_, now);
+    }
     minute_ = minute;
     std::vector<DueJingle> due;
     for (std::size_t i = 0; i < records_.size(); ++i) {

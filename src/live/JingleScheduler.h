@@ -1,5 +1,6 @@
 #pragma once
 
+#include "live/ComingJingle.h"
 #include "live/JingleFile.h"
 
 #include <vector>
@@ -30,11 +31,14 @@ public:
     std::vector<DueJingle> Check();
     /** The file has been changed. */
     void Reload() { minute_ = {}; }
+    /** What comes next, as of the last look. */
+    const std::optional<ComingJingle>& Next() const { return next_; }
 
 private:
     JingleFile& file_;
     const Clock& clock_;
     JingleRecords records_;
+    std::optional<ComingJingle> next_;
     QString minute_;                             ///< date and minute of the last look, local
     std::array<QString, kJingleRecords> played_; ///< date and minute at which each record was last due
 };

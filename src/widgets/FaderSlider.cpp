@@ -48,7 +48,7 @@ FaderSlider::Measures FaderSlider::Measure() const {
     const int high = units.Of(2.6);
     // Handle and readings together stand in the middle.
     const int readings = units.Of(1.3);
-    const bool hasReadings = height() >= high + readings + 6;
+    const bool hasReadings = height() >= high + readings;
     const int middle = qMax(3, (height() - high - (hasReadings ? readings : 0)) / 2) + high / 2;
     const int first = side + handle / 2;
     return {side, width() - side, first, width() - first, middle, units.Of(0.8), handle, high, hasReadings};

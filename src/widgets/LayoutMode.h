@@ -11,13 +11,13 @@ namespace kalvo {
 enum class LayoutMode { Low, Narrow, Normal, Wide };
 
 /**
- * width, height: of the main window in logical pixels; fontHeight: FontUnits::F. Low below 46 F of height, narrow below
- * 76 F of width, wide from 120 F.
+ * width, height: of the main window in logical pixels; fontHeight: FontUnits::F. Low below 44 F of height, narrow below
+ * 50 F of height or 76 F of width, wide from 120 F.
  */
 constexpr LayoutMode LayoutModeFor(int width, int fontHeight, int height = std::numeric_limits<int>::max()) {
-    if (height < 46 * fontHeight)
+    if (height < 44 * fontHeight)
         return LayoutMode::Low;
-    if (width < 76 * fontHeight)
+    if (width < 76 * fontHeight || height < 50 * fontHeight)
         return LayoutMode::Narrow;
     return width < 120 * fontHeight ? LayoutMode::Normal : LayoutMode::Wide;
 }

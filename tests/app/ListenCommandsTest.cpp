@@ -2,7 +2,7 @@
 
 #include "FakeWindow.h"
 #include "archive/ui/ArchivePanel.h"
-#include "archive/ui/SelectedTitleLine.h"
+#include "archive/ui/SelectedTitleView.h"
 #include "playback/ui/frmKopfhoerer.h"
 #include "support/WaitUntil.h"
 #include "widgets/xMessageBox.h"

@@ -2,6 +2,7 @@
 
 #include "gallery/GalleryScreen.h"
 #include "gallery/GalleryWindows.h"
+#include "support/WaitUntil.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 
@@ -72,11 +73,19 @@ QString SizeText(const QSize& size) {
     return u"%1x%2"_s.arg(size.width()).arg(size.height());
 }
 
+/** The selected title's comes by a thread, where the window is wide enough to show it. */
+void WaitForCover(const QWidget& window) {
+    const auto* cover = window.findChild<QWidget*>(u"imgCover"_s);
+    WaitUntil([cover] { return !cover->isVisible() || cover->accessibleName() == u"Coverbild"_s; },
+              std::chrono::seconds(5));
+}
+
 void TakeSizes(GalleryDesk& desk, const Camera& camera, const QList<QSize>& sizes) {
     const int ratio = qRound(desk.Window().devicePixelRatioF());
     for (const QSize& size : sizes) {
         desk.Window().resize(size);
         GalleryDesk::Settle();
+        WaitForCover(desk.Window());
         camera.Take(u"Form1-"_s + SizeText(size * ratio), desk.Window());
     }
     desk.Window().resize(kDefaultSize);

@@ -77,6 +77,9 @@ TEST(LayoutModeTest, ABigFontFoldsLikeASmallScreen) {
     EXPECT_EQ(LayoutModeFor(1280, 13), LayoutMode::Normal);
     EXPECT_EQ(LayoutModeFor(1280, 18), LayoutMode::Narrow);
     EXPECT_EQ(LayoutModeFor(1920, 15), LayoutMode::Wide);
+    EXPECT_EQ(LayoutModeFor(1280, 18, 800), LayoutMode::Narrow);
+    EXPECT_EQ(LayoutModeFor(1024, 13, 600), LayoutMode::Narrow) << "too low for what the width has room for";
+    EXPECT_EQ(LayoutModeFor(1920, 18, 768), LayoutMode::Low);
 }
 
 TEST(SkinStyleTest, SwitchesLive) {

@@ -3,9 +3,10 @@
 #include "archive/ArchiveStatements.h"
 #include "archive/ArchiveTexts.h"
 #include "archive/ui/ArchiveCategories.h"
+#include "archive/ui/ArchiveSide.h"
 #include "archive/ui/CategoryTree.h"
 #include "archive/ui/EmptyArchive.h"
-#include "archive/ui/SelectedTitleLine.h"
+#include "archive/ui/SelectedTitleView.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/HourGlass.h"
 #include "widgets/IconButton.h"
@@ -17,7 +18,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSplitter>
@@ -52,7 +52,8 @@ ArchivePanel::ArchivePanel(Archive& archive, Settings& settings, const DataFolde
       body_(new QStackedWidget(this)),
       grid_(new ArchiveGrid(archive, settings, this)),
       empty_(new EmptyArchive(this)),
-      line_(new SelectedTitleLine(this)),
+      title_(new SelectedTitleView(this)),
+      side_(new ArchiveSide(this)),
       categories_(new ArchiveCategories(archive, folder, *this)) {
     BuildSearchBox();
     head_->setLayout(BuildHead());
@@ -70,46 +71,6 @@ ArchivePanel::ArchivePanel(Archive& archive, Settings& settings, const DataFolde
     ShowCurrentTitle();
 }
 
-void ArchivePanel::BuildSearchBox() {
-    search_->setObjectName(QStringLiteral("Text1"));
-    search_->setAccessibleName(tr("Suche im Musikarchiv"));
-    search_->setPlaceholderText(tr("Suchen"));
-    searchSign_ = search_->addAction(QIcon(), QLineEdit::LeadingPosition);
-    clearSearch_ = search_->addAction(QIcon(), QLineEdit::TrailingPosition);
-    clearSearch_->setText(tr("Suche löschen"));
-    clearSearch_->setToolTip(clearSearch_->text());
-    clearSearch_->setVisible(false);
-    connect(clearSearch_, &QAction::triggered, search_, &QLineEdit::clear);
-    connect(search_, &QLineEdit::textChanged, this, &ArchivePanel::QuickSearch);
-    search_->installEventFilter(this);
-}
-
-QBoxLayout* ArchivePanel::BuildHead() {
-    count_->setForegroundRole(QPalette::PlaceholderText);
-    found_->setAccessibleName(tr("Ergebnis der Suche"));
-    auto* import = new IconButton(QStringLiteral("import"), IconButton::Size::Normal, this);
-    import->setObjectName(QStringLiteral("cmdTitelEinlesen"));
-    import->setAccessibleName(tr("Titel zum Musikarchiv hinzufügen"));
-    import->setToolTip(import->accessibleName());
-    import->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(import, &QPushButton::clicked, this, &ArchivePanel::ImportRequested);
-    tools_.append(import);
-    tree_->setObjectName(QStringLiteral("cmdKategorien"));
-    tree_->setAccessibleName(tr("Kategorien"));
-    tree_->setToolTip(tree_->accessibleName());
-    tree_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-
-    auto* row = new QHBoxLayout;
-    row->addWidget(heading_);
-    row->addWidget(tree_);
-    row->addWidget(search_, 4);
-    row->addWidget(found_);
-    row->addStretch(1);
-    row->addWidget(count_);
-    row->addWidget(import);
-    return row;
-}
-
 void ArchivePanel::BuildBody() {
     body_->addWidget(grid_);
     body_->addWidget(empty_);
@@ -123,8 +84,13 @@ void ArchivePanel::BuildBody() {
     column->setContentsMargins(1, 1, 1, 1);
     column->setSpacing(0);
     column->addWidget(head_);
-    column->addWidget(sides_, 1);
-    column->addWidget(line_);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(0);
+    row->addWidget(sides_, 1);
+    row->addWidget(side_);
+    column->addLayout(row, 1);
+    column->addWidget(title_);
+    side_->hide();
     setTabOrder(search_, grid_);
 }
 
@@ -153,13 +119,13 @@ void ArchivePanel::ConnectGrid() {
     connect(grid_, &ArchiveGrid::HeaderClicked, this, &ArchivePanel::SortBy);
     connect(grid_, &ArchiveGrid::ValueListRequested, categories_, &ArchiveCategories::OpenValueList);
     connect(grid_, &ArchiveGrid::ColumnsChanged, this, &ArchivePanel::SaveLayout);
-    connect(line_, &SelectedTitleLine::AddToListRequested, this,
+    connect(title_, &SelectedTitleView::AddToListRequested, this,
             [this](int list) { Q_EMIT AddToListRequested(list, SelectedRecords()); });
-    connect(line_, &SelectedTitleLine::PreListenRequested, this, [this] {
+    connect(title_, &SelectedTitleView::PreListenRequested, this, [this] {
         if (grid_->HasCurrent())
             Q_EMIT PreListenRequested(CurrentRecord());
     });
-    connect(line_, &SelectedTitleLine::HeadphonesRequested, this,
+    connect(title_, &SelectedTitleView::HeadphonesRequested, this,
             [this] { Q_EMIT HeadphonesRequested(CurrentRecord()); });
     connect(empty_, &EmptyArchive::ImportRequested, this, &ArchivePanel::ImportRequested);
 }
@@ -270,19 +236,6 @@ void ArchivePanel::AddContextActions(const QList<QAction*>& actions) {
     grid_->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
-void ArchivePanel::AddTool(const QString& icon, QAction& action) {
-    auto* tool = new IconButton(icon, IconButton::Size::Normal, head_);
-    tool->setObjectName(QStringLiteral("cmd") + action.objectName());
-    tool->setAccessibleName(action.iconText());
-    const QString keys = action.shortcut().toString(QKeySequence::NativeText);
-    tool->setToolTip(keys.isEmpty() ? action.iconText() : action.iconText() + QStringLiteral(" (%1)").arg(keys));
-    tool->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(tool, &IconButton::clicked, &action, &QAction::trigger);
-    static_cast<QBoxLayout*>(head_->layout())->addWidget(tool);
-    tool->setVisible(mode_ != LayoutMode::Narrow);
-    tools_.append(tool);
-}
-
 void ArchivePanel::SetSearchText(const QString& text) {
     const QScopedValueRollback guard(settingSearch_, true);
     search_->setText(text);
@@ -328,7 +281,7 @@ void ArchivePanel::ShowFound() {
 }
 
 void ArchivePanel::ShowCurrentTitle() {
-    line_->Show(CurrentRecord());
+    title_->Show(CurrentRecord());
 }
 
 void ArchivePanel::SaveLayout() {
@@ -352,7 +305,6 @@ void ArchivePanel::ApplyLook() {
     const bool narrow = mode_ == LayoutMode::Narrow;
     search_->setMinimumWidth(units.Of(8));
     search_->setMaximumWidth(units.Of(narrow ? 18 : mode_ == LayoutMode::Wide ? 30 : 23));
-    line_->setVisible(!narrow);
     for (QWidget* tool : std::as_const(tools_))
         tool->setVisible(!narrow);
     const QColor& dim = SkinStyle::Colours().dim;
@@ -360,6 +312,7 @@ void ArchivePanel::ApplyLook() {
     clearSearch_->setIcon(Icons::Icon(QStringLiteral("close"), dim));
     categories_->Tree()->setMinimumWidth(units.Of(8));
     ApplyTree();
+    ApplySide();
 }
 
 /** Del is taken before a shortcut of the window is: it means what has the focus. */
@@ -373,15 +326,6 @@ bool ArchivePanel::event(QEvent* event) {
         Q_EMIT DeleteRequested();
     event->accept();
     return true;
-}
-
-void ArchivePanel::paintEvent(QPaintEvent*) {
-    const Skin& skin = SkinStyle::Colours();
-    QPainter painter(this);
-    painter.fillRect(rect(), skin.panel);
-    painter.setPen(skin.line);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.fillRect(0, head_->geometry().bottom(), width(), 1, skin.line);
 }
 
 void ArchivePanel::changeEvent(QEvent* event) {

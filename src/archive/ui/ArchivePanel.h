@@ -17,13 +17,14 @@ class QStackedWidget;
 namespace kalvo {
 
 class ArchiveCategories;
+class ArchiveSide;
 class EmptyArchive;
 class IconButton;
-class SelectedTitleLine;
+class SelectedTitleView;
 
 /**
  * The archive's part of the main window: quick search `Text1`, found count `Label23`, count `lblAnzahl`, the category
- * tree `TreeView1`, the grid `DataGrid2` and the line of the selected title.
+ * tree `TreeView1`, the grid `DataGrid2`, the selected title and, in wide windows, the column beside the grid.
  */
 class ArchivePanel : public QWidget {
     Q_OBJECT
@@ -63,10 +64,13 @@ public:
     /** Width that the tree had last, in logical pixels. */
     int TreeWidth() const { return treeWidth_; }
     void SetTreeWidth(int width);
-    /** The line of the selected title: where pre-listening starts, and what it has to say. */
-    SelectedTitleLine& TitleLine() { return *line_; }
+    /** The selected title: where pre-listening starts, and what it has to say. */
+    SelectedTitleView& Title() { return *title_; }
+    ArchiveSide& Side() { return *side_; }
+    /** Whether the user wants the column beside the grid; without it the selected title stands in a line below. */
+    void ShowSide(bool shown);
     ArchiveCategories& Categories() { return *categories_; }
-    /** Narrow leaves out the tree, the line of the selected title and the tool buttons. */
+    /** Narrow leaves out the tree, the selected title and the tool buttons; wide has room for the column. */
     void SetLayoutMode(LayoutMode mode);
     /** One more group in the grid's context menu; the actions stay the caller's. */
     void AddContextActions(const QList<QAction*>& actions);
@@ -99,10 +103,13 @@ Q_SIGNALS:
     void DeleteRequested();
     /** The tree was opened, closed or resized by the user. */
     void TreeChanged();
+    /** The column beside the grid has come or gone. */
+    void SideChanged();
 
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -116,6 +123,7 @@ private:
     bool IsTreeVisible() const { return treeShown_ && !treeFolded_; }
     GridFilter Filter() const;
     void ApplyTree();
+    void ApplySide();
     void ApplyLook();
     void QuickSearch(const QString& text);
     bool ShowRows(const QString& statement, const QString& found);
@@ -141,13 +149,15 @@ private:
     ArchiveGrid* grid_;
     EmptyArchive* empty_;
     QWidget* guide_ = nullptr;
-    SelectedTitleLine* line_;
+    SelectedTitleView* title_;
+    ArchiveSide* side_;
     ArchiveCategories* categories_;
     QTimer countDelay_;
     int treeWidth_ = 210;
     bool treeShown_ = false;
     bool treeFolded_ = false;
     bool guideShown_ = false;
+    bool sideShown_ = true;
     LayoutMode mode_ = LayoutMode::Normal;
     bool settingSearch_ = false; ///< the program itself writes the search box
 };

@@ -1,6 +1,7 @@
 #include "archive/ui/ArchivePanel.h"
 
 #include "archive/ui/ArchiveDesk.h"
+#include "archive/ui/ArchiveSide.h"
 #include "archive/ui/WindowActs.h"
 #include "support/WaitUntil.h"
 #include "widgets/SkinStyle.h"
@@ -176,6 +177,30 @@ TEST_F(ArchivePanelTest, TheLineShowsTheCurrentTitleAndHandsOutTheMarkedOnes) {
     EXPECT_EQ(list, 2);
     ASSERT_EQ(handed.size(), 3);
     EXPECT_EQ(handed.first().Interpret, QStringLiteral("Abba"));
+}
+
+TEST_F(ArchivePanelTest, AWidePanelHasTheTitleBesideTheGridWhereItIsHighEnough) {
+    auto& side = Find<QWidget>("Seitenfeld");
+    auto* wishes = new QWidget;
+    wishes->setMinimumHeight(100);
+    panel_->Side().Add(*wishes);
+    panel_->SetLayoutMode(LayoutMode::Wide);
+    struct Case {
+        int height;
+        bool beside, wishes;
+    };
+    for (const Case& c :
+         {Case{400, true, true}, Case{200, true, false}, Case{140, false, false}, Case{400, true, true}}) {
+        panel_->resize(1700, c.height);
+        QApplication::processEvents();
+        EXPECT_EQ(side.isVisible(), c.beside) << c.height;
+        EXPECT_EQ(wishes->isVisible(), c.wishes) << c.height;
+        EXPECT_EQ(Find<QWidget>("lblPfad").isVisible(), !c.beside) << c.height;
+        EXPECT_TRUE(Find<QWidget>("Label5").isVisible()) << c.height;
+        EXPECT_LE(side.geometry().bottom(), panel_->height());
+    }
+    panel_->SetLayoutMode(LayoutMode::Narrow);
+    EXPECT_FALSE(Find<QWidget>("Label5").isVisible());
 }
 
 TEST_F(ArchivePanelTest, TheCurrentTitleStaysCurrentAmongOtherRows) {
