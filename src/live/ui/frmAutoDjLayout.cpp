@@ -85,6 +85,7 @@ frmAutoDj::frmAutoDj(const Parts& parts, QWidget* parent)
     connect(&fill_, &AutoDjFill::Finished, this, &frmAutoDj::End);
     connect(&parts_.refill, &AutoDjRefill::Changed, this, &frmAutoDj::ShowRefill);
     ShowProgress(0);
+    values_->FocusSearch();
 }
 
 QPushButton* frmAutoDj::AddButton(QBoxLayout& row, const QString& name, const QString& text, const QString& what,
