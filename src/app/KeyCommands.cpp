@@ -211,7 +211,7 @@ void KeyCommands::GoToDivider() {
         if (divider != nullptr && divider->isVisible())
             dividers.append(divider);
     }
-    const qsizetype next = dividers.indexOf(QApplication::focusWidget()) + 1;
+    const qsizetype next = dividers.indexOf(parts_.window.focusWidget()) + 1;
     if (!dividers.isEmpty())
         dividers.at(next % dividers.size())->setFocus(Qt::ShortcutFocusReason);
 }

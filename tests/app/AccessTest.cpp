@@ -88,19 +88,19 @@ TEST_F(AccessTest, TheBandsDividersAreFoundAndMovedByKeys) {
     auto& divider = In<QAction>(*window, "GeheZuTeiler");
     auto& upper = In<QWidget>(*window, "TeilerPlayer");
     divider.trigger();
-    ASSERT_EQ(QApplication::focusWidget(), &upper);
+    ASSERT_EQ(window->focusWidget(), &upper);
     const int place = upper.y();
     QTest::keyClick(&upper, Qt::Key_Down);
     EXPECT_GT(upper.y(), place);
     divider.trigger();
-    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"TeilerListen"_s);
+    EXPECT_EQ(window->focusWidget()->objectName(), u"TeilerListen"_s);
     In<QAction>(*window, "Kategorien").trigger();
     auto& inner = In<QWidget>(*window, "TeilerKategorien");
     ASSERT_TRUE(test::WaitUntil([&inner] { return inner.isVisible(); }));
     divider.trigger();
-    EXPECT_EQ(QApplication::focusWidget(), &inner);
+    EXPECT_EQ(window->focusWidget(), &inner);
     divider.trigger();
-    EXPECT_EQ(QApplication::focusWidget(), &upper) << "from the start again";
+    EXPECT_EQ(window->focusWidget(), &upper) << "from the start again";
 }
 
 TEST_F(AccessTest, TabGoesThroughTheWindowAsItIsRead) {
