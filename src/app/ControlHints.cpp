@@ -20,7 +20,7 @@ struct Hint {
 };
 
 // clang-format off
-constexpr std::array<Hint, 154> kHints{{
+constexpr std::array<Hint, 168> kHints{{
     {u"Form1", u"cmdHinweisSchliessen", u"Blendet den Hinweis aus"},
     {u"Form1", u"cmdKategorien", u"Zeigt die Kategorien des Musikarchivs oder verbirgt sie", u"Kategorien"},
     {u"Form1", u"Text1", u"Zeigt nur Titel, die diesen Text enthalten; Esc löscht ihn", u"Schnellsuche"},
@@ -50,6 +50,9 @@ constexpr std::array<Hint, 154> kHints{{
     {u"Form1", u"Pegel", u"Was hinausgeht; rot am Ende: übersteuert. Die Art wählen Einstellungen - Optionen - Pegel"},
     {u"Form1", u"imgCover1", u"Coverbild aus den Tags des Titels"},
     {u"Form1", u"imgCover2", u"Coverbild aus den Tags des Titels"},
+    {u"Form1", u"TeilerPlayer", u"Teilt den Platz auf: ziehen, oder Pfeiltasten", u"GeheZuTeiler"},
+    {u"Form1", u"TeilerListen", u"Teilt den Platz auf: ziehen, oder Pfeiltasten", u"GeheZuTeiler"},
+    {u"Form1", u"TeilerKategorien", u"Teilt den Platz auf: ziehen, oder Pfeiltasten", u"GeheZuTeiler"},
     {u"Form1", u"hscroll1", u"Gesamtlautstärke der Ausgabe"},
     {u"Form1", u"Command5",
      u"Blendet zu Player 1 über und startet ihn; rechte Maustaste oder Menütaste: Geschwindigkeit", u"UeberblendenZu1"},
@@ -103,6 +106,11 @@ constexpr std::array<Hint, 154> kHints{{
     {u"frmMitschnitt", u"cmdOrdner", u"Wählt den Ordner der Aufnahmen"},
     {u"frmMitschnitt", u"cboFormat", u"Dateiart und Güte der Aufnahme"},
     {u"frmMitschnitt", u"txtName", u"Name der Datei ohne Endung"},
+    {u"frmVorpruefung", u"Befunde", u"Anklicken oder Eingabetaste: führt zu dem, was die Zeile nennt"},
+    {u"frmProbelauf", u"cmdAbbrechen", u"Hält das Rechnen an oder beginnt es neu"},
+    {u"frmProbelauf", u"Slider1", u"Springt im Übergang"},
+    {u"frmProbelauf", u"spnVorlauf", u"So viel ist vor dem Übergang zu hören"},
+    {u"frmProbelauf", u"spnNachlauf", u"So viel ist nach dem Übergang zu hören"},
     {u"frmVerlauf", u"Combo1", u"Welcher Abend gezeigt wird"},
     {u"frmVerlauf", u"Command1", u"Schreibt die gespielten Titel des Abends in eine Datei"},
     {u"frmWunschzettel", u"cmdLoeschen", u"Streicht die markierten Wünsche"},
@@ -127,6 +135,8 @@ constexpr std::array<Hint, 154> kHints{{
     {u"frmJingle", u"Command1", u"Ändert Datei und Zeiten des markierten Termins"},
     {u"frmJingle", u"Command2", u"Leert die ganze Liste"},
     {u"frmJingle", u"Command3", u"Übernimmt alle Termine"},
+    {u"frmJingle", u"ListView1", u"Eingabetaste oder Doppelklick: bearbeiten; Entf: löschen"},
+    {u"frmTerminPlay", u"Command1", u"Wählt die Datei, die zu diesen Zeiten spielt"},
     {u"frmTerminPlay", u"Check1", u"Nur aktive Termine werden gespielt"},
     {u"frmSampleEinstellungen", u"ListView1", u"Pads 1 bis 10; der Ziffernblock spielt 1 bis 9"},
     {u"frmSampleEinstellungen", u"txtTitel", u"Was auf dem Pad steht"},
@@ -177,6 +187,10 @@ constexpr std::array<Hint, 154> kHints{{
     {u"frmKopfhoerer", u"Command5", u"Geht 0,1 Sekunden zurück"},
     {u"frmKopfhoerer", u"Command6", u"Geht 0,1 Sekunden vor"},
     {u"frmTagEditor", u"imgCover", u"Das gewählte Bild"},
+    {u"frmTagEditor", u"cmdBildHinzu", u"Bettet ein Bild aus einer Datei ein"},
+    {u"frmTagEditor", u"cmdBildWeg", u"Nimmt das gewählte Bild aus den Tags"},
+    {u"frmTagEditor", u"txtBildBeschreibung", u"Beschreibung des gewählten Bildes"},
+    {u"frmTagEditor", u"cboBildTyp", u"Was das gewählte Bild zeigt"},
     {u"frmTagEditor", u"cmdSpeichern", u"Schreibt die Tags in die Datei und ins Musikarchiv"},
     {u"frmTitelLoeschen", u"Check1", u"Legt auch die Datei in den Papierkorb"},
 }};

@@ -10,6 +10,7 @@
 #include "archive/ui/frmTitelEinlesen.h"
 #include "playback/OutputChoice.h"
 #include "playback/ui/MixerPanel.h"
+#include "widgets/KeySplitter.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
 
@@ -19,7 +20,6 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
-#include <QSplitter>
 #include <QStandardPaths>
 
 namespace kalvo {

@@ -11,8 +11,6 @@
 #include <QPointer>
 #include <QTimer>
 
-class QSplitter;
-
 namespace kalvo {
 
 struct Desk;
@@ -21,6 +19,7 @@ class ArchivePanel;
 class ConsolePanel;
 class EqualizerCommand;
 class FirstStepsCommands;
+class KeySplitter;
 class ListBand;
 class ListCommands;
 class MeasureCommands;
@@ -112,7 +111,7 @@ private:
     PlaylistActions listActions_;
     PlaylistIntake intake_;
     NoticeBar* notice_ = nullptr;
-    QSplitter* bands_ = nullptr;
+    KeySplitter* bands_ = nullptr;
     ConsolePanel* console_ = nullptr;
     ListBand* lists_ = nullptr;
     ArchivePanel* archive_ = nullptr;

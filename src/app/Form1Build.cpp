@@ -36,10 +36,10 @@
 #include "archive/ui/ArchivePanel.h"
 #include "archive/ui/frmTitelEinlesen.h"
 #include "playback/ui/MixerPanel.h"
+#include "widgets/KeySplitter.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace kalvo {
@@ -70,7 +70,7 @@ void Form1::BuildBands() {
     column->setContentsMargins({});
     notice_ = new NoticeBar(central);
     column->addWidget(notice_);
-    bands_ = new QSplitter(Qt::Vertical, central);
+    bands_ = new KeySplitter(Qt::Vertical, central);
     bands_->setObjectName(QStringLiteral("Teiler"));
     bands_->setChildrenCollapsible(false);
     console_ = new ConsolePanel(desk_.mixer, bands_);
@@ -79,6 +79,8 @@ void Form1::BuildBands() {
     bands_->addWidget(console_);
     bands_->addWidget(lists_);
     bands_->addWidget(archive_);
+    bands_->NameHandle(1, QStringLiteral("TeilerPlayer"), tr("Teiler zwischen Playern und Wiedergabelisten"));
+    bands_->NameHandle(2, QStringLiteral("TeilerListen"), tr("Teiler zwischen Wiedergabelisten und Musikarchiv"));
     bands_->setStretchFactor(0, 0);
     bands_->setStretchFactor(1, 2);
     bands_->setStretchFactor(2, 3);

@@ -4,10 +4,12 @@
 #include "app/DeskActions.h"
 #include "app/frmTasten.h"
 #include "archive/ui/ArchivePanel.h"
+#include "widgets/DialogKeys.h"
 #include "widgets/Mnemonics.h"
 #include "widgets/PositionSlider.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QMainWindow>
 #include <QMenuBar>
 
@@ -21,13 +23,13 @@ constexpr double kSkip = 5; // seconds
 
 /** From the top to the bottom and from the left to the right, as the window is read. */
 constexpr const char* kFocusOrder[] = {"cmdHinweisSchliessen",
+                                       "SPos1",
                                        "cmdAnfang1",
                                        "cmdPlay1",
                                        "cmdPause1",
                                        "cmdStop1",
                                        "Command1",
                                        "Command2",
-                                       "SPos1",
                                        "HScroll2",
                                        "hscroll1",
                                        "Command5",
@@ -37,18 +39,22 @@ constexpr const char* kFocusOrder[] = {"cmdHinweisSchliessen",
                                        "cboTempo",
                                        "chkKontinuierlich",
                                        "chkAutomatik",
+                                       "SPos2",
                                        "cmdAnfang2",
                                        "cmdPlay2",
                                        "cmdPause2",
                                        "cmdStop2",
                                        "Command3",
                                        "Command4",
-                                       "SPos2",
                                        "HScroll3",
+                                       "TeilerPlayer",
                                        "List1",
                                        "List2",
+                                       "TeilerListen",
                                        "cmdKategorien",
                                        "Text1",
+                                       "TreeView1",
+                                       "TeilerKategorien",
                                        "DataGrid2",
                                        "cmdOrdnerEinlesen",
                                        "cmdSchritt1",
@@ -62,8 +68,9 @@ constexpr const char* kFocusOrder[] = {"cmdHinweisSchliessen",
                                        "cmdKopfhoerer",
                                        "Label5",
                                        "lstWuensche",
-                                       "TreeView1",
                                        "cmdTitelEinlesen"};
+
+constexpr const char* kDividers[] = {"TeilerPlayer", "TeilerListen", "TeilerKategorien"};
 
 QSlider* SliderOf(const QWidget& window, const char* name) {
     return window.findChild<QSlider*>(QLatin1String(name));
@@ -83,6 +90,7 @@ KeyCommands::KeyCommands(const Parts& parts) : QObject(&parts.window), parts_(pa
     OrderFocus();
     new MenuMnemonics(*parts_.window.menuBar());
     new ControlHints(parts_.window);
+    DialogKeys::Install(*qApp);
 }
 
 KeyCommands::~KeyCommands() {
@@ -106,6 +114,8 @@ void KeyCommands::AddGoing() {
     add("GeheZuListe2", QStringLiteral("Wiedergabeliste &2"), Qt::Key_2, "List2");
     add("GeheZuArchiv", QStringLiteral("&Musikarchiv"), Qt::Key_3, "DataGrid2");
     add("GeheZuRegler", QStringLiteral("Ü&berblendregler"), Qt::Key_4, "SFader");
+    Add(menu, "GeheZuTeiler", QStringLiteral("&Teiler der Bereiche"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_5),
+        [this] { GoToDivider(); });
 }
 
 void KeyCommands::AddArchive() {
@@ -192,6 +202,19 @@ void KeyCommands::GoTo(const char* control) {
         view->setChecked(false);
     if (wanted != nullptr)
         wanted->setFocus(Qt::ShortcutFocusReason);
+}
+
+/** One after the other. */
+void KeyCommands::GoToDivider() {
+    QList<QWidget*> dividers;
+    for (const char* name : kDividers) {
+        auto* divider = parts_.window.findChild<QWidget*>(QLatin1String(name));
+        if (divider != nullptr && divider->isVisible())
+            dividers.append(divider);
+    }
+    const qsizetype next = dividers.indexOf(parts_.window.focusWidget()) + 1;
+    if (!dividers.isEmpty())
+        dividers.at(next % dividers.size())->setFocus(Qt::ShortcutFocusReason);
 }
 
 void KeyCommands::Click(const QString& button) {

@@ -42,6 +42,7 @@ private:
     void FillSorting();
     void OrderFocus();
     void GoTo(const char* control);
+    void GoToDivider();
     void Click(const QString& button);
     void ShowShortcuts();
 

@@ -31,7 +31,6 @@ OptionEmergencyPage::OptionEmergencyPage(QWidget* parent) : OptionPage(tr("Notfa
         button->setAutoDefault(false);
         layout->addWidget(button);
     }
-    row->setFocusProxy(choose);
     AddRow(row);
     atListEnd_ = AddSwitch(QStringLiteral("NotfalltitelAmEnde"), tr("Auch am Ende beider Wiedergabelisten"));
     state_ = Named(new QLabel(this), QStringLiteral("lblNotfalltitel"), tr("Zustand des Notfalltitels"));

@@ -39,7 +39,10 @@ void OptionPage::AddHeading(const QString& text) {
 void OptionPage::AddRow(const QString& caption, QWidget* control) {
     auto* label = new QLabel(caption, this);
     label->setForegroundRole(QPalette::PlaceholderText);
-    label->setBuddy(control);
+    // Of a row of several controls the one that it gives the focus to.
+    QWidget* chosen = control->focusProxy() == nullptr ? control : control->focusProxy();
+    if (chosen->focusPolicy() != Qt::NoFocus)
+        label->setBuddy(chosen);
     rows_->addRow(label, control);
 }
 

@@ -17,11 +17,15 @@ struct ControlKeys {
     const char16_t* keys;
 };
 
-constexpr std::array<ControlKeys, 23> kControlKeys{{
+constexpr std::array<ControlKeys, 27> kControlKeys{{
     {u"Alle Fenster", u"Zum nächsten Bedienteil, zum vorigen", u"Tab, Umschalt+Tab"},
     {u"Alle Fenster", u"Kontextmenü öffnen", u"Menütaste, Umschalt+F10"},
     {u"Alle Fenster", u"Menüzeile", u"F10, Alt"},
     {u"Fenster der Werkzeuge", u"Fenster schließen", u"Esc"},
+    {u"Fenster der Werkzeuge", u"Zum Bedienteil mit dem unterstrichenen Buchstaben", u"Alt+Buchstabe"},
+    {u"Teiler der Bereiche", u"Verschieben, fünfmal so weit", u"Pfeiltasten, Bild auf, Bild ab"},
+    {u"Teiler der Bereiche", u"An den Anfang, ans Ende", u"Pos1, Ende"},
+    {u"Teiler der Bereiche", u"Fertig, wieder zurück", u"Eingabe, Esc"},
     {u"Wiedergabelisten", u"Gewählten Titel abspielen", u"Eingabe"},
     {u"Wiedergabelisten", u"Markierte Titel verschieben", u"Strg+Nach oben, Strg+Nach unten"},
     {u"Wiedergabelisten", u"Markierte Titel an den Anfang, ans Ende",

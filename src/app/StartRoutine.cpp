@@ -13,6 +13,7 @@
 #include "app/frmDownload.h"
 #include "app/frmHallo.h"
 #include "playback/AudioModule.h"
+#include "widgets/DialogKeys.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/Spoken.h"
@@ -102,6 +103,7 @@ int RunWindow(QApplication& application, const CommandLine& line) {
     }
     SpeakGerman(application);
     Spoken::Install();
+    DialogKeys::Install(application);
     ApplyStoredStyle(application, folder.Data());
     const QString programFolder = QCoreApplication::applicationDirPath();
     QDir::setCurrent(programFolder);

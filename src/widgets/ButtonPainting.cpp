@@ -3,6 +3,7 @@
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 
 namespace kalvo {
@@ -38,6 +39,10 @@ void PaintFocusRing(QPainter& painter, const QRect& rect) {
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(rect).adjusted(-2, -2, 2, 2), corner, corner);
     painter.restore();
+}
+
+int CaptionWidth(const QFontMetrics& metrics, const QString& text) {
+    return metrics.size(Qt::TextSingleLine | Qt::TextShowMnemonic, text).width();
 }
 
 namespace {

@@ -4,6 +4,7 @@
 #include <QRect>
 #include <QStyle>
 
+class QFontMetrics;
 class QPainter;
 
 namespace kalvo {
@@ -26,6 +27,9 @@ void PaintButton(QPainter& painter, const QRect& rect, const ButtonColours& colo
 
 /** The ring of the keyboard focus: 2 px in the text colour, 1 px outside `rect`. */
 void PaintFocusRing(QPainter& painter, const QRect& rect);
+
+/** Of a text whose letter behind "&" is underlined. */
+int CaptionWidth(const QFontMetrics& metrics, const QString& text);
 
 /** A check box or radio button's sign. */
 void PaintCheckBox(QPainter& painter, const QRect& rect, QStyle::State state);

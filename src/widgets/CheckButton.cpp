@@ -29,7 +29,7 @@ CheckButton::CheckButton(const QString& text, QWidget* parent) : QCheckBox(text,
 }
 
 QSize CheckButton::sizeHint() const {
-    return {2 * Padding() + BoxSize() + Space() + fontMetrics().horizontalAdvance(text()), SkinStyle::Units().Button()};
+    return {2 * Padding() + BoxSize() + Space() + CaptionWidth(fontMetrics(), text()), SkinStyle::Units().Button()};
 }
 
 void CheckButton::paintEvent(QPaintEvent*) {
@@ -46,7 +46,7 @@ void CheckButton::paintEvent(QPaintEvent*) {
     PaintCheckBox(painter, QRect(Padding(), (height() - box) / 2, box, box), option.state & ~QStyle::State_MouseOver);
     const int x = Padding() + box + Space();
     painter.setPen(colours.ink);
-    painter.drawText(QRect(x, 0, width() - x, height()), Qt::AlignVCenter, text());
+    painter.drawText(QRect(x, 0, width() - x, height()), Qt::AlignVCenter | Qt::TextShowMnemonic, text());
 }
 
 } // namespace kalvo

@@ -62,7 +62,7 @@ QSize IconButton::sizeHint() const {
     const int height = size_ == Size::Normal ? units.Button() : low_ ? units.LowBigButton() : units.BigButton();
     int width = IconSize() + units.Gap(1);
     if (!text().isEmpty())
-        width += fontMetrics().horizontalAdvance(text()) + units.Of(0.5) + units.Gap(2);
+        width += CaptionWidth(fontMetrics(), text()) + units.Of(0.5) + units.Gap(2);
     width = qMax(width, size_ == Size::Big ? 44 : height);
     return {width + 2 * focusRingMargin, height + 2 * focusRingMargin};
 }
@@ -95,13 +95,14 @@ void IconButton::paintEvent(QPaintEvent*) {
 
     const int icon = IconSize();
     const int gap = text().isEmpty() ? 0 : SkinStyle::Units().Of(0.5);
-    const int label = text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(text());
+    const int label = text().isEmpty() ? 0 : CaptionWidth(fontMetrics(), text());
     const int start = (width() - icon - gap - label) / 2;
     const bool left = side_ == IconSide::Left;
     const int iconX = left ? start : start + label + gap;
     painter.drawPixmap(iconX, (height() - icon) / 2, Icons::Pixmap(icon_, colours.ink, icon, devicePixelRatioF()));
     painter.setPen(colours.ink);
-    painter.drawText(QRect(left ? start + icon + gap : start, 0, label + 2, height()), Qt::AlignVCenter, text());
+    painter.drawText(QRect(left ? start + icon + gap : start, 0, label + 2, height()),
+                     Qt::AlignVCenter | Qt::TextShowMnemonic, text());
 }
 
 } // namespace kalvo

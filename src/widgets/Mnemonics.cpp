@@ -1,5 +1,6 @@
 #include "widgets/Mnemonics.h"
 
+#include <QAbstractButton>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSet>
@@ -57,6 +58,11 @@ QStringList WithMnemonics(const QStringList& texts) {
         result[index].insert(place, u'&');
     }
     return result;
+}
+
+void ShowCaption(QAbstractButton& button, const QString& caption) {
+    if (button.text().remove(u'&') != QString(caption).remove(u'&'))
+        button.setText(caption);
 }
 
 MenuMnemonics::MenuMnemonics(QMenuBar& bar) : QObject(&bar) {

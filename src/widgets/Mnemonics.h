@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QStringList>
 
+class QAbstractButton;
 class QMenu;
 class QMenuBar;
 
@@ -14,6 +15,9 @@ namespace kalvo {
  * is a shortcut's text and gives no letter.
  */
 QStringList WithMnemonics(const QStringList& texts);
+
+/** Another caption; one that is there already, whatever its letter, stays as it is. */
+void ShowCaption(QAbstractButton& button, const QString& caption);
 
 /** Gives the entries of menus their letters whenever they open, those that came later included. */
 class MenuMnemonics : public QObject {

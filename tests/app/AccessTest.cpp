@@ -1,22 +1,17 @@
 #include "app/FakeWindow.h"
 #include "app/ShortcutList.h"
-#include "archive/ui/WindowActs.h"
 #include "support/WaitUntil.h"
-#include "widgets/Spoken.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSlider>
-#include <QAccessible>
 #include <QAction>
-#include <QComboBox>
+#include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QTest>
 
-#include <algorithm>
-#include <functional>
 #include <map>
 
 namespace kalvo {
@@ -24,30 +19,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/** What stands in the menus and opens a window of its own. */
-constexpr const char* kOpeners[] = {"Suchen",
-                                    "TitelZumMusikarchivHinzufügen",
-                                    "Doubletten",
-                                    "BpmMessen",
-                                    "ZuletztGespieltAnzahl",
-                                    "EigenschaftenWiedergabeliste",
-                                    "TitelMitKopfhörerVorhören",
-                                    "Equalizer",
-                                    "Mitschnitt",
-                                    "MeineCharts",
-                                    "VerlaufDesAbends",
-                                    "Wunschzettel",
-                                    "AutoDj",
-                                    "TerminPlay",
-                                    "Sampler",
-                                    "SamplerEinstellungen",
-                                    "Optionen",
-                                    "Tastenuebersicht"};
-
 /** The main window with a title in the archive, which is the chosen one. */
 struct AccessTest : test::FakeWindow {
     void SetUp() override {
-        Spoken::Install();
         ASSERT_TRUE(window->Load());
         ASSERT_TRUE(test::WaitUntil([this] { return desk->archive.IsIndexReady(); }));
         TitleRecord title;
@@ -62,78 +36,7 @@ struct AccessTest : test::FakeWindow {
         auto& grid = In<QAbstractItemView>(*window, "DataGrid2");
         grid.setCurrentIndex(grid.model()->index(0, 0));
     }
-
-    /** Opens every window, modal ones included, and looks at each once, at the main window first. */
-    void LookAtAll(const std::function<void(QWidget&)>& look) {
-        look(*window);
-        QSet<QWidget*> seen{window.get()};
-        const auto lookAtNew = [&] {
-            for (QWidget* open : QApplication::topLevelWidgets()) {
-                if (open->isVisible() && qobject_cast<QDialog*>(open) && !seen.contains(open)) {
-                    seen.insert(open);
-                    look(*open);
-                }
-            }
-            if (QWidget* modal = QApplication::activeModalWidget())
-                modal->close();
-        };
-        QTimer timer;
-        QObject::connect(&timer, &QTimer::timeout, lookAtNew);
-        timer.start(5);
-        for (const char* opener : kOpeners) {
-            const auto before = seen.size();
-            In<QAction>(*window, opener).trigger();
-            EXPECT_TRUE(test::WaitUntil([&] { return seen.size() > before; })) << opener << " opens nothing";
-        }
-    }
-
-    static std::string Told(const QWidget& part) {
-        return (part.window()->objectName() + u'|' + part.objectName() + u' ').toStdString() +
-               part.metaObject()->className();
-    }
 };
-
-bool HasWords(const QString& text) {
-    return std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isLetter(); });
-}
-
-bool IsPartOfAnother(const QWidget& part) {
-    const QWidget* holder = part.parentWidget();
-    return part.objectName().startsWith(u"qt_"_s) || qobject_cast<const QComboBox*>(holder) ||
-           (holder != nullptr && (holder->inherits("QAbstractSpinBox") || holder->inherits("QLineEdit") ||
-                                  holder->inherits("QComboBoxPrivateContainer") || holder->inherits("QTabBar") ||
-                                  qobject_cast<const QAbstractItemView*>(holder)));
-}
-
-TEST_F(AccessTest, EveryControlOfEveryWindowHasANameForScreenReaders) {
-    LookAtAll([](QWidget& open) {
-        for (QWidget* part : open.findChildren<QWidget*>()) {
-            const bool isControl = part->focusPolicy() != Qt::NoFocus && part->focusProxy() == nullptr;
-            if (part->window() != &open || IsPartOfAnother(*part) || (!isControl && !dynamic_cast<Spoken*>(part)))
-                continue;
-            QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(part);
-            ASSERT_TRUE(spoken) << Told(*part);
-            const bool isAsked = !part->objectName().isEmpty() && !part->isHidden();
-            EXPECT_TRUE(!isAsked || !spoken->text(QAccessible::Name).isEmpty()) << Told(*part);
-        }
-    });
-}
-
-TEST_F(AccessTest, WhatHasNoWordsOfItsOwnHasATooltip) {
-    LookAtAll([](QWidget& open) {
-        for (QWidget* part : open.findChildren<QWidget*>()) {
-            const auto* button = qobject_cast<QAbstractButton*>(part);
-            const bool isSign = button != nullptr && button->isVisible() && !HasWords(button->text());
-            const bool isPainted = dynamic_cast<Spoken*>(part) && !part->inherits("kalvo::DeckHead") &&
-                                   !part->inherits("kalvo::NoticeBar");
-            const bool isMoved = qobject_cast<QAbstractSlider*>(part) && !part->inherits("QScrollBar");
-            if (part->window() == &open && !IsPartOfAnother(*part) && (isSign || isPainted || isMoved)) {
-                part->ensurePolished();
-                EXPECT_FALSE(part->toolTip().isEmpty()) << Told(*part);
-            }
-        }
-    });
-}
 
 TEST_F(AccessTest, TooltipsNameTheShortcutOfTheMenu) {
     for (const auto& [control, keys] : std::map<const char*, const char*>{
@@ -178,6 +81,26 @@ TEST_F(AccessTest, KeysDoWhatTheMouseDoes) {
     EXPECT_FALSE(tree.isVisible());
     In<QAction>(*window, "Kategorien").trigger();
     EXPECT_TRUE(tree.isVisible());
+}
+
+TEST_F(AccessTest, TheBandsDividersAreFoundAndMovedByKeys) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    auto& divider = In<QAction>(*window, "GeheZuTeiler");
+    auto& upper = In<QWidget>(*window, "TeilerPlayer");
+    divider.trigger();
+    ASSERT_EQ(window->focusWidget(), &upper);
+    const int place = upper.y();
+    QTest::keyClick(&upper, Qt::Key_Down);
+    EXPECT_GT(upper.y(), place);
+    divider.trigger();
+    EXPECT_EQ(window->focusWidget()->objectName(), u"TeilerListen"_s);
+    In<QAction>(*window, "Kategorien").trigger();
+    auto& inner = In<QWidget>(*window, "TeilerKategorien");
+    ASSERT_TRUE(test::WaitUntil([&inner] { return inner.isVisible(); }));
+    divider.trigger();
+    EXPECT_EQ(window->focusWidget(), &inner);
+    divider.trigger();
+    EXPECT_EQ(window->focusWidget(), &upper) << "from the start again";
 }
 
 TEST_F(AccessTest, TabGoesThroughTheWindowAsItIsRead) {

@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTabWidget>
@@ -69,7 +70,7 @@ public:
     QDialog& operator*() const { return *window_; }
 
 private:
-    QDialog* window_;
+    QPointer<QDialog> window_; ///< it may have closed meanwhile
 };
 
 using Prepare = void (*)(GalleryDesk& desk, QDialog& window);

@@ -1,5 +1,6 @@
 #include "gallery/LayoutFaults.h"
 
+#include "gallery/WindowParts.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/TimeLabel.h"
 
@@ -33,29 +34,6 @@ using namespace Qt::StringLiterals;
 /** Rounding of texts' widths. */
 constexpr int kTolerance = 1;
 constexpr double kLeastContrast = 4.5;
-
-QString NameOf(const QWidget& part) {
-    QString text = part.property("text").toString().left(30);
-    return QString::fromLatin1(part.metaObject()->className()) + u' ' + part.objectName() +
-           (text.isEmpty() ? QString() : u" \""_s + text + u'"') +
-           u" %1x%2 at %3,%4"_s.arg(part.width()).arg(part.height()).arg(part.x()).arg(part.y());
-}
-
-/** The window's own controls that can be seen, without those that Qt builds into others. */
-QList<QWidget*> Parts(const QWidget& window) {
-    QList<QWidget*> parts;
-    for (QWidget* part : window.findChildren<QWidget*>()) {
-        const QWidget* parent = part->parentWidget();
-        const bool isBuiltIn = part->objectName().startsWith(u"qt_") || part->inherits("QRubberBand") ||
-                               qobject_cast<const QLineEdit*>(parent) ||
-                               qobject_cast<const QAbstractSpinBox*>(parent) ||
-                               qobject_cast<const QComboBox*>(parent) || qobject_cast<const QTabBar*>(parent) ||
-                               qobject_cast<const QMenuBar*>(parent);
-        if (part->isVisibleTo(&window) && part->window() == &window && !isBuiltIn && !part->visibleRegion().isEmpty())
-            parts.append(part);
-    }
-    return parts;
-}
 
 int TextWidth(const QWidget& part, const QString& text) {
     return part.fontMetrics().size(Qt::TextShowMnemonic, text).width();
@@ -155,7 +133,7 @@ double ContrastOf(unsigned first, unsigned second) {
 
 QStringList LayoutFaults::ClippedTexts(const QWidget& window) {
     QStringList clipped;
-    for (const QWidget* part : Parts(window)) {
+    for (const QWidget* part : PartsOf(window)) {
         if (const auto* head = qobject_cast<const QHeaderView*>(part))
             clipped += ClippedSections(*head);
         const auto* label = qobject_cast<const QLabel*>(part);
@@ -173,7 +151,7 @@ QStringList LayoutFaults::ClippedTexts(const QWidget& window) {
 
 QStringList LayoutFaults::Overlaps(const QWidget& window) {
     QStringList overlaps;
-    const QList<QWidget*> parts = Parts(window);
+    const QList<QWidget*> parts = PartsOf(window);
     for (qsizetype i = 0; i < parts.size(); ++i) {
         for (qsizetype j = i + 1; j < parts.size(); ++j) {
             QWidget& one = *parts.at(i);
@@ -189,7 +167,7 @@ QStringList LayoutFaults::Overlaps(const QWidget& window) {
 
 QStringList LayoutFaults::Outside(const QWidget& window) {
     QStringList outside;
-    for (const QWidget* part : Parts(window)) {
+    for (const QWidget* part : PartsOf(window)) {
         const QWidget* holder = part->parentWidget();
         if (!qobject_cast<const QAbstractScrollArea*>(holder->parentWidget()) &&
             !qobject_cast<const QAbstractScrollArea*>(holder) && !holder->rect().contains(part->geometry()))
@@ -202,7 +180,7 @@ QStringList LayoutFaults::UnevenEdges(const QWidget& window) {
     constexpr int kRounding = 1; // of shares
     constexpr int kHair = 3;
     QStringList uneven;
-    const QList<QWidget*> parts = Parts(window);
+    const QList<QWidget*> parts = PartsOf(window);
     const auto isControl = [](const QWidget& part) {
         return qobject_cast<const QLineEdit*>(&part) || qobject_cast<const QComboBox*>(&part) ||
                qobject_cast<const QAbstractSpinBox*>(&part) || qobject_cast<const QCheckBox*>(&part) ||
@@ -230,7 +208,7 @@ QStringList LayoutFaults::FaintTexts(QWidget& window) {
     QImage picture(window.size() * kScale, QImage::Format_RGB32);
     picture.setDevicePixelRatio(kScale);
     window.render(&picture);
-    for (const QWidget* part : Parts(window)) {
+    for (const QWidget* part : PartsOf(window)) {
         const auto* label = qobject_cast<const QLabel*>(part);
         const auto* button = qobject_cast<const QAbstractButton*>(part);
         if ((label == nullptr || label->text().isEmpty()) && (button == nullptr || button->text().isEmpty()))

@@ -1,3 +1,4 @@
+#include "gallery/GalleryTest.h"
 #include "gallery/GalleryWindows.h"
 #include "gallery/LayoutFaults.h"
 #include "widgets/Skin.h"
@@ -10,7 +11,6 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QRegularExpression>
-#include <gtest/gtest.h>
 
 namespace kalvo {
 namespace {
@@ -22,45 +22,34 @@ constexpr QSize kSmallest(800, 600);
 const QStringList kFontSizes{u"klein"_s, u"mittel"_s, u"groß"_s};
 const QString kSkin = u"Light Green"_s;
 
-/** One desk for all tests: its windows are opened anew each time. */
-struct GalleryTest : ::testing::Test {
-    static void SetUpTestSuite() { desk = std::make_unique<test::GalleryDesk>(); }
-    static void TearDownTestSuite() { desk.reset(); }
-    void TearDown() override { EXPECT_EQ(desk->UnexpectedQuestions(), QStringList()); }
+void ExpectSound(const QString& name, const QWidget& window) {
+    const QStringList faults = ClippedTexts(window) + Overlaps(window) + Outside(window) + UnevenEdges(window);
+    EXPECT_TRUE(faults.isEmpty()) << name.toStdString() << " of " << window.width() << "x" << window.height() << ":\n  "
+                                  << faults.join(u"\n  "_s).toStdString();
+}
 
-    static void ExpectSound(const QString& name, const QWidget& window) {
-        const QStringList faults = ClippedTexts(window) + Overlaps(window) + Outside(window) + UnevenEdges(window);
-        EXPECT_TRUE(faults.isEmpty()) << name.toStdString() << " of " << window.width() << "x" << window.height()
-                                      << ":\n  " << faults.join(u"\n  "_s).toStdString();
+void ExpectFits(const QString& name, const QWidget& window) {
+    EXPECT_TRUE(window.width() <= kSmallest.width() && window.height() <= kSmallest.height())
+        << name.toStdString() << " needs " << window.width() << "x" << window.height();
+}
+
+/** Leaves what the parts tell only while their window goes: columns to be stretched, a field being edited. */
+void LeaveWork(const QString& /*name*/, QWidget& window) {
+    for (QHeaderView* header : window.findChildren<QHeaderView*>()) {
+        if (header->count() == 0)
+            continue;
+        header->setSectionResizeMode(0, QHeaderView::Interactive);
+        header->resizeSection(0, header->sectionSize(0) + 7);
+        header->setSectionResizeMode(0, QHeaderView::Stretch);
     }
-
-    static void ExpectFits(const QString& name, const QWidget& window) {
-        EXPECT_TRUE(window.width() <= kSmallest.width() && window.height() <= kSmallest.height())
-            << name.toStdString() << " needs " << window.width() << "x" << window.height();
-    }
-
-    /** Leaves what the parts tell only while their window goes: columns to be stretched, a field being edited. */
-    static void LeaveWork(const QString& /*name*/, QWidget& window) {
-        for (QHeaderView* header : window.findChildren<QHeaderView*>()) {
-            if (header->count() == 0)
-                continue;
-            header->setSectionResizeMode(0, QHeaderView::Interactive);
-            header->resizeSection(0, header->sectionSize(0) + 7);
-            header->setSectionResizeMode(0, QHeaderView::Stretch);
-        }
-        for (QLineEdit* field : window.findChildren<QLineEdit*>()) {
-            if (field->isVisibleTo(&window) && field->isEnabled() && !field->isReadOnly()) {
-                field->setFocus();
-                field->selectAll();
-                field->insert(u"1"_s); // a number's field takes it, too
-            }
+    for (QLineEdit* field : window.findChildren<QLineEdit*>()) {
+        if (field->isVisibleTo(&window) && field->isEnabled() && !field->isReadOnly()) {
+            field->setFocus();
+            field->selectAll();
+            field->insert(u"1"_s); // a number's field takes it, too
         }
     }
-
-    static std::unique_ptr<test::GalleryDesk> desk;
-};
-
-std::unique_ptr<test::GalleryDesk> GalleryTest::desk;
+}
 
 TEST_F(GalleryTest, KnowsEveryWindowOfTheProgram) {
     QStringList known;

@@ -11,6 +11,7 @@
 #include "widgets/HourGlass.h"
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
+#include "widgets/KeySplitter.h"
 #include "widgets/SkinStyle.h"
 
 #include <QAction>
@@ -20,7 +21,6 @@
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QShortcut>
-#include <QSplitter>
 #include <QStackedWidget>
 
 namespace kalvo {
@@ -48,7 +48,7 @@ ArchivePanel::ArchivePanel(Archive& archive, Settings& settings, const DataFolde
       count_(NamedLabel(QStringLiteral("lblAnzahl"), this)),
       tree_(new IconButton(QStringLiteral("tree"), IconButton::Size::Normal, this)),
       head_(new QWidget(this)),
-      sides_(new QSplitter(this)),
+      sides_(new KeySplitter(Qt::Horizontal, this)),
       body_(new QStackedWidget(this)),
       grid_(new ArchiveGrid(archive, settings, this)),
       empty_(new EmptyArchive(this)),
@@ -77,6 +77,7 @@ void ArchivePanel::BuildBody() {
     sides_->setObjectName(QStringLiteral("TeilerArchiv"));
     sides_->addWidget(categories_->Tree());
     sides_->addWidget(body_);
+    sides_->NameHandle(1, QStringLiteral("TeilerKategorien"), tr("Teiler zwischen Kategorien und Titeln"));
     sides_->setStretchFactor(1, 1);
     sides_->setChildrenCollapsible(false);
     categories_->Tree()->hide();

@@ -11,7 +11,6 @@ class QAction;
 class QBoxLayout;
 class QLabel;
 class QLineEdit;
-class QSplitter;
 class QStackedWidget;
 
 namespace kalvo {
@@ -20,6 +19,7 @@ class ArchiveCategories;
 class ArchiveSide;
 class EmptyArchive;
 class IconButton;
+class KeySplitter;
 class SelectedTitleView;
 
 /**
@@ -144,7 +144,7 @@ private:
     IconButton* tree_;      ///< opens the tree
     QList<QWidget*> tools_; ///< buttons at the head's right end
     QWidget* head_;
-    QSplitter* sides_;
+    KeySplitter* sides_;
     QStackedWidget* body_;
     ArchiveGrid* grid_;
     EmptyArchive* empty_;

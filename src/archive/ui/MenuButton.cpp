@@ -13,6 +13,7 @@ namespace kalvo {
 
 MenuButton::MenuButton(const QString& icon, const QString& text, QWidget* parent) : QToolButton(parent), icon_(icon) {
     setText(text);
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setPopupMode(DelayedPopup);
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
@@ -20,7 +21,7 @@ MenuButton::MenuButton(const QString& icon, const QString& text, QWidget* parent
 
 QSize MenuButton::sizeHint() const {
     const FontUnits& units = SkinStyle::Units();
-    const int width = units.Of(1.8) + units.Icon() + fontMetrics().horizontalAdvance(text()) + units.Of(2.2);
+    const int width = units.Of(1.8) + units.Icon() + CaptionWidth(fontMetrics(), text()) + units.Of(2.2);
     return {width + 2 * focusRingMargin, units.Button() + 2 * focusRingMargin};
 }
 
@@ -53,8 +54,8 @@ void MenuButton::paintEvent(QPaintEvent*) {
     const int left = frame.x() + units.Of(0.9);
     drawIcon(icon_, left, units.Icon());
     painter.setPen(colours.ink);
-    painter.drawText(frame.adjusted(left - frame.x() + units.Icon() + units.Of(0.5), 0, 0, 0), Qt::AlignVCenter,
-                     text());
+    painter.drawText(frame.adjusted(left - frame.x() + units.Icon() + units.Of(0.5), 0, 0, 0),
+                     Qt::AlignVCenter | Qt::TextShowMnemonic, text());
     const QRect menu = MenuRect();
     painter.fillRect(QRect(menu.x(), menu.y() + units.Gap(1), 1, menu.height() - 2 * units.Gap(1)),
                      SkinStyle::Colours().line);

@@ -1,5 +1,6 @@
 #include "archive/ui/SearchButton.h"
 
+#include "widgets/ButtonPainting.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
 
@@ -19,7 +20,7 @@ void SearchButton::ShowRunning(bool running) {
 void SearchButton::paintEvent(QPaintEvent* event) {
     QPushButton::paintEvent(event);
     const int size = SkinStyle::Units().Of(1.1);
-    const int left = (width() - fontMetrics().horizontalAdvance(text())) / 2;
+    const int left = (width() - CaptionWidth(fontMetrics(), text())) / 2;
     QPainter(this).drawPixmap(left, (height() - size) / 2,
                               Icons::Pixmap(running_ ? QStringLiteral("close") : QStringLiteral("search"),
                                             palette().color(QPalette::ButtonText), size, devicePixelRatioF()));

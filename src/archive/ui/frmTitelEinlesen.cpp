@@ -8,6 +8,7 @@
 #include "archive/ui/TagValues.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/xMessageBox.h"
 
 #include <QDir>
@@ -41,7 +42,7 @@ void frmTitelEinlesen::SetWork(Work work) {
     start_->setEnabled(idle && any);
     tree_->setEnabled(idle);
     folder_->setReadOnly(!idle);
-    cancel_->setText(idle ? tr("Schließen") : tr("Abbrechen"));
+    ShowCaption(*cancel_, idle ? tr("Schließen") : tr("Abbrechen"));
 }
 
 void frmTitelEinlesen::Abandon() {

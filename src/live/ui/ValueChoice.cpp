@@ -6,6 +6,7 @@
 #include "widgets/SkinStyle.h"
 
 #include <QButtonGroup>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -55,7 +56,7 @@ ValueChoice::ValueChoice(const DataFolder& folder, QWidget* parent)
     column->addLayout(BuildCriteria());
     column->addLayout(BuildLists(), 1);
     connect(search_, &QLineEdit::textChanged, this, &ValueChoice::ShowOffer);
-    connect(search_, &QLineEdit::returnPressed, this, &ValueChoice::ChooseFound);
+    search_->installEventFilter(this);
     connect(offer_, &ValueView::Chosen, this, &ValueChoice::ChooseSelected);
     connect(choice_, &ValueView::Chosen, this, &ValueChoice::GiveBackSelected);
     connect(offer_, &ValueView::SelectionChanged, this, &ValueChoice::ShowChoices);
@@ -150,6 +151,10 @@ void ValueChoice::SetChoice(ArchiveField field, const QStringList& values) {
     ShowCriterion(field);
 }
 
+void ValueChoice::FocusSearch() {
+    search_->setFocus();
+}
+
 void ValueChoice::Reload() {
     isRead_ = {};
     ShowCriterion(field_);
@@ -222,6 +227,17 @@ void ValueChoice::GiveBackSelected() {
 
 void ValueChoice::GiveBackAll() {
     GiveBack(Values());
+}
+
+/** Enter in the search stays there: what fills the lists is the window's default. */
+bool ValueChoice::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return QWidget::eventFilter(watched, event);
+    ChooseFound();
+    return true;
 }
 
 void ValueChoice::ChooseFound() {

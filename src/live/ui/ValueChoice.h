@@ -33,6 +33,7 @@ public:
     /** The chosen values of the shown criterion. */
     QStringList Values() const { return chosen_.value(field_); }
     void SetChoice(ArchiveField field, const QStringList& values);
+    void FocusSearch();
     /** The category files have been written anew. */
     void Reload();
 
@@ -40,6 +41,9 @@ Q_SIGNALS:
     void Changed();
     /** The category files are missing, or wanted anew. */
     void ListsWanted();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     static constexpr std::size_t kFieldCount = CategoryLists::kFields.size();

@@ -4,6 +4,7 @@
 #include "live/AutoDjRefill.h"
 #include "live/ui/ValueChoice.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/xMessageBox.h"
 
 #include <QCheckBox>
@@ -109,7 +110,7 @@ void frmAutoDj::ShowProgress(int percent) {
 }
 
 void frmAutoDj::SetRunning(bool running) {
-    start_->setText(running ? u"&Abbrechen"_s : u"&Füllen"_s);
+    ShowCaption(*start_, running ? u"&Abbrechen"_s : u"&Füllen"_s);
     start_->setAccessibleName(running ? u"Füllen abbrechen"_s : u"Wiedergabeliste füllen"_s);
 }
 

@@ -87,6 +87,7 @@ frmAutoDj::frmAutoDj(const Parts& parts, QWidget* parent)
     connect(&parts_.refill, &AutoDjRefill::Changed, this, &frmAutoDj::ShowRefill);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &frmAutoDj::Keep); // ends with the window still open
     ShowProgress(0);
+    values_->FocusSearch();
 }
 
 QPushButton* frmAutoDj::AddButton(QBoxLayout& row, const QString& name, const QString& text, const QString& what,

@@ -19,6 +19,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -90,7 +91,8 @@ void frmVorpruefung::NameControls() {
     Named(again_, u"cmdPruefen"_s, again_->text());
     copy_->setToolTip(u"Legt alle Zeilen als Text in die Zwischenablage"_s);
     again_->setToolTip(u"Prüft alles noch einmal; unveränderte Titel sind sofort bekannt (Strg+R)"_s);
-    again_->setShortcut(Qt::CTRL | Qt::Key_R);
+    auto* again = new QShortcut(Qt::CTRL | Qt::Key_R, this);
+    connect(again, &QShortcut::activated, again_, &QPushButton::click);
     for (QPushButton* button : {copy_, close_, cancel_, static_cast<QPushButton*>(again_)})
         button->setAutoDefault(false);
     findings_->setHeaderLabels({u"Wo"_s, u"Befund"_s, {}});

@@ -61,6 +61,7 @@ frmWunschzettel::frmWunschzettel(WishList& wishes, const Playlist& first, const 
     connect(table_, &TextTable::activated, this, [this] { Send(0); });
     ResizeOnScreen(*this, {units.Of(58), units.Of(30)});
     Reload();
+    table_->setFocus();
 }
 
 void frmWunschzettel::AddHead(QWidget* head) {

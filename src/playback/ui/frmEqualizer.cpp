@@ -3,6 +3,7 @@
 #include "playback/EqualiserPresets.h"
 #include "widgets/BandSlider.h"
 #include "widgets/CheckButton.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/SkinStyle.h"
 
 #include <QComboBox>
@@ -190,7 +191,7 @@ void frmEqualizer::Show(const EqualiserSettings& settings) {
     show(reverb_, amount, ReverbText(amount));
     const QSignalBlocker silent(status_);
     status_->setChecked(settings.on);
-    status_->setText(settings.on ? tr("Equalizer an") : tr("Equalizer aus"));
+    ShowCaption(*status_, settings.on ? tr("Equalizer an") : tr("Equalizer aus"));
     const int preset = EqualiserPresets::Find(settings.bands);
     presets_->setCurrentIndex(preset < 0 ? presets_->count() - 1 : preset);
 }

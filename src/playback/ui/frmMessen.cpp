@@ -1,6 +1,7 @@
 #include "playback/ui/frmMessen.h"
 
 #include "playback/TempoRun.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/SkinStyle.h"
 
 #include <QEvent>
@@ -98,7 +99,7 @@ void frmMessen::ShowState() {
     begin_->setEnabled(!running);
     onlyMarked_->setEnabled(!running);
     everything_->setEnabled(!running);
-    cancel_->setText(running ? tr("Abbrechen") : tr("Schließen"));
+    ShowCaption(*cancel_, running ? tr("Abbrechen") : tr("Schließen"));
     cancel_->setAccessibleName(cancel_->text());
     if (count == 0 && !running)
         state_->setText(tr("Die Musik spielt dabei weiter. Was schon BPM hat, bleibt, wie es ist."));

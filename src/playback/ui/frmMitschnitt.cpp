@@ -5,6 +5,7 @@
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/LevelBar.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
 #include "widgets/xMessageBox.h"
@@ -81,6 +82,7 @@ frmMitschnitt::frmMitschnitt(const RecordingOptions& options, const QDateTime& n
     SuggestName(now);
     ShowEnding();
     ShowState({});
+    name_->setFocus(); // no key that comes by itself starts or ends a recording
     connect(start_, &QPushButton::clicked, this, &frmMitschnitt::StartOrStop);
     connect(choose_, &QPushButton::clicked, this, &frmMitschnitt::ChooseFolder);
     connect(format_, &QComboBox::activated, this, [this] {
@@ -207,8 +209,7 @@ void frmMitschnitt::ShowState(const RecordingState& state) {
     status_ = state.status;
     start_->SetOn(!idle);
     start_->SetIconName(idle ? QStringLiteral("record") : QStringLiteral("stop"));
-    if (const QString text = idle ? tr("Aufnahme starten") : tr("Aufnahme beenden"); start_->text() != text)
-        start_->setText(text);
+    ShowCaption(*start_, idle ? tr("Aufnahme starten") : tr("Aufnahme beenden"));
     for (QWidget* choice : std::initializer_list<QWidget*>{format_, choose_, name_})
         choice->setEnabled(idle);
     time_->SetText(RecordingTime(state.seconds));

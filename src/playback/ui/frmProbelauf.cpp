@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/Settings.h"
 #include "playback/ui/frmProbelaufControls.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/SilenceParts.h"
 #include "widgets/xMessageBox.h"
 
@@ -44,6 +45,7 @@ frmProbelauf::frmProbelauf(const Parts& parts, QWidget* parent)
     tick_.start(kTickInterval);
     clock_.start(kClockInterval);
     ShowPlan();
+    controls_->table->setFocus();
 }
 
 frmProbelauf::~frmProbelauf() {
@@ -144,7 +146,7 @@ void frmProbelauf::ShowProgress() {
     controls_->bar->setRange(0, rehearsal.IsPlanning() ? 0 : std::max(1, count));
     controls_->bar->setValue(done);
     controls_->bar->setVisible(running);
-    controls_->cancel->setText(running ? u"Abbrechen"_s : u"Neu rechnen"_s);
+    ShowCaption(*controls_->cancel, running ? u"Abbrechen"_s : u"Neu rechnen"_s);
     if (rehearsal.IsPlanning())
         controls_->state->setText(u"Der Ablauf wird geplant..."_s);
     else if (count == 0)
@@ -165,7 +167,7 @@ void frmProbelauf::ShowJoint() {
     const bool plays = player_.IsPlaying() || waiting_;
     controls_->play->SetOn(plays && !all_);
     controls_->play->SetIconName(plays && !all_ ? u"stop"_s : u"play"_s);
-    controls_->play->setText(plays && !all_ ? u"Stop"_s : u"Anhören"_s);
+    ShowCaption(*controls_->play, plays && !all_ ? u"Stop"_s : u"Anhören"_s);
     controls_->all->SetOn(all_);
     if (!exists) {
         controls_->titles->SetText({});

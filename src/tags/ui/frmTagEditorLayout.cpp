@@ -159,7 +159,7 @@ QWidget* frmTagEditor::BuildLyric() {
 
 QLayout* frmTagEditor::BuildButtons() {
     auto* save = new IconButton(QStringLiteral("tag"), IconButton::Size::Normal, this);
-    save->setText(tr("Speichern"));
+    save->setText(tr("&Speichern"));
     save->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     save->setDefault(true);
     save_ = save;

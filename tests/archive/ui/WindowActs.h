@@ -44,7 +44,7 @@ private:
                      box->findChild<QWidget*>(QStringLiteral("lblText"))->property("text").toString());
         const QString caption = captions_.isEmpty() ? QString() : captions_.takeFirst();
         for (auto* button : box->findChildren<QAbstractButton*>()) {
-            if (button->text() == caption)
+            if (button->text().remove(u'&') == caption)
                 return button->click();
         }
         box->close(); // not foreseen; the test sees it in what was said
