@@ -7,6 +7,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <new>
 
 namespace kalvo {
 
@@ -68,9 +69,11 @@ void EncodeInto(QByteArray& utf8, const QString& text) {
 
 using Visit = std::function<bool(const SqliteRow&)>;
 
-void VisitRow(sqlite3_context* context, int, sqlite3_value** values) {
+void VisitRow(sqlite3_context* context, int, sqlite3_value** values) try {
     if (!(*static_cast<const Visit*>(sqlite3_user_data(context)))(SqliteRow(values)))
         sqlite3_result_error_code(context, SQLITE_ABORT);
+} catch (const std::bad_alloc&) { // not through the engine
+    sqlite3_result_error_nomem(context);
 }
 
 void EndVisit(sqlite3_context*) {}
