@@ -14,7 +14,7 @@ using enum ArchiveField;
 /** So many titles that two threads share the sorting, with many alike; all texts are their own sort keys. */
 class ManyTitles {
 public:
-    static constexpr qint64 kTitles = 120'000;
+    static constexpr qint64 kTitles = 160'000;
 
     ManyTitles() {
         std::mt19937 random(7);
