@@ -47,10 +47,9 @@ bool MayCrossSeparator(std::string_view needle) {
 }
 
 /** Rows that are worth a second thread. */
-constexpr std::size_t kWorthThread = 100'000;
+constexpr std::size_t kWorthThread = 150'000;
 
-/** Calls work(half, begin, end) for the first and the second half of so many rows, at the same time if they are many.
- */
+/** Calls work(half, begin, end) for half 0 and half 1 of so many rows; at the same time where they are many. */
 template<typename Work>
 void InHalves(std::size_t rows, Work work) {
     const std::size_t middle = rows < kWorthThread ? rows : rows / 2;

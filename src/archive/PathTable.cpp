@@ -9,14 +9,14 @@ namespace {
 
 constexpr std::size_t kFewest = 64;
 /** Rows between the call for a place's memory and its use. */
-constexpr std::size_t kAhead = 16;
+constexpr std::size_t kPrefetched = 16;
 
 } // namespace
 
 PathTable::PathTable(const std::vector<std::uint32_t>& hashes)
     : entries_(std::bit_ceil(std::max(kFewest, hashes.size() * 2))), used_(hashes.size()) {
     for (std::size_t row = 0; row < hashes.size(); ++row) {
-        __builtin_prefetch(&entries_[hashes[std::min(row + kAhead, hashes.size() - 1)] & Mask()], 1);
+        __builtin_prefetch(&entries_[hashes[std::min(row + kPrefetched, hashes.size() - 1)] & Mask()], 1);
         Insert({hashes[row], static_cast<std::uint32_t>(row)});
     }
 }
