@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QLabel>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QMenu>
@@ -73,11 +74,15 @@ QString SizeText(const QSize& size) {
     return u"%1x%2"_s.arg(size.width()).arg(size.height());
 }
 
-/** The selected title's comes by a thread, where the window is wide enough to show it. */
-void WaitForCover(const QWidget& window) {
+/** What stands beside the archive of a wide window: the cover comes by a thread, the next jingle by the second. */
+void WaitForSide(const QWidget& window) {
     const auto* cover = window.findChild<QWidget*>(u"imgCover"_s);
-    WaitUntil([cover] { return !cover->isVisible() || cover->accessibleName() == u"Coverbild"_s; },
-              std::chrono::seconds(5));
+    const auto* jingle = window.findChild<QLabel*>(u"lblJingleZeit"_s);
+    WaitUntil(
+        [cover, jingle] {
+            return !cover->isVisible() || (cover->accessibleName() == u"Coverbild"_s && !jingle->text().isEmpty());
+        },
+        std::chrono::seconds(5));
 }
 
 void TakeSizes(GalleryDesk& desk, const Camera& camera, const QList<QSize>& sizes) {
@@ -85,7 +90,7 @@ void TakeSizes(GalleryDesk& desk, const Camera& camera, const QList<QSize>& size
     for (const QSize& size : sizes) {
         desk.Window().resize(size);
         GalleryDesk::Settle();
-        WaitForCover(desk.Window());
+        WaitForSide(desk.Window());
         camera.Take(u"Form1-"_s + SizeText(size * ratio), desk.Window());
     }
     desk.Window().resize(kDefaultSize);

@@ -313,6 +313,7 @@ void ArchivePanel::ApplyLook() {
     clearSearch_->setIcon(Icons::Icon(QStringLiteral("close"), dim));
     categories_->Tree()->setMinimumWidth(units.Of(8));
     ApplyTree();
+    title_->ApplyLook();
     ApplySide();
 }
 

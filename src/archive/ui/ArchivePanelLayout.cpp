@@ -78,11 +78,11 @@ void ArchivePanel::ApplySide() {
     const bool beside = sideShown_ && mode_ == LayoutMode::Wide &&
                         height() - SkinStyle::Units().PanelHead() >= ArchiveSide::LowestHeight();
     if (beside == side_->isHidden()) {
-        title_->SetForm(beside ? SelectedTitleView::Form::Card : SelectedTitleView::Form::Line);
         if (beside)
             side_->TakeTitle(*title_);
         else
             layout()->addWidget(title_);
+        title_->SetForm(beside ? SelectedTitleView::Form::Card : SelectedTitleView::Form::Line);
         side_->setVisible(beside);
         Q_EMIT SideChanged();
     }

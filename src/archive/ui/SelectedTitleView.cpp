@@ -38,7 +38,7 @@ SelectedTitleView::SelectedTitleView(QWidget* parent)
     album_->SetTone(Tone::Dim);
     path_->SetTone(Tone::Dim);
     BuildButtons();
-    ApplyForm();
+    ApplyLook();
     Show({});
 }
 
@@ -81,11 +81,11 @@ void SelectedTitleView::SetForm(Form form) {
     if (form == form_)
         return;
     form_ = form;
-    ApplyForm();
+    ApplyLook();
     ShowTexts();
 }
 
-void SelectedTitleView::ApplyForm() {
+void SelectedTitleView::ApplyLook() {
     const bool isLine = form_ == Form::Line;
     delete layout();
     isLine ? LayOutLine() : LayOutCard();
@@ -200,12 +200,6 @@ void SelectedTitleView::ShowPreListening(bool on) {
 void SelectedTitleView::paintEvent(QPaintEvent*) {
     if (form_ == Form::Line)
         QPainter(this).fillRect(0, 0, width(), 1, SkinStyle::Colours().line);
-}
-
-void SelectedTitleView::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::StyleChange)
-        ApplyForm();
 }
 
 } // namespace kalvo

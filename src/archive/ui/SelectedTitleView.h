@@ -23,6 +23,8 @@ public:
     explicit SelectedTitleView(QWidget* parent = nullptr);
 
     void SetForm(Form form);
+    /** To be called when the style has changed and all widgets have taken it: fonts set before would be lost. */
+    void ApplyLook();
     /** Of the card, in logical pixels. */
     static int CardHeight();
     /** An empty record (without path): nothing is selected, the buttons are disabled. */
@@ -47,14 +49,12 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
     IconButton* MakeButton(const QString& icon, const QString& name, const QString& accessibleName);
     void BuildButtons();
     void LayOutLine();
     void LayOutCard();
-    void ApplyForm();
     void ShowTexts();
 
     Form form_ = Form::Line;

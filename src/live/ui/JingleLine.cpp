@@ -29,6 +29,9 @@ JingleLine::JingleLine(QWidget* parent)
     : QWidget(parent),
       name_(Named(new ElidedLabel(this), u"lblNaechsterJingle"_s, u"Nächster Jingle"_s)),
       time_(Named(new TimeLabel(u"in 00:00:00"_s, this), u"lblJingleZeit"_s, u"Zeit bis zum nächsten Jingle"_s)) {
+    QFont bold; // its size is the program's, whatever that becomes
+    bold.setBold(true);
+    time_->setFont(bold);
     time_->setAlignment(Qt::AlignRight);
     auto* row = new QHBoxLayout(this);
     row->addWidget(name_, 1);
@@ -54,7 +57,6 @@ QSize JingleLine::minimumSizeHint() const {
 
 void JingleLine::ApplyLook() {
     const FontUnits& units = SkinStyle::Units();
-    time_->setFont(units.Font(1, true));
     setFixedHeight(units.Of(1.6));
     layout()->setContentsMargins(focusRingMargin + units.Icon() + units.Of(0.6), 0, focusRingMargin, 0);
     layout()->setSpacing(units.Gap(2));

@@ -69,6 +69,9 @@ WishPanel::WishPanel(WishList& wishes, QWidget* parent)
       model_(new TextTableModel({u"Titel"_s, u"Gewünscht von"_s, u"Zeit"_s}, {}, this)),
       table_(Named(new TextTable(*model_, {0, 6.6, 4}, this), u"lstWuensche"_s, u"Wünsche der Gäste"_s)),
       empty_(Named(new ElidedLabel(this), u"lblKeineWuensche"_s, u"Hinweis"_s)) {
+    QFont bold; // its size is the program's, whatever that becomes
+    bold.setBold(true);
+    heading_->setFont(bold);
     count_->setForegroundRole(QPalette::PlaceholderText);
     table_->setToolTip(u"Doppelklick oder Eingabe: an die aktive Wiedergabeliste anhängen"_s);
     table_->horizontalHeader()->hide();
@@ -135,7 +138,6 @@ QSize WishPanel::minimumSizeHint() const {
 
 void WishPanel::ApplyLook() {
     const FontUnits& units = SkinStyle::Units();
-    heading_->setFont(units.Font(1, true));
     layout()->setContentsMargins(focusRingMargin, 0, focusRingMargin, 0);
     layout()->setSpacing(units.Gap(1.5));
 }

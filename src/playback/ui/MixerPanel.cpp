@@ -208,8 +208,8 @@ void MixerPanel::SetLayoutMode(LayoutMode mode) {
     parts_->continuous->setText(narrow ? QStringLiteral("Kont.") : QStringLiteral("Kontinuierlich"));
     parts_->automatic->setText(narrow ? QStringLiteral("Auto") : QStringLiteral("Automatik"));
     ShowMeter();
-    ApplySizes();
     Arrange();
+    ApplySizes(); // a label that has got another parent comes with the font of the style before
 }
 
 void MixerPanel::ApplySizes() {
