@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFile>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -93,6 +94,19 @@ TEST_F(frmAutoDjTest, ValuesMoveBetweenTheListsAndEveryCriterionKeepsItsChoice) 
     Click("Command6");
     EXPECT_EQ(Values("LstAuswahl1"), QStringList());
     EXPECT_EQ(listsWanted, 0);
+}
+
+TEST_F(frmAutoDjTest, EnterInTheSearchChoosesAndFillsNothing) {
+    window.Start();
+    window.show();
+    Click("optStil1");
+    auto* search = Find<QLineEdit>("txtSuche");
+    search->setText(u"po"_s);
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
+    QApplication::sendEvent(search, &enter);
+    EXPECT_EQ(Values("LstAuswahl1"), QStringList({u"Polka"_s}));
+    EXPECT_TRUE(Find<QAbstractButton>("Command1")->text().contains(u"Füllen"_s)) << "does not run";
+    EXPECT_EQ(first.Entries().size() + second.Entries().size(), 0);
 }
 
 TEST_F(frmAutoDjTest, FillsAndTellsThePlayingTime) {
