@@ -20,8 +20,6 @@ public:
 
     /** Of one window, at once: letters for what is visible in it. */
     static void Letter(QWidget& window);
-    /** Of one window, at once: Tab follows its layouts, rows from the left to the right, one below the other. */
-    static void Order(QWidget& window);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
