@@ -17,7 +17,7 @@ namespace KeyboardFaults {
 QStringList TabOrder(QWidget& window);
 /** Captions without a letter for Alt although one is free, and letters that two captions of the window share. */
 QStringList Letters(const QWidget& window);
-/** Of Enter: more than one default button, one that deletes, or a highlighted button that it does not press. */
+/** Of Enter: more than one default button, or one that deletes. */
 QStringList DefaultButtons(const QWidget& window);
 /** Of what has the focus when the window opens: nothing, or a button beside which there is something to fill in. */
 QStringList FirstFocus(const QWidget& window);
