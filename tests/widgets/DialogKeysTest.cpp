@@ -79,14 +79,13 @@ TEST_F(DialogKeysTest, EnterMeansWhatHasTheFocus) {
     dialog.show();
     dialog.activateWindow();
     QApplication::processEvents();
-    const QList<QPushButton*> none;
     Press(*remove);
     EXPECT_EQ(pressed, QList{remove}) << "not the default";
     Press(*field);
     EXPECT_EQ(pressed, (QList{remove, accept}));
     pressed.clear();
     Press(*list);
-    EXPECT_EQ(pressed, none) << "the list's own";
+    EXPECT_TRUE(pressed.isEmpty()) << "the list's own";
     remove->setEnabled(false);
     Press(*cancel);
     EXPECT_EQ(pressed, QList{cancel});
