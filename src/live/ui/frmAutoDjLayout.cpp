@@ -8,8 +8,8 @@
 #include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 
-#include <QButtonGroup>
 #include <QApplication>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
