@@ -1,5 +1,7 @@
 #include "archive/IndexLoader.h"
 
+#include <QScopeGuard>
+
 #include <condition_variable>
 #include <mutex>
 #include <string>
@@ -21,13 +23,16 @@ struct Block {
 /** Passes blocks from the thread that fills them to the one that empties them; they go back to be filled again. */
 class BlockExchange {
 public:
-    /** Hands a filled block over for an emptied one, as soon as the one before has been taken. */
-    void Give(Block& block) {
+    /** Hands a filled block over for an emptied one, as soon as the one before has been taken; false after the end. */
+    bool Give(Block& block) {
         std::unique_lock lock(mutex_);
-        changed_.wait(lock, [this] { return !filled_; });
+        changed_.wait(lock, [this] { return !filled_ || ended_; });
+        if (ended_)
+            return false;
         std::swap(block_, block);
         filled_ = true;
         changed_.notify_one();
+        return true;
     }
 
     /** Waits for the next filled block, for which `block` goes back; false when none comes any more. */
@@ -42,6 +47,7 @@ public:
         return true;
     }
 
+    /** By the one that fills behind its last block, by the other when it gives up. */
     void End() {
         const std::lock_guard lock(mutex_);
         ended_ = true;
@@ -62,19 +68,16 @@ bool ReadBlocks(SqliteDatabase& database, BlockExchange& blocks) {
     for (const ArchiveField field : kTextFields)
         fields += QStringLiteral(", ") + FieldName(field);
     Block block;
+    const QScopeGuard end([&] { blocks.End(); });
     const bool read = database.VisitRows(fields, QStringLiteral("Daten"), [&](const SqliteRow& row) {
         block.numbers.push_back(row.Number(0));
         for (int column = 1; column <= static_cast<int>(kTextFields.size()); ++column) {
             block.bytes += row.Utf8(column);
             block.ends.push_back(block.bytes.size());
         }
-        if (block.numbers.size() == kBlockRows)
-            blocks.Give(block);
-        return true;
+        return block.numbers.size() < kBlockRows || blocks.Give(block);
     });
-    blocks.Give(block);
-    blocks.End();
-    return read;
+    return blocks.Give(block) && read;
 }
 
 /** The block is empty then. */
@@ -99,6 +102,7 @@ void Append(Block& block, MemoryIndex& index) {
 IndexLoader::Index Load(SqliteDatabase& database) {
     BlockExchange blocks;
     auto reading = std::async(std::launch::async, [&] { return ReadBlocks(database, blocks); });
+    const QScopeGuard giveUp([&] { blocks.End(); }); // without memory for the index the reader must not wait for ever
     auto index = std::make_shared<MemoryIndex>();
     for (Block block; blocks.Take(block);)
         Append(block, *index);
