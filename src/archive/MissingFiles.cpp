@@ -3,6 +3,7 @@
 #include "archive/FilePresence.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace kalvo {
@@ -17,8 +18,11 @@ constexpr std::size_t kWaiting = 8;
 
 MissingFiles::MissingFiles() {
     const unsigned cores = std::clamp(std::thread::hardware_concurrency(), 2U, kMostCores);
-    for (unsigned i = 1; i < cores; ++i)
-        workers_.emplace_back([this] { Work(); });
+    try {
+        for (unsigned i = 1; i < cores; ++i)
+            workers_.emplace_back([this] { Work(); });
+    } catch (const std::system_error&) { // no further thread: the one that adds asks for more itself
+    }
 }
 
 MissingFiles::~MissingFiles() {
