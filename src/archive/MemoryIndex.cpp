@@ -5,6 +5,7 @@
 #include "archive/TextFolding.h"
 
 #include <future>
+#include <utility>
 
 namespace kalvo {
 
@@ -62,6 +63,7 @@ void MemoryIndex::Append(qint64 nr, const Texts& texts) {
     const auto row = static_cast<std::uint32_t>(ids_.size());
     ids_.push_back(nr);
     highest_ = std::max(highest_, nr);
+    haveShortNumbers_ = haveShortNumbers_ && std::in_range<std::uint32_t>(nr);
     alive_.Resize(ids_.size());
     alive_.Set(row);
     std::string folded;

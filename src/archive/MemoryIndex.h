@@ -111,7 +111,7 @@ private:
     bool HoldsName(std::string_view folder, std::string_view name);
     bool HoldsPathFrom(std::string_view start, const LikePattern& pattern);
     std::vector<std::uint32_t> InDefaultOrder(const BitSet& rows) const;
-    std::vector<qint64> Sorted(const QList<RecordOrder>& order, const std::vector<std::uint32_t>& rows) const;
+    std::vector<qint64> Sorted(const QList<RecordOrder>& order, std::vector<std::uint32_t> rows) const;
     std::vector<qint64> NumbersOf(const std::vector<std::uint32_t>& rows) const;
     std::vector<qint64> AllRanked(const SortRanks& ranks, bool descending) const;
     /** Whether the rows stand in the default order and none is dead. */
@@ -119,8 +119,9 @@ private:
     RankedKey KeyOf(const RecordOrder& key, std::vector<std::uint32_t>& numberRanks) const;
     std::vector<std::uint32_t> NumberRanks() const;
 
-    std::vector<qint64> ids_; ///< by row
-    qint64 highest_ = 0;      ///< of ids_
+    std::vector<qint64> ids_;      ///< by row
+    qint64 highest_ = 0;           ///< of ids_
+    bool haveShortNumbers_ = true; ///< all of ids_ fit 32 bits, unsigned
     BitSet alive_;
     std::size_t dead_ = 0;
     std::size_t packed_ = 0;                  ///< rows at the last Pack()

@@ -4,33 +4,10 @@
 #include "archive/TextFolding.h"
 
 #include <charconv>
-#include <future>
-#include <utility>
 
 namespace kalvo {
 
 namespace {
-
-/** A field that has been sorted by before decides nothing any more. */
-QList<RecordOrder> WithoutRepeats(const QList<RecordOrder>& order) {
-    QList<RecordOrder> kept;
-    for (const RecordOrder& key : order) {
-        const bool repeated = std::any_of(kept.begin(), kept.end(),
-                                          [&](const RecordOrder& earlier) { return earlier.field == key.field; });
-        if (!repeated)
-            kept.append(key);
-    }
-    return kept;
-}
-
-/** Drops keys at the end that the default order, from which sorting starts, sees to already. */
-void DropDefaultTail(QList<RecordOrder>& order) {
-    const RecordOrder title{ArchiveField::Titel, false};
-    if (order.size() > 1 && order.last() == title && order.at(order.size() - 2).field == ArchiveField::Interpret)
-        order.removeLast();
-    if (!order.isEmpty() && order.last() == RecordOrder{ArchiveField::Interpret, false})
-        order.removeLast();
-}
 
 /** Between artist and title. */
 constexpr std::string_view kSeparator = " - ";
@@ -46,87 +23,7 @@ bool MayCrossSeparator(std::string_view needle) {
     return false;
 }
 
-/** Rows that are worth a second thread. */
-constexpr std::size_t kWorthThread = 150'000;
-
-/** Calls work(half, begin, end) for half 0 and half 1 of so many rows; at the same time where they are many. */
-template<typename Work>
-void InHalves(std::size_t rows, Work work) {
-    const std::size_t middle = rows < kWorthThread ? rows : rows / 2;
-    std::future<void> second;
-    if (middle < rows)
-        second = std::async(work, 1, middle, rows); // runs in get() when there is no thread to be had
-    work(0, 0, middle);
-    if (second.valid())
-        second.get();
-}
-
-/** A row with its rank in the field that it is sorted by next. */
-struct RankedRow {
-    std::uint32_t row;
-    std::uint32_t rank;
-};
-
-/** Stable. distinct: number of ranks; valueOf(row): what is put into its place. */
-template<typename Value, typename ValueOf>
-std::vector<Value> SortedByRank(std::vector<RankedRow> rows, std::size_t distinct, ValueOf valueOf) {
-    std::vector<Value> sorted(rows.size());
-    if (rows.size() < distinct / 8) {
-        std::stable_sort(rows.begin(), rows.end(),
-                         [](const RankedRow& left, const RankedRow& right) { return left.rank < right.rank; });
-        std::transform(rows.begin(), rows.end(), sorted.begin(),
-                       [&](const RankedRow& one) { return valueOf(one.row); });
-        return sorted;
-    }
-    std::array<std::vector<std::uint32_t>, 2> next; // by half: how many rows a rank has, then where its next one goes
-    next.fill(std::vector<std::uint32_t>(distinct, 0));
-    InHalves(rows.size(), [&](std::size_t half, std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i)
-            ++next[half][rows[i].rank];
-    });
-    std::uint32_t place = 0;
-    for (std::size_t rank = 0; rank < distinct; ++rank)
-        for (std::vector<std::uint32_t>& half : next)
-            place += std::exchange(half[rank], place);
-    InHalves(rows.size(), [&](std::size_t half, std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i)
-            sorted[next[half][rows[i].rank]++] = valueOf(rows[i].row);
-    });
-    return sorted;
-}
-
 } // namespace
-
-std::vector<qint64> MemoryIndex::Select(const RecordSource& source) {
-    Settle();
-    QList<RecordOrder> order = WithoutRepeats(source.order);
-    DropDefaultTail(order);
-    const bool wholeTexts =
-        order.size() == 1 && (order.first().field == ArchiveField::Titel || order.first().field == ArchiveField::Pfad);
-    if (source.conditions.isEmpty() && wholeTexts && IsPacked())
-        return AllRanked(order.first().field == ArchiveField::Titel ? titleRanks_ : pathRanks_,
-                         order.first().descending);
-    return Sorted(order, InDefaultOrder(Matching(source.conditions)));
-}
-
-/** Every row by its own rank, whose order is there already; equal ones stay in the default order. */
-std::vector<qint64> MemoryIndex::AllRanked(const SortRanks& ranks, bool descending) const {
-    const auto order = ranks.Order();
-    std::vector<qint64> numbers(order.size());
-    InHalves(order.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i)
-            numbers[descending ? order.size() - 1 - i : i] = ids_[order[i]];
-    });
-    for (std::size_t end = order.size(), begin = 0; descending && end > 0; end = begin) {
-        begin = end - 1;
-        while (ranks.IsTied(begin))
-            --begin;
-        if (end - begin > 1)
-            std::reverse(numbers.end() - static_cast<std::ptrdiff_t>(end),
-                         numbers.end() - static_cast<std::ptrdiff_t>(begin));
-    }
-    return numbers;
-}
 
 BitSet MemoryIndex::Matching(const QList<RecordCondition>& conditions) const {
     if (conditions.isEmpty())
@@ -262,61 +159,6 @@ std::vector<std::uint32_t> MemoryIndex::InDefaultOrder(const BitSet& rows) const
         if (rows.Test(row))
             found.push_back(row);
     return found;
-}
-
-std::vector<std::uint32_t> MemoryIndex::NumberRanks() const {
-    std::vector<std::uint32_t> rows(ids_.size());
-    std::iota(rows.begin(), rows.end(), 0U);
-    std::sort(rows.begin(), rows.end(),
-              [this](std::uint32_t left, std::uint32_t right) { return ids_[left] < ids_[right]; });
-    std::vector<std::uint32_t> ranks(rows.size());
-    for (std::uint32_t i = 0; i < rows.size(); ++i)
-        ranks[rows[i]] = i;
-    return ranks;
-}
-
-MemoryIndex::RankedKey MemoryIndex::KeyOf(const RecordOrder& key, std::vector<std::uint32_t>& numberRanks) const {
-    if (key.field == ArchiveField::Nr) {
-        numberRanks = NumberRanks();
-        return {{}, numberRanks, numberRanks.size(), key.descending};
-    }
-    if (key.field == ArchiveField::Titel)
-        return {{}, titleRanks_.Ranks(), titleRanks_.Distinct(), key.descending};
-    if (key.field == ArchiveField::Pfad)
-        return {{}, pathRanks_.Ranks(), pathRanks_.Distinct(), key.descending};
-    const Column& column = ColumnOf(key.field);
-    return {column.codes, column.dictionary.Ranks().Ranks(), column.dictionary.Ranks().Distinct(), key.descending};
-}
-
-/**
- * The numbers of the rows, which come in the default order. Sorted by the last field first; the ranks of the next one
- * are fetched while the rows still stand in an order in which that is quick.
- */
-std::vector<qint64> MemoryIndex::Sorted(const QList<RecordOrder>& order, const std::vector<std::uint32_t>& rows) const {
-    std::vector<std::uint32_t> numberRanks; // a field is named once
-    std::vector<RankedKey> keys;
-    for (auto key = order.crbegin(); key != order.crend(); ++key)
-        keys.push_back(KeyOf(*key, numberRanks));
-    if (keys.empty())
-        return NumbersOf(rows);
-    const auto rankedBy = [&keys](std::size_t key) {
-        return [&keys, key](std::uint32_t row) { return RankedRow{row, keys[key].RankOf(row)}; };
-    };
-    std::vector<RankedRow> ranked(rows.size());
-    InHalves(rows.size(), [&, rank = rankedBy(0)](std::size_t, std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i)
-            ranked[i] = rank(rows[i]);
-    });
-    for (std::size_t key = 0; key + 1 < keys.size(); ++key)
-        ranked = SortedByRank<RankedRow>(std::move(ranked), keys[key].distinct, rankedBy(key + 1));
-    return SortedByRank<qint64>(std::move(ranked), keys.back().distinct,
-                                [this](std::uint32_t row) { return ids_[row]; });
-}
-
-std::vector<qint64> MemoryIndex::NumbersOf(const std::vector<std::uint32_t>& rows) const {
-    std::vector<qint64> numbers(rows.size());
-    std::transform(rows.begin(), rows.end(), numbers.begin(), [this](std::uint32_t row) { return ids_[row]; });
-    return numbers;
 }
 
 } // namespace kalvo
