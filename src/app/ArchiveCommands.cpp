@@ -21,6 +21,9 @@ namespace {
 const QString kYes = QStringLiteral("Ja");
 const QString kNo = QStringLiteral("Nein");
 
+/** Between two looks for what other programs have written into the archive. */
+constexpr int kFollowMilliseconds = 5000;
+
 void Present(QWidget& dialog) {
     dialog.show();
     dialog.raise();
@@ -34,6 +37,8 @@ ArchiveCommands::ArchiveCommands(Archive& archive, ArchivePanel& panel, DeskActi
     : QObject(&window), archive_(archive), panel_(panel), beside_(std::move(beside)), window_(window), undo_(archive) {
     BuildMenus(actions);
     KeepTree(values);
+    connect(&followTimer_, &QTimer::timeout, &archive_, &Archive::FollowOthers);
+    followTimer_.start(kFollowMilliseconds);
     connect(&panel_, &ArchivePanel::DeleteRequested, this, &ArchiveCommands::DeleteMarkedTitles);
     connect(&undo_, &ArchiveUndo::Told, this, &ArchiveCommands::Told);
 }

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 class QAction;
 class QWidget;
@@ -60,6 +61,7 @@ private:
     QList<QWidget*> beside_;
     QWidget& window_;
     ArchiveUndo undo_;
+    QTimer followTimer_;
     QPointer<frmSuchen> search_;
     QPointer<frmDoubletten> duplicates_;
     QPointer<frmTitelLoeschen> deletion_;

@@ -32,6 +32,7 @@ Archive::~Archive() = default;
 
 bool Archive::Open(const DataFolder& folder) {
     loader_.reset();
+    isLoading_ = false;
     index_.reset();
     log_ = {};
     ShowRows({});
@@ -60,43 +61,44 @@ void Archive::SettleLayout(const DataFolder& folder) {
 }
 
 void Archive::StartLoading() {
-    const auto loaded = [this](const std::shared_ptr<MemoryIndex>& index) {
-        QMetaObject::invokeMethod(
-            this, [this, index] { TakeIndex(index); }, Qt::QueuedConnection);
-    };
     const auto damaged = [this] {
-        const auto tell = [this] {
-            ArchiveRescue::Note(Path());
-            Q_EMIT Message(u"Das Musikarchiv ist beschädigt und wird beim nächsten Start erneuert: "_s + Path());
-        };
-        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+        ArchiveRescue::Note(Path());
+        Q_EMIT Message(u"Das Musikarchiv ist beschädigt und wird beim nächsten Start erneuert: "_s + Path());
     };
-    state_ = State::Loading;
-    loader_ = std::make_unique<IndexLoader>(Path(), loaded, damaged);
+    loader_.reset();
+    isLoading_ = true;
+    writtenWhileLoading_.clear();
+    foreignWrites_.Read(database_.ForeignVersion());
+    loader_ = std::make_unique<IndexLoader>(
+        Path(), [this](const auto& index) { TakeIndex(index); }, damaged);
 }
 
 bool Archive::WaitForIndex() {
-    if (state_ == State::Loading)
+    if (IsLoading())
         TakeIndex(loader_->Wait());
     return IsIndexReady();
 }
 
 void Archive::TakeIndex(const std::shared_ptr<MemoryIndex>& index) {
-    if (state_ != State::Loading)
+    if (!isLoading_)
         return;
-    state_ = index ? State::Ready : State::Failed;
-    index_ = index;
-    if (!index_) {
+    isLoading_ = false;
+    const bool follows = index_ != nullptr;
+    if (!index && !follows) {
         Q_EMIT Message(u"Das Musikarchiv kann nicht gelesen werden: "_s + Path());
         Q_EMIT IndexFailed();
         return;
     }
+    if (!index)
+        return;
+    index_ = index;
     for (const TitleRecord& record : writtenWhileLoading_)
         index_->Put(record);
     writtenWhileLoading_.clear();
     Refresh();
     Q_EMIT CountChanged();
-    Q_EMIT IndexReady();
+    if (!follows)
+        Q_EMIT IndexReady();
 }
 
 bool Archive::SetRecordSource(const QString& statement) {
@@ -174,7 +176,7 @@ qint64 Archive::Count() const {
 void Archive::PutIntoIndex(const TitleRecord& record) {
     if (index_)
         index_->Put(record);
-    else
+    if (isLoading_)
         writtenWhileLoading_.push_back(record);
 }
 
@@ -209,10 +211,13 @@ void Archive::ReloadAfterLoss() {
 
 /** The rows shown stay until the new index answers. */
 void Archive::Reload() {
-    loader_.reset();
     index_.reset();
-    writtenWhileLoading_.clear();
     StartLoading();
+}
+
+void Archive::FollowOthers() {
+    if (index_ && !isLoading_ && !database_.HasOpenBatch() && foreignWrites_.AreDue(database_.ForeignVersion()))
+        StartLoading();
 }
 
 std::optional<TitleRecord> Archive::FindFirst(const QString& criterion) const {

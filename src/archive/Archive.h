@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveDatabase.h"
 #include "archive/DeletionLog.h"
+#include "archive/ForeignWrites.h"
 #include "archive/RecordSource.h"
 #include "base/Clock.h"
 #include "base/DataFolder.h"
@@ -22,10 +23,9 @@ class RowCache;
  * The music archive as the windows use it: the database, the memory index that answers, and the rows of the current
  * record source. UI thread; nothing but writing and the reading of single pages waits for the disk.
  *
- * At Open() a thread of its own starts to read the table into the index, over a connection of its own, and hands it
- * over by a queued call. Until then the archive holds no rows: record sources are answered when the index is there, and
- * titles written in between are put into it then. Afterwards the thread checks the file and reports a damage by
- * Message(). The destructor stops and joins it.
+ * At Open() a thread of its own starts to read the table into the index. Until it has, the archive holds no rows:
+ * record sources are answered when the index is there, and titles written in between are put into it then. Afterwards
+ * the thread checks the file and reports a damage by Message(). The destructor stops and joins it.
  */
 class Archive : public QObject {
     Q_OBJECT
@@ -41,9 +41,9 @@ public:
     bool Open(const DataFolder& folder);
     bool IsOpen() const { return database_.IsOpen(); }
     bool IsReadOnly() const { return database_.IsReadOnly(); }
-    bool IsIndexReady() const { return state_ == State::Ready; }
+    bool IsIndexReady() const { return index_ != nullptr; }
     /** Whether IndexReady() or IndexFailed() is still to come. */
-    bool IsLoading() const { return state_ == State::Loading; }
+    bool IsLoading() const { return isLoading_ && !index_; }
     /** Waits until the index is there; false when it could not be loaded. For the command line, not for windows. */
     bool WaitForIndex();
     /** Where the databases are; the panel changes widths and row height and saves it. */
@@ -63,6 +63,8 @@ public:
     QList<TitleRecord> ReadEach(const QList<qint64>& numbers) const { return database_.Read(numbers); }
     /** Evaluates the current record source anew, so that titles added since show. */
     void Refresh();
+    /** To be called every few seconds: reads and shows what other programs have written into the archive since. */
+    void FollowOthers();
 
     /** Rows of the current record source. */
     int RowCount() const { return static_cast<int>(rows_.size()); }
@@ -83,12 +85,8 @@ public:
     WriteResult AddTitle(TitleRecord& record);
     /** Replaces the record of the same `Nr`; a shown row follows by RowChanged(). */
     WriteResult UpdateRecord(const TitleRecord& record);
-    /**
-     * Deletes titles, all or none; not shown before the next Refresh(). Numbers that are gone are passed over. files:
-     * of the titles, moved to the bin already; an undo brings them back with the titles.
-     */
+    /** All or none; not shown before the next Refresh(). files: in the bin already, an undo brings them back too. */
     WriteResult DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files = {});
-    /** Leaves an empty archive behind. */
     WriteResult DeleteAll();
     /** Takes the latest deletion since Open() back, under the old numbers. After a failure it can be tried again. */
     WriteResult Undo();
@@ -108,14 +106,14 @@ public:
     class Session;
 
 Q_SIGNALS:
-    /** The rows are about to be replaced; they are still the old ones. RecordsChanged() follows. */
+    /** The rows are still the old ones; RecordsChanged() follows. */
     void RecordsAboutToChange();
     /** The rows of the current record source are other ones. */
     void RecordsChanged();
     /** One shown row has new content. */
     void RowChanged(int row);
     void CountChanged();
-    /** So many titles were deleted, by DeleteTitles() or DeleteAll(). */
+    /** By DeleteTitles() or DeleteAll(). */
     void Deleted(qint64 titles);
     void IndexReady();
     void IndexFailed();
@@ -123,7 +121,6 @@ Q_SIGNALS:
     void Message(const QString& text);
 
 private:
-    enum class State { Closed, Loading, Ready, Failed };
     void SettleLayout(const DataFolder& folder);
     void StartLoading();
     void TakeIndex(const std::shared_ptr<MemoryIndex>& index);
@@ -137,9 +134,10 @@ private:
 
     LayoutFile layout_;
     ArchiveDatabase database_;
-    State state_ = State::Closed;
-    std::shared_ptr<MemoryIndex> index_; ///< null unless ready
+    std::shared_ptr<MemoryIndex> index_; ///< null until loaded
+    bool isLoading_ = false;             ///< also beside an index that is to be exchanged
     std::vector<TitleRecord> writtenWhileLoading_;
+    ForeignWrites foreignWrites_;
     std::unique_ptr<RowCache> cache_;
     QString source_;
     RecordSource query_;

@@ -280,4 +280,9 @@ qint64 ArchiveDatabase::Count() const {
     return count.Step() ? count.Number(0) : -1;
 }
 
+qint64 ArchiveDatabase::ForeignVersion() const {
+    SqliteStatement version = database_.Prepare(u"PRAGMA data_version"_s);
+    return version.Step() ? version.Number(0) : 0;
+}
+
 } // namespace kalvo

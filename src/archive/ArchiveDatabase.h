@@ -70,6 +70,8 @@ public:
     /** Between these added titles are committed after 500 titles or 100 ms. Several may overlap. */
     void BeginBatch();
     void EndBatch();
+    /** Whether added titles wait for their commit. */
+    bool HasOpenBatch() const { return batch_ != nullptr; }
     /** For pauses between titles: commits the batch when its 100 ms are up. */
     void CommitIfDue();
     /** Whether a batch could not be committed, so that its titles are gone; asking takes the answer back. */
@@ -83,6 +85,8 @@ public:
     std::optional<TitleRecord> FindByPath(const QString& path) const;
     /** -1 on failure. */
     qint64 Count() const;
+    /** A number that changes when another program has committed something; 0 when there is no telling. Quick. */
+    qint64 ForeignVersion() const;
 
     /** Text of the statement that makes a table of this name with the thirteen fields; the playlists use it too. */
     static QString CreateTableStatement(const QString& table, bool limitLengths);

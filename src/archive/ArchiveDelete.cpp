@@ -45,8 +45,8 @@ bool Archive::TakeDeletion(const QList<Trash::Item>& files, const std::function<
     cache_->Clear();
     if (index_)
         updateIndex();
-    else
-        Reload();
+    if (!index_ || isLoading_)
+        StartLoading();
     Q_EMIT CountChanged();
     return true;
 }
@@ -68,12 +68,13 @@ WriteResult Archive::Undo() {
 }
 
 void Archive::TakeRestored(const QList<qint64>& numbers) {
-    if (!index_ || numbers.size() > kPutSingly) {
-        Reload();
-        return;
-    }
-    for (const TitleRecord& record : database_.Read(numbers))
-        index_->Put(record);
+    if (numbers.size() > kPutSingly)
+        index_.reset();
+    if (index_)
+        for (const TitleRecord& record : database_.Read(numbers))
+            index_->Put(record);
+    if (!index_ || isLoading_)
+        StartLoading();
 }
 
 WriteResult Archive::Redo() {

@@ -137,9 +137,10 @@ void IndexLoader::Run(const std::stop_token& stop, std::promise<Index> promise) 
     promise.set_value(index);
     if (stop.stop_requested())
         return;
-    loaded_(index);
+    QMetaObject::invokeMethod(
+        &receiver_, [this, index] { loaded_(index); }, Qt::QueuedConnection);
     if (index && !IsSound(database) && !stop.stop_requested())
-        damaged_();
+        QMetaObject::invokeMethod(&receiver_, damaged_, Qt::QueuedConnection);
 }
 
 } // namespace kalvo

@@ -3,6 +3,8 @@
 #include "archive/MemoryIndex.h"
 #include "archive/SqliteDatabase.h"
 
+#include <QObject>
+
 #include <functional>
 #include <future>
 #include <memory>
@@ -19,8 +21,8 @@ public:
     using Index = std::shared_ptr<MemoryIndex>; ///< shared only because queued calls copy what they carry
 
     /**
-     * Starts at once. Called on the loader's thread: `loaded` once, with null when the archive could not be read;
-     * `damaged` when the check found the file broken. Neither is called after the destructor.
+     * Starts at once. Called by the event loop of the thread that makes the loader: `loaded` once, with null when the
+     * archive could not be read; `damaged` when the check found the file broken. Neither after the destructor.
      */
     IndexLoader(const QString& path, std::function<void(Index)> loaded, std::function<void()> damaged);
 
@@ -34,6 +36,7 @@ private:
     std::function<void(Index)> loaded_;
     std::function<void()> damaged_;
     std::shared_future<Index> result_;
+    QObject receiver_;    ///< takes the calls that wait with it
     std::jthread thread_; ///< last: joined before the rest goes
 };
 

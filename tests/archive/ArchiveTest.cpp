@@ -139,6 +139,50 @@ TEST_F(ArchiveTest, TakesSourcesAndTitlesWhileTheIndexLoads) {
     EXPECT_EQ(archive.Count(), 2);
 }
 
+TEST_F(ArchiveTest, ShowsWhatAnotherProgramWritesWhenItPauses) {
+    OpenReady();
+    Add(u"a"_s, u"eins"_s);
+    Archive other(clock);
+    ASSERT_TRUE(other.Open(data) && other.WaitForIndex());
+    other.Refresh();
+    ASSERT_TRUE(other.DeleteTitles({other.IdAt(0)}));
+    TitleRecord added = TitleBy(u"b"_s, u"zwei"_s);
+    ASSERT_TRUE(other.AddTitle(added));
+
+    archive.Refresh();
+    archive.FollowOthers();
+    EXPECT_TRUE(archive.IsIndexReady());
+    EXPECT_EQ(archive.RowCount(), 1) << "it may still be writing";
+    archive.FollowOthers();
+    Add(u"c"_s, u"drei"_s); // while the new index loads
+    ASSERT_TRUE(WaitUntil([&] { return archive.RowCount() == 2; }));
+    EXPECT_EQ(Shown(), QStringList({u"zwei"_s, u"drei"_s}));
+    EXPECT_EQ(archive.Count(), 2);
+
+    ASSERT_TRUE(other.DeleteTitles({added.Nr}));
+    archive.FollowOthers();
+    archive.FollowOthers();
+    ASSERT_TRUE(archive.DeleteTitles({archive.IdAt(1)})); // the load begins anew
+    ASSERT_TRUE(WaitUntil([&] { return archive.RowCount() == 0; }));
+    ASSERT_TRUE(archive.Undo());
+    archive.Refresh();
+    EXPECT_EQ(Shown(), QStringList{u"drei"_s});
+}
+
+TEST(ForeignWritesTest, AreReadWhenTheyPauseOrAtLastAfterManyLooks) {
+    ForeignWrites writes;
+    writes.Read(1);
+    EXPECT_FALSE(writes.AreDue(1));
+    EXPECT_FALSE(writes.AreDue(2));
+    EXPECT_TRUE(writes.AreDue(2));
+    writes.Read(2);
+    EXPECT_FALSE(writes.AreDue(2));
+    int looks = 1;
+    while (!writes.AreDue(2 + looks) && looks < 100)
+        ++looks;
+    EXPECT_EQ(looks, ForeignWrites::kPatience);
+}
+
 TEST_F(ArchiveTest, AnUpdatedRecordShowsAtOnce) {
     OpenReady();
     Add(u"a"_s, u"eins"_s);
