@@ -25,7 +25,7 @@ MeasureCommands::MeasureCommands(Desk& desk, DeskActions& actions, ArchivePanel&
       desk_(desk),
       archive_(archive),
       window_(window),
-      measurer_(desk.folder.Path(QStringLiteral("\\Messung.json")), desk.writer, desk.clock),
+      measurer_(desk.folder.Path(QStringLiteral("\\Messung.db")), desk.clock),
       run_(desk.archive, measurer_) {
     auto* measure = new QAction(tr("&BPM und Lautheit messen..."), this);
     measure->setObjectName(QStringLiteral("BpmMessen"));
@@ -66,7 +66,7 @@ void MeasureCommands::LookAhead() {
     }
 }
 
-double MeasureCommands::GainOf(const QString& path) const {
+double MeasureCommands::GainOf(const QString& path) {
     const std::optional<audio::TitleMeasures> known = measurer_.Known(path);
     return levelling_ && known ? LevellingGain(*known) : 0;
 }

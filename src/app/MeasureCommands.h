@@ -31,7 +31,7 @@ public:
     /** Titles start equally loud. */
     bool IsLevelling() const { return levelling_; }
     /** In dB, with which the title would start now. */
-    double GainOf(const QString& path) const;
+    double GainOf(const QString& path);
 
 private:
     void ReadSwitch();

@@ -35,7 +35,7 @@ QList<PreshowEntry> StillToPlay(const Playlist& list) {
 PreshowCommands::PreshowCommands(const Parts& parts)
     : QObject(&parts.window),
       parts_(parts),
-      inspector_(parts.desk.folder.Path(u"\\Vorpruefung.json"_s), parts.desk.writer, parts.desk.clock),
+      inspector_(parts.desk.folder.Path(u"\\Vorpruefung.db"_s), parts.desk.clock),
       check_([this] { return Facts(); }, inspector_) {
     auto* open = new QAction(u"&Vorprüfung..."_s, this);
     open->setObjectName(u"Vorpruefung"_s);

@@ -17,9 +17,8 @@ bool IsLasting(const InspectedTitle& title) {
 
 } // namespace
 
-TitleInspector::TitleInspector(QString file, BackgroundWriter& writer, const Clock& clock, Inspect inspect,
-                               QObject* parent)
-    : QObject(parent), inspect_(inspect), store_(std::move(file), writer, clock) {
+TitleInspector::TitleInspector(const QString& file, const Clock& clock, Inspect inspect, QObject* parent)
+    : QObject(parent), inspect_(inspect), kept_(std::make_shared<Store>(file, TitleRows::Access::Write, clock)) {
     worker_.Do([] {
         StepBehindMusic();
         return BackgroundWorker::Answer();
@@ -28,39 +27,32 @@ TitleInspector::TitleInspector(QString file, BackgroundWriter& writer, const Clo
 
 TitleInspector::~TitleInspector() {
     *cancelled_ = true;
-    store_.Keep();
 }
 
 void TitleInspector::Request(const QString& path) {
     if (waiting_.contains(path))
         return;
     waiting_.insert(path);
-    const InspectedTitle* known = store_.Find(path);
-    const InspectedTitle before = known != nullptr && IsLasting(*known) ? *known : InspectedTitle();
-    worker_.Do([this, path, before, inspect = inspect_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
+    worker_.Do([this, path, kept = kept_, inspect = inspect_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
         InspectedTitle title{FileStamp::Of(path), {}};
-        if (title.stamp == before.stamp) {
-            title = before;
+        const std::optional<InspectedTitle> before = kept->Find(path);
+        if (before && IsLasting(*before) && before->stamp == title.stamp) {
+            title = *before;
         } else if (!title.IsMissing()) {
             const auto found = inspect(QFile::encodeName(path).toStdString(), *cancelled);
             title.found = found.value_or(audio::TitleInspection());
         }
         if (*cancelled)
             return {};
+        if (IsLasting(title) && before != title)
+            kept->Put(path, title);
         return [this, path, title] { Take(path, title); };
     });
 }
 
 void TitleInspector::Take(const QString& path, const InspectedTitle& title) {
-    if (!waiting_.remove(path))
-        return; // cancelled meanwhile
-    const InspectedTitle* known = store_.Find(path);
-    if (IsLasting(title) && (known == nullptr || *known != title)) {
-        store_.Put(path, title);
-    }
-    if (waiting_.isEmpty())
-        store_.Keep();
-    Q_EMIT Inspected(path, title);
+    if (waiting_.remove(path)) // else cancelled meanwhile
+        Q_EMIT Inspected(path, title);
 }
 
 void TitleInspector::Cancel() {
@@ -68,7 +60,6 @@ void TitleInspector::Cancel() {
     cancelled_ = std::make_shared<std::atomic<bool>>(false);
     worker_.DropWaiting();
     waiting_.clear();
-    store_.Keep();
 }
 
 } // namespace kalvo

@@ -12,16 +12,14 @@
 
 namespace kalvo {
 
-class BackgroundWriter;
 class Clock;
 
 /**
  * Decodes titles one after another to see whether they can go on air, and remembers what it found, so that a file is
  * decoded again only after it has changed, or when it could not be read to its end.
  *
- * Threads: everything here belongs to the UI thread. A worker behind all other threads asks for the file's stamp and
- * decodes; it gets copies and the flag `cancelled_`, and answers by the event loop. The file is written by the writer
- * when nothing waits any more, and at the end.
+ * Threads: everything here belongs to the UI thread. A worker behind all other threads asks for the file's stamp,
+ * decodes and writes; it gets copies, the store `kept_` and the flag `cancelled_`, and answers by the event loop.
  */
 class TitleInspector : public QObject {
     Q_OBJECT
@@ -29,8 +27,8 @@ class TitleInspector : public QObject {
 public:
     using Inspect = std::optional<audio::TitleInspection> (*)(const std::string& path,
                                                               const std::atomic<bool>& cancelled);
-    /** file: where findings are kept; a damaged one is set aside. The writer outlives this. inspect: for tests. */
-    TitleInspector(QString file, BackgroundWriter& writer, const Clock& clock, Inspect inspect = &audio::InspectTitle,
+    /** file: where findings are kept; a damaged one is set aside. The clock outlives this. inspect: for tests. */
+    TitleInspector(const QString& file, const Clock& clock, Inspect inspect = &audio::InspectTitle,
                    QObject* parent = nullptr);
     ~TitleInspector() override;
 
@@ -44,10 +42,11 @@ Q_SIGNALS:
     void Inspected(const QString& path, const kalvo::InspectedTitle& title);
 
 private:
+    using Store = TitleStore<InspectedTitle>;
     void Take(const QString& path, const InspectedTitle& title);
 
     Inspect inspect_;
-    TitleStore<InspectedTitle> store_;
+    std::shared_ptr<Store> kept_; ///< the worker's
     QSet<QString> waiting_;
     std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
     BackgroundWorker worker_; ///< last: its thread ends before the rest goes

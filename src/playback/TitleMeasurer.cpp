@@ -8,18 +8,11 @@
 
 namespace kalvo {
 
-namespace {
-
-constexpr int kKeepAfter = 10000; // ms
-
-} // namespace
-
-TitleMeasurer::TitleMeasurer(QString file, BackgroundWriter& writer, const Clock& clock, Measure measure,
-                             QObject* parent)
-    : QObject(parent), measure_(measure), store_(std::move(file), writer, clock) {
-    keepSoon_.setSingleShot(true);
-    keepSoon_.setInterval(kKeepAfter);
-    connect(&keepSoon_, &QTimer::timeout, this, [this] { store_.Keep(); });
+TitleMeasurer::TitleMeasurer(const QString& file, const Clock& clock, Measure measure, QObject* parent)
+    : QObject(parent),
+      measure_(measure),
+      known_(file, TitleRows::Access::Read, clock),
+      kept_(std::make_shared<Store>(file, TitleRows::Access::Write, clock)) {
     worker_.Do([] {
         StepBehindMusic();
         return BackgroundWorker::Answer();
@@ -28,47 +21,43 @@ TitleMeasurer::TitleMeasurer(QString file, BackgroundWriter& writer, const Clock
 
 TitleMeasurer::~TitleMeasurer() {
     *cancelled_ = true;
-    store_.Keep();
 }
 
-std::optional<audio::TitleMeasures> TitleMeasurer::Known(const QString& path) const {
-    const MeasuredTitle* known = store_.Find(path);
-    return known == nullptr ? std::nullopt : std::optional(known->measures);
+std::optional<audio::TitleMeasures> TitleMeasurer::Known(const QString& path) {
+    const std::optional<MeasuredTitle> known = known_.Find(path);
+    return known ? std::optional(known->measures) : std::nullopt;
 }
 
 void TitleMeasurer::Request(const QString& path) {
     if (waiting_.contains(path))
         return;
     waiting_.insert(path);
-    const MeasuredTitle* known = store_.Find(path);
-    const MeasuredTitle before = known == nullptr ? MeasuredTitle() : *known;
-    worker_.Do([this, path, before, measure = measure_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
+    worker_.Do([this, path, kept = kept_, measure = measure_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
         const FileStamp stamp = FileStamp::Of(path);
-        const bool isUnchanged = stamp == before.stamp && stamp != FileStamp();
+        const std::optional<MeasuredTitle> before = kept->Find(path);
+        const bool isUnchanged = before && stamp == before->stamp && stamp != FileStamp();
         const std::optional<audio::TitleMeasures> measures =
-            isUnchanged ? before.measures : measure(QFile::encodeName(path).toStdString(), *cancelled);
+            isUnchanged ? before->measures : measure(QFile::encodeName(path).toStdString(), *cancelled);
         if (*cancelled)
             return {};
-        return [this, path, stamp, measures] { Take(path, stamp, measures); };
+        if (measures && !isUnchanged)
+            kept->Put(path, {stamp, *measures});
+        return [this, path, measures] { Take(path, measures); };
     });
 }
 
 void TitleMeasurer::Learn(const QString& path, const MeasuredTitle& title) {
-    const MeasuredTitle* known = store_.Find(path);
-    if (known != nullptr && known->stamp == title.stamp)
-        return;
-    store_.Put(path, title);
-    if (!keepSoon_.isActive())
-        keepSoon_.start();
+    worker_.Do([path, title, kept = kept_] {
+        const std::optional<MeasuredTitle> known = kept->Find(path);
+        if (!known || known->stamp != title.stamp)
+            kept->Put(path, title);
+        return BackgroundWorker::Answer();
+    });
 }
 
-void TitleMeasurer::Take(const QString& path, const FileStamp& stamp,
-                         const std::optional<audio::TitleMeasures>& measures) {
-    if (!waiting_.remove(path))
-        return; // cancelled meanwhile
-    if (measures)
-        Learn(path, {stamp, *measures});
-    Q_EMIT Measured(path, measures ? &*measures : nullptr);
+void TitleMeasurer::Take(const QString& path, const std::optional<audio::TitleMeasures>& measures) {
+    if (waiting_.remove(path)) // else cancelled meanwhile
+        Q_EMIT Measured(path, measures ? &*measures : nullptr);
 }
 
 void TitleMeasurer::Cancel() {

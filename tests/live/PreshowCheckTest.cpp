@@ -1,6 +1,5 @@
 #include "live/PreshowCheck.h"
 
-#include "base/BackgroundWriter.h"
 #include "base/Clock.h"
 #include "live/TitleInspector.h"
 #include "support/TestFolder.h"
@@ -42,7 +41,7 @@ struct PreshowCheckTest : ::testing::Test {
     ~PreshowCheckTest() override { gateOpen = true; }
 
     std::unique_ptr<TitleInspector> MakeInspector() {
-        return std::make_unique<TitleInspector>(folder.Path(u"Vorpruefung.json"_s), writer, clock, &FakeInspect);
+        return std::make_unique<TitleInspector>(folder.Path(u"Vorpruefung.db"_s), clock, &FakeInspect);
     }
     void Fill(const QStringList& names) {
         facts.lists[0].clear();
@@ -63,7 +62,6 @@ struct PreshowCheckTest : ::testing::Test {
     }
 
     test::TestFolder folder;
-    BackgroundWriter writer;
     SystemClock clock;
     PreshowFacts facts;
     std::unique_ptr<TitleInspector> inspector = MakeInspector();
@@ -79,7 +77,6 @@ TEST_F(PreshowCheckTest, EachFileIsDecodedOnceUntilItChanges) {
     Run();
     EXPECT_EQ(inspections, 4) << "the others are known, what could not be read may be readable by now";
     EXPECT_EQ(Errors(), 2);
-    writer.Flush();
     const auto second = MakeInspector();
     PreshowCheck again([this] { return facts; }, *second);
     folder.Write(u"b"_s, "longer");
@@ -128,13 +125,6 @@ TEST_F(PreshowCheckTest, AFileChosenMeanwhileIsLookedFor) {
             return finding.where == u"Notfalltitel"_s && finding.severity == PreshowSeverity::Error;
         });
     }));
-}
-
-TEST_F(PreshowCheckTest, ADamagedStoreIsSetAside) {
-    inspector->Cancel();
-    const QString path = folder.Write(u"alt.json"_s, "{\"format\":1,\"titel\":");
-    const TitleInspector other(path, writer, clock, &FakeInspect);
-    EXPECT_EQ(QDir(folder.Path({})).entryList({u"alt.json.defekt-*"_s}).size(), 1);
 }
 
 } // namespace

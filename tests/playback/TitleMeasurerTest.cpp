@@ -2,7 +2,6 @@
 
 #include "FakeDesk.h"
 #include "archive/Archive.h"
-#include "base/BackgroundWriter.h"
 #include "base/Clock.h"
 #include "playback/TempoRun.h"
 #include "support/WaitUntil.h"
@@ -29,7 +28,7 @@ std::optional<audio::TitleMeasures> FakeMeasure(const std::string& path, const s
 struct TitleMeasurerTest : ::testing::Test {
     TitleMeasurerTest() { measured = 0; }
     std::unique_ptr<TitleMeasurer> Make() {
-        return std::make_unique<TitleMeasurer>(folder.Path(u"Messung.json"_s), writer, clock, &FakeMeasure);
+        return std::make_unique<TitleMeasurer>(folder.Path(u"Messung.db"_s), clock, &FakeMeasure);
     }
     static void Measure(TitleMeasurer& measurer, const QString& path) {
         measurer.Request(path);
@@ -37,7 +36,6 @@ struct TitleMeasurerTest : ::testing::Test {
     }
 
     test::TestFolder folder;
-    BackgroundWriter writer;
     SystemClock clock;
 };
 
@@ -48,8 +46,6 @@ TEST_F(TitleMeasurerTest, AFileIsMeasuredOnceUntilItChanges) {
     Measure(*measurer, path);
     Measure(*measurer, path);
     EXPECT_EQ(measured, 1);
-    measurer.reset();
-    writer.Flush();
     measurer = Make();
     ASSERT_TRUE(measurer->Known(path));
     EXPECT_EQ(*measurer->Known(path), (audio::TitleMeasures{-10, 0.9, 127.6}));
@@ -61,12 +57,13 @@ TEST_F(TitleMeasurerTest, AFileIsMeasuredOnceUntilItChanges) {
 }
 
 TEST_F(TitleMeasurerTest, ADamagedFileIsSetAside) {
-    folder.Write(u"Messung.json"_s, "{\"format\":1,\"titel\":");
+    folder.Write(u"Messung.db"_s, "{\"format\":1,\"titel\":");
     const QString path = folder.Write(u"a.mp3"_s, "x");
     auto measurer = Make();
-    EXPECT_EQ(QDir(folder.Path({})).entryList({u"Messung.json.defekt-*"_s}).size(), 1);
+    EXPECT_FALSE(measurer->Known(path));
     Measure(*measurer, path);
     EXPECT_TRUE(measurer->Known(path));
+    EXPECT_EQ(QDir(folder.Path({})).entryList({u"Messung.db.defekt-*"_s}).size(), 1);
 }
 
 TEST(LevellingGainTest, BringsTitlesToOneLoudnessWithinLimits) {

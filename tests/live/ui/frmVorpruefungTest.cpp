@@ -1,6 +1,5 @@
 #include "live/ui/frmVorpruefung.h"
 
-#include "base/BackgroundWriter.h"
 #include "base/Clock.h"
 #include "live/PreshowCheck.h"
 #include "live/TitleInspector.h"
@@ -42,10 +41,9 @@ struct frmVorpruefungTest : ::testing::Test {
     QString Verdict() const { return page.findChild<QLabel*>(u"lblUrteil"_s)->text(); }
 
     test::TestFolder folder;
-    BackgroundWriter writer;
     SystemClock clock;
     PreshowFacts facts;
-    TitleInspector inspector{folder.Path(u"Vorpruefung.json"_s), writer, clock};
+    TitleInspector inspector{folder.Path(u"Vorpruefung.db"_s), clock};
     PreshowCheck check{[this] { return facts; }, inspector};
     frmVorpruefung page{check, clock};
     QTreeWidget* lines = page.findChild<QTreeWidget*>(u"Befunde"_s);
