@@ -53,7 +53,7 @@ public:
     using EncoderMaker = std::function<std::unique_ptr<audio::EncoderLibrary>()>;
 
     /** Below it a recording ends: room that playlists, archive and journal need. */
-    static constexpr qint64 kLeastFree = 100 * 1024 * 1024;
+    static constexpr qint64 kLeastFree = qint64{100} * 1024 * 1024;
 
     /** makeEncoder: called at the first start; null when the library is missing. The mixer outlives the recorder. */
     MasterRecorder(Mixer& mixer, EncoderMaker makeEncoder, QObject* parent = nullptr);

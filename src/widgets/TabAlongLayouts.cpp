@@ -17,7 +17,7 @@ void Gather(QWidget& part, QList<QWidget*>& order);
 
 /** In the order of making. */
 QWidget* FirstChildOf(const QWidget& part) {
-    const QList<QObject*> children = part.children();
+    const QList<QObject*>& children = part.children();
     const auto first =
         std::find_if(children.begin(), children.end(), [](const QObject* child) { return child->isWidgetType(); });
     return first == children.end() ? nullptr : static_cast<QWidget*>(*first);
