@@ -2,6 +2,7 @@
 
 #include "base/FileName.h"
 #include "base/Settings.h"
+#include "widgets/PlainTip.h"
 #include "widgets/xMessageBox.h"
 
 #include <QCheckBox>
@@ -59,7 +60,7 @@ void OptionEmergencyPage::Ask() {
 
 void OptionEmergencyPage::ShowPath(const QString& path) {
     path_->setText(path);
-    path_->setToolTip(path);
+    path_->setToolTip(PlainTip(path));
     path_->setCursorPosition(static_cast<int>(path.size())); // the name rather than the root
     remove_->setEnabled(!path.isEmpty());
     atListEnd_->setEnabled(!path.isEmpty());
