@@ -49,8 +49,8 @@ void OptionEmergencyPage::Ask() {
                                                    : QFileInfo(path_->text()).path();
     const QString path = QFileDialog::getOpenFileName(this, tr("Notfalltitel auswählen"), folder,
                                                       tr("Musikdateien (*.mp3 *.ogg *.MP3 *.OGG)"));
-    if (path.size() > Settings::kLongestValue) {
-        xMessageBox::Ask(this, tr("Notfalltitel"), FileName::TooLong(path, Settings::kLongestValue), {tr("ok")},
+    if (path.size() > Settings::kLongestValue || FileName::HasControls(path)) {
+        xMessageBox::Ask(this, tr("Notfalltitel"), FileName::Refusal(path, Settings::kLongestValue), {tr("ok")},
                          xMessageBox::Sign::Warning);
         return;
     }

@@ -20,7 +20,7 @@ struct SampleSlot {
 
     bool operator==(const SampleSlot&) const = default;
 
-    /** Whether the path goes into its field uncut. */
+    /** Whether the path goes into its field as it is. */
     static bool Fits(const QString& path);
     /** The title as its field holds it. */
     static QString CutTitle(const QString& title);
