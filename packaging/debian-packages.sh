@@ -3,7 +3,7 @@
 buildPackages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev qt6-svg-dev qt6-translations-l10n libgl-dev
-    libsdl2-dev libmpg123-dev libvorbis-dev libopusfile-dev libsndfile1-dev libsamplerate0-dev
+    libsdl2-dev libpulse-dev libmpg123-dev libvorbis-dev libopusfile-dev libsndfile1-dev libsamplerate0-dev
     libebur128-dev libsoundtouch-dev
     libtag1-dev libsqlite3-dev libsodium-dev libcpp-httplib-dev libqrencode-dev
 )

@@ -20,7 +20,7 @@ struct Hint {
 };
 
 // clang-format off
-constexpr std::array<Hint, 168> kHints{{
+constexpr std::array<Hint, 170> kHints{{
     {u"Form1", u"cmdHinweisSchliessen", u"Blendet den Hinweis aus"},
     {u"Form1", u"cmdKategorien", u"Zeigt die Kategorien des Musikarchivs oder verbirgt sie", u"Kategorien"},
     {u"Form1", u"Text1", u"Zeigt nur Titel, die diesen Text enthalten; Esc löscht ihn", u"Schnellsuche"},
@@ -191,6 +191,8 @@ constexpr std::array<Hint, 168> kHints{{
     {u"frmTagEditor", u"cmdBildWeg", u"Nimmt das gewählte Bild aus den Tags"},
     {u"frmTagEditor", u"txtBildBeschreibung", u"Beschreibung des gewählten Bildes"},
     {u"frmTagEditor", u"cboBildTyp", u"Was das gewählte Bild zeigt"},
+    {u"frmTagEditor", u"cmdKlein", u"Kleines Fenster, ohne Bilder und Liedtext"},
+    {u"frmTagEditor", u"cmdGross", u"Großes Fenster, mit Bildern und Liedtext"},
     {u"frmTagEditor", u"cmdSpeichern", u"Schreibt die Tags in die Datei und ins Musikarchiv"},
     {u"frmTitelLoeschen", u"Check1", u"Legt auch die Datei in den Papierkorb"},
 }};

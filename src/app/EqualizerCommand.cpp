@@ -66,14 +66,17 @@ void EqualizerCommand::Open() {
             changed_ = true;
             keepSoon_.start();
         });
-        connect(dialog_, &QDialog::finished, this, &EqualizerCommand::Keep);
+        connect(dialog_, &QDialog::finished, this, [this] {
+            changed_ = true; // all its keys exist from the first closing on
+            Keep();
+        });
     }
     dialog_->show();
     dialog_->raise();
     dialog_->activateWindow();
 }
 
-/** Only after a change: keys that nobody touched stay absent. */
+/** Only after a change or a look: keys that nobody has seen stay absent. */
 void EqualizerCommand::Keep() {
     keepSoon_.stop();
     if (std::exchange(changed_, false))

@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QStandardPaths>
 
 namespace kalvo {
@@ -43,7 +44,9 @@ FirstStepsCommands::FirstStepsCommands(const Parts& parts)
     });
     for (const int player : {1, 2})
         connect(&parts_.desk.List(player), &Playlist::Changed, this, &FirstStepsCommands::Refresh);
-    connect(&parts_.desk.archive, &Archive::CountChanged, this, &FirstStepsCommands::Refresh);
+    connect(&parts_.desk.archive, &Archive::CountChanged, this, &FirstStepsCommands::GiveWay);
+    if (const auto* search = parts_.archive.findChild<QLineEdit*>(QStringLiteral("Text1")))
+        connect(search, &QLineEdit::textEdited, this, &FirstStepsCommands::Hide);
     connect(&parts_.desk.mixer, &Mixer::TitleStarted, this, &FirstStepsCommands::Hide);
 }
 
@@ -60,8 +63,17 @@ void FirstStepsCommands::OfferAtStart() {
 }
 
 void FirstStepsCommands::ShowGuide() {
+    countBefore_ = parts_.desk.archive.Count();
+    isFollowed_ = false;
     parts_.archive.ShowGuide(true);
     LookForMusic();
+    Refresh();
+}
+
+/** Who fills the archive in another way looks for his titles there. */
+void FirstStepsCommands::GiveWay() {
+    if (!isFollowed_ && parts_.desk.archive.Count() > countBefore_)
+        Hide();
     Refresh();
 }
 
@@ -116,6 +128,7 @@ void FirstStepsCommands::ChooseMusic(bool other) {
     if (state_.hasMusic || !other)
         return AskForFolder();
     const QString folder = parts_.desk.folder.Path(QStringLiteral("\\Probiertitel"));
+    isFollowed_ = true;
     import_.Start([folder] { return WriteDemoTitles(folder); });
 }
 
@@ -129,6 +142,7 @@ void FirstStepsCommands::AskForFolder() {
 
 void FirstStepsCommands::Import(const QString& folder) {
     Q_EMIT FolderChosen(folder);
+    isFollowed_ = true;
     import_.Start(folder);
 }
 

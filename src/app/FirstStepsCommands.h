@@ -43,6 +43,7 @@ Q_SIGNALS:
 
 private:
     void ShowGuide();
+    void GiveWay();
     void Hide();
     void CloseForGood();
     void Choose(int step, bool other);
@@ -58,6 +59,8 @@ private:
     FirstStepsImport import_;
     std::shared_ptr<BackgroundRun> look_; ///< for music in the suggested folder
     FirstStepsState state_;
+    qint64 countBefore_ = 0;  ///< titles in the archive when the guide was shown
+    bool isFollowed_ = false; ///< its own first step fills the archive
 };
 
 } // namespace kalvo

@@ -202,7 +202,7 @@ void Form1::ImportTitles() {
         connect(import_, &frmTitelEinlesen::Finished, this, [this] {
             values_.importFolder = import_->Folder();
             archive_->Refresh();
-            status_->Tell(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
+            status_->Tell(QStringLiteral("%1 Titel gefunden").arg(desk_.archive.Count()));
         });
     }
     import_->show();
@@ -241,7 +241,7 @@ void Form1::Demonstrate(const QStringList& titles) {
             desk_.List(1 + index % 2).Append({EntryOf(*title)});
         }
     }
-    status_->Tell(QStringLiteral("%1 Titel im Musikarchiv...").arg(desk_.archive.Count()));
+    status_->Tell(QStringLiteral("%1 Titel gefunden").arg(desk_.archive.Count()));
     desk_.mixer.Play(1, -1);
 }
 

@@ -42,6 +42,8 @@ JingleCommands::JingleCommands(Desk& desk, DeskActions& actions, QWidget& window
 }
 
 void JingleCommands::TerminPlay() {
+    if (player_.IsPlaying())
+        display_->show(); // it may have been closed, and the jingle shall be stopped
     if (!list_) {
         list_ = new frmJingle(file_, desk_.folder.Path(QStringLiteral("\\sample\\")), &window_);
         list_->setAttribute(Qt::WA_DeleteOnClose);

@@ -10,6 +10,7 @@
 #include "base/PlayTime.h"
 #include "playlists/ui/PlaylistPanel.h"
 #include "playlists/ui/frmWLEigenschaften.h"
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 
 #include <QFileDialog>
@@ -170,7 +171,7 @@ void ListCommands::FillRecent() {
         const QString name = FileName::Last(path).replace(u'&', QStringLiteral("&&"));
         QAction* action = recentMenu_->addAction(QStringLiteral("&%1 %2").arg(++number).arg(name), this,
                                                  [this, path] { Take({path}); });
-        action->setToolTip(path);
+        action->setToolTip(PlainTip(path));
         action->setStatusTip(path);
     }
     if (number == 0)

@@ -16,8 +16,8 @@ namespace kalvo {
 ListenCommands::ListenCommands(const Parts& parts)
     : QObject(&parts.window),
       parts_(parts),
-      preListening_(parts.desk.mixer),
-      playThrough_(parts.desk.mixer, parts.desk.list1, parts.desk.list2) {
+      preListening_(parts.desk.mixer, this),
+      playThrough_(parts.desk.mixer, parts.desk.list1, parts.desk.list2, this) {
     BuildMenu();
     ConnectPreListening();
     ConnectPlayThrough();

@@ -76,8 +76,11 @@ void OptionCommands::Confirm() {
         archive_.ReloadColumns();
     Q_EMIT Confirmed();
     const int device = values.output.Resolve(desk_.layer.DeviceNames());
-    if (values.output != now.output && device != desk_.layer.OutputDevice())
-        Q_EMIT OutputChosen(device);
+    if (values.output == now.output || device == desk_.layer.OutputDevice())
+        return;
+    Q_EMIT OutputChosen(device);
+    if (desk_.layer.OutputDevice() != device)
+        now.output.Write(desk_.settings); // refused, and not to be heard of at the next start either
 }
 
 void OptionCommands::Apply(const OptionValues& values) {

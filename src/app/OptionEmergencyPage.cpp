@@ -2,6 +2,7 @@
 
 #include "base/FileName.h"
 #include "base/Settings.h"
+#include "widgets/PlainTip.h"
 #include "widgets/xMessageBox.h"
 
 #include <QCheckBox>
@@ -48,8 +49,8 @@ void OptionEmergencyPage::Ask() {
                                                    : QFileInfo(path_->text()).path();
     const QString path = QFileDialog::getOpenFileName(this, tr("Notfalltitel auswählen"), folder,
                                                       tr("Musikdateien (*.mp3 *.ogg *.MP3 *.OGG)"));
-    if (path.size() > Settings::kLongestValue) {
-        xMessageBox::Ask(this, tr("Notfalltitel"), FileName::TooLong(path, Settings::kLongestValue), {tr("ok")},
+    if (path.size() > Settings::kLongestValue || FileName::HasControls(path)) {
+        xMessageBox::Ask(this, tr("Notfalltitel"), FileName::Refusal(path, Settings::kLongestValue), {tr("ok")},
                          xMessageBox::Sign::Warning);
         return;
     }
@@ -59,7 +60,7 @@ void OptionEmergencyPage::Ask() {
 
 void OptionEmergencyPage::ShowPath(const QString& path) {
     path_->setText(path);
-    path_->setToolTip(path);
+    path_->setToolTip(PlainTip(path));
     path_->setCursorPosition(static_cast<int>(path.size())); // the name rather than the root
     remove_->setEnabled(!path.isEmpty());
     atListEnd_->setEnabled(!path.isEmpty());

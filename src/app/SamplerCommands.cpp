@@ -100,7 +100,8 @@ void SamplerCommands::ShowSettings() {
 }
 
 bool SamplerCommands::Save(const SampleSlots& slots) {
-    const bool saved = slots == file_.Read() || file_.Write(slots);
+    const bool isKept = slots == file_.Read(); // or where nothing can be written nobody would need to
+    const bool saved = (isKept && file_.IsComplete()) || file_.Write(slots) || isKept;
     sampler_.SetSlots(file_.Read()); // as its fields hold them
     return saved;
 }

@@ -112,7 +112,7 @@ void TagCommands::Edit(const QStringList& paths) {
     if (paths.isEmpty())
         return;
     if (editor_ == nullptr) {
-        editor_ = new frmTagEditor(&window_);
+        editor_ = new frmTagEditor({desk_.settings, desk_.folder}, &window_);
         editor_->setAttribute(Qt::WA_DeleteOnClose);
         connect(editor_, &frmTagEditor::FileSaved, this, &TagCommands::Follow);
     }

@@ -51,7 +51,7 @@ WishCommands::WishCommands(const Parts& parts) : QObject(&parts.window), parts_(
     connect(&wishes, &WishList::WriteFailed, this, &WishCommands::Told);
     connect(&wishes, &WishList::Added, this, [this](const Wish& wish) {
         const QString guest = wish.guest.isEmpty() ? QString() : u", gewünscht von "_s + wish.guest;
-        Q_EMIT Told(u"Neuer Wunsch: "_s + wish.display + guest);
+        Q_EMIT Told(u"Neuer Wunsch: "_s + ShownWish(wish) + guest);
     });
     for (const int player : {1, 2})
         connect(&parts_.desk.List(player), &Playlist::CurrentChanged, this, [this, player] { ShowGuest(player); });

@@ -1,5 +1,6 @@
 #include "audio/SdlAudio.h"
 
+#include "audio/SoundServer.h"
 #include "audio/TimedWait.h"
 
 #include <SDL.h>
@@ -41,7 +42,7 @@ struct SdlAudio::Platform {
 };
 
 bool SdlAudio::Platform::Start() {
-    if (!started) {
+    if (!started && SoundServerHasDevices()) {
         SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Kalvo");
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, "Musik");

@@ -27,7 +27,15 @@ bool IsMusic(const QString& path) {
            path.endsWith(QLatin1String(".ogg"), Qt::CaseInsensitive);
 }
 
-QString TooLong(const QString& path, qsizetype longest) {
+bool HasControls(const QString& path) {
+    return std::any_of(path.begin(), path.end(), [](QChar character) { return character < u' '; });
+}
+
+QString Refusal(const QString& path, qsizetype longest) {
+    if (HasControls(path))
+        return QStringLiteral("Der Pfad enthält Steuerzeichen, zum Beispiel einen Zeilenumbruch, und kann so nicht "
+                              "gespeichert werden:\n") +
+               path;
     return QStringLiteral("Der Pfad ist zu lang, er darf höchstens %1 Zeichen haben:\n%2").arg(longest).arg(path);
 }
 

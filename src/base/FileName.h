@@ -14,8 +14,11 @@ QString Folder(const QString& path);
 /** Whether the last four characters are ".mp3" or ".ogg", in any case. */
 bool IsMusic(const QString& path);
 
-/** German: why a path is refused that has more than so many characters. */
-QString TooLong(const QString& path, qsizetype longest);
+/** A line break or the like, which files of texts and records cannot hold. */
+bool HasControls(const QString& path);
+
+/** German: why a path is refused that has control characters or more than so many characters. */
+QString Refusal(const QString& path, qsizetype longest);
 
 /** Without a ".mp3" or ".ogg" at its end. */
 QString WithoutMusicExtension(const QString& name);

@@ -1,6 +1,7 @@
 #include "live/JingleRecord.h"
 
 #include "base/AnsiText.h"
+#include "base/FileName.h"
 
 #include <algorithm>
 
@@ -14,7 +15,7 @@ const QStringList& JingleSlot::Weekdays() {
 }
 
 bool JingleRecord::Fits(const QString& path) {
-    return AnsiText::Encode(path).size() <= kPathWidth;
+    return AnsiText::Encode(path).size() <= kPathWidth && !FileName::HasControls(path);
 }
 
 QString JingleRecord::TimesText() const {

@@ -40,7 +40,7 @@ struct JingleRecord {
     bool operator==(const JingleRecord&) const = default;
 
     bool IsEmpty() const { return path.isEmpty(); }
-    /** Whether the path goes into its field uncut. */
+    /** Whether the path goes into its field as it is. */
     static bool Fits(const QString& path);
     /** The times in words: "täglich 08:00, Montag 17:30"; empty when there is none. */
     QString TimesText() const;

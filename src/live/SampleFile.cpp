@@ -1,6 +1,7 @@
 #include "live/SampleFile.h"
 
 #include "base/AnsiText.h"
+#include "base/FileName.h"
 
 #include <algorithm>
 
@@ -15,7 +16,7 @@ RecordLayout SampleLayout() {
 } // namespace
 
 bool SampleSlot::Fits(const QString& path) {
-    return AnsiText::Encode(path).size() <= kPathWidth;
+    return AnsiText::Encode(path).size() <= kPathWidth && !FileName::HasControls(path);
 }
 
 QString SampleSlot::CutTitle(const QString& title) {

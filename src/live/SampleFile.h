@@ -20,7 +20,7 @@ struct SampleSlot {
 
     bool operator==(const SampleSlot&) const = default;
 
-    /** Whether the path goes into its field uncut. */
+    /** Whether the path goes into its field as it is. */
     static bool Fits(const QString& path);
     /** The title as its field holds it. */
     static QString CutTitle(const QString& title);
@@ -36,6 +36,8 @@ public:
 
     /** Slots that are not there, or cannot be read, are empty. */
     SampleSlots Read() const;
+    /** Whether there is a record for each pad. */
+    bool IsComplete() const { return file_.Count() >= kSamplePads; }
     /** Atomically; a title is cut to its field. False when it could not be written: then nothing has changed. */
     bool Write(const SampleSlots& slots);
     /** Something else than a slot file: to be set aside before Write() would replace it. */

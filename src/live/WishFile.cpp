@@ -1,6 +1,7 @@
 #include "live/WishFile.h"
 
 #include "base/AnsiText.h"
+#include "base/FileName.h"
 
 #include <algorithm>
 
@@ -52,6 +53,11 @@ WishNames NamesOfWish(const QString& display) {
         return {{}, display.mid(separator.size() - 1)};
     const qsizetype at = display.indexOf(separator);
     return at < 0 ? WishNames{{}, display} : WishNames{display.left(at), display.mid(at + separator.size())};
+}
+
+QString ShownWish(const Wish& wish) {
+    const bool isNameless = wish.display.isEmpty() || wish.display == WishDisplay({}, {}).trimmed();
+    return isNameless ? FileName::WithoutMusicExtension(FileName::Last(wish.path)) : wish.display;
 }
 
 QString WishTime(const QDateTime& moment) {

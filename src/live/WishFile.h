@@ -26,6 +26,8 @@ struct WishNames {
     QString title;
 };
 WishNames NamesOfWish(const QString& display);
+/** What people read: the display text, or the file's name where there was neither artist nor title. */
+QString ShownWish(const Wish& wish);
 /** "03.03.2026 09:05". */
 QString WishTime(const QDateTime& moment);
 

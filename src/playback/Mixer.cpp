@@ -100,9 +100,11 @@ void Mixer::Next(int player) {
 }
 
 void Mixer::TellEnd(int player) {
-    Q_EMIT Message((List(player).IsEmpty() ? QStringLiteral("Wiedergabeliste %1 ist leer.")
-                                           : QStringLiteral("Wiedergabeliste %1 ist am Ende."))
-                       .arg(player));
+    const QString text = List(player).IsEmpty() ? QStringLiteral("Wiedergabeliste %1 ist leer.")
+                         : HasFailed(player)
+                             ? QStringLiteral("In Wiedergabeliste %1 lässt sich kein weiterer Titel abspielen.")
+                             : QStringLiteral("Wiedergabeliste %1 ist am Ende.");
+    Q_EMIT Message(text.arg(player));
 }
 
 bool Mixer::IsAudible(int player) const {

@@ -55,7 +55,7 @@ private:
     Mixer& mixer_;
     Playlist& first_;
     Playlist& second_;
-    QTimer timer_;
+    QTimer timer_{this};
     int player_ = 0;
     int row_ = 0;       ///< of the piece when it began
     quint64 entry_ = 0; ///< its id

@@ -60,13 +60,12 @@ Q_SIGNALS:
 
 private:
     bool Begin();
-    void Give(int player, int volume);
     void StopFading();
     void Look();
     void FadedTo(int player);
 
     Mixer& mixer_;
-    QTimer timer7_;
+    QTimer timer7_{this};
     DeckTitle title_;
     PreListenMode mode_ = PreListenMode::KeinPlayer;
     int counter_ = 0; ///< steps of the fade done, 0..100

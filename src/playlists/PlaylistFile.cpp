@@ -4,7 +4,9 @@
 #include "base/FileName.h"
 #include "base/SetAside.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace kalvo {
 
@@ -95,6 +97,10 @@ PlaylistFile::PlaylistFile(QString path, const Clock& clock) : path_(std::move(p
 
 bool PlaylistFile::Exists() const {
     return QFile::exists(path_);
+}
+
+void PlaylistFile::CreateFolder() const {
+    QDir().mkpath(QFileInfo(path_).path());
 }
 
 PlaylistFile::Result PlaylistFile::Create() {

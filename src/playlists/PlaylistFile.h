@@ -34,6 +34,8 @@ public:
     PlaylistFile(QString path, const Clock& clock);
 
     bool Exists() const;
+    /** The folder that the file belongs into, should it have gone. */
+    void CreateFolder() const;
     /** Makes sure that a file with both tables is there. One that is no database is set aside, never overwritten. */
     Result Create();
     /** Appends to the lists in the tables' order. On failure they keep what was read so far; the file stays. */

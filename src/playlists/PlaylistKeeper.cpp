@@ -93,6 +93,7 @@ PlaylistKeeper::Attempt PlaylistKeeper::Write(PlaylistFile file, Attempt attempt
             return attempt;
     }
     attempt.isUnread = false;
+    file.CreateFolder();
     const PlaylistFile::Result saved = file.Save(attempt.lists);
     attempt.isSaved = saved.outcome != PlaylistFile::Outcome::Failed;
     attempt.messages.append(saved.message);

@@ -1,5 +1,6 @@
 #include "widgets/ElidedLabel.h"
 
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHelpEvent>
@@ -61,7 +62,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty()) {
         if (fontMetrics().horizontalAdvance(text()) > width())
-            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainTip(text()), this);
         else
             QToolTip::hideText();
         return true;

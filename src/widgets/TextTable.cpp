@@ -1,5 +1,6 @@
 #include "widgets/TextTable.h"
 
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 
 #include <QEvent>
@@ -56,8 +57,10 @@ int TextTableModel::columnCount(const QModelIndex& parent) const {
 QVariant TextTableModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+    if (role == Qt::DisplayRole)
         return rows_.at(index.row()).value(index.column());
+    if (role == Qt::ToolTipRole)
+        return PlainTip(rows_.at(index.row()).value(index.column()));
     if (role == Qt::TextAlignmentRole) {
         const bool isFigure = figures_.contains(index.column());
         return QVariant::fromValue(Qt::AlignVCenter | (isFigure ? Qt::AlignRight : Qt::AlignLeft));

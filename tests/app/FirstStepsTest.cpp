@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QLineEdit>
 #include <gtest/gtest.h>
 
 namespace kalvo {
@@ -100,6 +101,21 @@ TEST_F(FirstStepsTest, IsClosedForGoodAndComesBackFromTheMenu) {
     window = std::make_unique<Form1>(*desk, CommandLine());
     Show();
     EXPECT_FALSE(IsShown()) << "at the next start";
+}
+
+TEST_F(FirstStepsTest, GivesWayToTitlesThatComeInAnotherWayAndToASearch) {
+    Show();
+    TitleRecord title;
+    title.Pfad = folder.Write(u"a.mp3"_s, "x");
+    ASSERT_TRUE(desk->archive.AddTitle(title));
+    EXPECT_TRUE(test::WaitUntil([this] { return !IsShown(); }));
+    EXPECT_TRUE(In<QWidget>(*window, "DataGrid2").isVisible());
+    In<QAction>(*window, "ErsteSchritteZeigen").trigger();
+    ASSERT_TRUE(IsShown()) << "asked for with titles in the archive";
+    auto& search = In<QLineEdit>(*window, "Text1");
+    search.insert(u"a"_s);
+    Q_EMIT search.textEdited(u"a"_s);
+    EXPECT_FALSE(IsShown());
 }
 
 TEST_F(FirstStepsTest, DoesNotShowItselfWhereThereIsSomethingAlready) {

@@ -5,6 +5,7 @@
 #include "widgets/SkinStyle.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -13,6 +14,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTimer>
 
 namespace kalvo {
 namespace {
@@ -59,6 +61,20 @@ TEST_F(OptionCommandsTest, ConfirmWritesAndApplies) {
     EXPECT_EQ(Read("optionen.dll"), QByteArray("\"200\"\r\n"));
     desk->writer.Flush();
     EXPECT_EQ(Read("meta.dat"), QByteArray("Stille\n"));
+}
+
+TEST_F(OptionCommandsTest, ASoundCardThatIsRefusedIsNotKept) {
+    desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
+    desk->mixer.Play(1, -1);
+    frmOptionen& dialog = Open();
+    In<QComboBox>(dialog, "DeviceW").setCurrentIndex(0);
+    QTimer::singleShot(0, qApp, [] {
+        if (auto* question = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            question->reject();
+    });
+    In<QPushButton>(dialog, "Command5").click();
+    EXPECT_EQ(desk->layer.OutputDevice(), 1) << "the music plays on";
+    EXPECT_TRUE(Read("kalvo.ini").contains("DeviceW=1\r\n"));
 }
 
 TEST_F(OptionCommandsTest, CancelChangesNothing) {

@@ -164,6 +164,20 @@ TEST_F(CardsTest, TheHeadphonesNeverMoveToTheMainCard) {
     EXPECT_EQ(desk->Device(), cardA);
 }
 
+TEST_F(CardsTest, ASoundServerWithoutAnyCardEndsNothing) {
+    ASSERT_TRUE(OpenBoth());
+    const Handle stream = desk->Play();
+    server->RemoveSink(a);
+    server->RemoveSink(b);
+    ASSERT_TRUE(desk->Until([&] { return desk->Device() == "Kein Ton"; }));
+    EXPECT_TRUE(desk->Advances(stream)) << "the time runs on";
+    LiveDesk second;
+    EXPECT_EQ(second.Init(Output::Main, kDefaultDevice), ErrorCode::Device);
+    server->AddSink(a);
+    ASSERT_TRUE(desk->Until([&] { return desk->On(cardA); }));
+    EXPECT_TRUE(SoundArrivesAt(a));
+}
+
 TEST_F(CardsTest, ARestartedSoundServerIsFoundAgain) {
     ASSERT_EQ(desk->Init(Output::Main, kDefaultDevice), ErrorCode::None);
     const Handle stream = desk->Play();

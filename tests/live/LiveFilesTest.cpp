@@ -104,6 +104,8 @@ TEST_F(LiveFilesTest, OnlyPathsThatKeepTheirEndFit) {
     EXPECT_FALSE(JingleRecord::Fits(u'/' + QString(150, u'ü')));
     EXPECT_FALSE(SampleSlot::Fits(u'/' + QString(80, QChar(0x0416)))) << "two bytes each";
     EXPECT_TRUE(SampleSlot::Fits({}));
+    for (const bool fits : {JingleRecord::Fits(u"/zwei\nZeilen"_s), SampleSlot::Fits(u"/zwei\nZeilen"_s)})
+        EXPECT_FALSE(fits) << "the file would count as damaged at the next start";
 }
 
 TEST_F(LiveFilesTest, WhatIsNoRecordFileIsToldFromOneThatIs) {

@@ -113,6 +113,7 @@ TEST(WishNamesTest, TheFirstSeparatorDivides) {
     EXPECT_EQ(NamesOfWish(u"Mara Lind - Regen - live"_s).title, u"Regen - live"_s);
     EXPECT_EQ(NamesOfWish(u"Regen"_s).title, u"Regen"_s);
     EXPECT_EQ(NamesOfWish(u"- Regen"_s).title, u"Regen"_s);
+    EXPECT_EQ(ShownWish({u"/musik/Regen.mp3"_s, u"-"_s, {}, {}}), u"Regen"_s) << "no tags at all";
 }
 
 } // namespace

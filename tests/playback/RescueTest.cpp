@@ -117,6 +117,7 @@ TEST_F(RescueTest, AFadeAndNextLeadToNoSilenceWhereAListCannotBePlayed) {
     EXPECT_EQ(mixer.Fader(), -100);
     EXPECT_EQ(Told(u"Keine Überblendung"_s).size(), 1);
     mixer.Next(1);
+    EXPECT_EQ(Told(u"In Wiedergabeliste 1 lässt sich kein weiterer Titel abspielen."_s).size(), 1);
     EXPECT_LT(Until(u"Not"_s), 0.2);
     list2.Clear();
     mixer.FadeTo(2, -1);

@@ -144,14 +144,15 @@ TEST_F(PlaylistKeeperTest, NeverWritesOverWhatItCouldNotRead) {
 
 TEST_F(PlaylistKeeperTest, TellsAFailureOnceAndKeepsTheLists) {
     path = folder.Path(QStringLiteral("fehlt/default.mav"));
+    folder.Write(QStringLiteral("fehlt"), "stands in the way of the folder");
     PlaylistKeeper keeper(first, second, path, clock);
     Watch(keeper);
     first.Append(EntriesOf("a"));
     EXPECT_FALSE(keeper.SaveNow());
     EXPECT_FALSE(keeper.SaveNow());
     EXPECT_FALSE(told.isEmpty());
-    ASSERT_TRUE(QDir().mkpath(folder.Path(QStringLiteral("fehlt"))));
-    EXPECT_TRUE(keeper.SaveNow());
+    ASSERT_TRUE(QFile::remove(folder.Path(QStringLiteral("fehlt"))));
+    EXPECT_TRUE(keeper.SaveNow()) << "the folder is made anew";
     EXPECT_EQ(Stored(), "a|");
 }
 

@@ -1,6 +1,7 @@
 #include "archive/ui/DuplicateModel.h"
 
 #include "archive/DuplicateReport.h"
+#include "widgets/PlainTip.h"
 
 #include <utility>
 
@@ -74,7 +75,7 @@ QVariant DuplicateModel::data(const QModelIndex& index, int role) const {
     const TitleRecord title = TitleAt(index.row());
     const QString path = title.Nr == 0 ? tr("(nicht mehr im Musikarchiv)") : title.Pfad;
     if (role == Qt::ToolTipRole)
-        return path;
+        return PlainTip(path);
     switch (index.column()) {
     case Path:
         return path;

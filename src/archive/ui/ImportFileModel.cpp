@@ -1,6 +1,7 @@
 #include "archive/ui/ImportFileModel.h"
 
 #include "base/FileName.h"
+#include "widgets/PlainTip.h"
 
 namespace kalvo {
 
@@ -14,7 +15,9 @@ QVariant ImportFileModel::data(const QModelIndex& index, int role) const {
     const QString& path = paths_.at(index.row());
     if (role == Qt::DisplayRole)
         return FileName::Last(path);
-    return role == pathRole || role == Qt::ToolTipRole ? QVariant(path) : QVariant();
+    if (role == Qt::ToolTipRole)
+        return PlainTip(path);
+    return role == pathRole ? QVariant(path) : QVariant();
 }
 
 void ImportFileModel::Clear() {

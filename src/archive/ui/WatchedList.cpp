@@ -1,6 +1,7 @@
 #include "archive/ui/WatchedList.h"
 
 #include "archive/WatchedFolders.h"
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 
 #include <QDir>
@@ -63,7 +64,7 @@ void WatchedList::ShowFolders() {
     for (const QString& folder : folders_.Folders()) {
         auto* item = new QListWidgetItem(QDir::toNativeSeparators(folder), list_);
         item->setData(Qt::UserRole, folder);
-        item->setToolTip(folder);
+        item->setToolTip(PlainTip(folder));
     }
     remove_->setEnabled(list_->currentRow() >= 0);
 }

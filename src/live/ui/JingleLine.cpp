@@ -4,6 +4,7 @@
 #include "widgets/ElidedLabel.h"
 #include "widgets/Icons.h"
 #include "widgets/Named.h"
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
 
@@ -48,7 +49,7 @@ void JingleLine::Show(const std::optional<ComingJingle>& next, const QDateTime& 
         return;
     shown_ = next;
     for (QWidget* part : std::initializer_list<QWidget*>{name_, time_})
-        part->setToolTip(next ? WhenAndWhat(*next) : QString());
+        part->setToolTip(next ? PlainTip(WhenAndWhat(*next)) : QString());
 }
 
 QSize JingleLine::minimumSizeHint() const {

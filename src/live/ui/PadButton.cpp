@@ -1,6 +1,7 @@
 #include "live/ui/PadButton.h"
 
 #include "widgets/ButtonPainting.h"
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 
 #include <QKeyEvent>
@@ -26,8 +27,9 @@ PadButton::PadButton(int pad, bool wide, QWidget* parent) : QAbstractButton(pare
 void PadButton::SetSlot(const QString& title, bool assigned) {
     assigned_ = assigned;
     setText(assigned ? title : QStringLiteral("Kein Sample zugewiesen"));
+    setShortcut({}); // "&" is a letter of the title's
     setAccessibleName(QStringLiteral("Sample %1: %2").arg(pad_).arg(text()));
-    setToolTip(text());
+    setToolTip(PlainTip(text()));
     update();
 }
 

@@ -54,7 +54,7 @@ private:
 };
 
 QStringList RowOf(const Wish& wish) {
-    const WishNames names = NamesOfWish(wish.display);
+    const WishNames names = NamesOfWish(ShownWish(wish));
     const QString artist = names.artist.isEmpty() ? QString() : kArtistFollows + names.artist;
     return {names.title + artist, wish.guest, wish.time.right(kWishClockLength)};
 }

@@ -3,6 +3,7 @@
 #include "base/FileName.h"
 #include "live/ui/frmTerminPlay.h"
 #include "widgets/IconButton.h"
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
 
@@ -98,7 +99,7 @@ void frmJingle::ShowRow(int row) {
     item.setText(Number, QString::number(row + 1));
     item.setText(Active, YesNo(record.active));
     item.setText(File, FileName::Last(record.path));
-    item.setToolTip(File, record.path);
+    item.setToolTip(File, PlainTip(record.path));
     item.setText(Times, record.TimesText());
     item.setToolTip(Times, record.TimesText());
     item.setText(AfterTitle, record.afterTitle ? YesNo(true) : QString());

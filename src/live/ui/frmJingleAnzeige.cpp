@@ -59,7 +59,7 @@ void frmJingleAnzeige::Refresh() {
     const double length = player_.Length();
     const double position = player_.Position();
     const QString name = FileName::Last(player_.Path());
-    path_->SetText(player_.Waiting() == 0 ? name : QStringLiteral("%1 (noch %2)").arg(name).arg(player_.Waiting()));
+    path_->SetText(player_.Waiting() == 0 ? name : name + QStringLiteral(" (noch %1)").arg(player_.Waiting()));
     path_->setAccessibleName(path_->text());
     progress_->setValue(length > 0 ? static_cast<int>(kSteps * position / length) : 0);
     time_->setText(QStringLiteral("%1/%2").arg(Seconds(position), Seconds(length)));

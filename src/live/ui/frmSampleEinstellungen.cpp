@@ -153,7 +153,7 @@ void frmSampleEinstellungen::EndPath() {
 bool frmSampleEinstellungen::Refuse(const QString& path) {
     if (SampleSlot::Fits(path))
         return false;
-    xMessageBox::Ask(this, windowTitle(), FileName::TooLong(path, SampleSlot::kPathWidth), {QStringLiteral("ok")},
+    xMessageBox::Ask(this, windowTitle(), FileName::Refusal(path, SampleSlot::kPathWidth), {QStringLiteral("ok")},
                      xMessageBox::Sign::Warning);
     return true;
 }

@@ -150,7 +150,7 @@ void frmTerminPlay::AskForFile() {
 
 void frmTerminPlay::Choose(const QString& path) {
     if (!JingleRecord::Fits(path)) {
-        Tell(FileName::TooLong(path, JingleRecord::kPathWidth));
+        Tell(FileName::Refusal(path, JingleRecord::kPathWidth));
         return;
     }
     if (record_.IsEmpty())

@@ -6,6 +6,7 @@
 #include "widgets/IconButton.h"
 #include "widgets/Icons.h"
 #include "widgets/Named.h"
+#include "widgets/PlainTip.h"
 #include "widgets/SilenceParts.h"
 #include "widgets/SkinStyle.h"
 
@@ -198,8 +199,8 @@ void frmVorpruefung::ShowFindings() {
         const bool leads = finding.target.place != PreshowTarget::Place::None;
         auto* line = new QTreeWidgetItem(group, {finding.where, finding.text, leads ? u"›"_s : QString()});
         line->setData(Where, kFinding, i);
-        line->setToolTip(Where, finding.where);
-        line->setToolTip(What, finding.text);
+        line->setToolTip(Where, PlainTip(finding.where));
+        line->setToolTip(What, PlainTip(finding.text));
         line->setTextAlignment(Way, Qt::AlignCenter);
         if (!leads)
             line->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);

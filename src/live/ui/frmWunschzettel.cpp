@@ -153,7 +153,7 @@ QList<QStringList> frmWunschzettel::Rows() const {
     QList<QStringList> rows;
     for (const Wish& wish : wishes_.Wishes()) {
         const QString time = old_.contains(wish.id) ? wish.time : wish.time.right(kClockLength);
-        rows.append({wish.display, wish.guest, time, states.Of(wish)});
+        rows.append({ShownWish(wish), wish.guest, time, states.Of(wish)});
     }
     return rows;
 }

@@ -5,6 +5,7 @@
 #include "widgets/IconButton.h"
 #include "widgets/LevelBar.h"
 #include "widgets/PitchSlider.h"
+#include "widgets/PlainTip.h"
 #include "widgets/PositionSlider.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
@@ -167,8 +168,8 @@ void DeckPanel::ShowSignal() {
 }
 
 void DeckPanel::ShowTitle() {
-    if (parts_->head->toolTip() != view_.caption)
-        parts_->head->setToolTip(view_.caption);
+    if (const QString tip = PlainTip(view_.caption); parts_->head->toolTip() != tip)
+        parts_->head->setToolTip(tip);
     parts_->head->Status().SetText(view_.status);
     parts_->title->SetText(view_.title);
     parts_->artist->SetText(view_.artist);

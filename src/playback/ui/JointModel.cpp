@@ -1,5 +1,6 @@
 #include "playback/ui/JointModel.h"
 
+#include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 
 #include <QLocale>
@@ -136,8 +137,10 @@ bool JointModel::IsConspicuous(int row, int column) const {
 QVariant JointModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+    if (role == Qt::DisplayRole)
         return Text(index.row(), index.column());
+    if (role == Qt::ToolTipRole)
+        return PlainTip(Text(index.row(), index.column()));
     if (role == Qt::ForegroundRole && IsConspicuous(index.row(), index.column()))
         return SkinStyle::Colours().warning;
     if (role == Qt::FontRole && IsConspicuous(index.row(), index.column()))

@@ -31,7 +31,7 @@ constexpr int kDefaultVolume = 50;
 constexpr double kLevelRange = 48; // dB
 
 const QString kSection = QStringLiteral("Soundkarte");
-const QString kVolumeKey = QStringLiteral("Kopfhoererlautstaerke");
+const QString kVolumeKey = QStringLiteral("Volume");
 
 IconButton* Button(const char* icon, QWidget* parent) {
     return new IconButton(QString::fromLatin1(icon), IconButton::Size::Big, parent);

@@ -78,9 +78,9 @@ private:
     HeadphoneTitle title_;
     std::unique_ptr<TitlePictures> pictures_; ///< none: without waveforms
     std::unique_ptr<Parts> parts_;
-    QTimer timer1_; ///< position
-    QTimer timer2_; ///< repeats the step back
-    QTimer timer3_; ///< repeats the step forwards
+    QTimer timer1_{this}; ///< position
+    QTimer timer2_{this}; ///< repeats the step back
+    QTimer timer3_{this}; ///< repeats the step forwards
 };
 
 } // namespace kalvo

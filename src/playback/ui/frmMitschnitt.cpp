@@ -179,8 +179,8 @@ void frmMitschnitt::ChooseFolder() {
     const QString folder = QFileDialog::getExistingDirectory(this, tr("Ordner für Mitschnitte"), options_.folder);
     if (folder.isEmpty())
         return;
-    if (folder.size() > Settings::kLongestValue) {
-        xMessageBox::Ask(this, windowTitle(), FileName::TooLong(folder, Settings::kLongestValue), {tr("ok")},
+    if (folder.size() > Settings::kLongestValue || FileName::HasControls(folder)) {
+        xMessageBox::Ask(this, windowTitle(), FileName::Refusal(folder, Settings::kLongestValue), {tr("ok")},
                          xMessageBox::Sign::Warning);
         return;
     }

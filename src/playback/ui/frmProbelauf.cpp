@@ -24,7 +24,7 @@ constexpr int kClockInterval = 5000; // ms
 constexpr int kFirstVolume = 50;
 
 const QString kRehearsalSection = u"Soundkarte"_s;
-const QString kRehearsalVolume = u"Kopfhoererlautstaerke"_s;
+const QString kRehearsalVolume = u"Volume"_s;
 
 } // namespace
 

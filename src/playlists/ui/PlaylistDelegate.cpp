@@ -1,5 +1,6 @@
 #include "playlists/ui/PlaylistDelegate.h"
 
+#include "base/FileName.h"
 #include "playlists/CueText.h"
 #include "playlists/Playlist.h"
 #include "widgets/Icons.h"
@@ -102,11 +103,13 @@ QColor PlaylistDelegate::Ink(const Cell& cell) const {
 }
 
 QString PlaylistDelegate::TextOf(const QModelIndex& index) const {
-    QString text = index.data().toString();
-    if (!isNarrow_ || index.column() != Playlist::Title)
+    const QString text = index.data().toString();
+    if (index.column() != Playlist::Title)
         return text;
     const QString artist = index.siblingAtColumn(Playlist::Artist).data().toString();
-    return artist.isEmpty() ? text : text + QStringLiteral(" – ") + artist;
+    if (text.isEmpty() && artist.isEmpty())
+        return FileName::Last(index.data(Playlist::PathRole).toString());
+    return !isNarrow_ || artist.isEmpty() ? text : text + QStringLiteral(" – ") + artist;
 }
 
 void PlaylistDelegate::PaintText(QPainter& painter, const Cell& cell) const {

@@ -5,7 +5,9 @@
 #include "widgets/xMessageBox.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -179,11 +181,14 @@ void PicturePage::Remove() {
 }
 
 void PicturePage::AskForFile() {
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Bild hinzufügen"), QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
-        tr("Bilder (*.jpg *.jpeg *.png *.gif *.JPG *.JPEG *.PNG *.GIF)"));
-    if (!path.isEmpty())
-        AddFile(path);
+    const QString known =
+        QDir(folder_).exists() ? folder_ : QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    const QString path = QFileDialog::getOpenFileName(this, tr("Bild hinzufügen"), known,
+                                                      tr("Bilder (*.jpg *.jpeg *.png *.gif *.JPG *.JPEG *.PNG *.GIF)"));
+    if (path.isEmpty())
+        return;
+    folder_ = QFileInfo(path).path();
+    AddFile(path);
 }
 
 void PicturePage::AddFile(const QString& path) {

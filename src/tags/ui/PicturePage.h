@@ -23,6 +23,9 @@ public:
     void Show(const QList<TagPicture>& pictures, bool alike);
     const QList<TagPicture>& Pictures() const { return pictures_; }
     bool IsEdited() const { return edited_; }
+    /** Where the next picture is looked for, that of the last one that was chosen. */
+    const QString& Folder() const { return folder_; }
+    void SetFolder(const QString& folder) { folder_ = folder; }
     /** Embeds the picture of a file; tells the user when it is none. */
     void AddFile(const QString& path);
 
@@ -40,6 +43,7 @@ private:
 
     QList<TagPicture> pictures_;
     bool edited_ = false;
+    QString folder_;
     QTableWidget* list_;
     QLabel* preview_;
     QLabel* hint_;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "tags/TagEditorSettings.h"
 #include "tags/TagForm.h"
 
 #include <QDialog>
 
+class QBoxLayout;
 class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
@@ -23,7 +25,8 @@ class frmTagEditor : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmTagEditor(QWidget* parent = nullptr);
+    explicit frmTagEditor(const TagEditorSettings& settings, QWidget* parent = nullptr);
+    ~frmTagEditor() override;
 
     /** Shows these files; asks first when something edited is not saved yet. */
     void Edit(const QStringList& paths);
@@ -43,6 +46,8 @@ private:
     void BuildColumns();
     QWidget* BuildLyric();
     QLayout* BuildButtons();
+    void AddSize(QBoxLayout& row, const QString& name, const QString& text, bool big);
+    void SetBig(bool big);
     void Show(const QList<TagForm>& forms);
     void ShowHead();
     void Touch();
@@ -53,6 +58,7 @@ private:
     void EndSave();
     TagEdit CollectEdit() const;
 
+    TagEditorSettings settings_;
     TagJobs* jobs_;
     QList<TagForm> forms_; ///< of the files that can be edited
     QStringList wanted_;

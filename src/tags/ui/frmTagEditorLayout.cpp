@@ -5,6 +5,7 @@
 #include "tags/clsAudioGenie.h"
 #include "tags/ui/PicturePage.h"
 #include "tags/ui/TagColumn.h"
+#include "widgets/CheckButton.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/ScreenFit.h"
@@ -48,8 +49,9 @@ QScrollArea* Scrolled(QWidget& fields) {
 
 } // namespace
 
-frmTagEditor::frmTagEditor(QWidget* parent)
+frmTagEditor::frmTagEditor(const TagEditorSettings& settings, QWidget* parent)
     : QDialog(parent),
+      settings_(settings),
       jobs_(new TagJobs(this)),
       head_(new ElidedLabel(this)),
       technical_(new ElidedLabel(this)),
@@ -90,13 +92,18 @@ frmTagEditor::frmTagEditor(QWidget* parent)
     column->addWidget(Scrolled(*fields), 3);
     column->addWidget(pages_, 2);
     column->addLayout(BuildButtons());
-    ResizeOnScreen(*this, {units.Of(58), units.Of(58)});
+    pictures_->SetFolder(settings_.PictureFolder());
+    SetBig(settings_.IsBig());
 
     connect(pictures_, &PicturePage::Edited, this, &frmTagEditor::Touch);
     connect(jobs_, &TagJobs::Loaded, this, &frmTagEditor::Show);
     connect(jobs_, &TagJobs::Saved, this, &frmTagEditor::TakeSaved);
     connect(jobs_, &TagJobs::Finished, this, &frmTagEditor::EndSave);
     Show({});
+}
+
+frmTagEditor::~frmTagEditor() {
+    settings_.SetPictureFolder(pictures_->Folder());
 }
 
 void frmTagEditor::BuildColumns() {
@@ -157,6 +164,27 @@ QWidget* frmTagEditor::BuildLyric() {
     return lyric_;
 }
 
+/** One of the two sizes of the window; the small one leaves pictures and lyrics out. */
+void frmTagEditor::AddSize(QBoxLayout& row, const QString& name, const QString& text, bool big) {
+    auto* button = new CheckButton(text, this);
+    button->setObjectName(name);
+    button->setAccessibleName(tr("Fenstergröße: ") + text);
+    button->setAutoExclusive(true);
+    button->setChecked(settings_.IsBig() == big);
+    connect(button, &CheckButton::clicked, this, [this, big] {
+        settings_.SetBig(big);
+        SetBig(big);
+    });
+    row.addWidget(button);
+}
+
+void frmTagEditor::SetBig(bool big) {
+    const FontUnits& units = SkinStyle::Units();
+    pages_->setVisible(big);
+    layout()->activate();
+    ResizeOnScreen(*this, {std::max(width(), units.Of(58)), big ? units.Of(58) : layout()->sizeHint().height()});
+}
+
 QLayout* frmTagEditor::BuildButtons() {
     auto* save = new IconButton(QStringLiteral("tag"), IconButton::Size::Normal, this);
     save->setText(tr("&Speichern"));
@@ -174,6 +202,8 @@ QLayout* frmTagEditor::BuildButtons() {
     connect(close_, &QPushButton::clicked, this, &frmTagEditor::reject);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &frmTagEditor::Save);
     auto* row = new QHBoxLayout;
+    AddSize(*row, QStringLiteral("cmdKlein"), tr("Klein"), false);
+    AddSize(*row, QStringLiteral("cmdGross"), tr("Groß"), true);
     row->addWidget(state_, 1);
     row->addWidget(close_);
     row->addWidget(save_);

@@ -142,6 +142,7 @@ TEST_F(frmKopfhoererTest, RemembersItsVolume) {
     EXPECT_EQ(volume, 73);
     EXPECT_EQ(Text("lblLautstaerke"), QStringLiteral("73 %"));
     window.reset();
+    EXPECT_EQ(settings.GetNumber(QStringLiteral("Soundkarte"), QStringLiteral("Volume"), 0), 73);
     window = std::make_unique<frmKopfhoerer>(layer, settings);
     Listen(1);
     EXPECT_EQ(volume, 73);

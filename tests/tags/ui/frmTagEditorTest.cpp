@@ -1,11 +1,14 @@
 #include "tags/ui/frmTagEditor.h"
 
+#include "base/DataFolder.h"
+#include "base/Settings.h"
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
 #include "tags/clsAudioGenie.h"
 #include "tags/ui/PicturePage.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QImage>
@@ -55,7 +58,9 @@ struct frmTagEditorTest : ::testing::Test {
     }
 
     test::TestFolder folder;
-    frmTagEditor editor;
+    Settings settings{folder.Path(QStringLiteral("kalvo.ini"))};
+    DataFolder data{folder.Path(QStringLiteral("Kalvo"))};
+    frmTagEditor editor{{settings, data}};
     QStringList saved;
     clsAudioGenie tags;
 };
@@ -128,6 +133,28 @@ TEST_F(frmTagEditorTest, PicturesAreAddedDescribedAndRemoved) {
     Save(2);
     tags.AUDIOAnalyzeFileW(path);
     EXPECT_EQ(tags.ID3V2GetFrameCountW(FrameId("APIC")), 0);
+}
+
+TEST_F(frmTagEditorTest, KeepsItsSizeAndThePicturesFolder) {
+    const TagEditorSettings kept(settings, data);
+    EXPECT_EQ(kept.PictureFolder(), data.Path(QStringLiteral("\\Bilder")));
+    const auto stored = [this](const char* section, const char* key) {
+        return settings.GetSetting(QLatin1String(section), QLatin1String(key), QStringLiteral("keiner"));
+    };
+    for (const QString& pictures : {data.Path(QStringLiteral("\\Bilder")), folder.Path(QStringLiteral("Hüllen"))}) {
+        frmTagEditor other({settings, data});
+        other.findChild<QAbstractButton*>(QStringLiteral("cmdKlein"))->click();
+        EXPECT_TRUE(other.findChild<QWidget*>(QStringLiteral("tabSeiten"))->isHidden());
+        EXPECT_EQ(stored("Style", "Bearbeitung"), QStringLiteral("klein"));
+        other.findChild<PicturePage*>()->SetFolder(pictures);
+    }
+    EXPECT_EQ(stored("TagBearbeitung", "BildOrdner"), folder.Path(QStringLiteral("Hüllen")));
+    frmTagEditor again({settings, data});
+    EXPECT_TRUE(again.findChild<QWidget*>(QStringLiteral("tabSeiten"))->isHidden());
+    EXPECT_EQ(again.findChild<PicturePage*>()->Folder(), folder.Path(QStringLiteral("Hüllen")));
+    again.findChild<QAbstractButton*>(QStringLiteral("cmdGross"))->click();
+    EXPECT_FALSE(again.findChild<QWidget*>(QStringLiteral("tabSeiten"))->isHidden());
+    EXPECT_EQ(stored("Style", "Bearbeitung"), QStringLiteral("groß"));
 }
 
 } // namespace
