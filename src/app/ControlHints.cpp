@@ -192,7 +192,7 @@ constexpr std::array<Hint, 168> kHints{{
     {u"frmTagEditor", u"txtBildBeschreibung", u"Beschreibung des gewählten Bildes"},
     {u"frmTagEditor", u"cboBildTyp", u"Was das gewählte Bild zeigt"},
     {u"frmTagEditor", u"cmdSpeichern", u"Schreibt die Tags in die Datei und ins Musikarchiv"},
-    {u"frmTitelLoeschen", u"Check1", u"Legt auch die Datei in den Papierkorb"},
+    {u"frmTitelLoeschen", u"Check1", u"Löscht auch die Datei, ohne Papierkorb und ohne Rückweg"},
 }};
 // clang-format on
 

@@ -1,6 +1,7 @@
 #include "app/DeckPresenter.h"
 
 #include "base/FaderLaw.h"
+#include "base/FileName.h"
 #include "base/PlayTime.h"
 #include "playback/Mixer.h"
 
@@ -68,7 +69,7 @@ DeckView PresentDeck(const Mixer& mixer, int player, float levelLeft, float leve
     DeckView view;
     view.signal = SignalOf(mixer, player, state);
     view.status = mixer.StatusText(player);
-    view.title = title.title;
+    view.title = FileName::ShownTitle(title.title, title.artist, title.path);
     view.artist = title.artist;
     view.bitrate = title.format;
     view.lengthSeconds = title.length;

@@ -43,7 +43,7 @@ FirstStepsCommands::FirstStepsCommands(const Parts& parts)
     });
     for (const int player : {1, 2})
         connect(&parts_.desk.List(player), &Playlist::Changed, this, &FirstStepsCommands::Refresh);
-    connect(&parts_.desk.archive, &Archive::CountChanged, this, &FirstStepsCommands::Refresh);
+    connect(&parts_.desk.archive, &Archive::CountChanged, this, &FirstStepsCommands::TakeCount);
     connect(&parts_.desk.mixer, &Mixer::TitleStarted, this, &FirstStepsCommands::Hide);
 }
 
@@ -86,6 +86,13 @@ void FirstStepsCommands::LookForMusic() {
             Refresh();
         });
     });
+}
+
+/** Titles that came by another way than the guide's are to be seen. */
+void FirstStepsCommands::TakeCount() {
+    if (state_.archived == 0 && parts_.desk.archive.Count() > 0 && !import_.IsRunning())
+        Hide();
+    Refresh();
 }
 
 void FirstStepsCommands::Refresh() {

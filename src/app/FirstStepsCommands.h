@@ -51,6 +51,7 @@ private:
     void Import(const QString& folder);
     void FillLists();
     void LookForMusic();
+    void TakeCount();
     void Refresh();
 
     Parts parts_;

@@ -90,7 +90,7 @@ public:
     static bool HasTitleTable(SqliteDatabase& database, const QString& table);
 
 private:
-    bool Create();
+    bool CreateArchiveDatabase();
     bool PrepareForWriting();
     bool Replace(QString& message);
     bool OpenForReading(const QString& why, QString& message);

@@ -1,5 +1,6 @@
 #include "playlists/Playlist.h"
 
+#include "base/FileName.h"
 #include "base/PlayTime.h"
 
 #include <algorithm>
@@ -371,7 +372,7 @@ QString Playlist::Field(int row, int column) const {
     const PlaylistEntry& entry = entries_.at(row);
     switch (column) {
     case Title:
-        return entry.title;
+        return FileName::ShownTitle(entry.title, entry.artist, entry.path);
     case Artist:
         return entry.artist;
     case Duration:

@@ -97,7 +97,7 @@ bool PlaylistFile::Exists() const {
     return QFile::exists(path_);
 }
 
-PlaylistFile::Result PlaylistFile::Create() {
+PlaylistFile::Result PlaylistFile::CreatePlaylistDatabase() {
     SqliteDatabase database;
     return OpenForWriting(database);
 }

@@ -33,7 +33,7 @@ PlaylistKeeper::~PlaylistKeeper() {
 }
 
 void PlaylistKeeper::Restore() {
-    const PlaylistFile::Result created = file_.Create();
+    const PlaylistFile::Result created = file_.CreatePlaylistDatabase();
     PlaylistFile::Lists lists;
     const PlaylistFile::Result loaded = file_.Load(lists);
     unread_ = loaded.outcome == PlaylistFile::Outcome::Failed;

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QLineEdit>
 #include <gtest/gtest.h>
 
 namespace kalvo {
@@ -100,6 +101,18 @@ TEST_F(FirstStepsTest, IsClosedForGoodAndComesBackFromTheMenu) {
     window = std::make_unique<Form1>(*desk, CommandLine());
     Show();
     EXPECT_FALSE(IsShown()) << "at the next start";
+}
+
+TEST_F(FirstStepsTest, GivesWayToTitlesOfAnotherImportAndToASearch) {
+    Show();
+    TitleRecord title;
+    title.Pfad = folder.Write(u"lied.mp3"_s, "x");
+    ASSERT_TRUE(desk->archive.AddTitle(title));
+    EXPECT_FALSE(IsShown());
+    In<QAction>(*window, "ErsteSchritteZeigen").trigger();
+    ASSERT_TRUE(IsShown());
+    In<QLineEdit>(*window, "Text1").setText(u"lied"_s);
+    EXPECT_FALSE(IsShown());
 }
 
 TEST_F(FirstStepsTest, DoesNotShowItselfWhereThereIsSomethingAlready) {

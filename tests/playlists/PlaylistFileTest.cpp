@@ -45,8 +45,8 @@ TEST_F(PlaylistFileTest, ReplacesOrAppends) {
 }
 
 TEST_F(PlaylistFileTest, HasTheGivenTables) {
-    ASSERT_EQ(file.Create().outcome, Outcome::Done);
-    ASSERT_EQ(file.Create().outcome, Outcome::Done) << "again is no failure";
+    ASSERT_EQ(file.CreatePlaylistDatabase().outcome, Outcome::Done);
+    ASSERT_EQ(file.CreatePlaylistDatabase().outcome, Outcome::Done) << "again is no failure";
     SqliteDatabase database;
     ASSERT_EQ(database.Open(path, SqliteDatabase::Mode::ReadOnly), SqliteDatabase::Outcome::Opened);
     for (const char* table : {"Player1", "Player2"}) {
@@ -85,7 +85,8 @@ TEST_F(PlaylistFileTest, SavesOverADatabaseThatIsBrokenInside) {
 
 TEST_F(PlaylistFileTest, FailuresAreToldAndChangeNothing) {
     EXPECT_EQ(PlaylistFile(folder.Path(), clock).Save({EntriesOf("a"), {}}).outcome, Outcome::Failed);
-    EXPECT_EQ(PlaylistFile(folder.Path(QStringLiteral("fehlt/x")), clock).Create().outcome, Outcome::Failed);
+    EXPECT_EQ(PlaylistFile(folder.Path(QStringLiteral("fehlt/x")), clock).CreatePlaylistDatabase().outcome,
+              Outcome::Failed);
     ASSERT_EQ(file.Save({EntriesOf("ab"), {}}).outcome, Outcome::Done);
     SqliteDatabase database;
     ASSERT_EQ(database.Open(path, SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened);

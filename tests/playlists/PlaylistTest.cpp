@@ -23,6 +23,14 @@ TEST_F(PlaylistTest, KeysAreWholeNumbersWithoutZeros) {
     EXPECT_EQ(list.At(1).shuffleKey, QStringLiteral("7"));
 }
 
+TEST_F(PlaylistTest, ATitleWithoutANameShowsItsFile) {
+    list.Append({{{}, {}, {}, {}, {}, QStringLiteral("/musik/Lied 1.mp3")},
+                 {{}, QStringLiteral("Abba"), {}, {}, {}, QStringLiteral("/musik/Lied 2.mp3")}});
+    EXPECT_EQ(list.index(0, Playlist::Title).data().toString(), QStringLiteral("Lied 1"));
+    EXPECT_EQ(list.index(1, Playlist::Title).data().toString(), QString()) << "the artist is told";
+    EXPECT_EQ(list.At(0).title, QString());
+}
+
 TEST_F(PlaylistTest, ShuffleSortsAsTextAndStaysOn) {
     list.Append(EntriesOf("abcd"));
     list.SetCurrent(0);

@@ -1,5 +1,6 @@
 #include "archive/ui/SelectedTitleView.h"
 
+#include "base/FileName.h"
 #include "widgets/CoverView.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
@@ -30,6 +31,7 @@ SelectedTitleView::SelectedTitleView(QWidget* parent)
     : QWidget(parent),
       cover_(new CoverView(this)),
       title_(Named(new ElidedLabel(this), QStringLiteral("lblTitel"), tr("Gewählter Titel"))),
+      name_(Named(new ElidedLabel(this), QStringLiteral("lblTitelname"), tr("Gewählter Titel"))),
       artist_(Named(new ElidedLabel(this), QStringLiteral("lblInterpret"), tr("Interpret des gewählten Titels"))),
       album_(Named(new ElidedLabel(this), QStringLiteral("lblAlbum"), tr("Album, Jahr und Stil"))),
       path_(Named(new ElidedLabel(this), QStringLiteral("lblPfad"), tr("Datei des gewählten Titels"))) {
@@ -89,7 +91,8 @@ void SelectedTitleView::ApplyLook() {
     const bool isLine = form_ == Form::Line;
     delete layout();
     isLine ? LayOutLine() : LayOutCard();
-    title_->setFont(SkinStyle::Units().Font(isLine ? 1 : 1.25, true));
+    title_->setFont(SkinStyle::Units().Font(1, true));
+    name_->setFont(SkinStyle::Units().Font(1.25, true));
     headphones_->setText(isLine ? tr("Kopfhörer") : QString());
     headphones_->updateGeometry();
     cover_->setVisible(!isLine && coverShown_);
@@ -123,13 +126,13 @@ void SelectedTitleView::LayOutCard() {
     setMinimumHeight(0);
     setMaximumHeight(QWIDGETSIZE_MAX);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    title_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    name_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     cover_->setFixedSize(SleeveSize(), SleeveSize());
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(units.Gap(0.5));
     texts->addStretch();
-    for (ElidedLabel* label : {title_, artist_, album_})
+    for (ElidedLabel* label : {name_, artist_, album_})
         texts->addWidget(label);
     texts->addStretch();
     auto* sleeve = new QHBoxLayout;
@@ -172,14 +175,16 @@ void SelectedTitleView::ShowTexts() {
     const Tone tone = notice_.isEmpty() ? Tone::Text : Tone::Warning;
     artist_->SetText(notice_.isEmpty() ? record_.Interpret : notice_);
     artist_->SetTone(tone);
-    title_->SetText(!isLine ? record_.Titel : notice_.isEmpty() ? both : notice_);
-    title_->SetTone(isLine ? tone : Tone::Text);
+    title_->SetText(notice_.isEmpty() ? both : notice_);
+    title_->SetTone(tone);
     title_->updateGeometry();
+    name_->SetText(FileName::ShownTitle(record_.Titel, record_.Interpret, record_.Pfad));
     QStringList details{record_.Album, record_.Jahr, record_.Stil};
     details.removeAll(QString());
     album_->SetText(any ? details.join(QStringLiteral(" · ")) : tr("Kein Titel gewählt"));
     // In the card what there is stands in the middle, without gaps.
-    title_->setVisible(isLine || !title_->text().isEmpty());
+    title_->setVisible(isLine);
+    name_->setVisible(!isLine && !name_->text().isEmpty());
     artist_->setVisible(!isLine && !artist_->text().isEmpty());
     path_->SetText(record_.Pfad);
 }
