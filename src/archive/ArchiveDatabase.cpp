@@ -180,8 +180,15 @@ void ArchiveDatabase::Close() {
     insert_.reset();
     select_.reset();
     deletions_.clear();
+    PutBack();
     database_.Close();
     readOnly_ = false;
+}
+
+/** A file that was deleted under the program lives on in this connection, and with it alone. */
+void ArchiveDatabase::PutBack() {
+    if (database_.IsOpen() && !readOnly_ && !QFileInfo::exists(path_))
+        database_.Prepare(u"VACUUM main INTO ?"_s).Bind(1, path_).Run();
 }
 
 WriteResult ArchiveDatabase::Failure() {

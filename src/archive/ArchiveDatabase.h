@@ -98,6 +98,7 @@ private:
     WriteResult KeepAndDelete(const std::function<bool(const QString& kept)>& move);
     bool EnsureTransaction();
     void Commit();
+    void PutBack();
 
     const Clock& clock_;
     QString path_;

@@ -3,6 +3,8 @@
 #include "base/FileName.h"
 #include "base/PlayTime.h"
 
+#include <QColor>
+
 #include <algorithm>
 
 namespace kalvo {
@@ -329,6 +331,8 @@ QVariant Playlist::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
         return index.column() == Mark ? MarkName(entry.icon, index.row() == current_)
                                       : Field(index.row(), index.column());
+    case Qt::ForegroundRole:
+        return index.row() == current_ ? QVariant(QColor(kCurrentRed)) : QVariant();
     case IconRole:
         return static_cast<int>(entry.icon);
     case CurrentRole:

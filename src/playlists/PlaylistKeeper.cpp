@@ -52,6 +52,8 @@ void PlaylistKeeper::ListChanged() {
 
 bool PlaylistKeeper::IsNew(const PlaylistFile::Lists& lists) {
     changed_ = changed_ && (unread_ || !IsSameContent(lists[0], stored_[0]) || !IsSameContent(lists[1], stored_[1]));
+    const bool isEmpty = lists[0].isEmpty() && lists[1].isEmpty();
+    changed_ = changed_ || (!isEmpty && !file_.Exists()); // deleted under the program
     return changed_;
 }
 

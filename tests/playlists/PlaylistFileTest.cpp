@@ -97,6 +97,9 @@ TEST_F(PlaylistFileTest, FailuresAreToldAndChangeNothing) {
     EXPECT_EQ(result.outcome, Outcome::Failed);
     EXPECT_FALSE(result.message.isEmpty());
     EXPECT_EQ(Stored(), "ab|") << "one transaction for both lists";
+    PlaylistFile::Lists none;
+    const PlaylistFile empty(folder.Write(QStringLiteral("leer/leer.wil"), {}), clock);
+    EXPECT_TRUE(empty.Load(none).message.endsWith(u": die Datei hat einen anderen Aufbau")) << "in German";
     EXPECT_EQ(Files().size(), 1);
 }
 
@@ -121,6 +124,9 @@ TEST_F(PlaylistKeeperTest, SavesByItselfAfterAChange) {
     second.Append(EntriesOf("c"));
     EXPECT_TRUE(keeper.SaveNow());
     EXPECT_EQ(Stored(), "ab|c");
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_TRUE(keeper.SaveNow());
+    EXPECT_EQ(Stored(), "ab|c") << "deleted under the program";
     Playlist restored(1, random), other(2, random);
     PlaylistKeeper again(restored, other, path, clock);
     again.Restore();

@@ -14,8 +14,25 @@ namespace kalvo {
 
 namespace {
 
-const QColor currentRed(0xFF, 0x00, 0x00);
+const QColor currentRed(Playlist::kCurrentRed);
 constexpr int frameWidth = 2;
+
+/** Name of a mark's picture; empty without a mark. */
+QString MarkPicture(EntryIcon icon, bool isCurrent) {
+    if (isCurrent && icon != EntryIcon::None && icon != EntryIcon::PlayNext)
+        return QStringLiteral("play");
+    switch (icon) {
+    case EntryIcon::PlayNext:
+        return QStringLiteral("play-next");
+    case EntryIcon::Played:
+        return QStringLiteral("played");
+    case EntryIcon::PlayNextRemoved:
+        return QStringLiteral("play-next-removed");
+    case EntryIcon::None:
+        break;
+    }
+    return {};
+}
 
 } // namespace
 
@@ -57,6 +74,17 @@ void PlaylistDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     if (cell.isCurrent && cell.isSelected)
         PaintFrame(*painter, cell);
     painter->restore();
+}
+
+/** What is painted, for those who ask the delegate. */
+void PlaylistDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const Cell cell(*option, index);
+    const QString name = cell.IsFirst() ? MarkPicture(cell.icon, cell.isCurrent) : QString();
+    if (name.isEmpty())
+        return;
+    option->features |= QStyleOptionViewItem::HasDecoration;
+    option->icon = Icons::Icon(name, Ink(cell));
 }
 
 QSize PlaylistDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
@@ -121,16 +149,8 @@ void PlaylistDelegate::PaintText(QPainter& painter, const Cell& cell) const {
 }
 
 void PlaylistDelegate::PaintMark(QPainter& painter, const Cell& cell) const {
-    QString name;
-    if (cell.icon == EntryIcon::PlayNext)
-        name = QStringLiteral("play-next");
-    else if (cell.isCurrent && cell.icon != EntryIcon::None)
-        name = QStringLiteral("play");
-    else if (cell.icon == EntryIcon::Played)
-        name = QStringLiteral("played");
-    else if (cell.icon == EntryIcon::PlayNextRemoved)
-        name = QStringLiteral("play-next-removed");
-    else
+    const QString name = MarkPicture(cell.icon, cell.isCurrent);
+    if (name.isEmpty())
         return;
     const int size = SkinStyle::Units().Icon();
     const QPoint corner(cell.rect.left() + (cell.rect.width() - size) / 2,
