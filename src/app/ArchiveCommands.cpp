@@ -3,6 +3,7 @@
 #include "app/DeskActions.h"
 #include "app/WindowValues.h"
 #include "archive/Archive.h"
+#include "archive/ArchiveStatements.h"
 #include "archive/ArchiveTexts.h"
 #include "archive/ui/ArchivePanel.h"
 #include "archive/ui/frmDoubletten.h"
@@ -155,9 +156,9 @@ void ArchiveCommands::DeleteWholeArchive() {
     if (sure(QStringLiteral("Achtung!!!, Das gesamte Musikarchiv löschen?")) &&
         sure(QStringLiteral("Achtung+++ Sind Sie sicher? +++Achtung"))) {
         const HourGlass hourGlass;
-        const WriteResult deleted = archive_.DeleteAll();
-        panel_.Refresh();
-        if (!deleted.reason.isEmpty())
+        if (const WriteResult deleted = archive_.DeleteAll(); deleted)
+            panel_.ShowSource(ArchiveStatements::Default()); // what comes in next is not hidden by an old search
+        else
             Q_EMIT Told(deleted.reason);
     }
     panel_.ShowCountText(ArchiveTexts::CountAfterDeleteAll());

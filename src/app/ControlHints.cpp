@@ -194,7 +194,7 @@ constexpr std::array<Hint, 170> kHints{{
     {u"frmTagEditor", u"cmdKlein", u"Kleines Fenster, ohne Bilder und Liedtext"},
     {u"frmTagEditor", u"cmdGross", u"Großes Fenster, mit Bildern und Liedtext"},
     {u"frmTagEditor", u"cmdSpeichern", u"Schreibt die Tags in die Datei und ins Musikarchiv"},
-    {u"frmTitelLoeschen", u"Check1", u"Legt auch die Datei in den Papierkorb"},
+    {u"frmTitelLoeschen", u"Check1", u"Löscht auch die Datei, ohne Papierkorb und ohne Rückweg"},
 }};
 // clang-format on
 

@@ -69,8 +69,7 @@ DeckView PresentDeck(const Mixer& mixer, int player, float levelLeft, float leve
     DeckView view;
     view.signal = SignalOf(mixer, player, state);
     view.status = mixer.StatusText(player);
-    // Without any tags the file's name is all that tells titles apart.
-    view.title = title.title.isEmpty() && title.artist.isEmpty() ? FileName::Last(title.path) : title.title;
+    view.title = FileName::ShownTitle(title.title, title.artist, title.path);
     view.artist = title.artist;
     view.bitrate = title.format;
     view.lengthSeconds = title.length;

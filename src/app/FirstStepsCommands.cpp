@@ -9,7 +9,6 @@
 
 #include <QDir>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QStandardPaths>
 
 namespace kalvo {
@@ -44,9 +43,7 @@ FirstStepsCommands::FirstStepsCommands(const Parts& parts)
     });
     for (const int player : {1, 2})
         connect(&parts_.desk.List(player), &Playlist::Changed, this, &FirstStepsCommands::Refresh);
-    connect(&parts_.desk.archive, &Archive::CountChanged, this, &FirstStepsCommands::GiveWay);
-    if (const auto* search = parts_.archive.findChild<QLineEdit*>(QStringLiteral("Text1")))
-        connect(search, &QLineEdit::textEdited, this, &FirstStepsCommands::Hide);
+    connect(&parts_.desk.archive, &Archive::CountChanged, this, &FirstStepsCommands::TakeCount);
     connect(&parts_.desk.mixer, &Mixer::TitleStarted, this, &FirstStepsCommands::Hide);
 }
 
@@ -63,17 +60,8 @@ void FirstStepsCommands::OfferAtStart() {
 }
 
 void FirstStepsCommands::ShowGuide() {
-    countBefore_ = parts_.desk.archive.Count();
-    isFollowed_ = false;
     parts_.archive.ShowGuide(true);
     LookForMusic();
-    Refresh();
-}
-
-/** Who fills the archive in another way looks for his titles there. */
-void FirstStepsCommands::GiveWay() {
-    if (!isFollowed_ && parts_.desk.archive.Count() > countBefore_)
-        Hide();
     Refresh();
 }
 
@@ -98,6 +86,13 @@ void FirstStepsCommands::LookForMusic() {
             Refresh();
         });
     });
+}
+
+/** Titles that came by another way than the guide's are to be seen. */
+void FirstStepsCommands::TakeCount() {
+    if (state_.archived == 0 && parts_.desk.archive.Count() > 0 && !import_.IsRunning())
+        Hide();
+    Refresh();
 }
 
 void FirstStepsCommands::Refresh() {
@@ -128,7 +123,6 @@ void FirstStepsCommands::ChooseMusic(bool other) {
     if (state_.hasMusic || !other)
         return AskForFolder();
     const QString folder = parts_.desk.folder.Path(QStringLiteral("\\Probiertitel"));
-    isFollowed_ = true;
     import_.Start([folder] { return WriteDemoTitles(folder); });
 }
 
@@ -142,7 +136,6 @@ void FirstStepsCommands::AskForFolder() {
 
 void FirstStepsCommands::Import(const QString& folder) {
     Q_EMIT FolderChosen(folder);
-    isFollowed_ = true;
     import_.Start(folder);
 }
 

@@ -43,7 +43,6 @@ Q_SIGNALS:
 
 private:
     void ShowGuide();
-    void GiveWay();
     void Hide();
     void CloseForGood();
     void Choose(int step, bool other);
@@ -52,6 +51,7 @@ private:
     void Import(const QString& folder);
     void FillLists();
     void LookForMusic();
+    void TakeCount();
     void Refresh();
 
     Parts parts_;
@@ -59,8 +59,6 @@ private:
     FirstStepsImport import_;
     std::shared_ptr<BackgroundRun> look_; ///< for music in the suggested folder
     FirstStepsState state_;
-    qint64 countBefore_ = 0;  ///< titles in the archive when the guide was shown
-    bool isFollowed_ = false; ///< its own first step fills the archive
 };
 
 } // namespace kalvo

@@ -15,12 +15,15 @@
 #include "widgets/xMessageBox.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace kalvo {
 
@@ -29,6 +32,17 @@ namespace {
 constexpr QSize kSmallest(800, 600);
 constexpr QSize kDefaultSize(1280, 800);
 const QString kStyleKey = QStringLiteral("Style");
+
+QString MusicFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+}
+
+/** The first of them that is there, else the home folder: a scan must not begin with the whole disk. */
+QString FirstFolder(const QStringList& folders) {
+    const auto found = std::find_if(folders.begin(), folders.end(),
+                                    [](const QString& folder) { return !folder.isEmpty() && QDir(folder).exists(); });
+    return found == folders.end() ? QDir::homePath() : *found;
+}
 
 } // namespace
 
@@ -194,9 +208,7 @@ void Form1::ShowOptions() {
 
 void Form1::ImportTitles() {
     if (import_ == nullptr) {
-        const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
-        import_ =
-            new frmTitelEinlesen(desk_.archive, values_.importFolder.isEmpty() ? music : values_.importFolder, this);
+        import_ = new frmTitelEinlesen(desk_.archive, FirstFolder({values_.importFolder, MusicFolder()}), this);
         import_->setAttribute(Qt::WA_DeleteOnClose);
         import_->ShowWatched(watch_->Folders());
         connect(import_, &frmTitelEinlesen::Finished, this, [this] {
@@ -212,8 +224,7 @@ void Form1::ImportTitles() {
 
 void Form1::AskForFiles() {
     const QStringList files =
-        QFileDialog::getOpenFileNames(this, QStringLiteral("Musikdateien hinzufügen"),
-                                      QStandardPaths::writableLocation(QStandardPaths::MusicLocation),
+        QFileDialog::getOpenFileNames(this, QStringLiteral("Musikdateien hinzufügen"), MusicFolder(),
                                       QStringLiteral("Musikdateien (*.mp3 *.ogg *.MP3 *.OGG)"));
     AddFiles(files);
 }

@@ -7,7 +7,9 @@
 #include "playlists/ui/PlaylistPanel.h"
 #include "widgets/SkinStyle.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
+#include <QMenu>
 
 #include <algorithm>
 
@@ -85,8 +87,18 @@ void ListBand::ConnectDrops(int player) {
 }
 
 void ListBand::ShowStarted(int player, int row) {
-    listActions_.SetActiveList(player);
+    MakeActive(player);
     Panel(player).View().ShowComing(row);
+}
+
+/** A menu that is open means the list that it was opened for; the other one becomes active when it has acted. */
+void ListBand::MakeActive(int player) {
+    if (const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget()))
+        connect(
+            menu, &QMenu::aboutToHide, this, [this, player] { MakeActive(player); },
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    else
+        listActions_.SetActiveList(player);
 }
 
 void ListBand::ConnectActions(DeskActions& actions) {

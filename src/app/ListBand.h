@@ -38,6 +38,7 @@ private:
     void ConnectPanel(int player);
     void ConnectDrops(int player);
     void ShowStarted(int player, int row);
+    void MakeActive(int player);
     void ConnectActions(DeskActions& actions);
     QList<int> SelectedRows(int player) const;
 

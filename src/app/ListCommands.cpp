@@ -11,6 +11,7 @@
 #include "playlists/ui/PlaylistPanel.h"
 #include "playlists/ui/frmWLEigenschaften.h"
 #include "widgets/PlainTip.h"
+#include "widgets/SavePath.h"
 #include "widgets/SkinStyle.h"
 
 #include <QFileDialog>
@@ -25,6 +26,7 @@ const auto listFilter = QStringLiteral("Wiedergabeliste (wil) (*.wil *.WIL)");
 const auto importFilter = QStringLiteral("Playlists (*.m3u *.M3U)");
 const auto otherFilter = QStringLiteral("Weitere Playlists (*.m3u8 *.M3U8 *.pls *.PLS)");
 const auto exportFilter = QStringLiteral("Playliste (m3u) (*.m3u)");
+const QStringList kListEndings{QStringLiteral(".m3u"), QStringLiteral(".m3u8")};
 constexpr int progressDelay = 500; // ms
 const auto otherExportFilter = QStringLiteral("Playliste in UTF-8 (m3u8) (*.m3u8)");
 
@@ -156,10 +158,12 @@ QString ListCommands::AskPath(bool saves, const QString& title, const QStringLis
     connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog, ending](const QString& filter) {
         dialog.setDefaultSuffix(filter == otherExportFilter ? QStringLiteral("m3u8") : ending);
     });
-    if (dialog.exec() != QDialog::Accepted)
-        return {};
-    const QString path = dialog.selectedFiles().value(0);
-    if (!isOwn)
+    QString path;
+    if (saves)
+        path = AskSavePath(dialog, isOwn ? QStringList{QStringLiteral(".wil")} : kListEndings, !isOwn);
+    else if (dialog.exec() == QDialog::Accepted)
+        path = dialog.selectedFiles().value(0);
+    if (!isOwn && !path.isEmpty())
         folder_ = FileName::Folder(path);
     return path;
 }
@@ -188,7 +192,9 @@ void ListCommands::AddFromPlayer(int player) {
 
 void ListCommands::EigenschaftenWiedergabeliste() {
     const Playlist& list = parts_.lists.List(parts_.lists.ActiveList());
-    (new frmWLEigenschaften(list, parts_.lists.Undo().Name(), &parts_.window))->show();
+    delete properties_; // what it shows are the sums of a moment
+    properties_ = new frmWLEigenschaften(list, parts_.lists.Undo().Name(), &parts_.window);
+    properties_->show();
 }
 
 void ListCommands::WLVollansicht(bool on) {

@@ -9,6 +9,7 @@
 #include <array>
 
 class QAction;
+class QDialog;
 class QMenu;
 class QProgressDialog;
 class QWidget;
@@ -66,6 +67,7 @@ private:
     QAction* exporting_ = nullptr; ///< `m3uSpeichern`
     std::array<QAction*, 2> fromPlayer_{};
     QString folder_; ///< where a dialog for M3U files was last; "" at first
+    QPointer<QDialog> properties_;
     QPointer<QProgressDialog> progress_;
 };
 

@@ -57,7 +57,7 @@ void TagCommands::WatchArchive() {
         });
     }
     // The line of the selected title, which is what pre-listening plays.
-    for (const char* name : {"lblInterpret", "lblTitel"}) {
+    for (const char* name : {"lblInterpret", "lblTitel", "lblTitelname"}) {
         auto* label = archive_.findChild<QWidget*>(QLatin1String(name));
         if (label == nullptr)
             continue;
@@ -138,7 +138,7 @@ void TagCommands::Follow(const TagSaved& saved) {
     std::optional<TitleRecord> record = desk_.archive.FindByPath(saved.path);
     if (record) {
         FollowTags(*record, *saved.before, *saved.after);
-        CutTagTexts(*record);
+        FitTagTexts(*record);
         if (const WriteResult followed = desk_.archive.UpdateRecord(*record); !followed)
             Q_EMIT Warned(followed.reason);
     }

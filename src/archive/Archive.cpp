@@ -20,6 +20,12 @@ const QString kLayoutName = u"\\mp3tabelle.dll"_s;
 const QString kArchiveName = u"\\Musikarchiv\\default.mav"_s;
 const QString kPlaylistName = u"\\Wiedergabeliste\\default.mav"_s;
 
+/** The default archive of a data folder that was moved here: the path still names the old place. */
+bool IsLeftBehind(QString path) {
+    const bool isDefault = path.replace(u'\\', u'/').endsWith(u"/Musikarchiv/default.mav"_s, Qt::CaseInsensitive);
+    return isDefault && !QFileInfo::exists(path);
+}
+
 /** Rows are numbered by int. */
 constexpr std::size_t kMaximumRows = std::numeric_limits<int>::max();
 
@@ -53,10 +59,11 @@ void Archive::SettleLayout(const DataFolder& folder) {
     const QString layoutPath = folder.Path(kLayoutName);
     const QString defaultPath = folder.Path(kArchiveName);
     layout_ = LayoutFile::Read(layoutPath);
-    if (layout_.archivePath.isEmpty() || !QFileInfo::exists(defaultPath))
+    const bool leftBehind = IsLeftBehind(layout_.archivePath);
+    if (layout_.archivePath.isEmpty() || leftBehind || !QFileInfo::exists(defaultPath))
         layout_.archivePath = defaultPath;
     layout_.playlistPath = folder.Path(kPlaylistName);
-    if (!QFileInfo::exists(layoutPath))
+    if (leftBehind || !QFileInfo::exists(layoutPath))
         layout_.Write(layoutPath);
 }
 

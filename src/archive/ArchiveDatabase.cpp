@@ -126,7 +126,7 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
     if (ArchiveRescue::IsNoted(path))
         ArchiveRescue::Run(path, clock_, message);
     if (!QFileInfo::exists(path) || QFileInfo(path).size() == 0)
-        return Create() || (message = u"Das Musikarchiv kann nicht angelegt werden: "_s + path, false);
+        return CreateArchiveDatabase() || (message = u"Das Musikarchiv kann nicht angelegt werden: "_s + path, false);
 
     if (!LooksLikeDatabase(path))
         return Replace(message);
@@ -147,7 +147,7 @@ bool ArchiveDatabase::Open(const QString& path, QString& message) {
 bool ArchiveDatabase::Replace(QString& message) {
     database_.Close();
     const QString kept = SetAside(path_, clock_, {u"-wal"_s, u"-shm"_s});
-    if (kept.isEmpty() || !Create()) {
+    if (kept.isEmpty() || !CreateArchiveDatabase()) {
         message = u"Das Musikarchiv ist beschädigt und kann nicht ersetzt werden: "_s + path_;
         return false;
     }
@@ -159,7 +159,7 @@ bool ArchiveDatabase::PrepareForWriting() {
     return database_.Execute(u"PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; BEGIN IMMEDIATE; ROLLBACK"_s);
 }
 
-bool ArchiveDatabase::Create() {
+bool ArchiveDatabase::CreateArchiveDatabase() {
     QDir().mkpath(QFileInfo(path_).path());
     return database_.Open(path_, SqliteDatabase::Mode::Create, kBusyMilliseconds) == SqliteDatabase::Outcome::Opened &&
            PrepareForWriting() && database_.Execute(CreateTableStatement(kTable, true));
@@ -180,8 +180,15 @@ void ArchiveDatabase::Close() {
     insert_.reset();
     select_.reset();
     deletions_.clear();
+    PutBack();
     database_.Close();
     readOnly_ = false;
+}
+
+/** A file that was deleted under the program lives on in this connection, and with it alone. */
+void ArchiveDatabase::PutBack() {
+    if (database_.IsOpen() && !readOnly_ && !QFileInfo::exists(path_))
+        database_.Prepare(u"VACUUM main INTO ?"_s).Bind(1, path_).Run();
 }
 
 WriteResult ArchiveDatabase::Failure() {

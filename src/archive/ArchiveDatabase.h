@@ -94,7 +94,7 @@ public:
     static bool HasTitleTable(SqliteDatabase& database, const QString& table);
 
 private:
-    bool Create();
+    bool CreateArchiveDatabase();
     bool PrepareForWriting();
     bool Replace(QString& message);
     bool OpenForReading(const QString& why, QString& message);
@@ -102,6 +102,7 @@ private:
     WriteResult KeepAndDelete(const std::function<bool(const QString& kept)>& move);
     bool EnsureTransaction();
     void Commit();
+    void PutBack();
 
     const Clock& clock_;
     QString path_;

@@ -226,7 +226,29 @@ int SqliteDatabase::Changes() const {
 }
 
 QString SqliteDatabase::LastError() const {
-    return handle_ ? QString::fromUtf8(sqlite3_errmsg(handle_.get())) : QStringLiteral("database is not open");
+    switch (handle_ ? PrimaryCode(handle_.get()) : SQLITE_CANTOPEN) {
+    case SQLITE_FULL:
+        return QStringLiteral("der Datenträger ist voll");
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        return QStringLiteral("die Datei ist schreibgeschützt");
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return QStringLiteral("ein anderes Programm benutzt die Datei");
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return QStringLiteral("die Datei ist beschädigt");
+    case SQLITE_CANTOPEN:
+        return QStringLiteral("kein Zugriff auf die Datei");
+    case SQLITE_IOERR:
+        return QStringLiteral("der Datenträger meldet einen Fehler");
+    case SQLITE_NOMEM:
+        return QStringLiteral("der Arbeitsspeicher reicht nicht");
+    case SQLITE_ERROR: // a table or a field is missing
+        return QStringLiteral("die Datei hat einen anderen Aufbau");
+    default:
+        return QStringLiteral("Fehler %1 der Datenbank").arg(sqlite3_extended_errcode(handle_.get()));
+    }
 }
 
 bool SqliteDatabase::LastErrorIsLocked() const {

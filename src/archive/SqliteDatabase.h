@@ -86,7 +86,7 @@ public:
     qint64 LastInsertId() const;
     /** Rows changed by the last statement. */
     int Changes() const;
-    /** Reason of the last failure, as the engine words it. */
+    /** Reason of the last failure, in German, to stand behind a colon. */
     QString LastError() const;
     /** Whether the last failure was another program's lock, respectively missing write permission. */
     bool LastErrorIsLocked() const;

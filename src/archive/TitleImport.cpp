@@ -1,8 +1,11 @@
 #include "archive/TitleImport.h"
 
 #include "archive/TagReaders.h"
+#include "base/PlainText.h"
 
 #include <QElapsedTimer>
+
+#include <utility>
 
 namespace kalvo {
 
@@ -18,10 +21,14 @@ constexpr int kAhead = 512;
 
 } // namespace
 
-void CutTagTexts(TitleRecord& record) {
-    for (const ArchiveField field : kTextFields)
-        if (field != ArchiveField::Pfad)
-            CutText(FieldPlace(record, field), kMaximumFieldLength);
+void FitTagTexts(TitleRecord& record) {
+    for (const ArchiveField field : kTextFields) {
+        if (field == ArchiveField::Pfad)
+            continue;
+        QString& text = FieldPlace(record, field);
+        text = PlainText::WithoutControls(std::move(text));
+        CutText(text, kMaximumFieldLength);
+    }
 }
 
 QString ImportReport::Text() const {
@@ -117,7 +124,7 @@ void TitleImport::TakeFile(const QString& path, std::optional<ReadTitle> title) 
         report_.passedOver.append({path, title->reason});
     } else {
         record = *std::move(title->record);
-        CutTagTexts(record);
+        FitTagTexts(record);
         if (const WriteResult written = archive_.AddTitle(record); written)
             ++report_.added;
         else

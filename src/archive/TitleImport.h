@@ -12,8 +12,11 @@
 
 namespace kalvo {
 
-/** Texts of tags are cut to what a field holds, so that no file is lost to a long one; a path is not. */
-void CutTagTexts(TitleRecord& record);
+/**
+ * Texts of tags as fields hold them: in one line, since a line break parts the values of a category list, and cut, so
+ * that no file is lost to a long one. A path stays as it is.
+ */
+void FitTagTexts(TitleRecord& record);
 
 struct ImportReport {
     int marked = 0;  ///< files given

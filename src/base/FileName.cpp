@@ -39,6 +39,10 @@ QString Refusal(const QString& path, qsizetype longest) {
     return QStringLiteral("Der Pfad ist zu lang, er darf höchstens %1 Zeichen haben:\n%2").arg(longest).arg(path);
 }
 
+QString ShownTitle(const QString& title, const QString& artist, const QString& path) {
+    return title.isEmpty() && artist.isEmpty() ? WithoutMusicExtension(Last(path)) : title;
+}
+
 QString WithoutMusicExtension(const QString& name) {
     return IsMusic(name) ? name.chopped(extensionLength) : name;
 }

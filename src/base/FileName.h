@@ -20,6 +20,9 @@ bool HasControls(const QString& path);
 /** German: why a path is refused that has control characters or more than so many characters. */
 QString Refusal(const QString& path, qsizetype longest);
 
+/** What is shown of a title: its name; where it has neither that nor an artist, its file's. */
+QString ShownTitle(const QString& title, const QString& artist, const QString& path);
+
 /** Without a ".mp3" or ".ogg" at its end. */
 QString WithoutMusicExtension(const QString& name);
 

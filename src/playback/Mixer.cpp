@@ -89,10 +89,11 @@ void Mixer::Next(int player) {
     if (List(player).IsEmpty()) {
         return;
     }
+    const bool goesOn = options_.continuous && IsAudible(player); // then the other list has the word
     StopPlayer(player);
     Deck(player).title = {};
     if (!StartNext(player)) {
-        heldByUser_ = !IsAudible(OtherPlayer(player));
+        heldByUser_ = !goesOn && !IsAudible(OtherPlayer(player));
         TellEnd(player);
         PassOn(player);
         Q_EMIT PlayerChanged(player);
@@ -101,9 +102,8 @@ void Mixer::Next(int player) {
 
 void Mixer::TellEnd(int player) {
     const QString text = List(player).IsEmpty() ? QStringLiteral("Wiedergabeliste %1 ist leer.")
-                         : HasFailed(player)
-                             ? QStringLiteral("In Wiedergabeliste %1 lässt sich kein weiterer Titel abspielen.")
-                             : QStringLiteral("Wiedergabeliste %1 ist am Ende.");
+                         : HasFailed(player) ? QStringLiteral("In Wiedergabeliste %1 lässt sich kein weiterer Titel abspielen.")
+                                             : QStringLiteral("Wiedergabeliste %1 ist am Ende.");
     Q_EMIT Message(text.arg(player));
 }
 

@@ -1,6 +1,7 @@
 #include "playlists/ChartsRanking.h"
 
 #include "base/CsvText.h"
+#include "base/FileName.h"
 #include "base/ValueFile.h"
 
 #include <algorithm>
@@ -57,7 +58,7 @@ QStringList ChartsRanking::Row(qsizetype place) const {
     const ChartEntry& entry = entries_.at(place);
     return {QString::number(place + 1),
             entry.artist,
-            entry.title,
+            FileName::ShownTitle(entry.title, entry.artist, entry.path),
             QString::number(entry.player1),
             QString::number(entry.player2),
             QString::number(entry.archive),

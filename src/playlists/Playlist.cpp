@@ -1,6 +1,9 @@
 #include "playlists/Playlist.h"
 
+#include "base/FileName.h"
 #include "base/PlayTime.h"
+
+#include <QColor>
 
 #include <algorithm>
 
@@ -328,6 +331,8 @@ QVariant Playlist::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
         return index.column() == Mark ? MarkName(entry.icon, index.row() == current_)
                                       : Field(index.row(), index.column());
+    case Qt::ForegroundRole:
+        return index.row() == current_ ? QVariant(QColor(kCurrentRed)) : QVariant();
     case IconRole:
         return static_cast<int>(entry.icon);
     case CurrentRole:
@@ -371,7 +376,7 @@ QString Playlist::Field(int row, int column) const {
     const PlaylistEntry& entry = entries_.at(row);
     switch (column) {
     case Title:
-        return entry.title;
+        return FileName::ShownTitle(entry.title, entry.artist, entry.path);
     case Artist:
         return entry.artist;
     case Duration:

@@ -5,6 +5,7 @@
 
 #include <QAbstractTableModel>
 #include <QList>
+#include <QRgb>
 
 namespace kalvo {
 
@@ -29,6 +30,8 @@ class Playlist : public QAbstractTableModel {
 public:
     /** The places of an entry in their given order, then what a view shows in front of them. */
     enum Column { Title, Artist, Duration, ShuffleKey, Info, Mark, RowNumber, ColumnCount };
+    /** Text colour of the red entry, in all skins. */
+    static constexpr QRgb kCurrentRed = 0xFFFF0000;
     enum Role { IconRole = Qt::UserRole + 1, CurrentRole, PathRole };
 
     /** number: 1 or 2. The random source outlives the list. */

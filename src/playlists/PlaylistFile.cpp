@@ -103,7 +103,7 @@ void PlaylistFile::CreateFolder() const {
     QDir().mkpath(QFileInfo(path_).path());
 }
 
-PlaylistFile::Result PlaylistFile::Create() {
+PlaylistFile::Result PlaylistFile::CreatePlaylistDatabase() {
     SqliteDatabase database;
     return OpenForWriting(database);
 }

@@ -37,10 +37,11 @@ public:
     /** The folder that the file belongs into, should it have gone. */
     void CreateFolder() const;
     /** Makes sure that a file with both tables is there. One that is no database is set aside, never overwritten. */
-    Result Create();
+    Result CreatePlaylistDatabase();
     /** Appends to the lists in the tables' order. On failure they keep what was read so far; the file stays. */
     Result Load(Lists& lists) const;
-    /** Both lists in one transaction; creates the file as Create() does. On failure the file holds what it held. */
+    /** Both lists in one transaction; creates the file as CreatePlaylistDatabase() does. On failure the file holds what
+     * it held. */
     Result Save(const Lists& lists, Content content = Content::Replace);
     /** Renames the file, together with its -wal and -shm, to "name.defekt-…". */
     Result SetAside();

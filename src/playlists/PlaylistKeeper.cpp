@@ -33,7 +33,7 @@ PlaylistKeeper::~PlaylistKeeper() {
 }
 
 void PlaylistKeeper::Restore() {
-    const PlaylistFile::Result created = file_.Create();
+    const PlaylistFile::Result created = file_.CreatePlaylistDatabase();
     PlaylistFile::Lists lists;
     const PlaylistFile::Result loaded = file_.Load(lists);
     unread_ = loaded.outcome == PlaylistFile::Outcome::Failed;
@@ -52,6 +52,8 @@ void PlaylistKeeper::ListChanged() {
 
 bool PlaylistKeeper::IsNew(const PlaylistFile::Lists& lists) {
     changed_ = changed_ && (unread_ || !IsSameContent(lists[0], stored_[0]) || !IsSameContent(lists[1], stored_[1]));
+    const bool isEmpty = lists[0].isEmpty() && lists[1].isEmpty();
+    changed_ = changed_ || (!isEmpty && !file_.Exists()); // deleted under the program
     return changed_;
 }
 

@@ -43,6 +43,8 @@ bool IsUsual(const QString& text) {
 
 /** What shows the title of a piece of music is not among them: that is no caption. */
 bool TakesLetter(const QAbstractButton& button) {
+    if (button.property(kPlainCaption).toBool())
+        return false;
     const auto* tool = qobject_cast<const QToolButton*>(&button);
     return qobject_cast<const QPushButton*>(&button) || qobject_cast<const QCheckBox*>(&button) ||
            qobject_cast<const QRadioButton*>(&button) ||

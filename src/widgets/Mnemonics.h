@@ -16,6 +16,9 @@ namespace kalvo {
  */
 QStringList WithMnemonics(const QStringList& texts);
 
+/** Property of a button that gets no letter: its caption stays as it is, to the letter. */
+constexpr const char* kPlainCaption = "kalvoPlainCaption";
+
 /** Another caption; one that is there already, whatever its letter, stays as it is. */
 void ShowCaption(QAbstractButton& button, const QString& caption);
 

@@ -94,6 +94,23 @@ TEST_F(ListCommandsTest, ClearingResetsTheCaptionAndComesBack) {
     EXPECT_EQ(desk.list1.Count(), 0);
 }
 
+TEST_F(ListCommandsTest, AMenuKeepsTheListThatItWasOpenedFor) {
+    window.findChild<QTableView*>(QStringLiteral("List1"))->selectRow(1);
+    QMenu menu(&window);
+    menu.addAction(Action("MarkiertenTitelAusWiedergabelisteLoeschen"));
+    menu.popup({});
+    desk.list2.Append(desk.list1.Entries());
+    desk.mixer.Play(2, -1);
+    ASSERT_TRUE(test::WaitUntil([this] { return desk.list2.CurrentRow() == 0; }));
+    menu.hide();
+    menu.actions().front()->trigger(); // in this order, as menus do it
+    EXPECT_EQ(desk.list1.Count(), 2);
+    QCoreApplication::processEvents();
+    window.findChild<QTableView*>(QStringLiteral("List2"))->selectRow(1);
+    Action("MarkiertenTitelAusWiedergabelisteLoeschen")->trigger();
+    EXPECT_EQ(desk.list2.Count(), 2) << "afterwards the list of the player that has started";
+}
+
 TEST_F(ListCommandsTest, FilesDroppedOnTheWindowAreTaken) {
     const QString party = folder.Path(QStringLiteral("Party.wil"));
     ASSERT_EQ(

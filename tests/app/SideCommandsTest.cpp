@@ -62,7 +62,7 @@ struct SideCommandsTest : test::FakeWindow {
 TEST_F(SideCommandsTest, AWideWindowShowsTheTitleAsACardAndALineWhereThereIsNoRoom) {
     Show();
     EXPECT_TRUE(IsBeside());
-    EXPECT_EQ(Text("lblTitel"), u"Nachtfahrt"_s);
+    EXPECT_EQ(Text("lblTitelname"), u"Nachtfahrt"_s);
     EXPECT_EQ(Text("lblInterpret"), u"Mara Lind"_s);
     EXPECT_EQ(Text("lblAlbum"), u"Fahrplan · Pop"_s) << "no gap for the year that is missing";
     TitleRecord changed = desk->archive.RowAt(0);
@@ -75,7 +75,8 @@ TEST_F(SideCommandsTest, AWideWindowShowsTheTitleAsACardAndALineWhereThereIsNoRo
         Resize(size);
         EXPECT_EQ(IsBeside(), size == kWideWindow) << size.width();
         EXPECT_EQ(In<QWidget>(*window, "Label5").isVisible(), size.width() > 800) << size.width();
-        EXPECT_EQ(Text("lblTitel"), u"Nachtfahrt"_s) << size.width();
+        EXPECT_EQ(Text("lblTitel"), u"Mara Lind - Nachtfahrt"_s);
+        EXPECT_EQ(In<QWidget>(*window, "lblTitelname").isVisible(), size == kWideWindow) << size.width();
     }
     Wish(u"Nachtfahrt"_s, {});
     const QWidget* next = &In<QWidget>(*window, "Label5");

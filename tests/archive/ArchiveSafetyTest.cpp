@@ -198,6 +198,22 @@ TEST_F(ArchiveSafetyTest, AFullDiskIsToldAndTakesNothingAway) {
         EXPECT_EQ(left, titles);
 }
 
+TEST_F(ArchiveSafetyTest, AnArchiveDeletedUnderTheProgramIsThereAgainAtItsEnd) {
+    {
+        Writer writer(path);
+        writer.Add(1, 3);
+        for (const QString& file : {path, path + u"-wal"_s, path + u"-shm"_s})
+            ASSERT_TRUE(QFile::remove(file));
+        writer.Add(3, 5);
+        ASSERT_TRUE(writer.written);
+    }
+    Writer again(path);
+    EXPECT_EQ(again.database.Count(), 4);
+    EXPECT_EQ(again.message, QString());
+    again.Add(5, 6);
+    EXPECT_TRUE(again.written);
+}
+
 TEST_F(ArchiveSafetyTest, TwoProgramsWriteIntoOneArchive) {
     Fill(1);
     ChildProcess child([&](const ChildProcess::Report& report) {

@@ -83,6 +83,14 @@ TEST_F(ArchiveTest, AConfiguredArchiveCountsOnlyBesideADefaultOne) {
     OpenReady();
     EXPECT_EQ(archive.Path(), elsewhere);
     EXPECT_EQ(archive.Layout().playlistPath, data.Path(u"\\Wiedergabeliste\\default.mav"_s));
+
+    for (const QString& before :
+         {folder.Path(u"gone/Kalvo/Musikarchiv/default.mav"_s), u"C:\\DJ\\Kalvo\\Musikarchiv\\default.mav"_s}) {
+        WriteLayout(before);
+        OpenReady();
+        EXPECT_EQ(archive.Path(), defaultPath) << "the data folder was moved here from " << before.toStdString();
+        EXPECT_EQ(LayoutFile::Read(data.Path(u"\\mp3tabelle.dll"_s)).archivePath, defaultPath);
+    }
 }
 
 TEST_F(ArchiveTest, LayoutFileKeepsItsTwelveValues) {

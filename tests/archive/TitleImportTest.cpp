@@ -84,10 +84,10 @@ TEST_F(TitleImportTest, GoesOnAfterFilesItCannotTake) {
     EXPECT_EQ(report.passedOver.at(2).reason, u"Der Pfad ist länger als 200 Zeichen."_s);
 }
 
-TEST_F(TitleImportTest, CutsLongTexts) {
-    const QString path = Make(u"a.mp3"_s, QString(230, u'ä'));
+TEST_F(TitleImportTest, CutsLongTextsAndKeepsThemInOneLine) {
+    const QString path = Make(u"a.mp3"_s, u"eins\r\nzwei"_s + QString(230, u'ä'));
     EXPECT_EQ(import.Run({path}).added, 1);
-    EXPECT_EQ(Titles(), QStringList{QString(200, u'ä')});
+    EXPECT_EQ(Titles(), QStringList{u"eins  zwei"_s + QString(190, u'ä')});
 }
 
 TEST_F(TitleImportTest, TellsEveryFileFromTheEventLoop) {

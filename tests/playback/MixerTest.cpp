@@ -118,6 +118,15 @@ TEST_F(MixerTest, NothingStartsByItselfWithoutContinuousPlayOrAfterStopAndPause)
     EXPECT_EQ(mixer.StatusText(1), QStringLiteral("pause"));
     mixer.Play(1, -1);
     EXPECT_NEAR(layer.PositionSeconds(1), 3, 0.01) << "resumed, not restarted";
+    mixer.Next(1);
+    mixer.Next(1);
+    Run(0.2);
+    EXPECT_FALSE(Plays(1));
+    EXPECT_TRUE(Plays(2)) << "next at a list's end asks for music: the other list has some";
+    mixer.Stop(2);
+    mixer.Next(1);
+    Run(0.2);
+    EXPECT_EQ(mixer.OnAirPlayer(), 0) << "on a silent desk it starts nothing elsewhere";
 }
 
 TEST_F(MixerTest, AFadeByHandStartsAStoppedPlayerAndMuteFollowsTheFader) {

@@ -45,8 +45,8 @@ TEST_F(PlaylistFileTest, ReplacesOrAppends) {
 }
 
 TEST_F(PlaylistFileTest, HasTheGivenTables) {
-    ASSERT_EQ(file.Create().outcome, Outcome::Done);
-    ASSERT_EQ(file.Create().outcome, Outcome::Done) << "again is no failure";
+    ASSERT_EQ(file.CreatePlaylistDatabase().outcome, Outcome::Done);
+    ASSERT_EQ(file.CreatePlaylistDatabase().outcome, Outcome::Done) << "again is no failure";
     SqliteDatabase database;
     ASSERT_EQ(database.Open(path, SqliteDatabase::Mode::ReadOnly), SqliteDatabase::Outcome::Opened);
     for (const char* table : {"Player1", "Player2"}) {
@@ -85,7 +85,8 @@ TEST_F(PlaylistFileTest, SavesOverADatabaseThatIsBrokenInside) {
 
 TEST_F(PlaylistFileTest, FailuresAreToldAndChangeNothing) {
     EXPECT_EQ(PlaylistFile(folder.Path(), clock).Save({EntriesOf("a"), {}}).outcome, Outcome::Failed);
-    EXPECT_EQ(PlaylistFile(folder.Path(QStringLiteral("fehlt/x")), clock).Create().outcome, Outcome::Failed);
+    EXPECT_EQ(PlaylistFile(folder.Path(QStringLiteral("fehlt/x")), clock).CreatePlaylistDatabase().outcome,
+              Outcome::Failed);
     ASSERT_EQ(file.Save({EntriesOf("ab"), {}}).outcome, Outcome::Done);
     SqliteDatabase database;
     ASSERT_EQ(database.Open(path, SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened);
@@ -96,6 +97,9 @@ TEST_F(PlaylistFileTest, FailuresAreToldAndChangeNothing) {
     EXPECT_EQ(result.outcome, Outcome::Failed);
     EXPECT_FALSE(result.message.isEmpty());
     EXPECT_EQ(Stored(), "ab|") << "one transaction for both lists";
+    PlaylistFile::Lists none;
+    const PlaylistFile empty(folder.Write(QStringLiteral("leer/leer.wil"), {}), clock);
+    EXPECT_TRUE(empty.Load(none).message.endsWith(u": die Datei hat einen anderen Aufbau")) << "in German";
     EXPECT_EQ(Files().size(), 1);
 }
 
@@ -120,6 +124,9 @@ TEST_F(PlaylistKeeperTest, SavesByItselfAfterAChange) {
     second.Append(EntriesOf("c"));
     EXPECT_TRUE(keeper.SaveNow());
     EXPECT_EQ(Stored(), "ab|c");
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_TRUE(keeper.SaveNow());
+    EXPECT_EQ(Stored(), "ab|c") << "deleted under the program";
     Playlist restored(1, random), other(2, random);
     PlaylistKeeper again(restored, other, path, clock);
     again.Restore();

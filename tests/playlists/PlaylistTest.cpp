@@ -1,5 +1,6 @@
 #include "playlists/PlaylistSupport.h"
 
+#include <QColor>
 #include <gtest/gtest.h>
 
 namespace kalvo {
@@ -21,6 +22,17 @@ TEST_F(PlaylistTest, KeysAreWholeNumbersWithoutZeros) {
     list.Append({test::Entry(QStringLiteral("a"), {}), test::Entry(QStringLiteral("b"), QStringLiteral("7"))});
     EXPECT_EQ(list.At(0).shuffleKey, QStringLiteral("5001"));
     EXPECT_EQ(list.At(1).shuffleKey, QStringLiteral("7"));
+}
+
+TEST_F(PlaylistTest, ATitleWithoutANameShowsItsFileAndTheCurrentOneIsRed) {
+    list.Append({{{}, {}, {}, {}, {}, QStringLiteral("/musik/Lied 1.mp3")},
+                 {{}, QStringLiteral("Abba"), {}, {}, {}, QStringLiteral("/musik/Lied 2.mp3")}});
+    EXPECT_EQ(list.index(0, Playlist::Title).data().toString(), QStringLiteral("Lied 1"));
+    EXPECT_EQ(list.index(1, Playlist::Title).data().toString(), QString()) << "the artist is told";
+    EXPECT_EQ(list.At(0).title, QString());
+    list.SetCurrent(1);
+    EXPECT_EQ(list.index(1, Playlist::Title).data(Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
+    EXPECT_FALSE(list.index(0, Playlist::Title).data(Qt::ForegroundRole).isValid());
 }
 
 TEST_F(PlaylistTest, ShuffleSortsAsTextAndStaysOn) {

@@ -203,6 +203,8 @@ bool ArchivePanel::ShowRows(const QString& statement, const QString& found) {
     }
     grid_->SetSearchText(found);
     grid_->scrollToTop();
+    if (archive_.Count() > 0)
+        ShowGuide(false); // what was found is to be seen
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "widgets/ButtonPainting.h"
 #include "widgets/Icons.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/SkinStyle.h"
 
 #include <QPainter>
@@ -9,6 +10,7 @@
 namespace kalvo {
 
 SearchButton::SearchButton(QWidget* parent) : QPushButton(parent) {
+    setProperty(kPlainCaption, true); // its blanks make room for the icon, Enter presses it
     ShowRunning(false);
 }
 

@@ -1,5 +1,6 @@
 #include "archive/ui/SelectedTitleView.h"
 
+#include "base/FileName.h"
 #include "widgets/CoverView.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
@@ -30,11 +31,10 @@ SelectedTitleView::SelectedTitleView(QWidget* parent)
     : QWidget(parent),
       cover_(new CoverView(this)),
       title_(Named(new ElidedLabel(this), QStringLiteral("lblTitel"), tr("Gewählter Titel"))),
+      name_(Named(new ElidedLabel(this), QStringLiteral("lblTitelname"), tr("Gewählter Titel"))),
       artist_(Named(new ElidedLabel(this), QStringLiteral("lblInterpret"), tr("Interpret des gewählten Titels"))),
-      dash_(new ElidedLabel(this)),
       album_(Named(new ElidedLabel(this), QStringLiteral("lblAlbum"), tr("Album, Jahr und Stil"))),
       path_(Named(new ElidedLabel(this), QStringLiteral("lblPfad"), tr("Datei des gewählten Titels"))) {
-    dash_->setText(QStringLiteral("-"));
     cover_->setObjectName(QStringLiteral("imgCover"));
     cover_->setToolTip(tr("Coverbild aus den Tags des Titels"));
     album_->SetTone(Tone::Dim);
@@ -91,10 +91,8 @@ void SelectedTitleView::ApplyLook() {
     const bool isLine = form_ == Form::Line;
     delete layout();
     isLine ? LayOutLine() : LayOutCard();
-    const FontUnits& units = SkinStyle::Units();
-    title_->setFont(units.Font(isLine ? 1 : 1.25, true));
-    artist_->setFont(units.Font(1, isLine));
-    dash_->setFont(units.Font(1, true));
+    title_->setFont(SkinStyle::Units().Font(1, true));
+    name_->setFont(SkinStyle::Units().Font(1.25, true));
     headphones_->setText(isLine ? tr("Kopfhörer") : QString());
     headphones_->updateGeometry();
     cover_->setVisible(!isLine && coverShown_);
@@ -113,14 +111,9 @@ void SelectedTitleView::LayOutLine() {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(units.Gap(2), 1, units.Gap(2), 0);
     row->setSpacing(units.Gap(2));
+    title_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     path_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    auto* names = new QHBoxLayout;
-    names->setSpacing(units.G());
-    for (ElidedLabel* label : {artist_, dash_, title_}) {
-        label->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-        names->addWidget(label);
-    }
-    row->addLayout(names);
+    row->addWidget(title_);
     row->addWidget(path_, 1);
     for (IconButton* button : {lists_[0], lists_[1], headphones_})
         row->addWidget(button);
@@ -133,14 +126,13 @@ void SelectedTitleView::LayOutCard() {
     setMinimumHeight(0);
     setMaximumHeight(QWIDGETSIZE_MAX);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    for (ElidedLabel* label : {title_, artist_})
-        label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    name_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     cover_->setFixedSize(SleeveSize(), SleeveSize());
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(units.Gap(0.5));
     texts->addStretch();
-    for (ElidedLabel* label : {title_, artist_, album_})
+    for (ElidedLabel* label : {name_, artist_, album_})
         texts->addWidget(label);
     texts->addStretch();
     auto* sleeve = new QHBoxLayout;
@@ -179,18 +171,21 @@ void SelectedTitleView::ShowInPlaceOfArtist(const QString& text) {
 void SelectedTitleView::ShowTexts() {
     const bool isLine = form_ == Form::Line;
     const bool any = !record_.Pfad.isEmpty();
+    const QString both = any ? record_.Interpret + QStringLiteral(" - ") + record_.Titel : QString();
+    const Tone tone = notice_.isEmpty() ? Tone::Text : Tone::Warning;
     artist_->SetText(notice_.isEmpty() ? record_.Interpret : notice_);
-    artist_->SetTone(notice_.isEmpty() ? Tone::Text : Tone::Warning);
-    title_->SetText(record_.Titel);
-    artist_->updateGeometry();
+    artist_->SetTone(tone);
+    title_->SetText(notice_.isEmpty() ? both : notice_);
+    title_->SetTone(tone);
     title_->updateGeometry();
+    name_->SetText(FileName::ShownTitle(record_.Titel, record_.Interpret, record_.Pfad));
     QStringList details{record_.Album, record_.Jahr, record_.Stil};
     details.removeAll(QString());
     album_->SetText(any ? details.join(QStringLiteral(" · ")) : tr("Kein Titel gewählt"));
-    // What there is stands together, without gaps.
-    title_->setVisible(!title_->text().isEmpty());
-    artist_->setVisible(!artist_->text().isEmpty());
-    dash_->setVisible(isLine && !title_->text().isEmpty() && !artist_->text().isEmpty());
+    // In the card what there is stands in the middle, without gaps.
+    title_->setVisible(isLine);
+    name_->setVisible(!isLine && !name_->text().isEmpty());
+    artist_->setVisible(!isLine && !artist_->text().isEmpty());
     path_->SetText(record_.Pfad);
 }
 

@@ -62,9 +62,9 @@ private:
     QString notice_; ///< in the place of the artist
     bool coverShown_ = true;
     CoverView* cover_;
-    ElidedLabel* title_;  ///< `lblTitel`
-    ElidedLabel* artist_; ///< `lblInterpret`
-    ElidedLabel* dash_;   ///< between them in the line
+    ElidedLabel* title_;  ///< `lblTitel` of the line: artist and title
+    ElidedLabel* name_;   ///< the card's: the title alone
+    ElidedLabel* artist_; ///< `lblInterpret`; of the line for screen readers alone
     ElidedLabel* album_;  ///< `lblAlbum`: album, year and genre, of the card alone
     ElidedLabel* path_;   ///< `lblPfad`, of the line alone
     QList<IconButton*> lists_;

@@ -133,7 +133,7 @@ void frmDoubletten::MoveToBin() {
     for (const TitleRecord& title : archive_.Read(numbers)) {
         if (const auto file = Trash::Move(title.Pfad)) {
             files.append(*file);
-        } else {
+        } else if (QFileInfo::exists(title.Pfad)) { // what is gone already needs no bin
             kept.append(title.Pfad);
             numbers.removeOne(title.Nr);
         }

@@ -1,5 +1,6 @@
 #include "playback/ui/frmKopfhoerer.h"
 
+#include "base/FileName.h"
 #include "base/Settings.h"
 #include "playlists/CueText.h"
 #include "widgets/ElidedLabel.h"
@@ -271,7 +272,7 @@ void frmKopfhoerer::ShowWaves(const QString& cacheFolder) {
 
 void frmKopfhoerer::Listen(const HeadphoneTitle& title) {
     title_ = title;
-    parts_->title->SetText(title.title);
+    parts_->title->SetText(FileName::ShownTitle(title.title, title.artist, title.path));
     parts_->artist->SetText(title.artist);
     parts_->message->SetText({});
     if (pictures_)

@@ -1,6 +1,5 @@
 #include "playlists/ui/PlaylistDelegate.h"
 
-#include "base/FileName.h"
 #include "playlists/CueText.h"
 #include "playlists/Playlist.h"
 #include "widgets/Icons.h"
@@ -15,8 +14,25 @@ namespace kalvo {
 
 namespace {
 
-const QColor currentRed(0xFF, 0x00, 0x00);
+const QColor currentRed(Playlist::kCurrentRed);
 constexpr int frameWidth = 2;
+
+/** Name of a mark's picture; empty without a mark. */
+QString MarkPicture(EntryIcon icon, bool isCurrent) {
+    if (isCurrent && icon != EntryIcon::None && icon != EntryIcon::PlayNext)
+        return QStringLiteral("play");
+    switch (icon) {
+    case EntryIcon::PlayNext:
+        return QStringLiteral("play-next");
+    case EntryIcon::Played:
+        return QStringLiteral("played");
+    case EntryIcon::PlayNextRemoved:
+        return QStringLiteral("play-next-removed");
+    case EntryIcon::None:
+        break;
+    }
+    return {};
+}
 
 } // namespace
 
@@ -58,6 +74,17 @@ void PlaylistDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     if (cell.isCurrent && cell.isSelected)
         PaintFrame(*painter, cell);
     painter->restore();
+}
+
+/** What is painted, for those who ask the delegate. */
+void PlaylistDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const Cell cell(*option, index);
+    const QString name = cell.IsFirst() ? MarkPicture(cell.icon, cell.isCurrent) : QString();
+    if (name.isEmpty())
+        return;
+    option->features |= QStyleOptionViewItem::HasDecoration;
+    option->icon = Icons::Icon(name, Ink(cell));
 }
 
 QSize PlaylistDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
@@ -104,12 +131,10 @@ QColor PlaylistDelegate::Ink(const Cell& cell) const {
 
 QString PlaylistDelegate::TextOf(const QModelIndex& index) const {
     const QString text = index.data().toString();
-    if (index.column() != Playlist::Title)
+    if (!isNarrow_ || index.column() != Playlist::Title)
         return text;
     const QString artist = index.siblingAtColumn(Playlist::Artist).data().toString();
-    if (text.isEmpty() && artist.isEmpty())
-        return FileName::Last(index.data(Playlist::PathRole).toString());
-    return !isNarrow_ || artist.isEmpty() ? text : text + QStringLiteral(" – ") + artist;
+    return artist.isEmpty() ? text : text + QStringLiteral(" – ") + artist;
 }
 
 void PlaylistDelegate::PaintText(QPainter& painter, const Cell& cell) const {
@@ -124,16 +149,8 @@ void PlaylistDelegate::PaintText(QPainter& painter, const Cell& cell) const {
 }
 
 void PlaylistDelegate::PaintMark(QPainter& painter, const Cell& cell) const {
-    QString name;
-    if (cell.icon == EntryIcon::PlayNext)
-        name = QStringLiteral("play-next");
-    else if (cell.isCurrent && cell.icon != EntryIcon::None)
-        name = QStringLiteral("play");
-    else if (cell.icon == EntryIcon::Played)
-        name = QStringLiteral("played");
-    else if (cell.icon == EntryIcon::PlayNextRemoved)
-        name = QStringLiteral("play-next-removed");
-    else
+    const QString name = MarkPicture(cell.icon, cell.isCurrent);
+    if (name.isEmpty())
         return;
     const int size = SkinStyle::Units().Icon();
     const QPoint corner(cell.rect.left() + (cell.rect.width() - size) / 2,

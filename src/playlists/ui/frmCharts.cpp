@@ -4,6 +4,7 @@
 #include "base/Clock.h"
 #include "base/FileName.h"
 #include "playlists/ui/ChartsPrint.h"
+#include "widgets/SavePath.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TextTable.h"
@@ -223,7 +224,7 @@ QString frmCharts::AskPath(const QString& title, const QString& filter, const QS
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(ending);
     dialog.selectFile(QStringLiteral("Charts ") + clock_.Now().toString(QStringLiteral("yyyy-MM-dd")));
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    return AskSavePath(dialog, {u'.' + ending});
 }
 
 } // namespace kalvo

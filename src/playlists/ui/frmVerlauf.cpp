@@ -4,6 +4,7 @@
 #include "base/FileName.h"
 #include "base/PlayTime.h"
 #include "playlists/ListCaption.h"
+#include "widgets/SavePath.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TextTable.h"
@@ -132,10 +133,8 @@ void frmVerlauf::Export() {
         dialog.setDefaultSuffix(filter.contains(QLatin1String("txt")) ? QStringLiteral("txt") : QStringLiteral("csv"));
     });
     dialog.selectFile(QStringLiteral("Gespielt ") + Evening().toString(Qt::ISODate));
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    const QString path = dialog.selectedFiles().value(0);
-    if (!ExportTo(path))
+    const QString path = AskSavePath(dialog, {QStringLiteral(".csv"), QStringLiteral(".txt")});
+    if (!path.isEmpty() && !ExportTo(path))
         questions_.Tell(QStringLiteral("Die Datei \"%1\" konnte nicht geschrieben werden.").arg(FileName::Last(path)));
 }
 

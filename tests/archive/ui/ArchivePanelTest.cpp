@@ -170,7 +170,7 @@ TEST_F(ArchivePanelTest, TheLineShowsTheCurrentTitleAndHandsOutTheMarkedOnes) {
     EXPECT_FALSE(button.isEnabled());
     Grid().selectRow(1);
     EXPECT_EQ(Text("lblInterpret"), QStringLiteral("Juno"));
-    EXPECT_EQ(Text("lblTitel"), QStringLiteral("Nachtzug"));
+    EXPECT_EQ(Text("lblTitel"), QStringLiteral("Juno - Nachtzug"));
     EXPECT_EQ(Text("lblPfad"), QStringLiteral("/musik/Juno - Nachtzug.mp3"));
     panel_->MAAlleTitelAuswaehlen();
     button.click();

@@ -147,14 +147,24 @@ TEST_F(frmDoublettenTest, ATitleThatIsDeletedOrChangedElsewhereShowsSo) {
     EXPECT_EQ(desk_.archive.Count(), 1);
 }
 
-TEST_F(frmDoublettenTest, AFileThatCannotBeMovedKeepsItsTitle) {
+TEST_F(frmDoublettenTest, AFileThatCannotBeMovedKeepsItsTitleAndOneThatIsGoneNeedsNoBin) {
     Add(QStringLiteral("a/Lied.mp3"), QStringLiteral("Eins"));
     Add(QStringLiteral("b/Lied.mp3"), QStringLiteral("Eins"));
+    TitleRecord fixed;
+    fixed.Titel = QStringLiteral("Eins");
+    fixed.Pfad = QStringLiteral("/proc/version");
+    ASSERT_TRUE(desk_.archive.AddTitle(fixed));
     Search(1);
-    QFile::remove(Find<QTableView>("List1").model()->index(0, 0).data().toString());
+    const QAbstractItemModel& rows = *Find<QTableView>("List1").model();
+    const auto rowOf = [&rows](const QString& path) {
+        return rows.match(rows.index(0, 0), Qt::DisplayRole, path, 1, Qt::MatchEndsWith).value(0).row();
+    };
     Answers answers({QStringLiteral("OK")});
-    Do("InPapierkorb", 0);
+    Do("InPapierkorb", rowOf(fixed.Pfad));
     EXPECT_EQ(answers.Said().size(), 1);
+    EXPECT_EQ(desk_.archive.Count(), 3);
+    QFile::remove(desk_.folder.Path(QStringLiteral("Musik/a/Lied.mp3")));
+    Do("InPapierkorb", rowOf(QStringLiteral("a/Lied.mp3")));
     EXPECT_EQ(desk_.archive.Count(), 2);
     EXPECT_EQ(Rows().size(), 3);
 }
