@@ -102,8 +102,9 @@ void Mixer::Next(int player) {
 
 void Mixer::TellEnd(int player) {
     const QString text = List(player).IsEmpty() ? QStringLiteral("Wiedergabeliste %1 ist leer.")
-                         : HasFailed(player) ? QStringLiteral("In Wiedergabeliste %1 lässt sich kein weiterer Titel abspielen.")
-                                             : QStringLiteral("Wiedergabeliste %1 ist am Ende.");
+                         : HasFailed(player)
+                             ? QStringLiteral("In Wiedergabeliste %1 lässt sich kein weiterer Titel abspielen.")
+                             : QStringLiteral("Wiedergabeliste %1 ist am Ende.");
     Q_EMIT Message(text.arg(player));
 }
 
