@@ -78,9 +78,17 @@ void ChartsCommands::ZuletztGespieltAnzahl() {
 
 void ChartsCommands::ZuletztGespieltLoeschen() {
     const LastPlayedCounts counts = CountLastPlayed(parts_.desk.archive.CountStamps(), parts_.desk.clock.Now().date());
+    const qint64 stamped = counts.Total() - counts.never;
+    if (stamped == 0)
+        return parts_.lists.Questions().Tell(
+            QStringLiteral("Bei keinem Titel des Musikarchivs steht, wann er zuletzt gespielt wurde."));
     const QString question =
-        QStringLiteral("Wollen Sie wirklich bei %1 Titeln des Musikarchivs löschen, wann sie zuletzt gespielt wurden?")
-            .arg(counts.Total() - counts.never);
+        stamped == 1
+            ? QStringLiteral(
+                  "Wollen Sie wirklich bei 1 Titel des Musikarchivs löschen, wann er zuletzt gespielt wurde?")
+            : QStringLiteral(
+                  "Wollen Sie wirklich bei %1 Titeln des Musikarchivs löschen, wann sie zuletzt gespielt wurden?")
+                  .arg(stamped);
     if (!parts_.lists.Questions().Confirm(QStringLiteral(" Achtung!"), question))
         return;
     if (const WriteResult cleared = parts_.desk.archive.ClearStamps(); !cleared)

@@ -224,7 +224,7 @@ void Form1::ImportTitles() {
 
 void Form1::AskForFiles() {
     const QStringList files =
-        QFileDialog::getOpenFileNames(this, QStringLiteral("Musikdateien hinzufügen"), MusicFolder(),
+        QFileDialog::getOpenFileNames(this, QStringLiteral("Musikdateien hinzufügen"), FirstFolder({MusicFolder()}),
                                       QStringLiteral("Musikdateien (*.mp3 *.ogg *.MP3 *.OGG)"));
     AddFiles(files);
 }

@@ -3,6 +3,7 @@
 #include "gallery/WindowParts.h"
 #include "support/WaitUntil.h"
 #include "widgets/IconButton.h"
+#include "widgets/Mnemonics.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -145,6 +146,8 @@ QStringList StepsBack(const QWidget& window, const QList<QWidget*>& round) {
 // ---- letters
 
 QStringList CaptionsOf(const QWidget& part) {
+    if (part.property(kPlainCaption).toBool())
+        return {};
     const auto* tool = qobject_cast<const QToolButton*>(&part);
     if (qobject_cast<const QPushButton*>(&part) || qobject_cast<const QCheckBox*>(&part) ||
         qobject_cast<const QRadioButton*>(&part) ||
