@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
+#include <tuple>
 #include <utility>
 
 namespace kalvo::DuplicateGroups {
@@ -99,7 +100,7 @@ public:
         : sweep_(sample), numbers_(keys.size(), 0) {
         for (std::size_t key = 0; key < keys.size(); ++key)
             if (IsPattern(keys[key]))
-                numbers_[key] = sweep_.Add(around + PatternOf(keys[key]) + around);
+                numbers_[key] = sweep_.Add(std::string(around).append(PatternOf(keys[key])).append(around));
         found_.resize(sweep_.Size());
     }
 
@@ -166,7 +167,8 @@ private:
     struct Inside {
         std::uint32_t key;
         std::uint32_t row;
-        auto operator<=>(const Inside&) const = default;
+        bool operator==(const Inside&) const = default;
+        bool operator<(const Inside& other) const { return std::tie(key, row) < std::tie(other.key, other.row); }
     };
 
     bool FindInside(const NameKeys& keys, const Share& share) {

@@ -242,7 +242,7 @@ void frmMitschnitt::ShowFree(const RecordingState& state) {
         return free_->SetText(QStringLiteral("–"));
     const qint64 usable = std::max<qint64>(0, state.free - MasterRecorder::kLeastFree);
     const qint64 seconds = usable / RecordingFormatOf(options_.format).bytesPerSecond;
-    const bool scarce = seconds < 10 * 60;
+    const bool scarce = seconds < qint64{10} * 60;
     free_->SetTone(scarce ? Tone::Warning : Tone::Text);
     free_->SetText(tr("%1, reicht für %2").arg(SizeText(state.free), RoomText(seconds)));
 }
