@@ -11,6 +11,8 @@
 #include "playlists/ui/PlaylistPanel.h"
 
 #include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include <algorithm>
@@ -31,6 +33,11 @@ std::optional<QString> AskGuest(QWidget& window) {
     box.setLabelText(u"Geben Sie bitte den Namen des Wunschkandidaten ein:"_s);
     box.setOkButtonText(u"OK"_s);
     box.setCancelButtonText(u"Abbrechen"_s);
+    // The question stands as it is, without a letter for its field, which has the focus.
+    if (auto* question = box.findChild<QLabel*>())
+        question->setBuddy(nullptr);
+    if (auto* guest = box.findChild<QLineEdit*>())
+        guest->setAccessibleName(box.labelText());
     for (QPushButton* button : box.findChildren<QPushButton*>())
         button->setIcon({});
     return box.exec() == QDialog::Accepted ? std::optional(box.textValue().trimmed().left(kGuestLength)) : std::nullopt;

@@ -9,7 +9,6 @@
 #include <QCheckBox>
 #include <QDialog>
 #include <QGroupBox>
-#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -62,10 +61,8 @@ void AddMenus(const QMenuBar& bar, QList<Caption>& captions) {
         captions.append({menu->text(), [menu](const QString& text) { menu->setText(text); }});
 }
 
-/** The question of an input box is none: its one field has the focus already. */
 bool IsFieldCaption(const QLabel* label) {
-    return label != nullptr && label->buddy() != nullptr && label->buddy()->focusPolicy() != Qt::NoFocus &&
-           !qobject_cast<const QInputDialog*>(label->window());
+    return label != nullptr && label->buddy() != nullptr && label->buddy()->focusPolicy() != Qt::NoFocus;
 }
 
 void AddCaptions(QWidget& part, QList<Caption>& captions) {

@@ -12,6 +12,7 @@ class QTabWidget;
 
 namespace kalvo {
 
+class CheckButton;
 class ElidedLabel;
 class PicturePage;
 class TagColumn;
@@ -46,7 +47,7 @@ private:
     void BuildColumns();
     QWidget* BuildLyric();
     QLayout* BuildButtons();
-    void AddSize(QBoxLayout& row, const QString& name, const QString& text, bool big);
+    CheckButton* AddSize(QBoxLayout& row, const QString& name, const QString& text, bool big);
     void SetBig(bool big);
     void Show(const QList<TagForm>& forms);
     void ShowHead();
@@ -71,6 +72,8 @@ private:
     PicturePage* pictures_;
     QPlainTextEdit* lyric_;
     ElidedLabel* state_;
+    CheckButton* small_;
+    CheckButton* big_;
     QPushButton* save_;
     QPushButton* close_;
     bool lyricEdited_ = false;

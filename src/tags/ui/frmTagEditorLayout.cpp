@@ -62,6 +62,8 @@ frmTagEditor::frmTagEditor(const TagEditorSettings& settings, QWidget* parent)
       pictures_(new PicturePage(this)),
       lyric_(new QPlainTextEdit(this)),
       state_(new ElidedLabel(this)),
+      small_(nullptr),
+      big_(nullptr),
       save_(nullptr),
       close_(new QPushButton(tr("Schließen"), this)) {
     setObjectName(QStringLiteral("frmTagEditor"));
@@ -100,6 +102,7 @@ frmTagEditor::frmTagEditor(const TagEditorSettings& settings, QWidget* parent)
     connect(jobs_, &TagJobs::Saved, this, &frmTagEditor::TakeSaved);
     connect(jobs_, &TagJobs::Finished, this, &frmTagEditor::EndSave);
     Show({});
+    close_->setFocus(); // until there are fields to edit
 }
 
 frmTagEditor::~frmTagEditor() {
@@ -165,21 +168,22 @@ QWidget* frmTagEditor::BuildLyric() {
 }
 
 /** One of the two sizes of the window; the small one leaves pictures and lyrics out. */
-void frmTagEditor::AddSize(QBoxLayout& row, const QString& name, const QString& text, bool big) {
+CheckButton* frmTagEditor::AddSize(QBoxLayout& row, const QString& name, const QString& text, bool big) {
     auto* button = new CheckButton(text, this);
     button->setObjectName(name);
     button->setAccessibleName(tr("Fenstergröße: ") + text);
-    button->setAutoExclusive(true);
-    button->setChecked(settings_.IsBig() == big);
     connect(button, &CheckButton::clicked, this, [this, big] {
         settings_.SetBig(big);
         SetBig(big);
     });
     row.addWidget(button);
+    return button;
 }
 
 void frmTagEditor::SetBig(bool big) {
     const FontUnits& units = SkinStyle::Units();
+    small_->setChecked(!big);
+    big_->setChecked(big);
     pages_->setVisible(big);
     layout()->activate();
     ResizeOnScreen(*this, {std::max(width(), units.Of(58)), big ? units.Of(58) : layout()->sizeHint().height()});
@@ -202,8 +206,8 @@ QLayout* frmTagEditor::BuildButtons() {
     connect(close_, &QPushButton::clicked, this, &frmTagEditor::reject);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &frmTagEditor::Save);
     auto* row = new QHBoxLayout;
-    AddSize(*row, QStringLiteral("cmdKlein"), tr("Klein"), false);
-    AddSize(*row, QStringLiteral("cmdGross"), tr("Groß"), true);
+    small_ = AddSize(*row, QStringLiteral("cmdKlein"), tr("Klein"), false);
+    big_ = AddSize(*row, QStringLiteral("cmdGross"), tr("Groß"), true);
     row->addWidget(state_, 1);
     row->addWidget(close_);
     row->addWidget(save_);
