@@ -198,6 +198,8 @@ void SkinPainting::drawControl(ControlElement element, const QStyleOption* optio
         painter->fillRect(filled, skin.highlight);
         return;
     }
+    if (element == CE_ToolButtonLabel && widget && widget->objectName() == QStringLiteral("qt_menubar_ext_button"))
+        return DrawIcon(*painter, QStringLiteral("unfold"), option->rect, skin.text, SkinStyle::Units().Icon());
     if (element == CE_ProgressBarLabel && bar) {
         QStyleOptionProgressBar spaced(*bar);
         spaced.text.replace(u'%', QStringLiteral(" %"));
