@@ -6,7 +6,8 @@
 
 namespace kalvo {
 
-TimeLabel::TimeLabel(QString longest, QWidget* parent) : QLabel(parent), atFirst_(std::move(longest)), longest_(atFirst_) {
+TimeLabel::TimeLabel(QString longest, QWidget* parent)
+    : QLabel(parent), atFirst_(std::move(longest)), longest_(atFirst_) {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
