@@ -77,15 +77,15 @@ void DeskActions::CreateMixerActions() {
             return QKeySequence(static_cast<Qt::Key>(Qt::Key_F1 + 4 * (player - 1) + offset));
         };
         const auto add = [this, player](const char* name, const QString& text, const QKeySequence& shortcut = {}) {
-            return Add(QLatin1String(name) + QString::number(player), text.arg(player), shortcut);
+            return Add(QLatin1String(name) + QString::number(player), text, shortcut);
         };
-        play.at(index) = add("PlayerWiedergabe", QStringLiteral("Player %1: &Wiedergabe"), key(0));
-        stop.at(index) = add("PlayerStop", QStringLiteral("Player %1: &Stop"), key(1));
-        pause.at(index) = add("PlayerPause", QStringLiteral("Player %1: &Pause"), key(2));
-        next.at(index) = add("PlayerNaechster", QStringLiteral("Player %1: &Nächster Titel"), key(3));
-        mute.at(index) = add("PlayerStumm", QStringLiteral("Player %1: S&tumm"),
+        play.at(index) = add("PlayerWiedergabe", QStringLiteral("&Wiedergabe"), key(0));
+        stop.at(index) = add("PlayerStop", QStringLiteral("&Stop"), key(1));
+        pause.at(index) = add("PlayerPause", QStringLiteral("&Pause"), key(2));
+        next.at(index) = add("PlayerNaechster", QStringLiteral("&Nächster Titel"), key(3));
+        mute.at(index) = add("PlayerStumm", QStringLiteral("S&tumm"),
                              QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + player)));
-        fadeTo.at(index) = add("UeberblendenZu", QStringLiteral("Überblenden zu Player &%1"),
+        fadeTo.at(index) = add("UeberblendenZu", QStringLiteral("Überblenden zu Player %1").arg(player),
                                QKeySequence(Qt::ALT | (player == 1 ? Qt::Key_Left : Qt::Key_Right)));
     }
     modes = new QActionGroup(this);
@@ -150,9 +150,11 @@ void DeskActions::BuildMenus(QMenuBar& bar) {
 void DeskActions::BuildMixerMenu(QMenuBar& bar) {
     mixerMenu = bar.addMenu(QStringLiteral("&Mixer"));
     for (const std::size_t index : {0U, 1U}) {
-        mixerMenu->addActions({play[index], stop[index], pause[index], next[index], mute[index], fadeTo[index]});
-        mixerMenu->addSeparator();
+        playerMenus[index] = mixerMenu->addMenu(QStringLiteral("Player &%1").arg(index + 1));
+        playerMenus[index]->addActions({play[index], stop[index], pause[index], next[index], mute[index]});
     }
+    mixerMenu->addSeparator();
+    mixerMenu->addActions({fadeTo[0], fadeTo[1]});
     mixerMenu->addMenu(QStringLiteral("Überblend&modus"))->addActions(modes->actions());
     speedMenu_ = std::make_unique<QMenu>(QStringLiteral("Überblend&geschwindigkeit"));
     speedMenu_->setObjectName(QStringLiteral("ueberblendgeschwindigkeit"));

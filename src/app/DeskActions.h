@@ -62,6 +62,7 @@ public:
     QMenu* archiveMenu = nullptr;
     QMenu* listMenu = nullptr;
     QMenu* mixerMenu = nullptr;
+    std::array<QMenu*, 2> playerMenus{}; ///< within the mixer's
     QMenu* toolsMenu = nullptr;
     QMenu* settingsMenu = nullptr;
     QMenu* helpMenu = nullptr;

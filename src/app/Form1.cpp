@@ -272,7 +272,7 @@ void Form1::ShowAbout() {
         QStringLiteral("Kalvo\nVersion %1\n\nMusik live spielen und mischen.\nFreie Software unter der GPL 3 "
                        "oder neuer.")
             .arg(QApplication::applicationVersion()),
-        {QStringLiteral("OK")});
+        {QStringLiteral("OK")}, xMessageBox::Sign::Program);
 }
 
 } // namespace kalvo

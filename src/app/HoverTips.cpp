@@ -59,7 +59,7 @@ void HoverTips::Show(QWidget& widget, const QPoint& place, const Subject& subjec
     if (lines.size() > kMostLines)
         lines = lines.mid(0, kMostLines) + QStringList{QStringLiteral("...")};
     // As text that is taken literally: a title may look like markup.
-    text = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(lines.join(u'\n').toHtmlEscaped());
+    text = QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(lines.join(u'\n').toHtmlEscaped());
     constexpr int reach = 4; // pixels that the pointer may tremble without hiding the tip
     QToolTip::showText(widget.mapToGlobal(place), text, &widget,
                        QRect(place, QSize()).adjusted(-reach, -reach, reach, reach));

@@ -147,11 +147,12 @@ void KeyCommands::AddMixer() {
         if (QSlider* found = SliderOf(parts_.window, slider))
             found->setValue(found->value() + step);
     };
-    Add(menu, "ReglerNachLinks", QStringLiteral("Regler etwas nach &links"),
+    QMenu& fading = *menu.addMenu(QStringLiteral("Überblend&regler"));
+    Add(fading, "ReglerNachLinks", QStringLiteral("Etwas nach &links"),
         QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Left), [move] { move("SFader", -kFaderStep); });
-    Add(menu, "ReglerNachRechts", QStringLiteral("Regler etwas nach &rechts"),
+    Add(fading, "ReglerNachRechts", QStringLiteral("Etwas nach &rechts"),
         QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Right), [move] { move("SFader", kFaderStep); });
-    Add(menu, "ReglerMitte", QStringLiteral("Regler in die M&itte"), QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Down),
+    Add(fading, "ReglerMitte", QStringLiteral("In die &Mitte"), QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Down),
         [this] {
             if (QSlider* fader = SliderOf(parts_.window, "SFader"))
                 fader->setValue(0);
@@ -164,14 +165,12 @@ void KeyCommands::AddMixer() {
 
 /** With the keys that work this player, and Shift. */
 void KeyCommands::AddPlayer(int player) {
-    QMenu& menu = *parts_.actions.mixerMenu;
-    QAction* const before = parts_.actions.fadeTo.at(static_cast<std::size_t>(player - 1));
+    QMenu& menu = *parts_.actions.playerMenus.at(static_cast<std::size_t>(player - 1));
+    menu.addSeparator();
     const auto add = [&](const char* name, const QString& text, int key, auto act) {
         const QByteArray numbered = name + QByteArray::number(player);
-        QAction* action = Add(menu, numbered.constData(), QStringLiteral("Player %1: ").arg(player) + text,
-                              QKeySequence(Qt::SHIFT | static_cast<Qt::Key>(Qt::Key_F1 + 4 * (player - 1) + key)), act);
-        menu.removeAction(action);
-        menu.insertAction(before, action);
+        Add(menu, numbered.constData(), text,
+            QKeySequence(Qt::SHIFT | static_cast<Qt::Key>(Qt::Key_F1 + 4 * (player - 1) + key)), act);
     };
     const auto skip = [this, player](double seconds) {
         auto* position = parts_.window.findChild<PositionSlider*>(QStringLiteral("SPos%1").arg(player));

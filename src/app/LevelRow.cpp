@@ -15,8 +15,9 @@ LevelRow::LevelRow(const QString& name, const QString& accessibleName, QWidget* 
     slider_->setAccessibleName(accessibleName);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
-    row->addWidget(slider_, 1);
+    row->addWidget(slider_);
     row->addWidget(text_);
+    row->addStretch(1);
     connect(slider_, &QSlider::valueChanged, this,
             [this](int value) { text_->setText(QStringLiteral("%1 %").arg(value)); });
     setFocusProxy(slider_);

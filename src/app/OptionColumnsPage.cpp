@@ -1,5 +1,7 @@
 #include "app/OptionColumnsPage.h"
 
+#include "widgets/ButtonPainting.h"
+#include "widgets/RingRoom.h"
 #include "widgets/SkinStyle.h"
 
 #include <QEvent>
@@ -37,6 +39,8 @@ void OptionColumnsPage::BuildTable() {
     table_->setHorizontalHeaderLabels({tr("Spalte"), tr("Breite in Bildpunkten")});
     table_->horizontalHeader()->setSectionResizeMode(Caption, QHeaderView::Stretch);
     table_->horizontalHeader()->setSectionResizeMode(Width, QHeaderView::ResizeToContents);
+    table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    table_->horizontalHeaderItem(Width)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     table_->horizontalHeader()->setSectionsClickable(false);
     table_->horizontalHeader()->setHighlightSections(false);
     table_->verticalHeader()->hide();
@@ -57,9 +61,9 @@ QPushButton* OptionColumnsPage::AddButton(const QString& name, const QString& te
 }
 
 QWidget* OptionColumnsPage::BuildButtons() {
-    auto* row = new QWidget(this);
+    auto* row = new RingRoom(this);
     auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins({});
+    layout->setContentsMargins(focusRingMargin, focusRingMargin, focusRingMargin, focusRingMargin);
     up_ = AddButton(QStringLiteral("cmdHoch"), tr("Nach oben"), row);
     down_ = AddButton(QStringLiteral("cmdRunter"), tr("Nach unten"), row);
     layout->addStretch(1);

@@ -2,7 +2,9 @@
 
 #include "base/FileName.h"
 #include "base/Settings.h"
+#include "widgets/ButtonPainting.h"
 #include "widgets/PlainTip.h"
+#include "widgets/RingRoom.h"
 #include "widgets/xMessageBox.h"
 
 #include <QCheckBox>
@@ -17,7 +19,7 @@
 namespace kalvo {
 
 OptionEmergencyPage::OptionEmergencyPage(QWidget* parent) : OptionPage(tr("Notfalltitel"), parent) {
-    auto* row = new QWidget(this);
+    auto* row = new RingRoom(this);
     path_ = Named(new QLineEdit(row), QStringLiteral("Notfalltitel"), tr("Datei des Notfalltitels"));
     path_->setReadOnly(true);
     path_->setPlaceholderText(tr("keiner"));
@@ -26,7 +28,7 @@ OptionEmergencyPage::OptionEmergencyPage(QWidget* parent) : OptionPage(tr("Notfa
     remove_ =
         Named(new QPushButton(tr("Entfernen"), row), QStringLiteral("cmdKeinNotfalltitel"), tr("Keinen Notfalltitel"));
     auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins({});
+    layout->setContentsMargins(focusRingMargin, focusRingMargin, focusRingMargin, focusRingMargin);
     layout->addWidget(path_, 1);
     for (QPushButton* button : {choose, remove_}) {
         button->setAutoDefault(false);

@@ -38,7 +38,7 @@ OptionMeterPage::OptionMeterPage(QWidget* parent) : OptionPage(tr("Pegel"), pare
     AddColour(tr("Weiß"), NumberOf(QColor(0xff, 0xff, 0xff)));
     preview_ = Named(new MeterDisplay(this), QStringLiteral("Vorschau"), tr("Vorschau der Pegelanzeige"));
     AddRow(tr("Vorschau"), preview_);
-    AddHint(tr("\"wie der Skin\" zeigt leise Pegel grün, laute gelb und übersteuerte rot. Am rechten Rand der Anzeige "
+    AddHint(tr("„wie der Skin“ zeigt leise Pegel grün, laute gelb und übersteuerte rot. Am rechten Rand der Anzeige "
                "leuchtet es rot, wenn ein Kanal übersteuert."));
     moving_.setInterval(kPreviewInterval);
     connect(&moving_, &QTimer::timeout, this, &OptionMeterPage::MovePreview);

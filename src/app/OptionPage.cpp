@@ -90,6 +90,12 @@ void OptionPage::ApplyLook() {
     rows_->setContentsMargins(units.Gap(3), units.Gap(3), units.Gap(3), units.Gap(3));
     rows_->setHorizontalSpacing(units.Gap(4));
     rows_->setVerticalSpacing(units.Gap(2));
+    const QList<QComboBox*> choices = findChildren<QComboBox*>(QString(), Qt::FindDirectChildrenOnly);
+    int widest = 0;
+    for (const QComboBox* choice : choices)
+        widest = qMax(widest, choice->sizeHint().width());
+    for (QComboBox* choice : choices)
+        choice->setMinimumWidth(widest);
     for (QLabel* label : findChildren<QLabel*>()) {
         if (label->property(headingProperty).toBool())
             label->setFont(units.Font(1.25, true));

@@ -1,4 +1,6 @@
 #include "app/OptionSoundPage.h"
+#include "widgets/ButtonPainting.h"
+#include "widgets/RingRoom.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -22,13 +24,13 @@ OptionSoundPage::OptionSoundPage(const QStringList& devices, QWidget* parent)
     result_ = Named(new QLabel(this), QStringLiteral("lblTestton"), tr("Ergebnis des Testtons"));
     result_->setWordWrap(true);
     AddRow(result_);
-    AddHint(tr("Der Testton klingt erst links, dann rechts. Der Kopfhörer braucht eine eigene Soundkarte. \"sicher\" "
-               "hilft gegen Aussetzer auf langsamen Rechnern, \"schnell\" verkürzt die Verzögerung; ein anderer Puffer "
+    AddHint(tr("Der Testton klingt erst links, dann rechts. Der Kopfhörer braucht eine eigene Soundkarte. „sicher“ "
+               "hilft gegen Aussetzer auf langsamen Rechnern, „schnell“ verkürzt die Verzögerung; ein anderer Puffer "
                "gilt vom nächsten Start an."));
 }
 
 QComboBox* OptionSoundPage::AddDevice(const QString& name, const QString& caption, const QString& toneName) {
-    auto* row = new QWidget(this);
+    auto* row = new RingRoom(this);
     auto* list = Named(new QComboBox(row), name, caption);
     list->addItems(devices_);
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -43,7 +45,7 @@ QComboBox* OptionSoundPage::AddDevice(const QString& name, const QString& captio
         tone->setEnabled(device > audio::kNoSound && !list->itemData(device, goneRole).toBool());
     });
     auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins({});
+    layout->setContentsMargins(focusRingMargin, focusRingMargin, focusRingMargin, focusRingMargin);
     layout->addWidget(list, 1);
     layout->addWidget(tone);
     row->setFocusProxy(list);

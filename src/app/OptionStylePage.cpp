@@ -13,7 +13,7 @@ OptionStylePage::OptionStylePage(QWidget* parent) : OptionPage(tr("Aussehen"), p
     buttonSize_ = AddChoice(QStringLiteral("Buttongroesse"), tr("Buttongröße"), {});
     buttonSize_->addItem(QStringLiteral("klein"), QStringLiteral("klein"));
     buttonSize_->addItem(QStringLiteral("groß"), QStringLiteral("gross"));
-    AddHint(tr("Das Aussehen wechselt sofort. \"Abbrechen\" stellt das alte wieder her."));
+    AddHint(tr("Das Aussehen wechselt sofort. „Abbrechen“ stellt das alte wieder her."));
     for (QComboBox* choice : {skin_, fontSize_, buttonSize_})
         connect(choice, &QComboBox::activated, this, &OptionStylePage::Chosen);
 }

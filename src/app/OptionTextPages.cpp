@@ -25,8 +25,8 @@ OptionScreenSaverPage::OptionScreenSaverPage(QWidget* parent) : OptionPage(tr("B
     connect(reveal, &QCheckBox::toggled, password_,
             [this](bool on) { password_->setEchoMode(on ? QLineEdit::Normal : QLineEdit::Password); });
     keys_ = AddSwitch(QStringLiteral("Tastaturfunktion"), tr("Tastaturfunktionen im Bildschirmschoner"));
-    AddHint(tr("Das Passwort steht lesbar in der Datei \"kalvo.ini\"; nehmen Sie keines, das Sie anderswo gebrauchen. "
-               "\"0\" heißt: kein Passwort."));
+    AddHint(tr("Das Passwort steht lesbar in der Datei „kalvo.ini“; nehmen Sie keines, das Sie anderswo gebrauchen. "
+               "„0“ heißt: kein Passwort."));
 }
 
 void OptionScreenSaverPage::Show(const OptionValues& values) {
@@ -60,7 +60,7 @@ OptionMetadataPage::OptionMetadataPage(QWidget* parent) : OptionPage(tr("Metadat
     alternative_ = AddText(QStringLiteral("txtAlternativ"), tr("Text ohne Titelangaben"));
     stop_ = AddText(QStringLiteral("txtStop"), tr("Text, wenn nichts spielt"));
     status_ = AddText(QStringLiteral("txtStatus"), tr("Status"));
-    AddHint(tr("Die Datei \"meta.dat\" im Datenordner enthält immer den laufenden Titel als \"Interpret - Titel\", für "
+    AddHint(tr("Die Datei „meta.dat“ im Datenordner enthält immer den laufenden Titel als „Interpret - Titel“, für "
                "Streaming-Encoder und Einblendungen."));
 }
 

@@ -27,19 +27,18 @@ constexpr std::array<ControlKeys, 27> kControlKeys{{
     {u"Teiler der Bereiche", u"An den Anfang, ans Ende", u"Pos1, Ende"},
     {u"Teiler der Bereiche", u"Fertig, wieder zurück", u"Eingabe, Esc"},
     {u"Wiedergabelisten", u"Gewählten Titel abspielen", u"Eingabe"},
-    {u"Wiedergabelisten", u"Markierte Titel verschieben", u"Strg+Nach oben, Strg+Nach unten"},
-    {u"Wiedergabelisten", u"Markierte Titel an den Anfang, ans Ende",
-     u"Strg+Umschalt+Nach oben, Strg+Umschalt+Nach unten"},
+    {u"Wiedergabelisten", u"Markierte Titel verschieben", u"Strg+↑, Strg+↓"},
+    {u"Wiedergabelisten", u"Markierte Titel an den Anfang, ans Ende", u"Strg+Umschalt+↑, Strg+Umschalt+↓"},
     {u"Wiedergabelisten, Musikarchiv", u"Alle Titel markieren", u"Strg+A"},
     {u"Wiedergabelisten, Musikarchiv", u"Titel zur Markierung nehmen", u"Umschalt+Pfeiltasten, Strg+Leertaste"},
     {u"Musikarchiv", u"Gewählten Titel probehören", u"Eingabe"},
-    {u"Musikarchiv", u"Werte der Spalte auswählen", u"Alt+Nach unten"},
+    {u"Musikarchiv", u"Werte der Spalte auswählen", u"Alt+↓"},
     {u"Musikarchiv", u"Zum Titel, der so beginnt", u"Buchstaben"},
-    {u"Suche im Musikarchiv", u"Zum ersten gefundenen Titel", u"Eingabe, Nach unten"},
+    {u"Suche im Musikarchiv", u"Zum ersten gefundenen Titel", u"Eingabe, ↓"},
     {u"Suche im Musikarchiv", u"Suche löschen", u"Esc"},
     {u"Regler", u"Kleine Schritte, große Schritte", u"Pfeiltasten, Bild auf, Bild ab"},
     {u"Überblendregler, Pitch, Equalizer", u"Mitte", u"0"},
-    {u"Position im Titel", u"5 Sekunden zurück, vor", u"Nach links, Nach rechts"},
+    {u"Position im Titel", u"5 Sekunden zurück, vor", u"←, →"},
     {u"Position im Titel", u"30 Sekunden zurück, vor", u"Bild ab, Bild auf"},
     {u"Hauptfenster und Sampler", u"Sample 1 bis 9, solange gehalten", u"Ziffernblock 1 bis 9"},
     {u"Sampler", u"Gewähltes Sample, solange gehalten", u"Leertaste"},
@@ -65,7 +64,7 @@ void AddMenu(const QMenu& menu, const QString& place, QList<ShortcutEntry>& entr
     const QList<QAction*> actions = menu.actions();
     for (const QAction* action : actions) {
         if (action->menu() != nullptr) {
-            AddMenu(*action->menu(), place + QStringLiteral(" - ") + PlainCommand(action->text()), entries);
+            AddMenu(*action->menu(), place + QStringLiteral(" › ") + PlainCommand(action->text()), entries);
             continue;
         }
         QStringList keys;

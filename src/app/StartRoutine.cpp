@@ -5,6 +5,7 @@
 #include "app/DemoTitles.h"
 #include "app/Desk.h"
 #include "app/Form1.h"
+#include "app/KeyNames.h"
 #include "app/SingleInstance.h"
 #include "app/StartFolder.h"
 #include "app/StartQuestions.h"
@@ -62,6 +63,7 @@ void SpeakGerman(QApplication& application) {
     if (texts->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(texts);
     }
+    QApplication::installTranslator(new KeyNames(&application)); // asked before the other
 }
 
 /** Loads the main window behind the splash and runs it to its end. */

@@ -29,6 +29,7 @@ StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent), row_(new QWidget(t
     message_ = AddLabel(QStringLiteral("lblMeldung"), QStringLiteral("Meldung"), 1);
     output_ = AddLabel(QStringLiteral("lblAusgabe"), QStringLiteral("Ausgabegerät"), 0);
     output_->SetTone(Tone::Dim);
+    layout->addStretch(); // while there is no message
     addWidget(row_, 1);
     telling_.setSingleShot(true);
     telling_.setInterval(kAloneMilliseconds);

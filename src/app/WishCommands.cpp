@@ -9,7 +9,9 @@
 #include "playlists/PlaylistActions.h"
 #include "playlists/PlaylistIntake.h"
 #include "playlists/ui/PlaylistPanel.h"
+#include "widgets/MainButton.h"
 
+#include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -40,6 +42,7 @@ std::optional<QString> AskGuest(QWidget& window) {
         guest->setAccessibleName(box.labelText());
     for (QPushButton* button : box.findChildren<QPushButton*>())
         button->setIcon({});
+    MakeMain(*box.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok));
     return box.exec() == QDialog::Accepted ? std::optional(box.textValue().trimmed().left(kGuestLength)) : std::nullopt;
 }
 

@@ -85,7 +85,7 @@ void frmDownload::Start() {
     again_->hide();
     close_->setText(tr("Abbrechen"));
     close_->setDefault(true);
-    text_->setText(tr("Die Komponente \"%1\" wird heruntergeladen...").arg(component_));
+    text_->setText(tr("Die Komponente „%1“ wird heruntergeladen...").arg(component_));
     progress_->setRange(0, 100);
     progress_->setValue(0);
     percent_->setText(QStringLiteral("0%"));

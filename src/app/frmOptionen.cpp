@@ -89,6 +89,7 @@ QWidget* frmOptionen::BuildPages() {
 
 QLayout* frmOptionen::BuildButtons() {
     auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     row->addStretch(1);
     cancel_ = new QPushButton(tr("Abbrechen"), this);
     cancel_->setObjectName(QStringLiteral("cmdAbbrechen"));

@@ -1,6 +1,7 @@
 #include "app/frmStart.h"
 
 #include "widgets/Icons.h"
+#include "widgets/MainButton.h"
 #include "widgets/SkinStyle.h"
 
 #include <QHBoxLayout>
@@ -48,7 +49,7 @@ frmStart::frmStart(const QString& documents, const PlayerOffer& offer, QWidget* 
     setWindowTitle(QStringLiteral("Startoption Player-Auswahl"));
     program_->setChecked(true);
     player_->setEnabled(offer.enabled);
-    start_->setDefault(true);
+    MakeMain(*start_);
     start_->setFocus();
     connect(start_, &QPushButton::clicked, this, &QDialog::accept);
     Compose();

@@ -24,7 +24,7 @@ frmTasten::frmTasten(QList<ShortcutEntry> entries, QWidget* parent)
     search_->setPlaceholderText(QStringLiteral("Suchen"));
     search_->setToolTip(QStringLiteral("Befehl, Taste oder Menü, auch in Teilen"));
     connect(search_, &QLineEdit::textChanged, this, &frmTasten::ShowMatching);
-    auto* table = Named(new TextTable(*model_, {0, 17, 16}, this), QStringLiteral("lstTasten"),
+    auto* table = Named(new TextTable(*model_, {0, 15, 13}, this), QStringLiteral("lstTasten"),
                         QStringLiteral("Tasten und Befehle"));
     auto* close = Named(new QPushButton(QStringLiteral("&Schließen"), this), QStringLiteral("cmdSchliessen"),
                         QStringLiteral("Schließen"));

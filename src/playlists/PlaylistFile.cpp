@@ -139,7 +139,7 @@ PlaylistFile::Result PlaylistFile::SetAside() {
     const QString aside = kalvo::SetAside(path_, clock_, {QStringLiteral("-wal"), QStringLiteral("-shm")});
     if (aside.isEmpty())
         return Failure(QStringLiteral("konnte nicht beiseitegelegt werden"), QStringLiteral("kein Zugriff"));
-    return {Outcome::SetAside, QStringLiteral("Die Wiedergabelisten-Datei war nicht lesbar und liegt nun unter \"%1\".")
+    return {Outcome::SetAside, QStringLiteral("Die Wiedergabelisten-Datei war nicht lesbar und liegt nun unter „%1“.")
                                    .arg(FileName::Last(aside))};
 }
 
@@ -181,7 +181,7 @@ PlaylistFile::Result PlaylistFile::SaveInto(SqliteDatabase& database, const List
 }
 
 PlaylistFile::Result PlaylistFile::Failure(const QString& what, const QString& reason) const {
-    return {Outcome::Failed, QStringLiteral("Wiedergabeliste \"%1\" %2: %3").arg(FileName::Last(path_), what, reason)};
+    return {Outcome::Failed, QStringLiteral("Wiedergabeliste „%1“ %2: %3").arg(FileName::Last(path_), what, reason)};
 }
 
 } // namespace kalvo

@@ -115,7 +115,7 @@ void PlaylistFileActions::Export(const QString& path, const TitleLength& length)
         recent_.Add(path);
     else
         lists_.Questions().Tell(
-            QStringLiteral("Die Datei \"%1\" konnte nicht geschrieben werden.").arg(FileName::Last(path)));
+            QStringLiteral("Die Datei „%1“ konnte nicht geschrieben werden.").arg(FileName::Last(path)));
 }
 
 } // namespace kalvo

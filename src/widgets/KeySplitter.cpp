@@ -16,12 +16,15 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kPage = 5; // steps
+constexpr int kPage = 5;          // steps
+constexpr double kGripLength = 3; // font heights
+constexpr int kGripThickness = 2; // pixels
 
 class KeyHandle : public QSplitterHandle, public Spoken {
 public:
     KeyHandle(Qt::Orientation orientation, QSplitter& splitter) : QSplitterHandle(orientation, &splitter) {
         setFocusPolicy(Qt::TabFocus);
+        setAttribute(Qt::WA_Hover);
         connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, const QWidget* now) {
             if (now != this)
                 return;
@@ -121,14 +124,16 @@ void KeyHandle::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-/** A bar in the colour of what is chosen: a ring would not fit between the panels. */
-void KeyHandle::paintEvent(QPaintEvent* event) {
-    QSplitterHandle::paintEvent(event);
-    if (!hasFocus())
-        return;
+/** A stroke to grip; with the focus a bar in the colour of what is chosen: a ring would not fit between the panels. */
+void KeyHandle::paintEvent(QPaintEvent* /*event*/) {
     const Skin& skin = SkinStyle::Colours();
     QPainter painter(this);
-    PaintButton(painter, rect(), {skin.highlight, skin.text, skin.highlightText});
+    if (hasFocus())
+        return PaintButton(painter, rect(), {skin.highlight, skin.text, skin.highlightText});
+    const int length = SkinStyle::Units().Of(kGripLength);
+    QRect grip(0, 0, IsUpright() ? kGripThickness : length, IsUpright() ? length : kGripThickness);
+    grip.moveCenter(rect().center());
+    painter.fillRect(grip, underMouse() ? skin.text : skin.edge);
 }
 
 } // namespace

@@ -12,8 +12,8 @@ namespace kalvo {
 namespace {
 
 bool MayReplace(QFileDialog& dialog, const QString& path) {
-    const QString question = QStringLiteral("Die Datei \"%1\" ist schon vorhanden.\nSoll sie ersetzt werden?")
-                                 .arg(QFileInfo(path).fileName());
+    const QString question =
+        QStringLiteral("Die Datei „%1“ ist schon vorhanden.\nSoll sie ersetzt werden?").arg(QFileInfo(path).fileName());
     return xMessageBox::Ask(dialog.parentWidget(), dialog.windowTitle(), question,
                             {QStringLiteral("Ja"), QStringLiteral("Nein")},
                             xMessageBox::Sign::Warning) == QStringLiteral("Ja");

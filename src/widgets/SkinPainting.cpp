@@ -2,6 +2,8 @@
 
 #include "widgets/ButtonPainting.h"
 #include "widgets/Icons.h"
+#include "widgets/MainButton.h"
+#include "widgets/RingRoom.h"
 #include "widgets/SkinStyle.h"
 
 #include <QAbstractButton>
@@ -24,9 +26,15 @@ QColor InkOf(const QStyleOption& option) {
     return option.state & QStyle::State_Enabled ? skin.text : skin.dim;
 }
 
-void DrawPushButton(QPainter& painter, const QStyleOption& option) {
+/** What a window is there for looks switched on; pressed it does as all others. */
+QStyle::State StateOf(const QStyleOption& option, const QWidget* widget) {
+    const bool isMain = widget != nullptr && IsMainButton(*widget) && !(option.state & QStyle::State_Sunken);
+    return isMain ? option.state | QStyle::State_On : option.state;
+}
+
+void DrawPushButton(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
     const QRect rect = option.rect.adjusted(focusRingMargin, focusRingMargin, -focusRingMargin, -focusRingMargin);
-    PaintButton(painter, rect, ColoursOf(option.state));
+    PaintButton(painter, rect, ColoursOf(StateOf(option, widget)));
     if (option.state & QStyle::State_HasFocus)
         PaintFocusRing(painter, rect);
 }
@@ -147,7 +155,7 @@ void SkinPainting::drawPrimitive(PrimitiveElement element, const QStyleOption* o
                                  const QWidget* widget) const {
     switch (element) {
     case PE_PanelButtonCommand:
-        return DrawPushButton(*painter, *option);
+        return DrawPushButton(*painter, *option, widget);
     case PE_PanelButtonTool:
         return DrawToolButton(*painter, *option);
     case PE_FrameFocusRect:
@@ -161,6 +169,10 @@ void SkinPainting::drawPrimitive(PrimitiveElement element, const QStyleOption* o
         return PaintRadioButton(*painter, option->rect, option->state);
     case PE_IndicatorBranch:
         return DrawBranch(*painter, *option);
+    case PE_PanelMenu:
+        painter->fillRect(option->rect, SkinStyle::Colours().edge);
+        painter->fillRect(option->rect.adjusted(1, 1, -1, -1), SkinStyle::Colours().panel);
+        return;
     case PE_IndicatorArrowDown:
         return DrawIcon(*painter, QStringLiteral("drop-down"), option->rect, InkOf(*option), SkinStyle::Units().F());
     case PE_IndicatorArrowRight:
@@ -186,11 +198,24 @@ void SkinPainting::drawControl(ControlElement element, const QStyleOption* optio
         painter->fillRect(filled, skin.highlight);
         return;
     }
+    if (element == CE_ToolButtonLabel && widget && widget->objectName() == QStringLiteral("qt_menubar_ext_button"))
+        return DrawIcon(*painter, QStringLiteral("unfold"), option->rect, skin.text, SkinStyle::Units().Icon());
+    if (element == CE_ProgressBarLabel && bar) {
+        QStyleOptionProgressBar spaced(*bar);
+        spaced.text.replace(u'%', QStringLiteral(" %"));
+        return QProxyStyle::drawControl(element, &spaced, painter, widget);
+    }
+    if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        element == CE_MenuItem && item && item->menuItemType == QStyleOptionMenuItem::Separator) {
+        const QRect& place = option->rect;
+        painter->fillRect(place.x(), place.center().y(), place.width(), 1, skin.line);
+        return;
+    }
     if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
         element == CE_PushButtonLabel && button) {
         // The text's colour follows the fill; Fusion would take the palette's for a switched-on button too.
         QStyleOptionButton coloured(*button);
-        coloured.palette.setColor(QPalette::ButtonText, ColoursOf(button->state).ink);
+        coloured.palette.setColor(QPalette::ButtonText, ColoursOf(StateOf(*button, widget)).ink);
         return QProxyStyle::drawControl(element, &coloured, painter, widget);
     }
     QProxyStyle::drawControl(element, option, painter, widget);
@@ -209,6 +234,8 @@ void SkinPainting::drawComplexControl(ComplexControl control, const QStyleOption
 
 QRect SkinPainting::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
     if (element == SE_PushButtonLayoutItem)
+        return option->rect.adjusted(focusRingMargin, focusRingMargin, -focusRingMargin, -focusRingMargin);
+    if (element == SE_FrameLayoutItem && qobject_cast<const RingRoom*>(widget))
         return option->rect.adjusted(focusRingMargin, focusRingMargin, -focusRingMargin, -focusRingMargin);
     if (element == SE_ProgressBarContents || element == SE_ProgressBarGroove)
         return option->rect;
@@ -291,7 +318,7 @@ int SkinPainting::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     case PM_LayoutTopMargin:
     case PM_LayoutRightMargin:
     case PM_LayoutBottomMargin:
-        return units.Gap(3);
+        return units.Gap(widget != nullptr && widget->isWindow() ? 4 : 3);
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
     case PM_ButtonDefaultIndicator:
@@ -306,6 +333,8 @@ int SkinPainting::styleHint(StyleHint hint, const QStyleOption* option, const QW
     switch (hint) {
     case SH_EtchDisabledText:
         return 0;
+    case SH_Menu_Scrollable: // too long for the screen: scrolled rather than in columns all over the desk
+        return 1;
     case SH_Slider_AbsoluteSetButtons:
         return Qt::LeftButton;
     case SH_DialogButtonLayout: // what is wanted stands at the end, as in all other windows

@@ -45,6 +45,7 @@ QPalette PaletteOf(const Skin& skin) {
     QPalette palette;
     palette.setColor(QPalette::Window, skin.window);
     palette.setColor(QPalette::Base, skin.base);
+    palette.setColor(QPalette::Disabled, QPalette::Base, skin.window); // behind a field's number
     palette.setColor(QPalette::AlternateBase, skin.alt);
     for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText, QPalette::ToolTipText}) {

@@ -6,7 +6,8 @@
 
 namespace kalvo {
 
-TimeLabel::TimeLabel(QString longest, QWidget* parent) : QLabel(parent), longest_(std::move(longest)) {
+TimeLabel::TimeLabel(QString longest, QWidget* parent)
+    : QLabel(parent), atFirst_(std::move(longest)), longest_(atFirst_) {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -20,6 +21,13 @@ void TimeLabel::SetText(const QString& text) {
         updateGeometry();
     }
     setText(text);
+}
+
+void TimeLabel::Narrow() {
+    if (longest_ == atFirst_)
+        return;
+    longest_ = atFirst_;
+    updateGeometry();
 }
 
 void TimeLabel::SetTone(Tone tone) {

@@ -15,7 +15,11 @@ namespace {
 
 QLabel* SignLabel(xMessageBox::Sign sign, QWidget* parent) {
     auto* label = new QLabel(parent);
-    if (sign != xMessageBox::Sign::None) {
+    if (sign == xMessageBox::Sign::Program) {
+        label->setPixmap(
+            Icons::Pixmap(QStringLiteral("app"), {}, SkinStyle::Units().Of(4), parent->devicePixelRatioF()));
+        label->setAccessibleName(QStringLiteral("Programm"));
+    } else if (sign != xMessageBox::Sign::None) {
         const bool isError = sign == xMessageBox::Sign::Error;
         label->setPixmap(Icons::Pixmap(isError ? QStringLiteral("error") : QStringLiteral("warning"),
                                        SkinStyle::Colours().warning, SkinStyle::Units().Of(2.6),

@@ -15,7 +15,7 @@ class xMessageBox : public QDialog {
     Q_OBJECT
 
 public:
-    enum class Sign { None, Warning, Error };
+    enum class Sign { None, Warning, Error, Program };
 
     /**
      * buttons: one to three captions; empty gives "OK". "Nein", where there is one, has the focus at first and is

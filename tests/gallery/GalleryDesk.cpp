@@ -29,7 +29,8 @@ void BuildCategories(Desk& desk) {
 
 } // namespace
 
-GalleryDesk::GalleryDesk(Content content) : musicFolder_(QDir::tempPath() + QStringLiteral("/Musik-XXXXXX")) {
+GalleryDesk::GalleryDesk(Content content)
+    : musicFolder_(qEnvironmentVariable("KALVO_GALERIE_MUSIK", QDir::tempPath()) + QStringLiteral("/Musik-XXXXXX")) {
     auto library = std::make_unique<StageAudio>();
     audio_ = library.get();
     desk_ = std::make_unique<kalvo::Desk>(DataFolder(folder_.Path(QStringLiteral("Kalvo"))), std::move(library));

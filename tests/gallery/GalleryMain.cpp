@@ -1,5 +1,6 @@
 // Takes pictures of all windows; see docs/galerie/machen.
 
+#include "app/KeyNames.h"
 #include "gallery/GalleryScreen.h"
 #include "gallery/GalleryWindows.h"
 #include "support/WaitUntil.h"
@@ -87,6 +88,7 @@ void WaitForSide(const QWidget& window) {
 
 void TakeSizes(GalleryDesk& desk, const Camera& camera, const QList<QSize>& sizes) {
     const int ratio = qRound(desk.Window().devicePixelRatioF());
+    GalleryWindows().front().show(desk, [](const QString&, QWidget&) {}); // others have left their search
     for (const QSize& size : sizes) {
         desk.Window().resize(size);
         GalleryDesk::Settle();
@@ -145,6 +147,7 @@ void SpeakGerman(QApplication& application) {
     auto* texts = new QTranslator(&application);
     if (texts->load(u"qtbase_de"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(texts);
+    QApplication::installTranslator(new KeyNames(&application));
 }
 
 void Run(const QCommandLineParser& line) {
@@ -155,7 +158,6 @@ void Run(const QCommandLineParser& line) {
         TakeEverything(desk, folder);
     } else if (line.isSet(u"gross"_s)) {
         desk.ShowLook(u"Dark Blue"_s, kFontSizes.constFirst());
-        GalleryWindows().front().show(desk, [](const QString&, QWidget&) {});
         TakeSizes(desk, Camera(folder), {kSizes.constLast()});
     } else {
         TakeChoice(desk, folder);

@@ -12,12 +12,14 @@
 #include "live/ui/frmTerminPlay.h"
 #include "playback/ui/frmMitschnitt.h"
 #include "support/WaitUntil.h"
+#include "widgets/PositionSlider.h"
 #include "widgets/xMessageBox.h"
 
 #include <QAbstractItemModel>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDialog>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -27,6 +29,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
+#include <QTreeView>
 
 #include <stdexcept>
 
@@ -94,7 +97,32 @@ void Visit(QWidget& window, const GalleryVisit& visit, const QString& page = {})
 
 // ---- the main window
 
+/** The titles of one style. */
+void ShowCategories(GalleryDesk& desk, const GalleryVisit& visit) {
+    Form1& window = desk.Window();
+    auto& button = In<QAbstractButton>(window, "cmdKategorien");
+    In<QLineEdit>(window, "Text1").clear();
+    button.click();
+    auto& tree = In<QTreeView>(window, "TreeView1");
+    for (int row = 0; row < tree.model()->rowCount(); ++row) {
+        const QModelIndex node = tree.model()->index(row, 0);
+        if (node.data().toString() != u"Stil")
+            continue;
+        tree.expand(node);
+        GalleryDesk::Settle();
+        const QModelIndex style = tree.model()->index(1, 0, node);
+        tree.setCurrentIndex(style);
+        Q_EMIT tree.clicked(style);
+        tree.scrollTo(node, QAbstractItemView::PositionAtTop);
+    }
+    GalleryDesk::Settle();
+    visit(u"Form1-Kategorien"_s, window);
+    button.click();
+    GalleryDesk::Settle();
+}
+
 void ShowForm1(GalleryDesk& desk, const GalleryVisit& visit) {
+    ShowCategories(desk, visit);
     Form1& window = desk.Window();
     In<QLineEdit>(window, "Text1").setText(u"nacht"_s);
     auto& grid = In<QAbstractItemView>(window, "DataGrid2");
@@ -122,6 +150,9 @@ void FindDuplicates(GalleryDesk& /*desk*/, QDialog& window) {
 
 void OfferFiles(GalleryDesk& desk, QDialog& window) {
     static_cast<frmTitelEinlesen&>(window).Offer(desk.Music());
+    auto& tree = In<QTreeView>(window, "ExplorerTreeView1"); // reads the folders beside the window
+    WaitUntil([&tree] { return tree.viewport()->rect().contains(tree.visualRect(tree.currentIndex()).center()); },
+              std::chrono::seconds(2));
 }
 
 void ShowExplorer(GalleryDesk& desk, const GalleryVisit& visit) {
@@ -134,6 +165,22 @@ void ShowExplorer(GalleryDesk& desk, const GalleryVisit& visit) {
 void FinishCheck(GalleryDesk& /*desk*/, QDialog& window) {
     auto& again = In<QPushButton>(window, "cmdPruefen");
     WaitUntil([&again] { return again.isEnabled(); }, std::chrono::seconds(5));
+}
+
+void ChooseStyles(GalleryDesk& /*desk*/, QDialog& window) {
+    In<QAbstractButton>(window, "optStil1").click();
+    auto& offer = In<QAbstractItemView>(window, "List1");
+    WaitForRows(offer, 4);
+    for (const int row : {0, 2, 3})
+        offer.selectionModel()->select(offer.model()->index(row, 0), QItemSelectionModel::Select);
+    In<QPushButton>(window, "Command3").click();
+}
+
+/** The waveform comes from a thread. */
+void WaitForWave(GalleryDesk& /*desk*/, QDialog& window) {
+    auto& position = In<PositionSlider>(window, "Slider1");
+    const QImage flat = position.grab().toImage();
+    WaitUntil([&] { return position.grab().toImage() != flat; }, std::chrono::seconds(2));
 }
 
 void PlanRehearsal(GalleryDesk& /*desk*/, QDialog& window) {
@@ -176,6 +223,7 @@ void ShowJingleDisplay(GalleryDesk& desk, const GalleryVisit& visit) {
 
 void ShowSchedule(GalleryDesk& desk, const GalleryVisit& visit) {
     JingleRecord record;
+    record.number = 1;
     record.path = u"/home/studio/Kalvo/Sample/Stationskennung.mp3"_s;
     record.active = true;
     record.slots[0] = {JingleSlot::Daily(), {}, u"18:00"_s};
@@ -270,10 +318,10 @@ const std::vector<GalleryWindow>& GalleryWindows() {
         {"frmExplorer", ShowExplorer},
         {"frmTagEditor", ShowTagEditor},
         ByCommand("frmMessen", "BpmMessen"),
-        ByCommand("frmKopfhoerer", "TitelVorhoerenWL"),
+        ByCommand("frmKopfhoerer", "TitelVorhoerenWL", WaitForWave),
         ByCommand("frmWLEigenschaften", "EigenschaftenWiedergabeliste"),
         ByCommand("frmEqualizer", "Equalizer"),
-        ByCommand("frmAutoDj", "AutoDj"),
+        ByCommand("frmAutoDj", "AutoDj", ChooseStyles),
         ByCommand("frmCharts", "MeineCharts"),
         ByCommand("frmVerlauf", "VerlaufDesAbends"),
         ByCommand("frmZuletztCount", "ZuletztGespieltAnzahl"),
@@ -333,7 +381,7 @@ void VisitMessages(GalleryDesk& desk, const GalleryVisit& visit) {
          u"Über Kalvo"_s,
          u"Kalvo\nVersion 0.1.0\n\nMusik live spielen und mischen.\nFreie Software unter der GPL 3 oder neuer."_s,
          {u"OK"_s},
-         xMessageBox::Sign::None},
+         xMessageBox::Sign::Program},
         {u"LangerPfad"_s,
          u"Kalvo"_s,
          u"Datei:\n/home/studio/Musik/Neuzugänge/2026/November/Zwischen Nacht und Tag/Erste Bahn/"

@@ -2,12 +2,14 @@
 
 #include "gallery/WindowParts.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
 
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QImage>
@@ -15,6 +17,7 @@
 #include <QLayoutItem>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSplitterHandle>
@@ -22,6 +25,7 @@
 #include <QStyleOption>
 #include <QTabBar>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 
@@ -200,6 +204,37 @@ QStringList LayoutFaults::UnevenEdges(const QWidget& window) {
         }
     }
     return uneven;
+}
+
+QStringList LayoutFaults::OddFeet(const QWidget& window) {
+    QList<QRect> foot;
+    for (QWidget* part : PartsOf(window)) {
+        if (qobject_cast<const QPushButton*>(part) && part->parentWidget() == &window)
+            foot.append(PlaceOf(*part));
+    }
+    if (foot.isEmpty() || qobject_cast<const QDialog*>(&window) == nullptr)
+        return {};
+    const int lowest = std::max_element(foot.begin(), foot.end(), [](const QRect& one, const QRect& other) {
+                           return one.bottom() < other.bottom();
+                       })->bottom();
+    foot.removeIf([lowest](const QRect& place) { return place.bottom() < lowest; });
+    std::sort(foot.begin(), foot.end(), [](const QRect& one, const QRect& other) { return one.x() < other.x(); });
+    const FontUnits& units = SkinStyle::Units();
+    const int right = window.width() - 1 - foot.constLast().right();
+    const int below = window.height() - 1 - lowest;
+    if (below > units.Gap(8)) // something else stands at the end
+        return {};
+    const auto differs = [](int length, int wanted) { return std::abs(length - wanted) > kTolerance; };
+    QStringList odd;
+    const bool isQts = qobject_cast<const QProgressDialog*>(&window); // does not know of focus rings
+    if (!isQts && (differs(right, units.Gap(4)) || differs(below, units.Gap(4))))
+        odd.append(u"buttons end %1 from the right edge and %2 above the lower one"_s.arg(right).arg(below));
+    for (qsizetype next = 1; next < foot.size(); ++next) {
+        const int gap = foot.at(next).left() - foot.at(next - 1).right() - 1;
+        if (gap < units.Gap(6) && differs(gap, units.Gap(2)))
+            odd.append(u"a gap of %1 between buttons"_s.arg(gap));
+    }
+    return odd;
 }
 
 QStringList LayoutFaults::FaintTexts(QWidget& window) {

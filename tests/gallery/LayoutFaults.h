@@ -17,6 +17,8 @@ QStringList Overlaps(const QWidget& window);
 QStringList Outside(const QWidget& window);
 /** Fields of a form, one below the other, whose left edges miss each other by a hair. */
 QStringList UnevenEdges(const QWidget& window);
+/** A dialog's lowest buttons that keep other distances than all dialogs' do: 4 g to its edges, 2 g to each other. */
+QStringList OddFeet(const QWidget& window);
 /** Texts that stand out from their background by less than 4.5 to 1, measured in a picture of the window. */
 QStringList FaintTexts(QWidget& window);
 

@@ -4,12 +4,14 @@
 #include "widgets/Skin.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QDirIterator>
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QRegularExpression>
 
 namespace kalvo {
@@ -92,6 +94,7 @@ TEST_F(GalleryTest, EveryDialogIsSoundInEveryFontAndFitsTheSmallestScreen) {
                 ExpectSound(name, shown);
                 if (qobject_cast<QMainWindow*>(&shown) != nullptr)
                     return;
+                EXPECT_EQ(OddFeet(shown), QStringList()) << name.toStdString();
                 if (font != kFontSizes.constLast()) // the largest may be larger than the smallest screen
                     ExpectFits(name, shown);
                 shown.resize(shown.minimumSizeHint().expandedTo(shown.minimumSize()));
@@ -123,7 +126,7 @@ TEST_F(GalleryTest, EveryWindowGoesInTheMiddleOfItsWork) {
 }
 
 TEST(LayoutFaultsTest, FindsWhatIsWrong) {
-    QWidget window;
+    QDialog window;
     window.resize(400, 200);
     auto* label = new QLabel(u"Überblendgeschwindigkeit"_s, &window);
     label->setGeometry(10, 10, 40, 20);
@@ -131,7 +134,11 @@ TEST(LayoutFaultsTest, FindsWhatIsWrong) {
     first->setGeometry(10, 60, 120, 30);
     auto* second = new QCheckBox(u"Abbrechen"_s, &window);
     second->setGeometry(12, 95, 120, 30);
+    auto* button = new QPushButton(u"OK"_s, &window);
+    button->setGeometry(280, 140, 110, 40);
     window.show();
+    EXPECT_EQ(OddFeet(window).size(), 1) << "nearer to the right edge than others";
+    delete button;
     EXPECT_EQ(ClippedTexts(window).size(), 1) << "the label";
     EXPECT_EQ(UnevenEdges(window).size(), 1) << "two pixels";
     EXPECT_EQ(Overlaps(window), QStringList());

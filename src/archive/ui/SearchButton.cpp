@@ -2,6 +2,7 @@
 
 #include "widgets/ButtonPainting.h"
 #include "widgets/Icons.h"
+#include "widgets/MainButton.h"
 #include "widgets/Mnemonics.h"
 #include "widgets/SkinStyle.h"
 
@@ -16,16 +17,20 @@ SearchButton::SearchButton(QWidget* parent) : QPushButton(parent) {
 
 void SearchButton::ShowRunning(bool running) {
     running_ = running;
+    MakeMain(*this, !running);
     setText(running ? tr("     Suche abbrechen") : tr("      Suche starten"));
 }
 
 void SearchButton::paintEvent(QPaintEvent* event) {
     QPushButton::paintEvent(event);
+    const bool isFilled = IsMainButton(*this) && isEnabled() && !isDown();
     const int size = SkinStyle::Units().Of(1.1);
     const int left = (width() - CaptionWidth(fontMetrics(), text())) / 2;
-    QPainter(this).drawPixmap(left, (height() - size) / 2,
-                              Icons::Pixmap(running_ ? QStringLiteral("close") : QStringLiteral("search"),
-                                            palette().color(QPalette::ButtonText), size, devicePixelRatioF()));
+    QPainter(this).drawPixmap(
+        left, (height() - size) / 2,
+        Icons::Pixmap(running_ ? QStringLiteral("close") : QStringLiteral("search"),
+                      isFilled ? SkinStyle::Colours().highlightText : palette().color(QPalette::ButtonText), size,
+                      devicePixelRatioF()));
 }
 
 } // namespace kalvo

@@ -1,6 +1,7 @@
 #include "archive/ui/WatchedList.h"
 
 #include "archive/WatchedFolders.h"
+#include "widgets/ButtonPainting.h"
 #include "widgets/PlainTip.h"
 #include "widgets/SkinStyle.h"
 
@@ -19,7 +20,7 @@ constexpr int watchedRows = 3;
 } // namespace
 
 WatchedList::WatchedList(WatchedFolders& folders, QWidget* parent)
-    : QWidget(parent),
+    : RingRoom(parent),
       folders_(folders),
       list_(new QListWidget(this)),
       remove_(new QPushButton(tr("Entfernen"), this)) {
@@ -45,8 +46,7 @@ WatchedList::WatchedList(WatchedFolders& folders, QWidget* parent)
         buttons->addWidget(button);
     }
     auto* column = new QVBoxLayout(this);
-    const int ring = units.Gap(1); // around a button that has the focus
-    column->setContentsMargins(ring, 0, ring, ring);
+    column->setContentsMargins(focusRingMargin, focusRingMargin, focusRingMargin, focusRingMargin);
     column->setSpacing(units.Gap(1));
     column->addWidget(caption);
     column->addWidget(list_);

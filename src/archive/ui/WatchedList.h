@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QWidget>
+#include "widgets/RingRoom.h"
 
 class QListWidget;
 class QPushButton;
@@ -10,7 +10,7 @@ namespace kalvo {
 class WatchedFolders;
 
 /** The watched folders, `lstBeobachtet`, and the buttons that add and remove one. */
-class WatchedList : public QWidget {
+class WatchedList : public RingRoom {
     Q_OBJECT
 
 public:

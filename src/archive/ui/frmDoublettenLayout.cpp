@@ -59,7 +59,6 @@ frmDoubletten::frmDoubletten(Archive& archive, QWidget* parent)
 
 QBoxLayout* frmDoubletten::BuildStart() {
     mode_->addItems({tr("Datei-Namen"), tr("Titel des ID3Tag")});
-    start_->setDefault(true);
     connect(start_, &QPushButton::clicked, this, &frmDoubletten::StartOrCancel);
     progress_->setTextVisible(false);
     progress_->setFixedHeight(SkinStyle::Units().Of(1.35));

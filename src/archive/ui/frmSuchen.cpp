@@ -5,6 +5,7 @@
 #include "archive/ArchiveTexts.h"
 #include "archive/ui/ArchivePanel.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/MainButton.h"
 #include "widgets/Named.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
@@ -97,6 +98,7 @@ QBoxLayout* frmSuchen::BuildResult() {
     connect(previous_, &QPushButton::clicked, this, [this] { GoTo(panel_.CurrentRow() - 1); });
     connect(next_, &QPushButton::clicked, this, [this] { GoTo(panel_.CurrentRow() + 1); });
     auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     row->addWidget(current_, 1);
     row->addWidget(previous_);
     row->addWidget(next_);
@@ -111,11 +113,12 @@ QBoxLayout* frmSuchen::BuildButtons() {
     auto* close = Named(new QPushButton(tr("Schließen"), this), QStringLiteral("cmdSchliessen"), tr("Schließen"));
     Named(search_, QStringLiteral("Command2"), tr("Suche starten"));
     Named(onward_, QStringLiteral("Command3"), tr("Ab der gewählten Zeile weitersuchen"));
-    search_->setDefault(true);
+    MakeMain(*search_);
     connect(search_, &QPushButton::clicked, this, [this] { Search(false); });
     connect(onward_, &QPushButton::clicked, this, [this] { Search(true); });
     connect(close, &QPushButton::clicked, this, &frmSuchen::reject);
     auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     row->addStretch();
     for (QPushButton* button : {close, onward_, search_}) {
         button->setAutoDefault(button == search_);

@@ -202,10 +202,12 @@ QBoxLayout* frmTitelEinlesen::BuildButtons() {
     connect(cancel_, &QPushButton::clicked, this, [this] { work_ == Work::None ? reject() : Abandon(); });
     Named(start_, QStringLiteral("Command1"), tr("Markierte Dateien importieren"));
     start_->setText(tr("Importieren"));
+    start_->SetOn(true);
     start_->setMinimumWidth(qMax(width, start_->sizeHint().width() + SkinStyle::Units().F()));
     start_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(start_, &QPushButton::clicked, this, &frmTitelEinlesen::StartImport);
     auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     row->addStretch();
     row->addWidget(cancel_);
     row->addWidget(start_);

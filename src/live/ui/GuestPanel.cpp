@@ -4,6 +4,7 @@
 #include "live/GuestNetwork.h"
 #include "live/GuestServer.h"
 #include "live/ui/frmGaesteCode.h"
+#include "widgets/ButtonPainting.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Named.h"
 #include "widgets/SkinStyle.h"
@@ -40,7 +41,7 @@ int PortIn(const Settings& settings) {
 } // namespace
 
 GuestPanel::GuestPanel(GuestServer& server, Settings& settings, QWidget* parent)
-    : QWidget(parent),
+    : RingRoom(parent),
       server_(server),
       settings_(settings),
       switch_(Named(new QCheckBox(u"Wünsche von &Telefonen annehmen"_s, this), u"chkGaeste"_s,
@@ -82,14 +83,14 @@ void GuestPanel::Build() {
     };
     auto* row = new QHBoxLayout;
     row->setSpacing(units.Gap(2));
-    row->addWidget(label(u"Adress&e:"_s, network_));
+    row->addWidget(label(u"Adress&e"_s, network_));
     row->addWidget(network_);
-    row->addWidget(label(u"A&nschluss:"_s, port_));
+    row->addWidget(label(u"A&nschluss"_s, port_));
     row->addWidget(port_);
     row->addStretch();
     row->addWidget(code_);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(units.Gap(3), units.Gap(3), units.Gap(3), units.Gap(1));
+    column->setContentsMargins(focusRingMargin, focusRingMargin, focusRingMargin, focusRingMargin);
     column->setSpacing(units.Gap(2));
     column->addWidget(switch_);
     column->addWidget(state_);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "widgets/RingRoom.h"
+
 #include <QPointer>
 #include <QTimer>
-#include <QWidget>
 
 class QCheckBox;
 class QComboBox;
@@ -20,7 +21,7 @@ class frmGaesteCode;
  * Switches the guests' page on and off and tells where it is. Keeps switch, port and network in section "Gaeste" of the
  * settings.
  */
-class GuestPanel : public QWidget {
+class GuestPanel : public RingRoom {
     Q_OBJECT
 
 public:

@@ -2,6 +2,7 @@
 
 #include "live/AutoDjValues.h"
 #include "live/ui/ValueView.h"
+#include "widgets/ButtonPainting.h"
 #include "widgets/Named.h"
 #include "widgets/SkinStyle.h"
 
@@ -35,7 +36,7 @@ QString CountText(qsizetype count) {
 } // namespace
 
 ValueChoice::ValueChoice(const DataFolder& folder, QWidget* parent)
-    : QWidget(parent),
+    : RingRoom(parent),
       folder_(folder),
       criteria_(new QButtonGroup(this)),
       criterion_(Named(new QLabel(this), u"lblKriterium1"_s, u"Kriterium"_s)),
@@ -50,8 +51,7 @@ ValueChoice::ValueChoice(const DataFolder& folder, QWidget* parent)
         lists_.at(PlaceOf(field)) = list;
     }
     auto* column = new QVBoxLayout(this);
-    const int ring = SkinStyle::Units().Gap(1); // around a button that has the focus
-    column->setContentsMargins(0, 0, ring, ring);
+    column->setContentsMargins(focusRingMargin, focusRingMargin, focusRingMargin, focusRingMargin);
     column->setSpacing(SkinStyle::Units().Gap(3));
     column->addLayout(BuildCriteria());
     column->addLayout(BuildLists(), 1);

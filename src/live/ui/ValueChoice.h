@@ -1,9 +1,9 @@
 #pragma once
 
 #include "archive/CategoryLists.h"
+#include "widgets/RingRoom.h"
 
 #include <QHash>
-#include <QWidget>
 
 #include <array>
 
@@ -22,7 +22,7 @@ class ValueView;
  * The automatic DJ's criterion and which of its values are chosen. Each category file is read when its criterion is
  * shown first; every criterion keeps its own choice.
  */
-class ValueChoice : public QWidget {
+class ValueChoice : public RingRoom {
     Q_OBJECT
 
 public:

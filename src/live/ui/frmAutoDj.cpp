@@ -4,6 +4,7 @@
 #include "live/AutoDjRefill.h"
 #include "live/ui/ValueChoice.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/MainButton.h"
 #include "widgets/Mnemonics.h"
 #include "widgets/xMessageBox.h"
 
@@ -111,6 +112,7 @@ void frmAutoDj::ShowProgress(int percent) {
 
 void frmAutoDj::SetRunning(bool running) {
     ShowCaption(*start_, running ? u"&Abbrechen"_s : u"&Füllen"_s);
+    MakeMain(*start_, !running);
     start_->setAccessibleName(running ? u"Füllen abbrechen"_s : u"Wiedergabeliste füllen"_s);
 }
 
@@ -169,14 +171,14 @@ void frmAutoDj::SaveSelection() {
     parts_.store.Put({name, *selection});
     Keep();
     ShowSaved(name);
-    told_->SetText(u"Auswahl \"%1\" gespeichert."_s.arg(name));
+    told_->SetText(u"Auswahl „%1“ gespeichert."_s.arg(name));
 }
 
 void frmAutoDj::RemoveSelection() {
     const QString name = saved_->currentText().trimmed();
     if (!parts_.store.Find(name))
         return;
-    const QString question = u"Wollen Sie die Auswahl \"%1\" wirklich löschen?"_s.arg(name);
+    const QString question = u"Wollen Sie die Auswahl „%1“ wirklich löschen?"_s.arg(name);
     if (xMessageBox::Ask(this, u" Achtung!"_s, question, {u"Ja"_s, u"Nein"_s}) != u"Ja"_s)
         return;
     parts_.store.Remove(name);

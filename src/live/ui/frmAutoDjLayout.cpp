@@ -4,6 +4,7 @@
 #include "live/ui/ValueChoice.h"
 #include "live/ui/frmAutoDj.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/MainButton.h"
 #include "widgets/Named.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/SkinStyle.h"
@@ -189,7 +190,7 @@ QBoxLayout* frmAutoDj::BuildEnd() {
     start_ = AddButton(*buttons, u"Command1"_s, u"&Füllen"_s, u"Wiedergabeliste füllen"_s, &frmAutoDj::Fill);
     for (QPushButton* button : {close, start_})
         button->setMinimumWidth(units.Of(7.2));
-    start_->setDefault(true);
+    MakeMain(*start_);
     auto* column = new QVBoxLayout;
     column->setSpacing(units.Gap(2));
     column->addLayout(bar);

@@ -70,6 +70,7 @@ frmJingle::frmJingle(JingleFile& file, const QString& folder, QWidget* parent)
 
 QHBoxLayout* frmJingle::BuildButtons() {
     auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     const auto add = [&](const QString& name, const QString& icon, const QString& text, auto act) {
         auto* button = new IconButton(icon, IconButton::Size::Normal, this);
         button->setObjectName(name);

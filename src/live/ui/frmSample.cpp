@@ -2,6 +2,7 @@
 
 #include "live/ui/PadButton.h"
 #include "widgets/IconButton.h"
+#include "widgets/RingRoom.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/VolumeSlider.h"
 
@@ -60,7 +61,7 @@ int frmSample::StoredReduction(const Settings& settings) {
 }
 
 QFrame* frmSample::BuildPads() {
-    auto* frame = new QFrame(this);
+    auto* frame = new RingRoom(this);
     frame->setObjectName(QStringLiteral("Frame1"));
     auto* grid = new QGridLayout(frame);
     grid->setContentsMargins({});
@@ -101,7 +102,7 @@ QLayout* frmSample::BuildFoot() {
 
 void frmSample::TakeUnits() {
     const FontUnits& units = SkinStyle::Units();
-    const int margin = units.Gap(3);
+    const int margin = units.Gap(4);
     layout()->setContentsMargins(margin, margin, margin, margin);
     layout()->setSpacing(units.Gap(2));
     percent_->setFixedWidth(percent_->fontMetrics().horizontalAdvance(QStringLiteral("100 % ")));

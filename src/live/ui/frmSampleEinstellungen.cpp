@@ -2,6 +2,7 @@
 
 #include "base/FileName.h"
 #include "widgets/IconButton.h"
+#include "widgets/Named.h"
 #include "widgets/SilenceParts.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
@@ -88,6 +89,7 @@ void frmSampleEinstellungen::BuildList(const SampleSlots& slots) {
 
 QHBoxLayout* frmSampleEinstellungen::BuildButtons() {
     auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     const auto add = [&](const QString& name, const QString& icon, const QString& text, auto act) {
         auto* button = new IconButton(icon, IconButton::Size::Normal, this);
         button->setObjectName(name);
@@ -109,7 +111,11 @@ QHBoxLayout* frmSampleEinstellungen::BuildButtons() {
     add(QStringLiteral("cmdLoeschen"), QStringLiteral("trash"), QStringLiteral("Löschen"),
         &frmSampleEinstellungen::SampleLoeschen);
     row->addStretch(1);
-    add(QStringLiteral("cmdSchliessen"), QStringLiteral("check"), QStringLiteral("Schließen"), &QDialog::close);
+    auto* close = Named(new QPushButton(QStringLiteral("Schließen"), this), QStringLiteral("cmdSchliessen"),
+                        QStringLiteral("Schließen"));
+    close->setAutoDefault(false);
+    connect(close, &QPushButton::clicked, this, &QDialog::close);
+    row->addWidget(close);
     return row;
 }
 

@@ -4,6 +4,7 @@
 #include "widgets/CheckButton.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
+#include "widgets/Named.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/xMessageBox.h"
 
@@ -61,13 +62,16 @@ frmTerminPlay::frmTerminPlay(const JingleRecord& record, const QString& folder, 
     accept_->SetOn(true);
     accept_->setDefault(true);
     connect(accept_, &QPushButton::clicked, this, &frmTerminPlay::accept);
-    auto* cancel = Button(QStringLiteral("Command3"), QStringLiteral("close"), QStringLiteral("Abbrechen"), this);
+    auto* cancel = Named(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("Command3"),
+                         QStringLiteral("Abbrechen"));
+    cancel->setAutoDefault(false);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     auto* switches = new QHBoxLayout;
     switches->addWidget(active_);
     switches->addWidget(afterTitle_);
     switches->addStretch(1);
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(SkinStyle::Units().Gap(2));
     foot->addStretch(1);
     foot->addWidget(cancel);
     foot->addWidget(accept_);

@@ -122,6 +122,7 @@ void frmVorpruefung::Arrange() {
     head->addWidget(bar_, 0, 2, 2, 1, Qt::AlignVCenter);
     head->setColumnStretch(1, 1);
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(SkinStyle::Units().Gap(2));
     buttons->addWidget(copy_);
     buttons->addStretch(1);
     buttons->addWidget(close_);

@@ -38,15 +38,15 @@ frmWunschzettel::frmWunschzettel(WishList& wishes, const Playlist& first, const 
       empty_(Named(new QLabel(this), u"lblLeer"_s, u"Hinweis"_s)) {
     setObjectName(u"frmWunschzettel"_s);
     const FontUnits& units = SkinStyle::Units();
-    column_->setContentsMargins(0, 0, 0, units.Gap(2));
-    column_->setSpacing(units.Gap(2));
+    column_->setContentsMargins(units.Gap(4), units.Gap(3), units.Gap(4), units.Gap(4));
+    column_->setSpacing(units.Gap(3));
     column_->addWidget(table_, 1);
     column_->addWidget(empty_, 1);
     empty_->setText(u"Noch keine Wünsche. Einen Titel im Musikarchiv auswählen und Strg+W drücken."_s);
     empty_->setAlignment(Qt::AlignCenter);
     empty_->setWordWrap(true);
     BuildMenu();
-    column_->addWidget(BuildButtons());
+    column_->addLayout(BuildButtons());
     for (const Wish& wish : wishes_.Wishes())
         old_.insert(wish.id);
     states_.setSingleShot(true);
@@ -108,12 +108,9 @@ void frmWunschzettel::AddSending(QMenu& menu, int player) {
 }
 
 /** The commands needed at every wish, for the mouse. */
-QWidget* frmWunschzettel::BuildButtons() {
-    const FontUnits& units = SkinStyle::Units();
-    auto* buttons = new QWidget(this);
-    auto* row = new QHBoxLayout(buttons);
-    row->setContentsMargins(units.Gap(3), units.Gap(1), units.Gap(3), units.Gap(1));
-    row->setSpacing(units.Gap(2));
+QBoxLayout* frmWunschzettel::BuildButtons() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     const auto add = [&](const QString& actionName, const QString& name, const QString& text) {
         auto* action = findChild<QAction*>(actionName);
         auto* button = Named(new QPushButton(text, this), name, action->text().remove(u'&'));
@@ -127,7 +124,7 @@ QWidget* frmWunschzettel::BuildButtons() {
     add(u"TitelzumPlayer1hinzufügen"_s, u"cmdListe1"_s, u"Zu Liste 1"_s);
     add(u"TitelzumPlayer2hinzufügen"_s, u"cmdListe2"_s, u"Zu Liste 2"_s);
     add(u"TitelAbspielen"_s, u"cmdAbspielen"_s, u"Abspielen"_s);
-    return buttons;
+    return row;
 }
 
 void frmWunschzettel::Reload() {

@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QTimer>
 
+class QBoxLayout;
 class QLabel;
 class QMenu;
 class QVBoxLayout;
@@ -47,7 +48,7 @@ private:
     void BuildMenu();
     QAction* Add(QMenu& menu, const QString& name, const QString& text, void (frmWunschzettel::*act)());
     void AddSending(QMenu& menu, int player);
-    QWidget* BuildButtons();
+    QBoxLayout* BuildButtons();
     void Send(int player);
     QList<Wish> Selected() const;
     QList<QStringList> Rows() const;

@@ -148,6 +148,10 @@ void DeckPanel::Connect() {
 void DeckPanel::SetView(const DeckView& view) {
     const DeckSignal before = view_.signal;
     const bool coverMoved = view_.showsCover != view.showsCover;
+    if (view_.lengthSeconds != view.lengthSeconds) { // another title's times may be shorter
+        parts_->time->Narrow();
+        parts_->remaining->Narrow();
+    }
     view_ = view;
     if (coverMoved)
         Arrange();
@@ -254,7 +258,7 @@ void DeckPanel::Arrange() {
     for (QWidget* part :
          std::initializer_list<QWidget*>{parts_->toStart, parts_->pitchCaption, parts_->pitch, parts_->pitchText})
         part->setVisible(!narrow);
-    parts_->cover->setVisible(!narrow && view_.showsCover);
+    parts_->cover->setVisible(ShowsCover());
     parts_->headphones->setVisible(roomy_);
 
     auto* body = new QVBoxLayout;
@@ -284,7 +288,7 @@ QLayout* DeckPanel::Titles() const {
     parts_->remaining->setAlignment(first ? Qt::AlignRight : Qt::AlignLeft);
 
     auto* technical = new QHBoxLayout;
-    technical->setSpacing(units.Of(0.6));
+    technical->setSpacing(units.Of(0.4));
     if (!first)
         technical->addStretch(1);
     technical->addWidget(parts_->time, 0, Qt::AlignBottom);
@@ -307,7 +311,7 @@ QLayout* DeckPanel::Titles() const {
     grid->addLayout(names, 1, 1);
     grid->addWidget(parts_->remaining, 1, rest, Qt::AlignBottom);
     grid->setColumnStretch(1, 1);
-    if (view_.showsCover) {
+    if (ShowsCover()) {
         const int size = units.Of(mode_ == LayoutMode::Wide ? 8.2 : 6.4);
         parts_->cover->setFixedSize(size, size);
         grid->addWidget(parts_->cover, 0, cover, 2, 1);

@@ -60,8 +60,9 @@ private:
     /** In a narrow deck that has not even room for its buttons with their gaps, gaps and times shrink. */
     bool IsTight(int width) const;
     int TightWidth() const;
-    /** Room for the button that opens the headphones. */
+    /** Room for the button that opens the headphones, and for a cover beside names that are not cut. */
     bool IsRoomy(int width) const;
+    bool ShowsCover() const { return roomy_ && view_.showsCover; }
     void Arrange();
     QLayout* Titles() const;
     QLayout* NarrowTitles() const;

@@ -1,6 +1,7 @@
 #include "playback/ui/frmMessen.h"
 
 #include "playback/TempoRun.h"
+#include "widgets/MainButton.h"
 #include "widgets/Mnemonics.h"
 #include "widgets/SkinStyle.h"
 
@@ -70,9 +71,10 @@ frmMessen::~frmMessen() {
 
 QLayout* frmMessen::BuildButtons() {
     auto* row = new QHBoxLayout;
+    row->setSpacing(SkinStyle::Units().Gap(2));
     begin_ = new QPushButton(tr("Messen"), this);
     begin_->setObjectName(QStringLiteral("cmdMessen"));
-    begin_->setDefault(true);
+    MakeMain(*begin_);
     cancel_ = new QPushButton(this);
     cancel_->setObjectName(QStringLiteral("cmdAbbrechen"));
     cancel_->setAutoDefault(false);

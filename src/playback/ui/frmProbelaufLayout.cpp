@@ -152,9 +152,9 @@ void frmProbelauf::ApplyLook() {
     table->horizontalHeader()->setFixedHeight(units.ColumnHead());
     const std::pair<int, double> widths[] = {{JointModel::When, 5.6},
                                              {JointModel::Fade, 5.4},
-                                             {JointModel::Level, 9},
+                                             {JointModel::Level, 7.5},
                                              {JointModel::Gap, 4.5},
-                                             {JointModel::Tempo, 8.5}};
+                                             {JointModel::Tempo, 10}};
     for (const auto& [column, width] : widths)
         table->setColumnWidth(column, units.Of(width));
     setMinimumSize(units.Of(48), units.Of(26));

@@ -216,7 +216,7 @@ bool frmCharts::ExportTo(const QString& path) const {
 }
 
 void frmCharts::TellFailure(const QString& path) {
-    questions_.Tell(QStringLiteral("Die Datei \"%1\" konnte nicht geschrieben werden.").arg(FileName::Last(path)));
+    questions_.Tell(QStringLiteral("Die Datei „%1“ konnte nicht geschrieben werden.").arg(FileName::Last(path)));
 }
 
 QString frmCharts::AskPath(const QString& title, const QString& filter, const QString& ending) {

@@ -77,8 +77,8 @@ frmVerlauf::frmVerlauf(const EveningLog& log, PlaylistQuestions& questions, QWid
     head->addWidget(sum_, 1);
     head->addWidget(exporting);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(units.Gap(2), units.Gap(2), units.Gap(2), units.Gap(2));
-    column->setSpacing(units.Gap(2));
+    column->setContentsMargins(units.Gap(4), units.Gap(4), units.Gap(4), units.Gap(4));
+    column->setSpacing(units.Gap(3));
     column->addLayout(head);
     column->addWidget(table_, 1);
     connect(evenings_, &QComboBox::currentIndexChanged, this, &frmVerlauf::ShowEvening);
@@ -135,7 +135,7 @@ void frmVerlauf::Export() {
     dialog.selectFile(QStringLiteral("Gespielt ") + Evening().toString(Qt::ISODate));
     const QString path = AskSavePath(dialog, {QStringLiteral(".csv"), QStringLiteral(".txt")});
     if (!path.isEmpty() && !ExportTo(path))
-        questions_.Tell(QStringLiteral("Die Datei \"%1\" konnte nicht geschrieben werden.").arg(FileName::Last(path)));
+        questions_.Tell(QStringLiteral("Die Datei „%1“ konnte nicht geschrieben werden.").arg(FileName::Last(path)));
 }
 
 QDate frmVerlauf::Evening() const {

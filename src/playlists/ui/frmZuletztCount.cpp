@@ -31,10 +31,11 @@ frmZuletztCount::frmZuletztCount(QWidget* parent)
     table->setObjectName(QStringLiteral("ListView1"));
     table->setAccessibleName(QStringLiteral("Zuletzt gespielte Titel"));
     table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setMinimumSize(units.Of(30), units.ColumnHead() + rowCount * units.TableRow() + units.Of(0.5));
+    table->setMinimumSize(units.Of(30), units.ColumnHead() + rowCount * units.TableRow() + 2 * table->frameWidth());
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(units.Gap(2), units.Gap(2), units.Gap(2), units.Gap(2));
+    column->setContentsMargins(units.Gap(4), units.Gap(4), units.Gap(4), units.Gap(4));
     column->addWidget(table);
+    resize(column->minimumSize());
 }
 
 void frmZuletztCount::Show(const LastPlayedCounts& counts) {

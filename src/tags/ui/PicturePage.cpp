@@ -104,6 +104,7 @@ void PicturePage::BuildList() {
     list_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     list_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     list_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
+    list_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     list_->verticalHeader()->hide();
     list_->verticalHeader()->setDefaultSectionSize(SkinStyle::Units().TableRow());
     list_->setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -194,6 +194,7 @@ QLayout* frmTagEditor::BuildButtons() {
     save->setText(tr("&Speichern"));
     save->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     save->setDefault(true);
+    save->SetOn(true);
     save_ = save;
     save_->setObjectName(QStringLiteral("cmdSpeichern"));
     save_->setAccessibleName(tr("Geänderte Felder speichern"));

@@ -45,9 +45,17 @@ TEST(DeckPanelTest, EveryTextStandsUnderItsName) {
         EXPECT_EQ(Part<QLabel>(deck, name)->text().toStdString(), text) << name;
     EXPECT_EQ(Part<PositionSlider>(deck, "SPos2")->value(), 100000);
     EXPECT_TRUE(Part<IconButton>(deck, "cmdPlay2")->IsOn());
+    auto* remaining = Part<QLabel>(deck, "lblRest2");
+    const int usual = remaining->sizeHint().width();
+    DeckView hours = OnAir();
+    hours.lengthSeconds = 45296;
+    hours.remaining = QStringLiteral("\u221212:34:56");
+    deck.SetView(hours);
+    EXPECT_GT(remaining->sizeHint().width(), usual);
     DeckView stopped;
     stopped.status = QStringLiteral("stop");
     deck.SetView(stopped);
+    EXPECT_EQ(remaining->sizeHint().width(), usual) << "large again at the next title";
     EXPECT_EQ(Part<QLabel>(deck, "LTiempo2")->text(), QStringLiteral("00:00/00:00"));
     EXPECT_FALSE(Part<IconButton>(deck, "cmdPlay2")->IsOn());
 }
