@@ -37,10 +37,10 @@ ComponentFault DiscDatabaseMissing() {
 } // namespace
 
 std::optional<ComponentFault> FindComponentFault(const ComponentFacts& facts) {
-    if (!facts.libraryExists) {
+    if (!facts.moduleExists) {
         return LibraryMissing();
     }
-    if (facts.libraryVersion != kRequiredVersion || !facts.encoderExists) {
+    if (facts.moduleVersion != kRequiredVersion || !facts.encoderExists) {
         return LibraryOutdated();
     }
     if (!facts.discDatabaseExists) {

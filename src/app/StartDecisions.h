@@ -9,8 +9,8 @@ namespace kalvo {
 
 /** The components beside the executable. */
 struct ComponentFacts {
-    bool libraryExists = false;
-    QString libraryVersion; ///< "2.0"; empty when the file is no audio library
+    bool moduleExists = false;
+    QString moduleVersion; ///< "2.0"; empty when the file is no audio library
     bool encoderExists = false;
     bool discDatabaseExists = false;
 };

@@ -27,8 +27,8 @@ int RunMix(const CommandLine& line, const StartFolder& folder, QTextStream& out)
     AudioModule module(QCoreApplication::applicationDirPath());
     std::unique_ptr<audio::AudioLibrary> library = module.Create();
     ComponentFacts facts;
-    facts.libraryExists = module.Exists();
-    facts.libraryVersion = library == nullptr ? QString() : VersionText(library->GetVersion());
+    facts.moduleExists = module.Exists();
+    facts.moduleVersion = library == nullptr ? QString() : VersionText(library->GetVersion());
     facts.encoderExists = facts.discDatabaseExists = true; // not needed here
     if (const auto fault = FindComponentFault(facts)) {
         QTextStream(stderr) << fault->message << "\n";

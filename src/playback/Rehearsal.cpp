@@ -127,8 +127,9 @@ void Rehearsal::Continue() {
 
 void Rehearsal::Render(int index, bool withSound) {
     worker_.Do([this, joint = joints_.at(index), key = KeyOf(index), withSound, settings = settings_,
-                margins = margins_, library = source_.library, cancelled = cancelled_]() -> BackgroundWorker::Answer {
-        RenderedJoint rendered = RenderJoint(joint, settings, margins, library(), *cancelled);
+                margins = margins_, makeLibrary = source_.makeLibrary,
+                cancelled = cancelled_]() -> BackgroundWorker::Answer {
+        RenderedJoint rendered = RenderJoint(joint, settings, margins, makeLibrary(), *cancelled);
         if (*cancelled)
             return {};
         if (!withSound)

@@ -28,11 +28,11 @@ class Rehearsal : public QObject {
 public:
     static constexpr qsizetype kHeld = 4;
 
-    /** What is rehearsed. Called on the UI thread, `library` on the worker's. */
+    /** What is rehearsed. Called on the UI thread, `makeLibrary` on the worker's. */
     struct Source {
         std::function<DeskMoment()> moment;
         std::function<RehearsalSettings()> settings;
-        std::function<std::unique_ptr<audio::AudioLibrary>()> library;
+        std::function<std::unique_ptr<audio::AudioLibrary>()> makeLibrary;
     };
 
     explicit Rehearsal(Source source, QObject* parent = nullptr);

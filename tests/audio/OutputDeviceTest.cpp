@@ -17,48 +17,48 @@ namespace {
 class LiveDesk {
 public:
     LiveDesk()
-        : library([](const std::string&, ErrorCode&) {
+        : audio([](const std::string&, ErrorCode&) {
               return std::make_unique<ToneSource>(Sine(440, 0.5, 1 << 30), std::make_shared<Delivery>());
           }) {}
 
     Handle Play(Output output = Output::Main) {
-        const Handle stream = library.StreamCreateFile(output, "tone");
-        EXPECT_TRUE(library.ChannelSetSync(stream, std::uint32_t(SyncType::DeviceLost), 0, &LiveDesk::Lost, this));
-        EXPECT_TRUE(library.StreamPlay(stream, true));
+        const Handle stream = audio.StreamCreateFile(output, "tone");
+        EXPECT_TRUE(audio.ChannelSetSync(stream, std::uint32_t(SyncType::DeviceLost), 0, &LiveDesk::Lost, this));
+        EXPECT_TRUE(audio.StreamPlay(stream, true));
         return stream;
     }
     /** Dispatches as the display timer does until the condition holds; false after 20 seconds. */
     template<class Condition>
     bool Until(Condition condition) {
         return WaitUntil([&] {
-            library.DispatchEvents();
+            audio.DispatchEvents();
             return condition();
         });
     }
     bool Advances(Handle stream) {
-        const auto before = library.ChannelGetPosition(stream);
-        return Until([&] { return library.ChannelGetPosition(stream) > before + 4 * 4410U; });
+        const auto before = audio.ChannelGetPosition(stream);
+        return Until([&] { return audio.ChannelGetPosition(stream) > before + 4 * 4410U; });
     }
     /** "Karte (2)" is the card as well: it came back before its going was noticed. */
     bool On(const std::string& card, Output output = Output::Main) { return Device(output).rfind(card, 0) == 0; }
     std::string Device(Output output = Output::Main) {
         OutputInfo info;
-        library.GetInfo(output, info);
+        audio.GetInfo(output, info);
         return info.deviceName;
     }
     ErrorCode Init(Output output, int device, int buffer = 1024) {
-        return library.Init(output, device, 44100, buffer) ? ErrorCode::None : library.ErrorGetCode();
+        return audio.Init(output, device, 44100, buffer) ? ErrorCode::None : audio.ErrorGetCode();
     }
     /** Opens the card of this name. */
     bool Init(Output output, const std::string& card) {
-        library.GetDeviceDescription(0);
+        audio.GetDeviceDescription(0);
         int number = 2;
-        while (library.GetDeviceDescription(number) != card && !library.GetDeviceDescription(number).empty())
+        while (audio.GetDeviceDescription(number) != card && !audio.GetDeviceDescription(number).empty())
             ++number;
         return Init(output, number) == ErrorCode::None;
     }
 
-    AudioLibraryImpl library;
+    AudioLibraryImpl audio;
     int losses = 0;
 
 private:
@@ -99,17 +99,17 @@ struct CardsTest : ::testing::Test {
 
 TEST_F(OutputDeviceTest, TheSilentDeviceKeepsTheTime) {
     LiveDesk desk;
-    EXPECT_EQ(desk.library.GetDeviceDescription(0), "Kein Ton");
+    EXPECT_EQ(desk.audio.GetDeviceDescription(0), "Kein Ton");
     const auto begin = std::chrono::steady_clock::now();
     ASSERT_EQ(desk.Init(Output::Main, kNoSound, 512), ErrorCode::None);
     const Handle stream = desk.Play();
-    ASSERT_TRUE(desk.Until([&] { return desk.library.ChannelGetPosition(stream) >= 4 * 22050U; }));
+    ASSERT_TRUE(desk.Until([&] { return desk.audio.ChannelGetPosition(stream) >= 4 * 22050U; }));
     EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(480)) << "not faster than real time";
     OutputInfo info;
-    ASSERT_TRUE(desk.library.GetInfo(Output::Main, info));
+    ASSERT_TRUE(desk.audio.GetInfo(Output::Main, info));
     EXPECT_EQ(info.device, kNoSound);
     EXPECT_GT(info.callbacks, 40U);
-    EXPECT_GT(desk.library.GetOutputLevels(Output::Main).left, 0.4F);
+    EXPECT_GT(desk.audio.GetOutputLevels(Output::Main).left, 0.4F);
 }
 
 TEST_F(OutputDeviceTest, WhatDoesNotExistIsRefused) {
@@ -119,8 +119,8 @@ TEST_F(OutputDeviceTest, WhatDoesNotExistIsRefused) {
     EXPECT_EQ(desk.Init(Output::Main, kDefaultDevice), ErrorCode::Device) << "no sound server";
     EXPECT_EQ(desk.Init(Output::Main, 99), ErrorCode::Device);
     EXPECT_EQ(desk.Init(Output::Main, kNoSound, 1000), ErrorCode::Argument);
-    EXPECT_EQ(desk.library.StreamCreateFile(Output::Main, "tone"), 0U);
-    EXPECT_EQ(desk.library.ErrorGetCode(), ErrorCode::NotInitialised);
+    EXPECT_EQ(desk.audio.StreamCreateFile(Output::Main, "tone"), 0U);
+    EXPECT_EQ(desk.audio.ErrorGetCode(), ErrorCode::NotInitialised);
     qunsetenv("PULSE_SERVER");
 }
 
