@@ -130,9 +130,14 @@ bool MemoryIndex::UpdateInPlace(std::size_t row, const Texts& texts) {
     if (folded(ArchiveField::Titel) != titles_.At(row) || folded(ArchiveField::Pfad) != PathOf(row) ||
         folded(ArchiveField::Interpret) != artists.dictionary.Values().At(artists.codes[row]))
         return false;
-    for (const ArchiveField field : kTextFields)
-        if (field != ArchiveField::Titel && field != ArchiveField::Pfad)
-            ColumnOf(field).codes[row] = ColumnOf(field).dictionary.CodeOf(folded(field));
+    for (const ArchiveField field : kTextFields) {
+        if (field == ArchiveField::Titel || field == ArchiveField::Pfad)
+            continue;
+        Column& column = ColumnOf(field);
+        const std::uint32_t before = std::exchange(column.codes[row], column.dictionary.CodeOf(folded(field)));
+        if ((field == ArchiveField::Album || field == ArchiveField::Extra3) && column.codes[row] != before)
+            albums_.Clear();
+    }
     return true;
 }
 
@@ -210,6 +215,7 @@ void MemoryIndex::Pack() {
     titleRanks_.Assign(Picked(moved, titleOrder.order), [&](std::size_t place) { return titleOrder.tied.Test(place); });
     pathOrder = Picked(moved, pathOrder);
     pathRanks_.Assign(pathOrder, [&](std::size_t i) { return ComparePaths(pathOrder[i - 1], pathOrder[i]) == 0; });
+    SortAlbums();
     table.get();
 }
 
@@ -235,7 +241,7 @@ void MemoryIndex::Reorder(const std::vector<std::uint32_t>& rows) {
 
 std::size_t MemoryIndex::Bytes() const {
     std::size_t bytes = ids_.capacity() * sizeof(qint64) + alive_.Size() / 8 + titles_.Bytes() + names_.Bytes() +
-                        paths_.Bytes() + titleRanks_.Bytes() + pathRanks_.Bytes() +
+                        paths_.Bytes() + titleRanks_.Bytes() + pathRanks_.Bytes() + albums_.Bytes() +
                         (order_.capacity() + position_.capacity()) * sizeof(std::uint32_t);
     for (const Column& column : columns_)
         bytes += column.dictionary.Bytes() + column.codes.capacity() * sizeof(std::uint32_t) +

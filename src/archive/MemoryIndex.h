@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/ArchiveField.h"
+#include "archive/GroupedNumbers.h"
 #include "archive/PathTable.h"
 #include "archive/RecordSource.h"
 #include "archive/TextDictionary.h"
@@ -99,6 +100,7 @@ private:
     int ComparePaths(std::uint32_t left, std::uint32_t right) const;
     std::optional<std::size_t> RowOf(qint64 nr) const;
     bool UpdateInPlace(std::size_t row, const Texts& texts);
+    void SortAlbums();
     void Reorder(const std::vector<std::uint32_t>& rows);
     std::vector<std::uint32_t> DefaultOrder(std::span<const std::uint32_t> titleOrder) const;
 
@@ -113,6 +115,7 @@ private:
     std::vector<std::uint32_t> InDefaultOrder(const BitSet& rows) const;
     std::vector<qint64> Sorted(const QList<RecordOrder>& order, std::vector<std::uint32_t> rows) const;
     std::vector<qint64> NumbersOf(const std::vector<std::uint32_t>& rows) const;
+    std::optional<std::vector<qint64>> AllReady(const QList<RecordOrder>& order) const;
     std::vector<qint64> AllRanked(const SortRanks& ranks, bool descending) const;
     /** Whether the rows stand in the default order and none is dead. */
     bool IsPacked() const { return dead_ == 0 && packed_ == ids_.size(); }
@@ -132,6 +135,7 @@ private:
     FolderMatches folderMatches_;
     SortRanks titleRanks_;
     SortRanks pathRanks_;
+    GroupedNumbers albums_;               ///< all by album and track at the last Pack(); none when one's have changed
     std::vector<std::uint32_t> order_;    ///< all rows by Interpret, Titel
     std::vector<std::uint32_t> position_; ///< of a row in order_
 };

@@ -9,6 +9,8 @@ namespace kalvo {
 
 namespace {
 
+constexpr RecordOrder kByTrack{ArchiveField::Extra3, false};
+
 /** Sorts each part of the numbers, which end at these places, by its ranks, of which there are so many. */
 void SortWithin(std::span<const RankedNumber> parted, std::span<const std::uint32_t> ends, std::size_t distinct,
                 std::span<qint64> sorted) {
@@ -47,13 +49,40 @@ std::vector<qint64> MemoryIndex::Select(const RecordSource& source) {
     Settle();
     QList<RecordOrder> order = WithoutRepeats(source.order);
     DropDefaultTail(order);
-    const bool wholeTexts =
-        order.size() == 1 && (order.first().field == ArchiveField::Titel || order.first().field == ArchiveField::Pfad);
-    if (source.conditions.isEmpty() && wholeTexts && IsPacked())
-        return AllRanked(order.first().field == ArchiveField::Titel ? titleRanks_ : pathRanks_,
-                         order.first().descending);
+    if (source.conditions.isEmpty() && IsPacked())
+        if (std::optional<std::vector<qint64>> ready = AllReady(order))
+            return *std::move(ready);
     std::vector<std::uint32_t> rows = InDefaultOrder(Matching(source.conditions));
     return order.isEmpty() ? NumbersOf(rows) : Sorted(order, std::move(rows));
+}
+
+/** All titles in an order that has been made before. */
+std::optional<std::vector<qint64>> MemoryIndex::AllReady(const QList<RecordOrder>& order) const {
+    if (order.isEmpty())
+        return std::nullopt;
+    const RecordOrder& first = order.first();
+    if (order.size() == 1 && first.field == ArchiveField::Titel)
+        return AllRanked(titleRanks_, first.descending);
+    if (order.size() == 1 && first.field == ArchiveField::Pfad)
+        return AllRanked(pathRanks_, first.descending);
+    if (order.size() == 2 && first.field == ArchiveField::Album && order.last() == kByTrack && !albums_.IsEmpty())
+        return albums_.All(first.descending);
+    return std::nullopt;
+}
+
+/** Sorting by album takes two passes: too many for the moment between a click on its head and the rows. */
+void MemoryIndex::SortAlbums() {
+    albums_.Clear();
+    std::vector<std::uint32_t> rows(ids_.size());
+    std::iota(rows.begin(), rows.end(), 0U);
+    const RecordOrder byAlbum{ArchiveField::Album, false};
+    std::vector<std::uint32_t> numberRanks;
+    const RankedKey album = KeyOf(byAlbum, numberRanks);
+    std::vector<std::uint32_t> ends(album.distinct, 0);
+    for (const std::uint32_t row : rows)
+        ++ends[album.RankOf(row)];
+    std::partial_sum(ends.begin(), ends.end(), ends.begin());
+    albums_.Assign(Sorted({byAlbum, kByTrack}, std::move(rows)), std::move(ends));
 }
 
 /** Every row by its own rank, whose order is there already; equal ones stay in the default order. */
