@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 namespace kalvo {
 
 constexpr int kFaderEnd = 100; ///< the fader runs from -100 (Player 1) to 100 (Player 2), 0 is the centre
@@ -13,9 +15,10 @@ constexpr int FaderVolume(int player, int fader) {
 /** What the live tools do to the players' volumes. */
 struct LiveVolumes {
     bool jingle = false; ///< a scheduled file plays: both players are silent
-    bool full = false;   ///< it has ended: both are at 100 until the fader moves or a player starts
-    int dipped = 0;      ///< the player that a sampler pad turns down; 0 = none
-    int dip = 100;       ///< to this volume, 0..100
+    /** By player: it has ended, the volume is 100 until the fader moves, a player starts or this one's mute ends. */
+    std::array<bool, 2> full{};
+    int dipped = 0; ///< the player that a sampler pad turns down; 0 = none
+    int dip = 100;  ///< to this volume, 0..100
 };
 
 /** Volume of a player, 0..100, by all that touches it: the jingle goes before mute, dip and fader. */
@@ -23,7 +26,7 @@ constexpr int PlayerVolume(int player, int fader, bool muted, const LiveVolumes&
     if (live.jingle || muted) {
         return 0;
     }
-    const int own = live.full ? 100 : FaderVolume(player, fader);
+    const int own = live.full.at(player == 1 ? 0 : 1) ? 100 : FaderVolume(player, fader);
     return live.dipped == player && live.dip < own ? live.dip : own;
 }
 

@@ -115,6 +115,7 @@ bool Mixer::IsAudible(int player) const {
 
 void Mixer::ToggleMute(int player) {
     Deck(player).muted = !Deck(player).muted;
+    live_.full.at(player == 1 ? 0 : 1) = false;
     ApplyVolumes();
     Q_EMIT PlayerChanged(player);
 }
@@ -157,7 +158,7 @@ void Mixer::MoveFader(int position) {
         return;
     }
     fader_.SetPosition(position);
-    live_.full = false;
+    live_.full = {};
     ApplyVolumes();
     Q_EMIT FaderMoved(fader_.Position());
 }
@@ -197,7 +198,7 @@ void Mixer::StepFade() {
     const int before = fader_.Position();
     const bool arrived = fader_.Tick();
     if (fader_.Position() != before) {
-        live_.full = false;
+        live_.full = {};
         SlideVolumes();
         Q_EMIT FaderMoved(fader_.Position());
     }
@@ -228,7 +229,7 @@ void Mixer::SlideVolumes() {
 }
 
 void Mixer::SetJingle(bool plays) {
-    live_.full = live_.jingle && !plays;
+    live_.full.fill(live_.jingle && !plays);
     live_.jingle = plays;
     ApplyVolumes();
 }

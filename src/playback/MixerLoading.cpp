@@ -189,7 +189,7 @@ bool Mixer::EnsurePlaying(int player) {
     case audio::Activity::Playing:
         return true;
     case audio::Activity::Paused:
-        live_.full = false;
+        live_.full = {};
         ApplyVolumes();
         layer_.Audio().ChannelResume(layer_.Record(player).stream);
         NoteStarted(player);
@@ -201,7 +201,7 @@ bool Mixer::EnsurePlaying(int player) {
 }
 
 void Mixer::StartStream(int player) {
-    live_.full = false; // or a hand-over would begin at full volume
+    live_.full = {}; // or a hand-over would begin at full volume
     ApplyVolumes();
     const double cue = Deck(player).title.cue;
     if (useCuePoints_ && cue > 0 && cue < Deck(player).title.length) {
