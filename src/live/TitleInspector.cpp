@@ -1,10 +1,6 @@
 #include "live/TitleInspector.h"
 
-#include "base/BackgroundPriority.h"
-
 #include <QFile>
-
-#include <utility>
 
 namespace kalvo {
 
@@ -18,48 +14,22 @@ bool IsLasting(const InspectedTitle& title) {
 } // namespace
 
 TitleInspector::TitleInspector(const QString& file, const Clock& clock, Inspect inspect, QObject* parent)
-    : QObject(parent), inspect_(inspect), kept_(std::make_shared<Store>(file, TitleRows::Access::Write, clock)) {
-    worker_.Do([] {
-        StepBehindMusic();
-        return BackgroundWorker::Answer();
-    });
-}
-
-TitleInspector::~TitleInspector() {
-    *cancelled_ = true;
-}
+    : QObject(parent), inspect_(inspect), kept_(std::make_shared<Store>(file, TitleRows::Access::Write, clock)) {}
 
 void TitleInspector::Request(const QString& path) {
-    if (waiting_.contains(path))
-        return;
-    waiting_.insert(path);
-    worker_.Do([this, path, kept = kept_, inspect = inspect_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
+    queue_.Request(path, [this, path, kept = kept_, inspect = inspect_](const std::atomic<bool>& cancelled) {
         InspectedTitle title{FileStamp::Of(path), {}};
         const std::optional<InspectedTitle> before = kept->Find(path);
         if (before && IsLasting(*before) && before->stamp == title.stamp) {
             title = *before;
         } else if (!title.IsMissing()) {
-            const auto found = inspect(QFile::encodeName(path).toStdString(), *cancelled);
+            const auto found = inspect(QFile::encodeName(path).toStdString(), cancelled);
             title.found = found.value_or(audio::TitleInspection());
         }
-        if (*cancelled)
-            return {};
-        if (IsLasting(title) && before != title)
+        if (!cancelled && IsLasting(title) && before != title)
             kept->Put(path, title);
-        return [this, path, title] { Take(path, title); };
+        return [this, path, title] { Q_EMIT Inspected(path, title); };
     });
-}
-
-void TitleInspector::Take(const QString& path, const InspectedTitle& title) {
-    if (waiting_.remove(path)) // else cancelled meanwhile
-        Q_EMIT Inspected(path, title);
-}
-
-void TitleInspector::Cancel() {
-    *cancelled_ = true;
-    cancelled_ = std::make_shared<std::atomic<bool>>(false);
-    worker_.DropWaiting();
-    waiting_.clear();
 }
 
 } // namespace kalvo

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "base/BackgroundWorker.h"
 #include "live/InspectedTitle.h"
+#include "playback/TitleQueue.h"
 #include "playback/TitleStore.h"
 
 #include <QObject>
-#include <QSet>
 
 #include <atomic>
 #include <memory>
@@ -19,7 +18,7 @@ class Clock;
  * decoded again only after it has changed, or when it could not be read to its end.
  *
  * Threads: everything here belongs to the UI thread. A worker behind all other threads asks for the file's stamp,
- * decodes and writes; it gets copies, the store `kept_` and the flag `cancelled_`, and answers by the event loop.
+ * decodes and writes; it gets copies and the store `kept_`, and answers by the event loop.
  */
 class TitleInspector : public QObject {
     Q_OBJECT
@@ -30,26 +29,22 @@ public:
     /** file: where findings are kept; a damaged one is set aside. The clock outlives this. inspect: for tests. */
     TitleInspector(const QString& file, const Clock& clock, Inspect inspect = &audio::InspectTitle,
                    QObject* parent = nullptr);
-    ~TitleInspector() override;
 
     /** Inspected() follows, at once known or not; a path that waits already is not taken twice. */
     void Request(const QString& path);
     /** What waits is dropped, what runs given up; nothing of it is told. */
-    void Cancel();
-    bool IsBusy() const { return !waiting_.isEmpty(); }
+    void Cancel() { queue_.Cancel(); }
+    bool IsBusy() const { return queue_.IsBusy(); }
 
 Q_SIGNALS:
     void Inspected(const QString& path, const kalvo::InspectedTitle& title);
 
 private:
     using Store = TitleStore<InspectedTitle>;
-    void Take(const QString& path, const InspectedTitle& title);
 
     Inspect inspect_;
     std::shared_ptr<Store> kept_; ///< the worker's
-    QSet<QString> waiting_;
-    std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
-    BackgroundWorker worker_; ///< last: its thread ends before the rest goes
+    TitleQueue queue_;            ///< last: its thread ends before the rest goes
 };
 
 } // namespace kalvo

@@ -1,10 +1,6 @@
 #include "playback/TitleMeasurer.h"
 
-#include "base/BackgroundPriority.h"
-
 #include <QFile>
-
-#include <utility>
 
 namespace kalvo {
 
@@ -12,16 +8,7 @@ TitleMeasurer::TitleMeasurer(const QString& file, const Clock& clock, Measure me
     : QObject(parent),
       measure_(measure),
       known_(file, TitleRows::Access::Read, clock),
-      kept_(std::make_shared<Store>(file, TitleRows::Access::Write, clock)) {
-    worker_.Do([] {
-        StepBehindMusic();
-        return BackgroundWorker::Answer();
-    });
-}
-
-TitleMeasurer::~TitleMeasurer() {
-    *cancelled_ = true;
-}
+      kept_(std::make_shared<Store>(file, TitleRows::Access::Write, clock)) {}
 
 std::optional<audio::TitleMeasures> TitleMeasurer::Known(const QString& path) {
     const std::optional<MeasuredTitle> known = known_.Find(path);
@@ -29,42 +16,25 @@ std::optional<audio::TitleMeasures> TitleMeasurer::Known(const QString& path) {
 }
 
 void TitleMeasurer::Request(const QString& path) {
-    if (waiting_.contains(path))
-        return;
-    waiting_.insert(path);
-    worker_.Do([this, path, kept = kept_, measure = measure_, cancelled = cancelled_]() -> BackgroundWorker::Answer {
+    queue_.Request(path, [this, path, kept = kept_, measure = measure_](const std::atomic<bool>& cancelled) {
         const FileStamp stamp = FileStamp::Of(path);
         const std::optional<MeasuredTitle> before = kept->Find(path);
         const bool isUnchanged = before && stamp == before->stamp && stamp != FileStamp();
         const std::optional<audio::TitleMeasures> measures =
-            isUnchanged ? before->measures : measure(QFile::encodeName(path).toStdString(), *cancelled);
-        if (*cancelled)
-            return {};
+            isUnchanged ? before->measures : measure(QFile::encodeName(path).toStdString(), cancelled);
         if (measures && !isUnchanged)
             kept->Put(path, {stamp, *measures});
-        return [this, path, measures] { Take(path, measures); };
+        return [this, path, measures] { Q_EMIT Measured(path, measures ? &*measures : nullptr); };
     });
 }
 
 void TitleMeasurer::Learn(const QString& path, const MeasuredTitle& title) {
-    worker_.Do([path, title, kept = kept_] {
+    queue_.Do([path, title, kept = kept_] {
         const std::optional<MeasuredTitle> known = kept->Find(path);
         if (!known || known->stamp != title.stamp)
             kept->Put(path, title);
         return BackgroundWorker::Answer();
     });
-}
-
-void TitleMeasurer::Take(const QString& path, const std::optional<audio::TitleMeasures>& measures) {
-    if (waiting_.remove(path)) // else cancelled meanwhile
-        Q_EMIT Measured(path, measures ? &*measures : nullptr);
-}
-
-void TitleMeasurer::Cancel() {
-    *cancelled_ = true;
-    cancelled_ = std::make_shared<std::atomic<bool>>(false);
-    worker_.DropWaiting();
-    waiting_.clear();
 }
 
 } // namespace kalvo

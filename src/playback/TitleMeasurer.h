@@ -1,11 +1,10 @@
 #pragma once
 
-#include "base/BackgroundWorker.h"
 #include "playback/MeasuredTitle.h"
+#include "playback/TitleQueue.h"
 #include "playback/TitleStore.h"
 
 #include <QObject>
-#include <QSet>
 
 #include <atomic>
 #include <memory>
@@ -18,7 +17,7 @@ class Clock;
  * Measures titles one after another and keeps what it found, so that each file is measured once, until it changes.
  *
  * Threads: everything here belongs to the UI thread. A worker with low priority asks for the file's stamp, decodes and
- * writes; it gets copies, the store `kept_` and the flag `cancelled_`, and answers by the event loop.
+ * writes; it gets copies and the store `kept_`, and answers by the event loop.
  */
 class TitleMeasurer : public QObject {
     Q_OBJECT
@@ -31,7 +30,6 @@ public:
                                                             const std::atomic<bool>& cancelled);
     TitleMeasurer(const QString& file, const Clock& clock, Measure measure = &audio::MeasureTitle,
                   QObject* parent = nullptr);
-    ~TitleMeasurer() override;
 
     /** As last measured; none when it never was. Does not look at the file. */
     std::optional<audio::TitleMeasures> Known(const QString& path);
@@ -40,8 +38,8 @@ public:
     /** Somebody else has measured this title; known as soon as it is written. */
     void Learn(const QString& path, const MeasuredTitle& title);
     /** What waits is dropped, what runs given up; nothing of it is told. */
-    void Cancel();
-    bool IsBusy() const { return !waiting_.isEmpty(); }
+    void Cancel() { queue_.Cancel(); }
+    bool IsBusy() const { return queue_.IsBusy(); }
 
 Q_SIGNALS:
     /** measures: null when the file cannot be measured. */
@@ -49,14 +47,11 @@ Q_SIGNALS:
 
 private:
     using Store = TitleStore<MeasuredTitle>;
-    void Take(const QString& path, const std::optional<audio::TitleMeasures>& measures);
 
     Measure measure_;
     Store known_;
     std::shared_ptr<Store> kept_; ///< the worker's
-    QSet<QString> waiting_;
-    std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
-    BackgroundWorker worker_; ///< last: its thread ends before the rest goes
+    TitleQueue queue_;            ///< last: its thread ends before the rest goes
 };
 
 } // namespace kalvo
