@@ -15,6 +15,7 @@ endfunction()
 function(kalvo_unite target)
   if(KALVO_UNITE)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
-    target_compile_options(${target} PRIVATE -Wno-shadow) # of other files' names
+    # Of other files' names; of unnamed namespaces, since the source is an included file then.
+    target_compile_options(${target} PRIVATE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
   endif()
 endfunction()
