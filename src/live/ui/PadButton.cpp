@@ -10,9 +10,30 @@
 #include <QStyleOption>
 #include <QTextOption>
 
+#include <algorithm>
 #include <utility>
 
 namespace kalvo {
+
+namespace {
+
+constexpr int kSmallerBy = 4; ///< pixels at most
+
+/** Rather somewhat smaller than a word in two lines. */
+QFont TitleFont(const QString& title, int width) {
+    const QStringList words = title.split(u' ');
+    QFont font = SkinStyle::Units().Font();
+    for (const int least = font.pixelSize() - kSmallerBy; font.pixelSize() > least;
+         font.setPixelSize(font.pixelSize() - 1)) {
+        const QFontMetrics metrics(font);
+        if (std::all_of(words.begin(), words.end(),
+                        [&](const QString& word) { return metrics.horizontalAdvance(word) < width; }))
+            break;
+    }
+    return font;
+}
+
+} // namespace
 
 PadButton::PadButton(int pad, bool wide, QWidget* parent) : QAbstractButton(parent), pad_(pad), wide_(wide) {
     setObjectName(QStringLiteral("cmdSample%1").arg(pad));
@@ -143,9 +164,9 @@ void PadButton::PaintTexts(QPainter& painter, const QRect& body, const QColor& i
     painter.setFont(units.Font(1.25, true));
     painter.setPen(quiet);
     painter.drawText(inner, Qt::AlignLeft | (wide_ ? Qt::AlignVCenter : Qt::AlignTop), QString::number(pad_));
-    painter.setFont(units.Font());
-    painter.setPen(assigned_ ? ink : quiet);
     const QRect place = wide_ ? inner.adjusted(units.Of(2.2), 0, 0, 0) : inner.adjusted(0, units.Of(1.7), 0, 0);
+    painter.setFont(wide_ ? units.Font() : TitleFont(text(), place.width()));
+    painter.setPen(assigned_ ? ink : quiet);
     QTextOption option(Qt::AlignLeft | (wide_ ? Qt::AlignVCenter : Qt::AlignBottom));
     option.setWrapMode(wide_ ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere);
     painter.drawText(place, text(), option);

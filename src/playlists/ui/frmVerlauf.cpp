@@ -58,7 +58,7 @@ frmVerlauf::frmVerlauf(const EveningLog& log, PlaylistQuestions& questions, QWid
       evenings_(new QComboBox(this)),
       sum_(new QLabel(this)),
       model_(new TextTableModel(Headers(), {2, 5, 6}, this)),
-      table_(new TextTable(*model_, {5.6, 6, 4.2, 0, 0, 4.6, 5.2}, this)) {
+      table_(new TextTable(*model_, {5.6, 7.4, 4.2, 0, 0, 4.6, 5.2}, this)) {
     setObjectName(QStringLiteral("frmVerlauf"));
     setWindowTitle(QStringLiteral("Verlauf des Abends"));
     evenings_->setObjectName(QStringLiteral("Combo1"));
