@@ -5,11 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 namespace {
-
-using namespace Qt::StringLiterals;
-using test::WallClock;
 
 struct JingleSchedulerTest : ::testing::Test {
     void Schedule(std::size_t record, const std::vector<JingleSlot>& slots, bool active = true) {
@@ -30,7 +27,7 @@ struct JingleSchedulerTest : ::testing::Test {
         return due;
     }
 
-    test::TestFolder folder;
+    TestFolder folder;
     WallClock clock; // Monday, 2 March 2026, 07:00
     Settings settings{folder.Path(u"kalvo.ini"_s)};
     JingleFile file{folder.Path(u"TerminPlayNeu.dll"_s), settings, clock};
@@ -104,4 +101,4 @@ TEST_F(JingleSchedulerTest, TellsWhatComesNextAndWhen) {
 }
 
 } // namespace
-} // namespace kalvo
+} // namespace kalvo::test

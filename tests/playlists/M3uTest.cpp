@@ -1,9 +1,10 @@
 #include "playlists/M3uReader.h"
+#include "playlists/M3uWriter.h"
+#include "playlists/PlaylistSupport.h"
 
 #include <gtest/gtest.h>
 
-namespace kalvo {
-
+namespace kalvo::test {
 namespace {
 
 /** Each title as "path|artist|title|duration", one a line. */
@@ -13,8 +14,6 @@ std::string Read(const QByteArray& bytes, const char* path = "/x/list.m3u") {
         text += entry.path + u'|' + entry.artist + u'|' + entry.title + u'|' + entry.duration + u'\n';
     return text.toStdString();
 }
-
-} // namespace
 
 TEST(M3uReader, PathsOfAPlainFile) {
     EXPECT_EQ(Read("C:\\Musik\\a.mp3\r\n\\\\server\\share\\b.ogg\r\nsub\\c.MP3\r\n", "D:\\x\\list.m3u"),
@@ -50,9 +49,32 @@ TEST(M3uReader, PlsFilesAreReadByTheirKeys) {
 TEST(M3uReader, UnderstandsBothEncodingsMarksAndLineEnds) {
     EXPECT_EQ(Read("M\xE4nner.mp3\rM\xC3\xA4nner.ogg\n"), "/x/Männer.mp3||Männer|0\n/x/Männer.ogg||Männer|0\n");
     EXPECT_EQ(Read("\xEF\xBB\xBF#EXTM3U\na.mp3"), "/x/a.mp3||a|0\n");
-    const QString text = QStringLiteral("\uFEFF#EXTM3U\r\n#EXTINF:5,Ä - Ö\r\nü.mp3\r\n");
+    const QString text = u"\uFEFF#EXTM3U\r\n#EXTINF:5,Ä - Ö\r\nü.mp3\r\n"_s;
     const QByteArray wide(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
     EXPECT_EQ(Read(wide), "/x/ü.mp3|Ä|Ö|5\n");
 }
 
-} // namespace kalvo
+TEST(M3uWriter, WritesTheGivenLines) {
+    QList<PlaylistEntry> entries = EntriesOf("ab");
+    entries[0].title = u"Männer\nund"_s;
+    const auto length = [](const QString& path) { return path.endsWith(u'a') ? 2.5 : 61.5; };
+    EXPECT_EQ(WriteM3u(entries, length, false),
+              QByteArray("#EXTM3U\r\n#EXTINF:2,A-a - M\xE4nner und\r\n/music/a\r\n#EXTINF:62,A-b - b\r\n/music/b\r\n"));
+    entries[0].title = u"Ночь"_s;
+    EXPECT_TRUE(WriteM3u(entries, length, false).contains("#EXTINF:2,A-a - Ночь\r\n")) << "in UTF-8";
+    EXPECT_TRUE(WriteM3u({Entry(u"ü"_s)}, length, true).contains("- ü\r\n"));
+}
+
+TEST(M3uWriter, LengthsStayInSixteenBits) {
+    QList<PlaylistEntry> entries = EntriesOf("abc");
+    entries[1].duration = u"0"_s;
+    const auto length = [](const QString& path) { return path.endsWith(u'c') ? 99999.0 : 0.0; };
+    const QByteArray bytes = WriteM3u(entries, length, false);
+    for (const char* line : {"#EXTINF:60,A-a", "#EXTINF:-1,A-b", "#EXTINF:32767,A-c"})
+        EXPECT_TRUE(bytes.contains(line)) << line;
+    const auto stopped = [](const QString&) { return std::nullopt; };
+    EXPECT_TRUE(WriteM3u(entries, stopped, false).isEmpty());
+}
+
+} // namespace
+} // namespace kalvo::test
