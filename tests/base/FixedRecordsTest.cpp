@@ -3,7 +3,6 @@
 #include "support/TestFolder.h"
 
 #include <QDir>
-#include <QFile>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -11,18 +10,13 @@ namespace kalvo {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
 constexpr int kNumber = RecordLayout::kNumber;
 
-Record RecordOf(int number, const QString& text) {
+static Record RecordOf(int number, const QString& text) {
     return {static_cast<qint16>(number), text};
 }
 
-} // namespace
-
-class FixedRecordsTest : public ::testing::Test {
-protected:
+struct FixedRecordsTest : ::testing::Test {
     QByteArray Bytes() const { return folder.Read(u"WZ"_s); }
     QStringList Tails() const { return QDir(folder.Path()).entryList({u"WZ.rest-*"_s}); }
 
@@ -34,46 +28,35 @@ protected:
 TEST_F(FixedRecordsTest, WritesTheGivenBytes) {
     EXPECT_EQ(records.Count(), 0);
     ASSERT_TRUE(records.Append(RecordOf(-2, u"Über"_s)));
-    EXPECT_EQ(Bytes(), QByteArray("\xFE\xFF\xDC"
-                                  "ber  \0\0",
-                                  10));
+    EXPECT_EQ(Bytes(), QByteArray("\376\377\334ber  \0\0", 10));
     ASSERT_TRUE(records.Append(RecordOf(258, u"Čert"_s)));
-    EXPECT_EQ(Bytes().mid(10), QByteArray("\x02\x01\xC4\x8C"
-                                          "ert \0\0",
-                                          10));
+    EXPECT_EQ(Bytes().mid(10), QByteArray("\2\1\304\214ert \0\0", 10));
     EXPECT_EQ(records.Read(2), RecordOf(258, u"Čert"_s));
     EXPECT_FALSE(records.Read(0) || records.Read(3));
 }
 
 TEST_F(FixedRecordsTest, ReadsWhatOthersPad) {
-    folder.Write(u"WZ"_s, QByteArray("\0\0 a b  \0\0"
-                                     "\0\0\0\0\0\0\0\0\0\0"
-                                     "\xFF\x7F"
-                                     "ab\0cd\0xx",
-                                     30));
-    const std::vector<Record> read = records.ReadAll();
-    ASSERT_EQ(read.size(), 3U);
-    EXPECT_EQ(read[0], RecordOf(0, u"a b"_s));
-    EXPECT_EQ(read[1], RecordOf(0, QString()));
-    EXPECT_EQ(read[2], RecordOf(32767, u"ab cd"_s));
+    folder.Write(u"WZ"_s,
+                 QByteArray("\0\0 a b  \0\0", 10) + QByteArray(10, '\0') + QByteArray("\377\177ab\0cd\0xx", 10));
+    const std::vector<Record> expected{RecordOf(0, u"a b"_s), RecordOf(0, QString()), RecordOf(32767, u"ab cd"_s)};
+    EXPECT_EQ(records.ReadAll(), expected);
 }
 
 TEST_F(FixedRecordsTest, CutsTextsBetweenCharactersAndTakesWrongValuesAsEmpty) {
-    ASSERT_TRUE(records.Append(RecordOf(1, u" länger als sechs"_s)));
-    ASSERT_TRUE(records.Append(RecordOf(1, u"1234Čx"_s)));
-    ASSERT_TRUE(records.Append(RecordOf(1, u"12345Čx"_s)));
-    ASSERT_TRUE(records.Append({u"text"_s, qint16{7}}));
-    ASSERT_TRUE(records.Append({}));
-    EXPECT_EQ(records.Read(1), RecordOf(1, u"länger"_s));
-    EXPECT_EQ(records.Read(2), RecordOf(1, u"1234Č"_s));
-    EXPECT_EQ(records.Read(3), RecordOf(1, u"12345"_s));
-    EXPECT_EQ(records.Read(4), RecordOf(0, QString()));
-    EXPECT_EQ(records.Read(5), RecordOf(0, QString()));
+    const std::pair<Record, Record> cases[] = {{RecordOf(1, u" länger als sechs"_s), RecordOf(1, u"länger"_s)},
+                                               {RecordOf(1, u"1234Čx"_s), RecordOf(1, u"1234Č"_s)},
+                                               {RecordOf(1, u"12345Čx"_s), RecordOf(1, u"12345"_s)},
+                                               {{u"text"_s, qint16{7}}, RecordOf(0, QString())},
+                                               {{}, RecordOf(0, QString())}};
+    for (const auto& [given, kept] : cases) {
+        ASSERT_TRUE(records.Append(given));
+        EXPECT_EQ(records.Read(records.Count()), kept) << records.Count();
+    }
 }
 
 TEST_F(FixedRecordsTest, ChangesOneRecordInPlace) {
-    for (const char16_t* text : {u"eins", u"zwei", u"drei"})
-        ASSERT_TRUE(records.Append(RecordOf(0, QString::fromUtf16(text))));
+    for (const QString& text : {u"eins"_s, u"zwei"_s, u"drei"_s})
+        ASSERT_TRUE(records.Append(RecordOf(0, text)));
     const QByteArray before = Bytes();
     struct stat was {};
     struct stat is {};

@@ -18,13 +18,8 @@ TEST(ModuleFileTest, WhatIsNoModuleGivesNothing) {
     const test::TestFolder folder;
     folder.Write(u"ganz.dll"_s, whole);
     EXPECT_TRUE(IsWholeModule(folder.Path(u"ganz.dll"_s)));
-    const QByteArray broken[] = {{},
-                                 "MZ keines",
-                                 whole.left(64),
-                                 whole.left(whole.size() / 2),
-                                 whole.chopped(1),
-                                 QByteArray(whole.size(), '\0')};
-    for (const QByteArray& bytes : broken) {
+    for (const QByteArray& bytes : {QByteArray(), QByteArray("MZ keines"), whole.left(64), whole.left(whole.size() / 2),
+                                    whole.chopped(1), QByteArray(whole.size(), '\0')}) {
         EXPECT_FALSE(IsWholeModule(folder.Write(u"kaputt.dll"_s, bytes))) << bytes.size();
         EXPECT_EQ(ModuleFile<QObject>(folder.Path(), u"kaputt.dll"_s, "CreateNothing").Create(), nullptr);
     }

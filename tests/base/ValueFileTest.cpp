@@ -8,8 +8,7 @@ namespace kalvo {
 
 using namespace Qt::StringLiterals;
 
-class ValueFileTest : public ::testing::Test {
-protected:
+struct ValueFileTest : ::testing::Test {
     QStringList ReadBack(const QByteArray& bytes) { return ValueFile::Read(folder.Write(u"kalvo.dll"_s, bytes)); }
     test::TestFolder folder;
 };
@@ -34,18 +33,13 @@ TEST_F(ValueFileTest, TextsComeBack) {
 }
 
 TEST_F(ValueFileTest, ReadsBrokenLines) {
-    const struct {
-        const char* bytes;
-        QStringList values;
-    } cases[] = {{"", {}},
-                 {"1, 2 ,\"x\" ,", {u"1"_s, u"2"_s, u"x"_s, QString()}},
-                 {"\"offen, 3\n4", {u"offen, 3"_s, u"4"_s}},
-                 {"\"7\" Zoll\",2", {u"7\" Zoll"_s, u"2"_s}},
-                 {"1\r\n\r\n2\r\n", {u"1"_s, u"2"_s}},
-                 {"\xEF\xBB\xBF"
-                  "7,8",
-                  {u"7"_s, u"8"_s}},
-                 {"\"", {QString()}}};
+    const std::pair<const char*, QStringList> cases[] = {{"", {}},
+                                                         {"1, 2 ,\"x\" ,", {u"1"_s, u"2"_s, u"x"_s, QString()}},
+                                                         {"\"offen, 3\n4", {u"offen, 3"_s, u"4"_s}},
+                                                         {"\"7\" Zoll\",2", {u"7\" Zoll"_s, u"2"_s}},
+                                                         {"1\r\n\r\n2\r\n", {u"1"_s, u"2"_s}},
+                                                         {"\357\273\2777,8", {u"7"_s, u"8"_s}},
+                                                         {"\"", {QString()}}};
     for (const auto& [bytes, values] : cases)
         EXPECT_EQ(ReadBack(bytes), values) << bytes;
     EXPECT_TRUE(ValueFile::Read(folder.Path(u"fehlt"_s)).isEmpty());
