@@ -14,7 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct AutoDjTest : ::testing::Test {
     AutoDjTest() {
@@ -289,5 +288,4 @@ TEST_F(AutoDjStoreTest, ValuesAreTrimmedSortedAndThereOnce) {
     EXPECT_EQ(AutoDjValues::Offered(*values, {}, {u"pop"_s}), QStringList({u"Österreich"_s, u"Rock"_s}));
 }
 
-} // namespace
 } // namespace kalvo::test

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct GuestQueueTest : testing::Test, TwoLists {
     /** Of the title "/music/<name>". */
@@ -63,5 +62,4 @@ TEST_F(GuestQueueTest, ATitlePlayedEarlierMayBeWishedAgain) {
     EXPECT_TRUE(Becomes(1, {WishStage::Waits, 1}));
 }
 
-} // namespace
 } // namespace kalvo::test

@@ -11,7 +11,6 @@
 #include <thread>
 
 namespace kalvo::test {
-namespace {
 
 using namespace std::chrono_literals;
 
@@ -172,5 +171,4 @@ TEST(GuestConnectionsTest, ARequestThatThrowsEndsAlone) {
     }
 }
 
-} // namespace
 } // namespace kalvo::test

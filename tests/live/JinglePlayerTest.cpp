@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 using audio::Activity;
 
@@ -142,5 +141,4 @@ TEST_F(JinglePlayerTest, EachJingleIsWrittenWithTheSecondsItWasHeard) {
     EXPECT_EQ(rows[2], "21.11.2026 20:00:02;Jingle;;;werbung-9;00:09;00:01;/werbung-9\r") << "cut off";
 }
 
-} // namespace
 } // namespace kalvo::test

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct JingleSchedulerTest : ::testing::Test {
     void Schedule(std::size_t record, const std::vector<JingleSlot>& slots, bool active = true) {
@@ -100,5 +99,4 @@ TEST_F(JingleSchedulerTest, TellsWhatComesNextAndWhen) {
     EXPECT_EQ(next(), u"j3 Mo 02:30"_s) << "on Sunday the clock leaves 02:30 out";
 }
 
-} // namespace
 } // namespace kalvo::test

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 using namespace Qt::StringLiterals;
 using audio::Activity;
@@ -118,5 +117,4 @@ TEST(KeypadPadsTest, TheKeypadFiresItsPadsWithAndWithoutNumLock) {
         EXPECT_EQ(PadOfKey(key, true), 0);
 }
 
-} // namespace
 } // namespace kalvo::test

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct WishListTest : ::testing::Test {
     Wish Make(const QString& name, const QString& guest = u"Anna"_s) const {
@@ -169,5 +168,4 @@ TEST_F(ArchiveTitlesTest, TheStateOfAWishFollowsTheLists) {
     EXPECT_EQ(state(plain), u"gespielt"_s);
 }
 
-} // namespace
 } // namespace kalvo::test

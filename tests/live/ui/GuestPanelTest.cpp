@@ -14,7 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct GuestPanelTest : testing::Test {
     /** A port that nobody has. */
@@ -94,5 +93,4 @@ TEST(GaesteCodeTest, PaintsEachModuleWithALightEdgeAround) {
     EXPECT_EQ(GuestCode::Of(QByteArray(5000, 'x')).width, 0) << "too long for a code";
 }
 
-} // namespace
 } // namespace kalvo::test

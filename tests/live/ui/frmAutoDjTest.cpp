@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct frmAutoDjTest : ::testing::Test, ListDesk {
     frmAutoDjTest() {
@@ -154,5 +153,4 @@ TEST_F(frmAutoDjTest, MissingListsAreAskedFor) {
     EXPECT_EQ(listsWanted, 2);
 }
 
-} // namespace
 } // namespace kalvo::test

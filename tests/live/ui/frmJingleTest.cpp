@@ -15,7 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct frmJingleTest : ::testing::Test {
     frmJingleTest() {
@@ -122,5 +121,4 @@ TEST(frmJingleAnzeigeTest, ShowsHowFarTheFileIsAndStopsIt) {
     EXPECT_FALSE(window.isVisible());
 }
 
-} // namespace
 } // namespace kalvo::test

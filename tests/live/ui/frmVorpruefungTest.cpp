@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 using namespace Qt::StringLiterals;
 
@@ -86,5 +85,4 @@ TEST_F(frmVorpruefungTest, GoesWhileItIsShown) {
     EXPECT_TRUE(page.isVisible());
 }
 
-} // namespace
 } // namespace kalvo::test

@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
 struct frmWunschzettelTest : ::testing::Test, TwoLists {
     frmWunschzettelTest() {
@@ -84,5 +83,4 @@ TEST_F(frmWunschzettelTest, ClosingAnEmptyListLeavesAnEmptyFile) {
     EXPECT_EQ(folder.Read(u"WZ"_s).size(), 0);
 }
 
-} // namespace
 } // namespace kalvo::test
