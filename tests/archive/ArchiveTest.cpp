@@ -39,26 +39,24 @@ protected:
 
 } // namespace
 
-TEST_F(ArchiveTest, FirstStartCreatesEverything) {
+TEST_F(ArchiveTest, FirstStartCreatesEverythingWhateverIsConfigured) {
     QStringList messages;
     QObject::connect(&archive, &Archive::Message, [&](const QString& text) { messages << text; });
-    const DataFolder fresh(folder.Path(u"Neu"_s));
-    ASSERT_TRUE(fresh.CreateAll());
-    Reopen(fresh);
-    EXPECT_EQ(archive.Path(), fresh.Path(u"\\Musikarchiv\\default.mav"_s));
-    EXPECT_TRUE(QFile::exists(fresh.Path(u"\\mp3tabelle.dll"_s)));
-    EXPECT_EQ(archive.Count() + archive.RowCount() + archive.RowAt(0).Nr, 0);
-    EXPECT_EQ(messages, QStringList());
+    for (const QString& name : {u"Neu"_s, u"Konfiguriert"_s}) {
+        const DataFolder fresh(folder.Path(name));
+        ASSERT_TRUE(fresh.CreateAll());
+        if (name == u"Konfiguriert"_s)
+            WriteLayout(fresh, folder.Path(u"other/mine.mav"_s));
+        Reopen(fresh);
+        EXPECT_EQ(archive.Path(), fresh.Path(u"\\Musikarchiv\\default.mav"_s));
+        EXPECT_TRUE(QFile::exists(fresh.Path(u"\\mp3tabelle.dll"_s)));
+        EXPECT_EQ(archive.Count() + archive.RowCount() + archive.RowAt(0).Nr, 0);
+        EXPECT_EQ(messages, QStringList());
+    }
 }
 
-TEST_F(ArchiveTest, AConfiguredArchiveCountsOnlyBesideADefaultOne) {
+TEST_F(ArchiveTest, AConfiguredArchiveCountsBesideADefaultOne) {
     const QString elsewhere = folder.Path(u"other/mine.mav"_s);
-    const DataFolder fresh(folder.Path(u"Neu"_s));
-    ASSERT_TRUE(fresh.CreateAll());
-    WriteLayout(fresh, elsewhere);
-    Reopen(fresh);
-    EXPECT_EQ(archive.Path(), fresh.Path(u"\\Musikarchiv\\default.mav"_s));
-
     WriteLayout(data, elsewhere);
     Reopen(data);
     EXPECT_EQ(archive.Path(), elsewhere);

@@ -16,12 +16,8 @@ TEST(LastPlayed, SortsStampsByTheirAge) {
                                                      {u"gestern"_s, 64},
                                                      {QString(), 128}},
                                                     QDate(2026, 11, 21));
-    EXPECT_EQ(counts.today, 3);
-    EXPECT_EQ(counts.week, 12);
-    EXPECT_EQ(counts.month, 16);
-    EXPECT_EQ(counts.earlier, 96);
-    EXPECT_EQ(counts.never, 128);
-    EXPECT_EQ(counts.Total(), 255);
+    EXPECT_EQ((QList<qint64>{counts.today, counts.week, counts.month, counts.earlier, counts.never, counts.Total()}),
+              (QList<qint64>{3, 12, 16, 96, 128, 255}));
     EXPECT_EQ(LastPlayedStamp(QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5))), u"2026.01.02, 03:04"_s);
 }
 
