@@ -5,16 +5,9 @@
 #include "app/FakeDesktop.h"
 #include "app/FakeWindow.h"
 #include "app/StatusLine.h"
-#include "archive/ui/WindowActs.h"
 #include "support/MessageBus.h"
-#include "support/WaitUntil.h"
 
-#include <QApplication>
 #include <QDBusConnectionInterface>
-#include <QImage>
-#include <QSlider>
-#include <QStandardPaths>
-#include <QUrl>
 
 namespace kalvo {
 namespace {
@@ -49,14 +42,14 @@ protected:
     }
 
     /** Puts a service on the bus before the program comes. */
-    template<typename Service>
-    void Offer(Service& service, const QString& name, const QString& path) {
+    void Offer(QObject& service, const QString& name) {
+        const QString path = u'/' + QString(name).replace(u'.', u'/');
         ASSERT_TRUE(bus->registerObject(path, &service, QDBusConnection::ExportScriptableContents));
         ASSERT_TRUE(bus->registerService(name));
     }
     void Load() {
-        desk->list1.Append({Entry("Eins"), Entry("Drei")});
-        desk->list2.Append({Entry("Zwei")});
+        desk->list1.Append({Entry("Eins-60", u"Ein & <Chor>"_s), Entry("Drei-60")});
+        desk->list2.Append({Entry("Zwei-60")});
         ASSERT_TRUE(window->Load());
     }
     void LoadAndWait() {
@@ -64,20 +57,12 @@ protected:
         ASSERT_TRUE(WaitUntil([this] { return IsOnBus(mprisName); }));
     }
     bool IsOnBus(const QString& name) const { return bus->interface()->isServiceRegistered(name); }
-    PlaylistEntry Entry(const char* title) const {
-        return {
-            QLatin1String(title), u"Ein & <Chor>"_s, {}, {}, {}, folder.Write(QLatin1String(title) + u"-60"_s, "x")};
-    }
     /** What playerctl says of the desk. */
-    QString Ask(const QStringList& arguments) const {
+    QString Ask(const QString& words) const {
         QProcess program;
-        program.start(u"playerctl"_s, QStringList{u"-p"_s, u"kalvo"_s} + arguments);
+        program.start(u"playerctl"_s, (u"-p kalvo "_s + words).split(u' '));
         EXPECT_TRUE(WaitUntil([&program] { return program.state() == QProcess::NotRunning; }));
         return QString::fromUtf8(program.readAll()).trimmed();
-    }
-    /** Whether it comes to say so. */
-    bool Comes(const QStringList& question, const QString& answer) const {
-        return WaitUntil([&] { return Ask(question) == answer; });
     }
 
     std::unique_ptr<test::MessageBus> daemon;
@@ -87,30 +72,31 @@ protected:
 
 TEST_F(DesktopLinkTest, PlayerctlWorksTheTwoPlayersAsOne) {
     LoadAndWait();
-    EXPECT_EQ(Ask({u"status"_s}), u"Stopped"_s);
-    Ask({u"play"_s});
-    EXPECT_TRUE(Comes({u"status"_s}, u"Playing"_s));
-    EXPECT_TRUE(Comes({u"metadata"_s, u"--format"_s, u"{{title}}, {{artist}}, {{duration(mpris:length)}}"_s},
-                      u"Eins, Ein & <Chor>, 1:00"_s));
-    Ask({u"pause"_s});
-    EXPECT_TRUE(Comes({u"status"_s}, u"Paused"_s));
-    Ask({u"position"_s, u"20"_s});
-    EXPECT_TRUE(Comes({u"position"_s}, u"20.000000"_s));
-    Ask({u"position"_s, u"5-"_s});
-    EXPECT_TRUE(Comes({u"position"_s}, u"15.000000"_s));
-    EXPECT_DOUBLE_EQ(desk->mixer.PositionSeconds(1), 15);
-    Ask({u"next"_s});
-    Ask({u"play-pause"_s});
-    EXPECT_TRUE(Comes({u"metadata"_s, u"title"_s}, u"Eins"_s)) << "nothing is skipped while it stands";
-    Ask({u"next"_s});
-    EXPECT_TRUE(Comes({u"metadata"_s, u"title"_s}, u"Zwei"_s)) << "a hand-over to the other player";
+    EXPECT_EQ(Ask(u"status"_s), u"Stopped"_s);
+    const struct {
+        QString act;
+        QString question;
+        QString answer; ///< comes to be given
+    } steps[] = {{u"play"_s, u"status"_s, u"Playing"_s},
+                 {u"status"_s, u"metadata --format {{title}},{{artist}},{{duration(mpris:length)}}"_s,
+                  u"Eins-60,Ein & <Chor>,1:00"_s},
+                 {u"pause"_s, u"status"_s, u"Paused"_s},
+                 {u"position 20"_s, u"position"_s, u"20.000000"_s},
+                 {u"position 5-"_s, u"position"_s, u"15.000000"_s},
+                 {u"next"_s, u"status"_s, u"Paused"_s},
+                 {u"play-pause"_s, u"metadata title"_s, u"Eins-60"_s}, // nothing was skipped while it stood
+                 {u"next"_s, u"metadata title"_s, u"Zwei-60"_s}};      // a hand-over to the other player
+    for (const auto& step : steps) {
+        Ask(step.act);
+        EXPECT_TRUE(WaitUntil([&] { return Ask(step.question) == step.answer; })) << step.act.toStdString();
+    }
     EXPECT_GT(desk->mixer.Fader(), 0);
-    Ask({u"volume"_s, u"0.4"_s});
-    EXPECT_TRUE(WaitUntil([this] { return In<QSlider>(*window, "hscroll1").value() == 40; }));
-    Ask({u"open"_s, QUrl::fromLocalFile(folder.Write(u"Vier-60.mp3"_s, "x")).toString()});
+    Ask(u"volume 0.4"_s);
+    EXPECT_TRUE(WaitUntil([this] { return In<QSlider>("hscroll1").value() == 40; }));
+    Ask(u"open "_s + QUrl::fromLocalFile(folder.Write(u"Vier-60.mp3"_s, "x")).toString());
     EXPECT_TRUE(WaitUntil([this] { return desk->list1.Count() + desk->list2.Count() == 4; }));
-    Ask({u"stop"_s});
-    EXPECT_TRUE(Comes({u"status"_s}, u"Stopped"_s));
+    Ask(u"stop"_s);
+    EXPECT_TRUE(WaitUntil([this] { return Ask(u"status"_s) == u"Stopped"; }));
 }
 
 TEST_F(DesktopLinkTest, ChangesAndJumpsAreToldWithTheCover) {
@@ -126,8 +112,8 @@ TEST_F(DesktopLinkTest, ChangesAndJumpsAreToldWithTheCover) {
     desk->mixer.Play(1, -1);
     EXPECT_TRUE(WaitUntil([&] { return listener.changed[u"PlaybackStatus"_s] == u"Playing"_s; }));
     EXPECT_EQ(listener.changed[u"CanGoNext"_s], true);
-    EXPECT_TRUE(WaitUntil([this] { return Ask({u"metadata"_s, u"mpris:artUrl"_s}).startsWith(u"file:///"_s); }));
-    const QImage shown(QUrl(Ask({u"metadata"_s, u"mpris:artUrl"_s})).toLocalFile());
+    EXPECT_TRUE(WaitUntil([this] { return Ask(u"metadata mpris:artUrl"_s).startsWith(u"file:///"_s); }));
+    const QImage shown(QUrl(Ask(u"metadata mpris:artUrl"_s)).toLocalFile());
     EXPECT_GT(shown.pixelColor(10, 10).red(), 200);
     desk->mixer.Pause(1);
     EXPECT_TRUE(WaitUntil([&] { return listener.changed[u"PlaybackStatus"_s] == u"Paused"_s; }));
@@ -139,14 +125,13 @@ TEST_F(DesktopLinkTest, ChangesAndJumpsAreToldWithTheCover) {
 TEST_F(DesktopLinkTest, RaiseAndQuitReachTheWindow) {
     LoadAndWait();
     window->showMinimized();
-    const auto call = [this](const char* method) {
-        bus->asyncCall(
-            QDBusMessage::createMethodCall(mprisName, mprisObject, u"org.mpris.MediaPlayer2"_s, QLatin1String(method)));
+    const auto call = [this](const QString& method) {
+        bus->asyncCall(QDBusMessage::createMethodCall(mprisName, mprisObject, u"org.mpris.MediaPlayer2"_s, method));
     };
-    call("Raise");
+    call(u"Raise"_s);
     EXPECT_TRUE(WaitUntil([this] { return !window->isMinimized(); }));
     test::Answers answers({u"Nein"_s});
-    call("Quit");
+    call(u"Quit"_s);
     EXPECT_TRUE(WaitUntil([&answers] { return answers.AllGiven(); }));
     EXPECT_EQ(answers.Said(), QStringList{u"Achtung!|Wollen Sie Kalvo wirklich beenden?"_s});
     EXPECT_TRUE(window->isVisible());
@@ -161,7 +146,7 @@ TEST_F(DesktopLinkTest, ASecondProgramHasANameOfItsOwn) {
 
 TEST_F(DesktopLinkTest, TheScreenSaverIsHeldOffWhileMusicPlays) {
     test::FakeScreenSaver saver;
-    Offer(saver, u"org.freedesktop.ScreenSaver"_s, u"/org/freedesktop/ScreenSaver"_s);
+    Offer(saver, u"org.freedesktop.ScreenSaver"_s);
     LoadAndWait();
     EXPECT_TRUE(saver.reasons.isEmpty());
     for (int time = 0; time < 2; ++time) {
@@ -174,7 +159,7 @@ TEST_F(DesktopLinkTest, TheScreenSaverIsHeldOffWhileMusicPlays) {
 
 TEST_F(DesktopLinkTest, WithoutAScreenSaverTheLoginServiceKeepsTheMachineAwake) {
     test::FakeLogin login;
-    Offer(login, u"org.freedesktop.login1"_s, u"/org/freedesktop/login1"_s);
+    Offer(login, u"org.freedesktop.login1"_s);
     LoadAndWait();
     desk->mixer.Play(1, -1);
     EXPECT_TRUE(WaitUntil([&] { return login.asked == u"sleep:idle Kalvo block"_s; }));
@@ -185,7 +170,7 @@ TEST_F(DesktopLinkTest, WithoutAScreenSaverTheLoginServiceKeepsTheMachineAwake) 
 
 TEST_F(DesktopLinkTest, NotificationsComeOnlyWhenTheUserIsElsewhere) {
     test::FakeNotifications service;
-    Offer(service, u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s);
+    Offer(service, u"org.freedesktop.Notifications"_s);
     BusLink link(u"notices"_s);
     link.Connect(daemon->Address());
     ASSERT_TRUE(WaitUntil([&] { return link.IsConnected(); }));
@@ -217,15 +202,15 @@ TEST_F(DesktopLinkTest, NotificationsComeOnlyWhenTheUserIsElsewhere) {
 TEST_F(DesktopLinkTest, TheOptionsSwitchEachOff) {
     folder.Write(u"Kalvo/kalvo.ini"_s, "[Desktop]\nFernbedienung=0\nWarnungen=1\nTitelwechsel=1\nWachbleiben=0\n");
     test::FakeNotifications service;
-    Offer(service, u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s);
+    Offer(service, u"org.freedesktop.Notifications"_s);
     test::FakeScreenSaver saver;
-    Offer(saver, u"org.freedesktop.ScreenSaver"_s, u"/org/freedesktop/ScreenSaver"_s);
+    Offer(saver, u"org.freedesktop.ScreenSaver"_s);
     Load();
     desk->mixer.Play(1, -1);
     ASSERT_TRUE(WaitUntil([&] { return !service.shown.isEmpty(); })) << "the last that comes";
-    In<StatusLine>(*window, "Statuszeile").Warn(u"Die Platte ist voll"_s);
+    In<StatusLine>("Statuszeile").Warn(u"Die Platte ist voll"_s);
     ASSERT_TRUE(WaitUntil([&] { return service.shown.size() == 2; }));
-    EXPECT_EQ(service.shown, (QStringList{u"1: Eins|Ein &amp; &lt;Chor&gt;"_s, u"2: Kalvo|Die Platte ist voll"_s}));
+    EXPECT_EQ(service.shown, (QStringList{u"1: Eins-60|Ein &amp; &lt;Chor&gt;"_s, u"2: Kalvo|Die Platte ist voll"_s}));
     EXPECT_TRUE(saver.reasons.isEmpty());
     EXPECT_FALSE(IsOnBus(mprisName));
 }
