@@ -1,17 +1,8 @@
 #include "app/ComponentFetch.h"
-
-#include "MisbehavingServer.h"
 #include "app/ComponentSignature.h"
-#include "support/TestFolder.h"
-#include "support/WaitUntil.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <optional>
+#include "app/FakeWindow.h"
+#include "app/MisbehavingServer.h"
+#include "app/frmDownload.h"
 
 namespace kalvo {
 namespace {
@@ -24,10 +15,7 @@ using test::WaitUntil;
 const QString kDisc = u"CdBase.ocx"_s;
 const QString kWenzo = u"wenzo.dll"_s;
 const QString kEncoder = u"BASSenc.dll"_s;
-const QByteArray kContent = QByteArray("\x7f"
-                                       "ELF neu\0mit Null",
-                                       17)
-                                .repeated(5000);
+const QByteArray kContent = QByteArray("\177ELF neu\0mit Null", 17).repeated(5000);
 
 class ComponentFetchTest : public ::testing::Test {
 protected:
@@ -41,10 +29,8 @@ protected:
 
     void Offer(const QString& name, const QByteArray& content = kContent) {
         server_.answers[Path(name)] = Answer::File(content);
-        OfferSignature(name, ComponentSignature::Sign(name, content, keys_.secretKey));
-    }
-    void OfferSignature(const QString& name, const QByteArray& signature) {
-        server_.answers[Path(name) + u".sig"_s] = Answer::File(signature);
+        server_.answers[Path(name) + u".sig"_s] =
+            Answer::File(ComponentSignature::Sign(name, content, keys_.secretKey));
     }
     static QString Path(const QString& name) { return u"/download/"_s + name; }
 
@@ -55,17 +41,23 @@ protected:
     };
     Outcome Fetch(const QString& component) {
         ComponentFetch fetch(source_);
-        std::optional<Outcome> outcome;
-        QList<int> progress;
+        Outcome outcome;
+        int told = 0;
         QObject::connect(&fetch, &ComponentFetch::Progress, &fetch,
-                         [&](const QString&, int percent) { progress.append(percent); });
+                         [&](const QString&, int percent) { outcome.progress.append(percent); });
         QObject::connect(&fetch, &ComponentFetch::Finished, &fetch, [&](bool installed, const QString& message) {
-            EXPECT_FALSE(outcome) << "told twice";
-            outcome = Outcome{installed, message.toStdString(), progress};
+            outcome.installed = installed;
+            outcome.message = message.toStdString();
+            EXPECT_EQ(++told, 1);
         });
         fetch.Start(component);
-        EXPECT_TRUE(WaitUntil([&] { return outcome.has_value(); }, std::chrono::seconds(60)));
-        return outcome.value_or(Outcome());
+        EXPECT_TRUE(WaitUntil([&] { return told > 0; }, std::chrono::seconds(60)));
+        return outcome;
+    }
+    void ExpectRefusal(const QString& component, const char* message) {
+        const Outcome outcome = Fetch(component);
+        EXPECT_FALSE(outcome.installed);
+        EXPECT_NE(outcome.message.find(message), std::string::npos) << outcome.message;
     }
     QStringList Files() const { return QDir(folder_.Path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot); }
 
@@ -83,9 +75,7 @@ TEST_F(ComponentFetchTest, ASignedComponentIsPutInItsPlace) {
     const Outcome disc = Fetch(u"CDDB"_s);
     EXPECT_TRUE(disc.installed) << disc.message;
     EXPECT_EQ(folder_.Read(kDisc), kContent);
-    ASSERT_FALSE(disc.progress.isEmpty());
-    EXPECT_EQ(disc.progress.first(), 0);
-    EXPECT_EQ(disc.progress.last(), 100);
+    EXPECT_EQ(std::pair(disc.progress.value(0, -1), disc.progress.value(disc.progress.size() - 1)), std::pair(0, 100));
     EXPECT_TRUE(std::is_sorted(disc.progress.begin(), disc.progress.end()));
 
     EXPECT_TRUE(Fetch(u"wenzo"_s).installed);
@@ -107,18 +97,17 @@ TEST_F(ComponentFetchTest, AnEncoderThatCannotBeUsedComesWithTheLibrary) {
 }
 
 TEST_F(ComponentFetchTest, NothingIsInstalledUnlessEverythingIsRight) {
-    struct Case {
-        const char* name;
-        const char* message; // part of what is told
-        const char* suffix;  // of the file that is answered so
-        Answer answer;
-    };
     const auto sign = [](const QString& name, const QByteArray& key) {
         return Answer::File(ComponentSignature::Sign(name, kContent, key));
     };
     const QByteArray open = "HTTP/1.1 200 OK\r\n\r\n";
     const QByteArray half = Answer::File(kContent).bytes.chopped(kContent.size() / 2);
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        const char* message; // part of what is told
+        const char* suffix;  // of the file that is answered so
+        Answer answer;
+    } cases[] = {
         {"no such file", "Fehler 404", "", Answer::Status("404 Not Found")},
         {"server error", "Fehler 500", "", Answer::Status("500 Oops")},
         {"unsigned", "nicht signiert", ".sig", Answer::Status("404 Not Found")},
@@ -139,14 +128,13 @@ TEST_F(ComponentFetchTest, NothingIsInstalledUnlessEverythingIsRight) {
         {"refers to a file here", "nicht gesichert", "", Answer::Redirect(u"file:///etc/hostname"_s)},
         {"refers in a circle", "im Kreis", "", Answer::Redirect(server_.Address(Path(kDisc)).toString())}};
     source_.mostBytes = 1 << 20;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
         Offer(kDisc);
         server_.answers[Path(kDisc) + QLatin1String(c.suffix)] = c.answer;
-        const Outcome outcome = Fetch(u"CDDB"_s);
-        EXPECT_FALSE(outcome.installed) << c.name;
-        EXPECT_NE(outcome.message.find(c.message), std::string::npos) << c.name << ": " << outcome.message;
-        EXPECT_EQ(folder_.Read(kDisc), "alt") << c.name;
-        EXPECT_EQ(Files(), (QStringList{kEncoder, kDisc})) << c.name;
+        ExpectRefusal(u"CDDB"_s, c.message);
+        EXPECT_EQ(folder_.Read(kDisc), "alt");
+        EXPECT_EQ(Files(), (QStringList{kEncoder, kDisc}));
     }
 }
 
@@ -159,34 +147,29 @@ TEST_F(ComponentFetchTest, AServerThatHangsOrDripsIsGivenUp) {
         const bool drips = answer.then == Answer::Then::Drip;
         source_.limits.silence = std::chrono::milliseconds(drips ? 60000 : 200);
         source_.limits.whole = std::chrono::milliseconds(drips ? 300 : 60000);
-        const Outcome outcome = Fetch(u"CDDB"_s);
-        EXPECT_FALSE(outcome.installed);
-        EXPECT_EQ(outcome.message, "Der Server antwortet nicht.");
+        ExpectRefusal(u"CDDB"_s, "Der Server antwortet nicht.");
         EXPECT_EQ(folder_.Read(kDisc), "alt");
     }
 }
 
 TEST_F(ComponentFetchTest, WithoutAnAddressOrAKeyNothingIsTried) {
-    struct Case {
+    const struct {
         QUrl address;
         QByteArray key;
         const char* component;
         const char* message;
-    };
-    const Case cases[] = {{{}, keys_.publicKey, "CDDB", "ohne Adresse"},
-                          {source_.address, {}, "CDDB", "ohne Adresse"},
-                          {source_.address, "abc", "CDDB", "Schlüssel ist ungültig"},
-                          {source_.address, keys_.publicKey, "../bass", "unbekannt"},
-                          {QUrl(u"http://example.org/x"_s), keys_.publicKey, "CDDB", "nicht gesichert"},
-                          {QUrl(u"ftp://127.0.0.1/x"_s), keys_.publicKey, "CDDB", "nicht gesichert"},
-                          {QUrl(u"http://127.0.0.1:1/x"_s), keys_.publicKey, "CDDB", "nicht erreichbar"}};
+    } cases[] = {{{}, keys_.publicKey, "CDDB", "ohne Adresse"},
+                 {source_.address, {}, "CDDB", "ohne Adresse"},
+                 {source_.address, "abc", "CDDB", "Schlüssel ist ungültig"},
+                 {source_.address, keys_.publicKey, "../bass", "unbekannt"},
+                 {QUrl(u"http://example.org/x"_s), keys_.publicKey, "CDDB", "nicht gesichert"},
+                 {QUrl(u"ftp://127.0.0.1/x"_s), keys_.publicKey, "CDDB", "nicht gesichert"},
+                 {QUrl(u"http://127.0.0.1:1/x"_s), keys_.publicKey, "CDDB", "nicht erreichbar"}};
     Offer(kDisc);
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         source_.address = c.address;
         source_.publicKey = c.key;
-        const Outcome outcome = Fetch(QString::fromLatin1(c.component));
-        EXPECT_FALSE(outcome.installed);
-        EXPECT_NE(outcome.message.find(c.message), std::string::npos) << outcome.message;
+        ExpectRefusal(QString::fromLatin1(c.component), c.message);
     }
     EXPECT_TRUE(server_.asked.isEmpty());
 }
@@ -197,16 +180,91 @@ TEST_F(ComponentFetchTest, WhatCannotBeWrittenIsToldAndNothingElseIsInstalled) {
     ASSERT_TRUE(QFile::remove(folder_.Path(kEncoder)));
     for (const char* inTheWay : {"Temp", "Temp/wenzo.dll/datei", "BASSenc.dll/datei"}) {
         const QString blocked = folder_.Write(QLatin1String(inTheWay), "eine Datei");
-        const Outcome outcome = Fetch(u"wenzo"_s);
-        EXPECT_FALSE(outcome.installed);
-        EXPECT_NE(outcome.message.find("kann nicht geschrieben werden"), std::string::npos) << outcome.message;
-        EXPECT_FALSE(QFileInfo(folder_.Path(kEncoder)).isFile()) << inTheWay;
-        EXPECT_FALSE(QFileInfo(folder_.Path(u"Temp/wenzo.dll"_s)).isFile()) << inTheWay;
-        EXPECT_EQ(QDir(folder_.Path()).entryList({u"*.neu"_s}), QStringList()) << inTheWay;
+        SCOPED_TRACE(inTheWay);
+        ExpectRefusal(u"wenzo"_s, "kann nicht geschrieben werden");
+        EXPECT_FALSE(QFileInfo(folder_.Path(kEncoder)).isFile());
+        EXPECT_FALSE(QFileInfo(folder_.Path(u"Temp/wenzo.dll"_s)).isFile());
+        EXPECT_EQ(QDir(folder_.Path()).entryList({u"*.neu"_s}), QStringList());
         ASSERT_TRUE(QFile::remove(blocked));
         QDir(folder_.Path()).rmpath(QFileInfo(QLatin1String(inTheWay)).path());
     }
     EXPECT_TRUE(Fetch(u"wenzo"_s).installed);
+}
+
+TEST_F(ComponentFetchTest, ItsWindowShowsHowFarItIsIsCancelledByEscAndTriedAgain) {
+    Offer(kDisc);
+    const QByteArray half = Answer::File(kContent).bytes.chopped(kContent.size() / 2);
+    server_.answers[Path(kDisc)] = {half, Answer::Then::Hang};
+    frmDownload dialog(source_, u"CDDB"_s);
+    dialog.show();
+    const auto text = [&](const char* label) { return test::FakeWindow::In<QLabel>(dialog, label).text(); };
+    auto& again = test::FakeWindow::In<QPushButton>(dialog, "Command1");
+    EXPECT_TRUE(WaitUntil([&text] { return text("Label2") == u"50%"_s; }));
+    EXPECT_EQ(test::FakeWindow::In<QProgressBar>(dialog, "ProgressBar1").value(), 50);
+    EXPECT_EQ(text("Label1"), u"CdBase.ocx wird heruntergeladen..."_s);
+    EXPECT_FALSE(again.isVisible());
+    test::PressKey(dialog, Qt::Key_Escape);
+    EXPECT_TRUE(dialog.isVisible()) << "it says first what became of it";
+    EXPECT_EQ(text("Label1"), u"Der Download wurde abgebrochen.\nEs wurde nichts installiert."_s);
+    EXPECT_FALSE(dialog.Installed());
+    server_.answers[Path(kDisc)] = Answer::File(kContent);
+    again.click();
+    EXPECT_FALSE(again.isVisible());
+    ASSERT_TRUE(WaitUntil([&dialog] { return dialog.Installed(); }));
+    EXPECT_EQ(text("Label1"), u"Der Download ist fertig."_s);
+    EXPECT_EQ(text("Label2"), u"100%"_s);
+    EXPECT_EQ(folder_.Read(kDisc), kContent);
+    test::PressKey(dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+struct ToolRun {
+    int code = -1;
+    QByteArray out;
+};
+
+ToolRun Tool(const QStringList& arguments) {
+    QProcess tool;
+    tool.start(qEnvironmentVariable("KALVO_BIN") + u"/kalvo-signieren"_s, arguments);
+    EXPECT_TRUE(tool.waitForFinished(60000));
+    return {tool.exitCode(), tool.readAllStandardOutput()};
+}
+
+struct SigningToolTest : ::testing::Test {
+    QString Path(const char* name) const { return folder_.Path(QString::fromUtf8(name)); }
+
+    test::TestFolder folder_;
+};
+
+TEST_F(SigningToolTest, SignsWhatTheProgramAccepts) {
+    const ToolRun keys = Tool({u"schluessel"_s, Path("geheim")});
+    ASSERT_EQ(keys.code, 0);
+    EXPECT_TRUE(ComponentSignature::IsPublicKey(keys.out));
+    EXPECT_EQ(QFileInfo(Path("geheim")).permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
+    folder_.Write(u"ordner/CdBase.ocx"_s, "Inhalt");
+    const QString file = Path("ordner/CdBase.ocx");
+    ASSERT_EQ(Tool({u"signieren"_s, Path("geheim"), file}).code, 0);
+    const QByteArray signature = folder_.Read(u"ordner/CdBase.ocx.sig"_s);
+    EXPECT_TRUE(ComponentSignature::Verify(u"CdBase.ocx"_s, "Inhalt", signature, keys.out));
+    EXPECT_FALSE(ComponentSignature::Verify(u"CdBase.ocx"_s, "inhalt", signature, keys.out));
+    EXPECT_FALSE(ComponentSignature::Verify(u"wenzo.dll"_s, "Inhalt", signature, keys.out));
+
+    const QString key = QString::fromLatin1(keys.out.trimmed());
+    EXPECT_EQ(Tool({u"pruefen"_s, key, file}).code, 0);
+    folder_.Write(u"ordner/CdBase.ocx"_s, "geändert");
+    EXPECT_EQ(Tool({u"pruefen"_s, key, file}).code, 1);
+}
+
+TEST_F(SigningToolTest, ASecretKeyIsNeverOverwrittenAndFaultsAreTold) {
+    folder_.Write(u"geheim"_s, "wertvoll");
+    EXPECT_EQ(Tool({u"schluessel"_s, Path("geheim")}).code, 1);
+    EXPECT_EQ(folder_.Read(u"geheim"_s), "wertvoll");
+    folder_.Write(u"a.dll"_s, "Inhalt");
+    for (const char* key : {"geheim", "fehlt"})
+        EXPECT_EQ(Tool({u"signieren"_s, Path(key), Path("a.dll")}).code, 1) << key << " is none";
+    EXPECT_FALSE(QFile::exists(Path("a.dll.sig")));
+    EXPECT_EQ(Tool({u"pruefen"_s, u"ff"_s, Path("a.dll")}).code, 1);
+    EXPECT_EQ(Tool({}).code, 2);
 }
 
 } // namespace
