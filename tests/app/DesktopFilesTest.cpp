@@ -35,13 +35,11 @@ ToolOutcome RunTool(const QString& program, const QStringList& arguments, const 
     return {done ? process.exitCode() : -1, QString::fromUtf8(process.readAll())};
 }
 
-class DesktopFilesTest : public ::testing::Test {
-protected:
-    static bool Have(const char* program) { return !QStandardPaths::findExecutable(QLatin1String(program)).isEmpty(); }
-    test::TestFolder folder;
-};
+bool Have(const char* program) {
+    return !QStandardPaths::findExecutable(QLatin1String(program)).isEmpty();
+}
 
-TEST_F(DesktopFilesTest, TheDesktopFileIsValidAndOffersWhatPlayersOffer) {
+TEST(DesktopFilesTest, TheDesktopFileIsValidAndOffersWhatPlayersOffer) {
     if (!Have("desktop-file-validate"))
         GTEST_SKIP() << "desktop-file-utils is not installed";
     const ToolOutcome outcome = RunTool(u"desktop-file-validate"_s, {DesktopFile(u"kalvo.desktop"_s)});
@@ -51,7 +49,7 @@ TEST_F(DesktopFilesTest, TheDesktopFileIsValidAndOffersWhatPlayersOffer) {
     EXPECT_EQ(file.GetSetting(u"Desktop Entry"_s, u"MimeType"_s, {}), mpris::MimeTypes().join(u';') + u';');
 }
 
-TEST_F(DesktopFilesTest, TheMetadataAreValidAndOfThisVersion) {
+TEST(DesktopFilesTest, TheMetadataAreValidAndOfThisVersion) {
     if (!Have("appstreamcli"))
         GTEST_SKIP() << "appstream is not installed";
     const QString file = qEnvironmentVariable("KALVO_BIN") + u"/../packaging/example.kalvo.kalvo.metainfo.xml"_s;
@@ -62,11 +60,12 @@ TEST_F(DesktopFilesTest, TheMetadataAreValidAndOfThisVersion) {
     EXPECT_TRUE(text.readAll().contains("<release version=\"" KALVO_VERSION "\""));
 }
 
-TEST_F(DesktopFilesTest, EveryPlaylistFileIsKnownByItsType) {
+TEST(DesktopFilesTest, EveryPlaylistFileIsKnownByItsType) {
     if (!Have("update-mime-database") || !Have("gio"))
         GTEST_SKIP() << "shared-mime-info or gio is not installed";
     QFile types(DesktopFile(u"kalvo-mime.xml"_s));
     ASSERT_TRUE(types.open(QIODevice::ReadOnly));
+    const test::TestFolder folder;
     folder.Write(u"mime/packages/kalvo.xml"_s, types.readAll());
     const ToolOutcome update = RunTool(u"update-mime-database"_s, {folder.Path(u"mime"_s)});
     ASSERT_EQ(update.code, 0) << update.said.toStdString();

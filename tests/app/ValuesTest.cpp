@@ -1,5 +1,6 @@
 #include "app/OptionValues.h"
 
+#include "app/WindowValues.h"
 #include "base/Settings.h"
 #include "support/TestFolder.h"
 
@@ -83,16 +84,43 @@ TEST_F(OptionValuesTest, WhatIsOutOfRangeCountsAsAbsent) {
                  "[Style]\nSkin=Pink\nButtongroesse=gro\xDF\n[Musikarchiv]\nWheel=99\n[Equalizer]\nLautst\xE4rke=101\n"
                  "[Bildschirmschoner]\nPasswort=0\n[Soundkarte]\nPuffer=riesig\n");
     const OptionValues values = Read();
-    EXPECT_EQ(values.scanInterval, 7);
-    EXPECT_EQ(values.switchOver, 9);
-    EXPECT_EQ(values.meterColour, OptionValues::kNoColour);
-    EXPECT_EQ(values.meterStyle, u"Analyzer"_s);
-    EXPECT_EQ(values.skin, u"Light Green"_s);
-    EXPECT_EQ(values.buttonSize, u"klein"_s);
-    EXPECT_EQ(values.wheelRows, 3);
-    EXPECT_EQ(values.volume, 35);
-    EXPECT_TRUE(values.password.isEmpty());
-    EXPECT_EQ(values.buffer, u"normal"_s);
+    EXPECT_EQ(std::tuple(values.scanInterval, values.switchOver, values.meterColour, values.wheelRows, values.volume),
+              std::tuple(7, 9, OptionValues::kNoColour, 3, 35));
+    EXPECT_EQ((QStringList{values.meterStyle, values.skin, values.buttonSize, values.password, values.buffer}),
+              (QStringList{u"Analyzer"_s, u"Light Green"_s, u"klein"_s, QString(), u"normal"_s}));
+}
+
+TEST(WindowValues, ComeBackAsTheyWereWritten) {
+    const test::TestFolder folder;
+    WindowValues values;
+    values.geometry = QRect(-20, 30, 1024, 700);
+    values.maximised = true;
+    values.consoleHeight = 400;
+    values.continuous = false;
+    values.importFolder = u"/musik/\"Männer\", neu"_s;
+    const QString path = folder.Path(u"kalvo.dll"_s);
+    ASSERT_TRUE(values.Write(path));
+    const WindowValues read = WindowValues::Read(path);
+    EXPECT_EQ(std::tie(read.geometry, read.maximised, read.consoleHeight, read.continuous, read.automatic),
+              std::tie(values.geometry, values.maximised, values.consoleHeight, values.continuous, values.automatic));
+    EXPECT_EQ(read.importFolder, values.importFolder);
+}
+
+TEST(WindowValues, TakeDefaultsForWhatIsMissingOrBroken) {
+    const test::TestFolder folder;
+    const QString path = folder.Write(u"kalvo.dll"_s, "10,20,unsinn,,0,\"\",99");
+    const WindowValues read = WindowValues::Read(path);
+    EXPECT_TRUE(read.geometry.isNull());
+    EXPECT_EQ(read.consoleHeight, 318);
+    EXPECT_EQ(read.treeWidth, 99);
+    EXPECT_TRUE(read.continuous);
+    EXPECT_TRUE(WindowValues::Read(folder.Path(u"keine"_s)).importFolder.isEmpty());
+    folder.Write(u"kalvo.dll"_s, "0,0,2000000000,700,0,-5,1999999999,1,#TRUE#,0,\"/m\",zu,viele");
+    const WindowValues wild = WindowValues::Read(path);
+    EXPECT_TRUE(wild.geometry.isNull());
+    EXPECT_EQ(std::pair(wild.consoleHeight, wild.treeWidth), std::pair(318, 210));
+    EXPECT_FALSE(wild.automatic);
+    EXPECT_EQ(wild.importFolder, u"/m"_s);
 }
 
 } // namespace
