@@ -6,20 +6,13 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <memory>
-#include <string>
-#include <vector>
-
 namespace kalvo::audio {
 namespace {
 
 template<class Factory>
 Factory Load(const char* file, const char* factory) {
-    const char* folder = std::getenv("KALVO_BIN");
-    if (folder == nullptr)
-        return nullptr;
-    void* module = dlopen((std::string(folder) + '/' + file).c_str(), RTLD_NOW | RTLD_LOCAL);
+    const std::string path = qEnvironmentVariable("KALVO_BIN").toStdString() + '/' + file;
+    void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     EXPECT_NE(module, nullptr) << dlerror();
     return module != nullptr ? reinterpret_cast<Factory>(dlsym(module, factory)) : nullptr;
 }

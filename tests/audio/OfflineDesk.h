@@ -5,11 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdint>
 #include <functional>
-#include <memory>
-#include <vector>
 
 namespace kalvo::test {
 
