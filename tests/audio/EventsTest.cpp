@@ -50,20 +50,6 @@ TEST_F(EventsTest, TheEndComesWithTheLastFrameAndOnceForEachEnd) {
     EXPECT_TRUE(removed.channels.empty());
 }
 
-TEST_F(EventsTest, ABrokenFileEndsLikeAnother) {
-    auto delivery = std::make_shared<Delivery>();
-    delivery->brokenAt = 3000;
-    const Handle stream = desk.Open(Constant(0.5F), delivery);
-    Heard heard;
-    Sync(stream, heard, SyncType::End, kOneTime);
-    ASSERT_TRUE(library.StreamPlay(stream, true));
-    const auto out = desk.Render(5000);
-    library.DispatchEvents();
-    EXPECT_EQ(heard.channels.size(), 1U);
-    EXPECT_EQ(out[kDelay + 2999], 0.5F);
-    EXPECT_EQ(out[kDelay + 3000], 0);
-}
-
 TEST_F(EventsTest, AProcedureMayFreeItsStream) {
     Heard heard;
     heard.toFreeIn = &library;

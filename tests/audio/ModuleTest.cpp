@@ -17,14 +17,12 @@ Factory Load(const char* file, const char* factory) {
     return module != nullptr ? reinterpret_cast<Factory>(dlsym(module, factory)) : nullptr;
 }
 
-TEST(ModuleTest, BothAreLoadedByNameTellTheirVersionAndWorkTogether) {
+TEST(ModuleTest, BothAreLoadedByNameAndWorkTogether) {
     const auto createAudio = Load<Factory>("bass.dll", kFactoryName);
     const auto createEncoder = Load<EncoderFactory>("BASSenc.dll", kEncoderFactoryName);
     ASSERT_TRUE(createAudio != nullptr && createEncoder != nullptr);
     const std::unique_ptr<AudioLibrary> library(createAudio());
     const std::unique_ptr<EncoderLibrary> encoder(createEncoder());
-    EXPECT_EQ(library->GetVersion(), 0x00000002U);
-    EXPECT_EQ(encoder->GetVersion(), 0x00000002U);
     ASSERT_TRUE(library->Init(Output::Main, kOffline, 44100, 1024));
     const kalvo::test::TestFolder folder;
     const std::string path = folder.Path(QStringLiteral("mix.mp3")).toStdString();

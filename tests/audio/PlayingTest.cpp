@@ -111,15 +111,6 @@ TEST_F(PlayingTest, FreeFadesOutAndInvalidatesTheHandleAtOnce) {
     EXPECT_GT(desk.Open(Constant(0)), stream) << "handles are not used twice";
 }
 
-TEST_F(PlayingTest, TwoTitlesAtFullVolumeNeverClip) {
-    desk.Play(Sine(440, 1));
-    desk.Play(Sine(440, 1));
-    const auto out = desk.Render(44100);
-    const auto [lowest, highest] = std::minmax_element(out.begin(), out.end());
-    EXPECT_LE(std::max(-*lowest, *highest), Limiter::kCeiling);
-    EXPECT_GT(*highest, 0.95F);
-}
-
 TEST_F(PlayingTest, AStarvingTitleFadesStaysPlayingAndComesBack) {
     auto delivery = std::make_shared<Delivery>();
     delivery->until = 5000;

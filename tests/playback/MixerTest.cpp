@@ -135,7 +135,6 @@ TEST_F(MixerTest, AnEmptyListSaysSoAndAMissingFileIsReported) {
     mixer.Play(1, 0);
     EXPECT_EQ(missing, QStringList{folder.Path(u"missing-3"_s)});
     EXPECT_EQ(mixer.StatusText(1), u"stop"_s);
-    EXPECT_THROW(layer.SetPlayerVolume(3, 50), std::out_of_range);
 }
 
 TEST_F(MixerTest, ASlowFileStartsWhenItOpensAndTheFadeWaitsForIt) {

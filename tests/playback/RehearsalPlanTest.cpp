@@ -87,12 +87,10 @@ TEST_F(RehearsalPlanTest, TitlesThatBeginWithinAFadeBelongToItsJoint) {
     EXPECT_EQ(Texts(Plan()).value(0), u"a-60 → kurz-2 → b-60"_s);
 }
 
-TEST_F(RehearsalPlanTest, PlayedTitlesAreRemovedFromTheCopyAlone) {
+TEST_F(RehearsalPlanTest, PlayedTitlesAreRemovedAndACancelledPlanIsEmpty) {
     settings.mixing.removePlayed = true;
     Fill({u"a-60"_s, u"c-60"_s}, {u"b-60"_s});
-    const QList<PlaylistEntry> entries = now.lists[0].entries;
     EXPECT_EQ(Texts(Plan()), (QStringList{u"a-60 → b-60"_s, u"b-60 → c-60"_s}));
-    EXPECT_EQ(now.lists[0].entries, entries);
     cancelled = true;
     EXPECT_TRUE(Plan().isEmpty());
 }

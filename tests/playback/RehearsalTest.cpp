@@ -73,7 +73,6 @@ TEST_F(RehearsalTest, AJointIsRenderedAsTheDeskPlaysIt) {
 }
 
 TEST_F(RehearsalTest, AllIsMeasuredButOnlyWhatIsWantedKeepsItsSound) {
-    const PlaylistState before = list1.State();
     Rehearse();
     EXPECT_FALSE(rehearsal.Sound(0));
     rehearsal.Want(0);
@@ -84,7 +83,6 @@ TEST_F(RehearsalTest, AllIsMeasuredButOnlyWhatIsWantedKeepsItsSound) {
     EXPECT_FALSE(rehearsal.Sound(0)) << "it begins elsewhere now";
     Wait();
     EXPECT_LT(rehearsal.Sound(0)->length, 6);
-    EXPECT_EQ(list1.State(), before);
 }
 
 TEST_F(RehearsalTest, AChangedListIsPlannedAnewAndWhatIsWantedStays) {
