@@ -16,8 +16,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class ArchiveCommandsTest : public ::testing::Test {
-protected:
+struct ArchiveCommandsTest : ::testing::Test {
     void SetUp() override {
         for (const char* artist : {"Abba", "Juno", "Zoo"}) {
             TitleRecord record;

@@ -17,8 +17,7 @@ const QString kWenzo = u"wenzo.dll"_s;
 const QString kEncoder = u"BASSenc.dll"_s;
 const QByteArray kContent = QByteArray("\177ELF neu\0mit Null", 17).repeated(5000);
 
-class ComponentFetchTest : public ::testing::Test {
-protected:
+struct ComponentFetchTest : ::testing::Test {
     ComponentFetchTest() {
         source_.address = server_.Address(u"/download"_s);
         source_.publicKey = keys_.publicKey;

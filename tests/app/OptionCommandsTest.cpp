@@ -9,8 +9,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class OptionCommandsTest : public test::FakeWindow {
-protected:
+struct OptionCommandsTest : test::FakeWindow {
     void SetUp() override {
         folder.Write(u"Kalvo/kalvo.ini"_s, "; von Hand\r\n[Style]\r\nSkin=Grey\r\n[Mixer]\r\nUmschaltzeitpunkt=5\r\n");
         Show();

@@ -13,8 +13,7 @@ using namespace Qt::StringLiterals;
 
 constexpr int kFontHeight = 13;
 
-class OptionValuesTest : public ::testing::Test {
-protected:
+struct OptionValuesTest : ::testing::Test {
     OptionValues Read() const { return OptionValues::Read(Settings(folder.Path(u"kalvo.ini"_s)), charts, kFontHeight); }
     void Write(const OptionValues& values) {
         Settings settings(folder.Path(u"kalvo.ini"_s));

@@ -11,8 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class MetaOutputTest : public test::FakeWindow {
-protected:
+struct MetaOutputTest : test::FakeWindow {
     void SetUp() override {
         folder.Write(u"Kalvo/kalvo.ini"_s, "[Metadata]\nStop=Pause im Programm\nAlternativ=Kalvo spielt\n");
         ASSERT_TRUE(window->Load());

@@ -18,8 +18,7 @@ OptionValues SomeValues() {
     return values;
 }
 
-class frmOptionenTest : public ::testing::Test {
-protected:
+struct frmOptionenTest : ::testing::Test {
     void SetUp() override { SkinStyle::Apply(*qApp, u"Grey"_s, u"klein"_s, u"klein"_s); }
     void Open(const OptionValues& values) {
         dialog = std::make_unique<frmOptionen>(values, devices);
