@@ -368,6 +368,9 @@ TEST_F(KeyboardFaultsTest, FindWrongLettersButtonsAndFocus) {
     EXPECT_EQ(DefaultButtons(dialog).size(), 1);
     clear->setFocus();
     EXPECT_EQ(FirstFocus(dialog).size(), 1);
+    EXPECT_EQ(Unexplained(dialog), QStringList());
+    accept->setText(u"+1"_s);
+    EXPECT_EQ(Unexplained(dialog).size(), 1) << "a sign";
 }
 
 } // namespace
