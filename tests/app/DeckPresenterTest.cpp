@@ -8,11 +8,8 @@ namespace {
 struct DeckPresenterTest : test::FakeWindow {
     DeckPresenterTest() {
         desk->layer.InitAudio(1, 1024);
-        desk->list1.Append({Entry("a-200")});
-        desk->list2.Append({Entry("b-100")});
-    }
-    PlaylistEntry Entry(const char* name) {
-        return {QLatin1String(name), {}, {}, {}, {}, folder.Write(QLatin1String(name), "x")};
+        Append(1, {"a-200"});
+        Append(2, {"b-100"});
     }
     DeckView View(int player) { return PresentDeck(desk->mixer, player, 0.5F, 0); }
 

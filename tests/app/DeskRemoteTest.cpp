@@ -12,20 +12,11 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /** A desk with two titles in each list that neither sounds nor shows anything. */
-class DeskRemoteTest : public ::testing::Test {
-protected:
+struct DeskRemoteTest : ::testing::Test {
     DeskRemoteTest() {
-        for (const int player : {1, 2}) {
-            for (const char* name : {"a", "b"}) {
-                const QString title = QLatin1String(name) + QString::number(player);
-                desk.List(player).Append({{title, {}, {}, {}, {}, folder.Write(title + u"-60"_s, "x")}});
-            }
-        }
-    }
-    void FadeHalf(int player) {
-        desk.mixer.FadeTo(player, -1);
-        for (int step = 0; step < 30; ++step)
-            desk.mixer.StepFade();
+        for (const QString& title : {u"a1"_s, u"b1"_s, u"a2"_s, u"b2"_s})
+            desk.List(title.endsWith(u'1') ? 1 : 2)
+                .Append({{title, {}, {}, {}, {}, folder.Write(title + u"-60"_s, "x")}});
     }
     /** What the players do, the one on air, and its title: "stop/play 2 a2". */
     QString State() {
@@ -58,7 +49,9 @@ TEST_F(DeskRemoteTest, PlayStartsThePlayerThatWouldBeHeard) {
 
 TEST_F(DeskRemoteTest, APauseDropsTheTitleThatAFadeLeaves) {
     remote.Play();
-    FadeHalf(2);
+    desk.mixer.FadeTo(2, -1);
+    for (int step = 0; step < 30; ++step) // half of it
+        desk.mixer.StepFade();
     remote.Pause();
     EXPECT_EQ(State(), u"stop/pause 2 a2"_s);
     remote.PlayPause();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
 #include <QStringList>

@@ -1,13 +1,6 @@
 #include "app/FakeWindow.h"
 #include "app/FirstStepsState.h"
-#include "archive/ui/WindowActs.h"
 #include "support/SoundMaker.h"
-#include "support/WaitUntil.h"
-
-#include <QAbstractButton>
-#include <QAction>
-#include <QLineEdit>
-#include <gtest/gtest.h>
 
 namespace kalvo {
 namespace {
@@ -16,36 +9,19 @@ using namespace Qt::StringLiterals;
 using Step = FirstStepsState::Step;
 
 TEST(FirstStepsStateTest, TheNextStepFollowsFromWhatIsThere) {
-    struct Case {
+    const struct {
         qint64 archived;
         int listed;
         bool isImporting;
         Step next;
-    };
-    for (const Case& c :
-         {Case{0, 0, false, Step::Music}, Case{0, 0, true, Step::Music}, Case{7, 0, true, Step::Music},
-          Case{7, 0, false, Step::Lists}, Case{7, 2, false, Step::Play}, Case{0, 2, false, Step::Play}}) {
-        FirstStepsState state;
-        state.archived = c.archived;
-        state.listed = c.listed;
-        state.isImporting = c.isImporting;
-        EXPECT_EQ(state.Next(), c.next) << c.archived << ' ' << c.listed << ' ' << c.isImporting;
-        EXPECT_TRUE(ViewOfStep(state, static_cast<std::size_t>(c.next)).isEnabled);
-        EXPECT_EQ(ViewOfStep(state, 2).isEnabled, c.listed > 0);
+    } cases[] = {{0, 0, false, Step::Music}, {0, 0, true, Step::Music}, {7, 0, true, Step::Music},
+                 {7, 0, false, Step::Lists}, {7, 2, false, Step::Play}, {0, 2, false, Step::Play}};
+    for (const auto& [archived, listed, isImporting, next] : cases) {
+        const FirstStepsState state{{}, false, archived, listed, isImporting, {}};
+        EXPECT_EQ(state.Next(), next) << archived << ' ' << listed << ' ' << isImporting;
+        EXPECT_TRUE(ViewOfStep(state, static_cast<std::size_t>(next)).isEnabled);
+        EXPECT_EQ(ViewOfStep(state, 2).isEnabled, listed > 0);
     }
-}
-
-TEST(FirstStepsStateTest, TheMusicFolderIsOfferedWhereThereIsMusicElseTitlesToTry) {
-    FirstStepsState state;
-    state.folder = u"/home/anna/Musik"_s;
-    EXPECT_EQ(ViewOfStep(state, 0).button, u"Ordner wählen..."_s);
-    EXPECT_EQ(ViewOfStep(state, 0).other, u"Titel zum Probieren"_s);
-    state.hasMusic = true;
-    EXPECT_EQ(ViewOfStep(state, 0).button, u"„Musik“ einlesen"_s);
-    state.isImporting = true;
-    state.progress = u"3 von 9 Titeln"_s;
-    EXPECT_EQ(ViewOfStep(state, 0).hint, state.progress);
-    EXPECT_EQ(ViewOfStep(state, 0).button, u"Abbrechen"_s);
 }
 
 TEST(FirstStepsStateTest, RowsAreSpreadOverTheWholeArchive) {
@@ -61,19 +37,18 @@ struct FirstStepsTest : test::FakeWindow {
         folder.Write(u"config/user-dirs.dirs"_s, "XDG_MUSIC_DIR=\"" + folder.Path(u"Musik"_s).toUtf8() + "\"\n");
     }
     void TearDown() override { qunsetenv("XDG_CONFIG_HOME"); }
-    void Show() {
-        ASSERT_TRUE(window->Load());
-        window->show();
+    void ShowWhole() {
+        Show();
         ASSERT_TRUE(test::WaitUntil([this] { return desk->archive.IsIndexReady(); }));
     }
-    QAbstractButton& Button(const char* name) { return In<QAbstractButton>(*window, name); }
-    bool IsShown() { return In<QWidget>(*window, "ErsteSchritte").isVisible(); }
+    QAbstractButton& Button(const char* name) { return In<QAbstractButton>(name); }
+    bool IsShown() { return In("ErsteSchritte").isVisible(); }
 };
 
 TEST_F(FirstStepsTest, ThreePressesLeadFromAnEmptyArchiveToThePlayingTitle) {
     for (const char* name : {"a.mp3", "unten/b.ogg", "unten/c.mp3"})
         test::MakeSound(folder.Path(u"Musik"_s), QString::fromLatin1(name));
-    Show();
+    ShowWhole();
     ASSERT_TRUE(IsShown());
     EXPECT_FALSE(Button("cmdSchritt3").isEnabled());
     ASSERT_TRUE(test::WaitUntil([this] { return Button("cmdSchritt1").text() == u"„Musik“ einlesen"_s; }));
@@ -86,39 +61,37 @@ TEST_F(FirstStepsTest, ThreePressesLeadFromAnEmptyArchiveToThePlayingTitle) {
     Button("cmdSchritt3").click();
     EXPECT_TRUE(test::WaitUntil([this] { return desk->mixer.OnAirPlayer() == 1; }));
     EXPECT_FALSE(IsShown()) << "the desk is in use";
-    EXPECT_TRUE(In<QWidget>(*window, "DataGrid2").isVisible());
+    EXPECT_TRUE(In("DataGrid2").isVisible());
 }
 
 TEST_F(FirstStepsTest, IsClosedForGoodAndComesBackFromTheMenu) {
-    Show();
+    ShowWhole();
     EXPECT_EQ(Button("cmdSchritt1Anders").text(), u"Titel zum Probieren"_s) << "no music of one's own";
     Button("cmdErsteSchritteSchliessen").click();
     EXPECT_FALSE(IsShown());
     EXPECT_TRUE(Read("kalvo.ini").contains("ErsteSchritte=0"));
-    In<QAction>(*window, "ErsteSchritteZeigen").trigger();
+    Trigger("ErsteSchritteZeigen");
     EXPECT_TRUE(IsShown());
-    window.reset();
-    window = std::make_unique<Form1>(*desk, CommandLine());
-    Show();
+    NextStart();
+    ShowWhole();
     EXPECT_FALSE(IsShown()) << "at the next start";
 }
 
 TEST_F(FirstStepsTest, GivesWayToTitlesOfAnotherImportAndToASearch) {
-    Show();
-    TitleRecord title;
-    title.Pfad = folder.Write(u"lied.mp3"_s, "x");
+    ShowWhole();
+    TitleRecord title = Title({}, {}, folder.Write(u"lied.mp3"_s, "x"));
     ASSERT_TRUE(desk->archive.AddTitle(title));
     EXPECT_FALSE(IsShown());
-    In<QAction>(*window, "ErsteSchritteZeigen").trigger();
+    Trigger("ErsteSchritteZeigen");
     ASSERT_TRUE(IsShown());
-    In<QLineEdit>(*window, "Text1").setText(u"lied"_s);
+    In<QLineEdit>("Text1").setText(u"lied"_s);
     EXPECT_FALSE(IsShown());
 }
 
 TEST_F(FirstStepsTest, DoesNotShowItselfWhereThereIsSomethingAlready) {
-    desk->list2.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
+    Append(2, {"a-60"});
     desk->keeper.SaveNow();
-    Show();
+    ShowWhole();
     EXPECT_FALSE(IsShown());
 }
 

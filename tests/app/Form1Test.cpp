@@ -1,18 +1,7 @@
 #include "app/Form1.h"
 
 #include "app/FakeWindow.h"
-#include "app/frmHallo.h"
-#include "archive/ui/WindowActs.h"
-#include "support/WaitUntil.h"
 
-#include <QAbstractButton>
-#include <QAbstractScrollArea>
-#include <QAccessible>
-#include <QAction>
-#include <QApplication>
-#include <QDialog>
-#include <QLabel>
-#include <QSlider>
 #include <QTest>
 #include <sys/stat.h>
 
@@ -22,21 +11,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using Form1Test = test::FakeWindow;
 
-TEST_F(Form1Test, TheSplashTellsEachStepInItsOrder) {
-    const frmHallo splash(u"1.2.3"_s);
-    EXPECT_EQ(In<QLabel>(splash, "lblVersion").text(), u"Version 1.2.3"_s);
-    QStringList told;
-    QObject::connect(window.get(), &Form1::LoadProgress, [&told](const QString& text) { told.append(text); });
-    QObject::connect(window.get(), &Form1::LoadProgress, &splash, &frmHallo::SetProgress);
-    ASSERT_TRUE(window->Load());
-    ASSERT_TRUE(test::WaitUntil([&told] { return told.last() == u"0 Titel gefunden"_s; }));
-    EXPECT_EQ(told,
-              (QStringList{u"Grundparameter setzen..."_s, u"Start"_s, u"Skin setzen..."_s, u"Soundkarten suchen..."_s,
-                           u"Überblendmodus: Fade-CrossOver"_s, u"Kontinuierliche Wiedergabe"_s,
-                           u"Mixerautomatik Aktiv"_s, u"0 Titel im Musikarchiv..."_s, u"0 Titel gefunden"_s}))
-        << told.join(u'|').toStdString();
-}
-
 TEST_F(Form1Test, TheEndWritesFilesAndKeysInTheirOrder) {
     const auto written = [this](const char* name) {
         struct stat is {};
@@ -45,7 +19,7 @@ TEST_F(Form1Test, TheEndWritesFilesAndKeysInTheirOrder) {
         return std::pair(is.st_mtim.tv_sec, is.st_mtim.tv_nsec);
     };
     ASSERT_TRUE(window->Load());
-    desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
+    Append(1, {"a-60"});
     test::Answers answers({u"Abbrechen"_s});
     EXPECT_TRUE(window->close());
     EXPECT_EQ(answers.Said(), QStringList{u"Achtung!|Wollen Sie Kalvo wirklich beenden?"_s});
@@ -56,34 +30,27 @@ TEST_F(Form1Test, TheEndWritesFilesAndKeysInTheirOrder) {
               "[Mixer]\nWlLoeschen=0\nÜberblendgeschwindigkeit=30\nUmschaltzeitpunkt=9\n"_s);
 }
 
-TEST_F(Form1Test, TheEqualizerOfTheMenuIsHeardAtOnceAndKept) {
+TEST_F(Form1Test, TheEqualizerIsHeardAtOnceAndKept) {
     ASSERT_TRUE(window->Load());
-    desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
+    Append(1, {"a-60"});
     desk->mixer.Play(1, -1);
-    auto& action = In<QAction>(*window, "EQStatus");
-    for (const bool on : {true, false}) {
-        EXPECT_EQ(action.text(), on ? u"Equalizer aus"_s : u"Equalizer an"_s) << "before";
+    Trigger("Equalizer");
+    auto& dialog = In<QDialog>("frmEqualizer");
+    auto& button = In<QAbstractButton>(dialog, "EQStatus");
+    auto& action = In<QAction>("EQStatus");
+    EXPECT_EQ(action.text(), u"Equalizer aus"_s) << "as it stands";
+    for (const bool on : {true, false, true}) {
         action.trigger();
         EXPECT_EQ(action.text(), on ? u"Equalizer an"_s : u"Equalizer aus"_s);
-        EXPECT_EQ(action.isChecked(), on);
+        EXPECT_EQ(std::pair(action.isChecked(), button.isChecked()), std::pair(on, on));
         EXPECT_EQ(fake->effects, on ? 11 : 0) << "ten bands and the reverb";
         EXPECT_TRUE(Read("kalvo.ini").contains(on ? "EQStatus=1" : "EQStatus=0"));
     }
-}
-
-TEST_F(Form1Test, TheEqualizerWindowIsHeardAtOnceAndKeptWhenItCloses) {
-    ASSERT_TRUE(window->Load());
-    desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
-    desk->mixer.Play(1, -1);
-    In<QAction>(*window, "Equalizer").trigger();
-    auto& dialog = In<QDialog>(*window, "frmEqualizer");
-    In<QAction>(*window, "EQStatus").trigger();
-    EXPECT_TRUE(In<QAbstractButton>(dialog, "EQStatus").isChecked()) << "menu and window tell the same";
     In<QSlider>(dialog, "Band80").setValue(4);
     In<QSlider>(dialog, "Hall").setValue(5);
     EXPECT_EQ(fake->effects, 11) << "changed, not added once more";
-    In<QAbstractButton>(dialog, "EQStatus").click();
-    EXPECT_EQ(In<QAction>(*window, "EQStatus").text(), u"Equalizer aus"_s);
+    button.click();
+    EXPECT_EQ(action.text(), u"Equalizer aus"_s);
     EXPECT_EQ(fake->effects, 0);
     dialog.close();
     for (const char* line : {"EQStatus=0", "80=14", "125=10", "Hall=15"})
@@ -93,8 +60,7 @@ TEST_F(Form1Test, TheEqualizerWindowIsHeardAtOnceAndKeptWhenItCloses) {
 /** Parts that reach out of the widget that holds them; what scrolls may. */
 QStringList Clipped(const QWidget& window) {
     QStringList clipped;
-    const QList<QWidget*> parts = window.findChildren<QWidget*>();
-    for (const QWidget* part : parts) {
+    for (const QWidget* part : window.findChildren<QWidget*>()) {
         const QWidget* holder = part->parentWidget();
         if (part->isVisible() && !part->isWindow() &&
             !qobject_cast<const QAbstractScrollArea*>(holder->parentWidget()) &&
@@ -105,15 +71,14 @@ QStringList Clipped(const QWidget& window) {
 }
 
 TEST_F(Form1Test, IsUsableFromTheSmallestScreenTo4KInEveryFontSize) {
-    ASSERT_TRUE(window->Load());
-    window->show();
-    const auto* const list = &In<QAbstractScrollArea>(*window, "List1");
-    const auto* const archive = In<QWidget>(*window, "DataGrid2").parentWidget();
+    Show();
+    const auto* const list = &In<QAbstractScrollArea>("List1");
+    const auto* const archive = In("DataGrid2").parentWidget();
     for (const char* size : {"Schriftgrad_klein", "Schriftgrad_mittel", "Schriftgrad_groß"}) {
         for (const char* buttons : {"Buttongroesse_klein", "Buttongroesse_gross"}) {
             SCOPED_TRACE(std::string(size) + ", " + buttons);
-            In<QAction>(*window, size).trigger();
-            In<QAction>(*window, buttons).trigger();
+            Trigger(size);
+            Trigger(buttons);
             for (const QSize screen : {QSize(3840, 2160), QSize(1280, 800), QSize(800, 600)}) {
                 window->resize(screen);
                 QApplication::processEvents();
@@ -127,36 +92,16 @@ TEST_F(Form1Test, IsUsableFromTheSmallestScreenTo4KInEveryFontSize) {
 }
 
 TEST_F(Form1Test, TheFunctionKeysWorkThePlayersWhereverTheFocusIs) {
-    ASSERT_TRUE(window->Load());
-    window->show();
+    Show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    for (const int player : {1, 2})
-        desk->List(player).Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
-    const auto status = [this] { return desk->mixer.StatusText(1) + u' ' + desk->mixer.StatusText(2); };
-    In<QWidget>(*window, "cboTempo").setFocus();
-    for (const auto& [key, expected] : std::vector<std::pair<Qt::Key, const char*>>{{Qt::Key_F1, "play stop"},
-                                                                                    {Qt::Key_F3, "pause stop"},
-                                                                                    {Qt::Key_F5, "pause play"},
-                                                                                    {Qt::Key_F1, "play play"},
-                                                                                    {Qt::Key_F6, "play stop"},
-                                                                                    {Qt::Key_F2, "stop stop"}}) {
-        QTest::keyClick(window.get(), key);
-        EXPECT_EQ(status().toStdString(), expected) << "after F" << key - Qt::Key_F1 + 1;
-    }
-}
-
-TEST_F(Form1Test, EveryControlHasItsNames) {
-    ASSERT_TRUE(window->Load());
-    window->show();
-    const QList<QWidget*> parts = window->findChildren<QWidget*>();
-    for (QWidget* part : parts) {
-        if (!part->isVisible() || part->focusPolicy() == Qt::NoFocus || part->focusProxy() != nullptr)
-            continue;
-        const std::string what = std::string(part->metaObject()->className()) + " " + part->objectName().toStdString();
-        EXPECT_FALSE(part->objectName().isEmpty()) << what;
-        QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(part);
-        ASSERT_TRUE(spoken) << what;
-        EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << what;
+    Append(1, {"a-60"});
+    Append(2, {"a-60"});
+    In("cboTempo").setFocus();
+    const std::pair<int, QString> steps[] = {{1, u"play stop"_s}, {3, u"pause stop"_s}, {5, u"pause play"_s},
+                                             {1, u"play play"_s}, {6, u"play stop"_s},  {2, u"stop stop"_s}};
+    for (const auto& [key, expected] : steps) {
+        QTest::keyClick(window.get(), Qt::Key(Qt::Key_F1 + key - 1));
+        EXPECT_EQ(desk->mixer.StatusText(1) + u' ' + desk->mixer.StatusText(2), expected) << "after F" << key;
     }
 }
 

@@ -4,22 +4,6 @@
 #include "app/FakeWindow.h"
 #include "app/ShortcutList.h"
 #include "app/frmOptionen.h"
-#include "widgets/xMessageBox.h"
-
-#include <QAction>
-#include <QApplication>
-#include <QDialog>
-#include <QDir>
-#include <QFile>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QTimer>
-#include <QUrl>
 
 namespace kalvo {
 namespace {
@@ -31,8 +15,6 @@ struct HandbookCommandsTest : ::testing::Test {
         actions.BuildMenus(*window.menuBar());
         for (const char* page : {"index", "fenster/frmsuchen", "fenster/optionsoundpage", "fenster/guestpanel"})
             folder.Write(u"handbuch/"_s + QLatin1String(page) + u".html"_s, "<html>");
-    }
-    void Make() {
         commands = new HandbookCommands(actions, window, Handbook(folder.Path(u"bin"_s)), [this](const QUrl& url) {
             opened.append(QDir(folder.Path(u"handbuch"_s)).relativeFilePath(url.toLocalFile()));
             return hasBrowser;
@@ -48,19 +30,10 @@ struct HandbookCommandsTest : ::testing::Test {
         return asked.isAccepted();
     }
     /** What the message said that opening led to. */
-    QString MessageOf(QAction& action) {
-        QString text;
-        QTimer answer;
-        answer.callOnTimeout([&text] {
-            if (auto* box = qobject_cast<xMessageBox*>(QApplication::activeModalWidget())) {
-                for (const QLabel* label : box->findChildren<QLabel*>())
-                    text += label->text();
-                box->close();
-            }
-        });
-        answer.start(0);
+    static QString MessageOf(QAction& action) {
+        test::Answers answers({u"OK"_s});
         action.trigger();
-        return text;
+        return answers.Said().value(0);
     }
     QAction& Help() { return *commands->findChild<QAction*>(u"Handbuch"_s); }
 
@@ -73,7 +46,6 @@ struct HandbookCommandsTest : ::testing::Test {
 };
 
 TEST_F(HandbookCommandsTest, TheMenuOpensTheFirstPageAndTellsWhere) {
-    Make();
     QString told;
     QObject::connect(commands, &HandbookCommands::Told, [&told](const QString& text) { told = text; });
     EXPECT_EQ(actions.helpMenu->actions().constFirst(), &Help());
@@ -84,7 +56,6 @@ TEST_F(HandbookCommandsTest, TheMenuOpensTheFirstPageAndTellsWhere) {
 }
 
 TEST_F(HandbookCommandsTest, AWindowOpensItsOwnPageAndAnUnknownOneTheFirst) {
-    Make();
     QDialog known;
     known.setObjectName(u"frmSuchen"_s);
     auto* field = new QLineEdit(&known);
@@ -98,20 +69,15 @@ TEST_F(HandbookCommandsTest, AWindowOpensItsOwnPageAndAnUnknownOneTheFirst) {
     EXPECT_EQ(opened, (QStringList{u"fenster/frmsuchen.html"_s, u"fenster/guestpanel.html"_s, u"index.html"_s}));
     EXPECT_FALSE(Press(window)) << "there the menu has the key";
     EXPECT_EQ(opened.size(), 3);
-}
-
-TEST_F(HandbookCommandsTest, TheOptionsOpenTheShownPageWhereverTheFocusIs) {
-    Make();
     frmOptionen options(OptionValues(), {u"Kein Ton"_s});
     auto* list = options.findChild<QListWidget*>(u"lstSeiten"_s);
     list->setCurrentRow(1);
     Press(*list);
-    EXPECT_EQ(opened, QStringList{u"fenster/optionsoundpage.html"_s});
+    EXPECT_EQ(opened.constLast(), u"fenster/optionsoundpage.html"_s) << "the shown page, wherever the focus is";
 }
 
 TEST_F(HandbookCommandsTest, WithoutBrowserOrHandbookAMessageTellsThePath) {
     hasBrowser = false;
-    Make();
     EXPECT_TRUE(MessageOf(Help()).contains(folder.Path(u"handbuch/index.html"_s)));
     QFile::remove(folder.Path(u"handbuch/index.html"_s));
     opened.clear();
@@ -142,12 +108,11 @@ struct KeyTableTest : test::FakeWindow {
     }
     static void Compare(const char* name, const QString& table) {
         QFile file(qEnvironmentVariable("KALVO_SOURCE") + u"/docs/handbuch/"_s + QLatin1String(name));
-        if (qEnvironmentVariableIsSet("KALVO_WRITE_KEYS")) {
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        const bool writes = qEnvironmentVariableIsSet("KALVO_WRITE_KEYS");
+        ASSERT_TRUE(file.open(writes ? QIODevice::ReadWrite | QIODevice::Truncate : QIODevice::ReadOnly));
+        if (writes)
             file.write(table.toUtf8());
-            file.close();
-        }
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        file.seek(0);
         EXPECT_EQ(QString::fromUtf8(file.readAll()), table)
             << "write it anew: KALVO_WRITE_KEYS=1 test_app --gtest_filter='KeyTable*'";
     }

@@ -4,33 +4,19 @@
 #include "app/frmOptionen.h"
 #include "widgets/SkinStyle.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QSlider>
-#include <QSpinBox>
-#include <QTableView>
-#include <QTableWidget>
-#include <QTimer>
-
 namespace kalvo {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class OptionCommandsTest : public test::FakeWindow {
-protected:
+struct OptionCommandsTest : test::FakeWindow {
     void SetUp() override {
         folder.Write(u"Kalvo/kalvo.ini"_s, "; von Hand\r\n[Style]\r\nSkin=Grey\r\n[Mixer]\r\nUmschaltzeitpunkt=5\r\n");
-        ASSERT_TRUE(window->Load());
-        window->show();
+        Show();
     }
     frmOptionen& Open() {
-        In<QAction>(*window, "Optionen").trigger();
-        return In<frmOptionen>(*window, "frmOptionen");
+        Trigger("Optionen");
+        return In<frmOptionen>("frmOptionen");
     }
 };
 
@@ -43,28 +29,26 @@ TEST_F(OptionCommandsTest, ConfirmWritesAndApplies) {
     In<QComboBox>(dialog, "Style").setCurrentText(u"Kein"_s);
     In<QTableWidget>(dialog, "lstSpalten").item(0, 0)->setText(u"Lied"_s);
     In<QLineEdit>(dialog, "txtStop").setText(u"Stille"_s);
-    // The volume is moved in the main window while the dialog is open.
-    In<QSlider>(*window, "hscroll1").setValue(77);
+    In<QSlider>("hscroll1").setValue(77); // in the main window, while the dialog is open
     In<QPushButton>(dialog, "Command5").click();
 
     EXPECT_EQ(desk->mixer.Options().switchOver, 15);
     EXPECT_TRUE(desk->mixer.Options().removePlayed);
     EXPECT_EQ(SkinStyle::Colours().name, u"Dark Blue"_s);
-    EXPECT_TRUE(In<QWidget>(*window, "Pegel1").isHidden());
-    EXPECT_EQ(In<QSlider>(*window, "hscroll1").value(), 77);
-    const QAbstractItemModel* grid = In<QTableView>(*window, "DataGrid2").model();
-    EXPECT_EQ(grid->headerData(0, Qt::Horizontal).toString(), u"Lied"_s);
+    EXPECT_TRUE(In("Pegel1").isHidden());
+    EXPECT_EQ(In<QSlider>("hscroll1").value(), 77);
+    EXPECT_EQ(In<QTableView>("DataGrid2").model()->headerData(0, Qt::Horizontal), u"Lied"_s);
     const QByteArray ini = Read("kalvo.ini");
     EXPECT_TRUE(ini.startsWith("; von Hand\r\n[Style]\r\nSkin=Dark Blue\r\n")) << ini.constData();
-    EXPECT_TRUE(ini.contains("Umschaltzeitpunkt=15\r\n") && ini.contains("Lautst\xE4rke=77\r\n")) << ini.constData();
-    EXPECT_TRUE(ini.contains("Caption=Lied\r\n"));
+    for (const char* line : {"Umschaltzeitpunkt=15\r\n", "Lautst\xE4rke=77\r\n", "Caption=Lied\r\n"})
+        EXPECT_TRUE(ini.contains(line)) << ini.constData();
     EXPECT_EQ(Read("optionen.dll"), QByteArray("\"200\"\r\n"));
     desk->writer.Flush();
     EXPECT_EQ(Read("meta.dat"), QByteArray("Stille\n"));
 }
 
 TEST_F(OptionCommandsTest, ASoundCardThatIsRefusedIsNotKept) {
-    desk->list1.Append({{u"a"_s, {}, {}, {}, {}, folder.Write(u"a-60"_s, "x")}});
+    Append(1, {"a-60"});
     desk->mixer.Play(1, -1);
     frmOptionen& dialog = Open();
     In<QComboBox>(dialog, "DeviceW").setCurrentIndex(0);

@@ -1,18 +1,12 @@
 #include "app/UndoCommands.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QMenu>
-#include <QUndoStack>
+#include <QtWidgets>
 #include <gtest/gtest.h>
 
-#include <utility>
-
 namespace kalvo {
-
 namespace {
+
+using namespace Qt::StringLiterals;
 
 /** Takes its name out of a text and puts it back; "!" fails the second time. */
 class Named final : public QUndoCommand {
@@ -33,14 +27,23 @@ private:
 
 struct UndoCommandsTest : ::testing::Test {
     UndoCommandsTest() {
-        menu.addAction(QStringLiteral("Schnellsuche"));
+        menu.addAction(u"Schnellsuche"_s);
         commands = std::make_unique<UndoCommands>(menu);
         commands->Add(lists);
         commands->Add(archive);
         lists.setUndoLimit(3);
     }
-    QAction* Undo() { return commands->findChild<QAction*>(QStringLiteral("Rueckgaengig")); }
-    QAction* Redo() { return commands->findChild<QAction*>(QStringLiteral("Wiederherstellen")); }
+    QAction* Undo() { return commands->findChild<QAction*>(u"Rueckgaengig"_s); }
+    QAction* Redo() { return commands->findChild<QAction*>(u"Wiederherstellen"_s); }
+    /** Pushes a command for each letter. */
+    void Push(QUndoStack& stack, const QString& names) {
+        for (const QChar name : names)
+            stack.push(new Named(done, name));
+    }
+    void Step(QAction* action, int times) {
+        for (int step = 0; step < times; ++step)
+            action->trigger();
+    }
 
     QMenu menu;
     QUndoStack lists, archive;
@@ -49,36 +52,32 @@ struct UndoCommandsTest : ::testing::Test {
     QString done;
 };
 
-} // namespace
-
 TEST_F(UndoCommandsTest, TakesBackWhatWasDoneLastWhicheverTopicItBelongsTo) {
     EXPECT_FALSE(Undo()->isEnabled());
-    lists.push(new Named(done, u'a'));
-    archive.push(new Named(done, u'b'));
-    lists.push(new Named(done, u'c'));
-    EXPECT_EQ(Undo()->text(), QStringLiteral("&Rückgängig: c"));
+    Push(lists, u"a"_s);
+    Push(archive, u"b"_s);
+    Push(lists, u"c"_s);
+    EXPECT_EQ(Undo()->text(), u"&Rückgängig: c"_s);
     Undo()->trigger();
-    EXPECT_EQ(Undo()->text(), QStringLiteral("&Rückgängig: b"));
+    EXPECT_EQ(Undo()->text(), u"&Rückgängig: b"_s);
     Undo()->trigger();
-    EXPECT_EQ(done, QStringLiteral("a"));
+    EXPECT_EQ(done, u"a"_s);
     Redo()->trigger();
-    EXPECT_EQ(Redo()->text(), QStringLiteral("&Wiederherstellen: c"));
+    EXPECT_EQ(Redo()->text(), u"&Wiederherstellen: c"_s);
     Redo()->trigger();
-    EXPECT_EQ(done, QStringLiteral("abc"));
+    EXPECT_EQ(done, u"abc"_s);
     EXPECT_FALSE(Redo()->isEnabled());
     EXPECT_EQ(menu.actions().first(), Undo());
 }
 
 TEST_F(UndoCommandsTest, ANewChangeEndsWhatCouldBeDoneAgain) {
-    lists.push(new Named(done, u'a'));
-    lists.push(new Named(done, u'b'));
+    Push(lists, u"ab"_s);
     Undo()->trigger();
-    archive.push(new Named(done, u'c'));
+    Push(archive, u"c"_s);
     EXPECT_FALSE(Redo()->isEnabled()) << "in the other topic too";
-    Undo()->trigger();
-    Undo()->trigger();
+    Step(Undo(), 2);
     EXPECT_EQ(done, QString());
-    for (const QString& expected : {QStringLiteral("a"), QStringLiteral("ac")}) {
+    for (const QString& expected : {u"a"_s, u"ac"_s}) {
         Redo()->trigger();
         EXPECT_EQ(done, expected);
     }
@@ -86,42 +85,38 @@ TEST_F(UndoCommandsTest, ANewChangeEndsWhatCouldBeDoneAgain) {
 }
 
 TEST_F(UndoCommandsTest, PassesOverWhatAStackHasForgotten) {
-    for (const QChar name : QStringLiteral("abcd"))
-        lists.push(new Named(done, name)); // keeps three
-    archive.push(new Named(done, u'x'));
-    for (int step = 0; step < 4; ++step)
-        Undo()->trigger();
-    EXPECT_EQ(done, QStringLiteral("a"));
+    Push(lists, u"abcd"_s); // keeps three
+    Push(archive, u"x"_s);
+    Step(Undo(), 4);
+    EXPECT_EQ(done, u"a"_s);
     EXPECT_FALSE(Undo()->isEnabled());
     Redo()->trigger();
-    EXPECT_EQ(done, QStringLiteral("ab"));
+    EXPECT_EQ(done, u"ab"_s);
 }
 
 TEST_F(UndoCommandsTest, AStackThatGoesTakesItsCommandsAlong) {
     {
         QUndoStack passing;
         commands->Add(passing);
-        for (const QChar name : QStringLiteral("xyz")) {
-            lists.push(new Named(done, name.toUpper()));
-            passing.push(new Named(done, name));
+        for (const char16_t name : {u'x', u'y', u'z'}) {
+            Push(lists, QChar(name).toUpper());
+            Push(passing, QChar(name));
         }
     }
-    Undo()->trigger();
-    Undo()->trigger();
-    EXPECT_EQ(done, QStringLiteral("Xxyz"));
-    EXPECT_EQ(Undo()->text(), QStringLiteral("&Rückgängig: X"));
+    Step(Undo(), 2);
+    EXPECT_EQ(done, u"Xxyz"_s);
+    EXPECT_EQ(Undo()->text(), u"&Rückgängig: X"_s);
 }
 
 TEST_F(UndoCommandsTest, ACommandThatCannotBeDoneAgainIsGone) {
-    lists.push(new Named(done, u'a'));
-    archive.push(new Named(done, u'!'));
-    lists.push(new Named(done, u'c'));
-    Undo()->trigger();
-    Undo()->trigger();
+    Push(lists, u"a"_s);
+    Push(archive, u"!"_s);
+    Push(lists, u"c"_s);
+    Step(Undo(), 2);
     Redo()->trigger();
-    EXPECT_EQ(Undo()->text(), QStringLiteral("&Rückgängig: a"));
+    EXPECT_EQ(Undo()->text(), u"&Rückgängig: a"_s);
     Redo()->trigger();
-    EXPECT_EQ(done, QStringLiteral("ac"));
+    EXPECT_EQ(done, u"ac"_s);
 }
 
 TEST_F(UndoCommandsTest, ATextFieldKeepsTheKeyOnlyWhileItHasSomethingToTakeBack) {
@@ -132,8 +127,9 @@ TEST_F(UndoCommandsTest, ATextFieldKeepsTheKeyOnlyWhileItHasSomethingToTakeBack)
         return override.isAccepted();
     };
     EXPECT_FALSE(isTaken());
-    field.insert(QStringLiteral("x"));
+    field.insert(u"x"_s);
     EXPECT_TRUE(isTaken());
 }
 
+} // namespace
 } // namespace kalvo

@@ -38,13 +38,10 @@ protected:
 } // namespace
 
 TEST_F(ArchiveRescueTest, ANotedArchiveIsRenewedWithAllThatCanBeRead) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    const qint64 pages = file.size() / 4096;
+    QByteArray content = folder.Read(u"default.mav"_s);
+    const qsizetype pages = content.size() / 4096;
     ASSERT_GT(pages, 60);
-    ASSERT_TRUE(file.seek(pages / 2 * 4096));
-    file.write(QByteArray(4096, '\xFF'));
-    file.close();
+    folder.Write(u"default.mav"_s, content.replace(pages / 2 * 4096, 4096, QByteArray(4096, '\xFF')));
     ArchiveRescue::Note(path);
     ASSERT_TRUE(database.Open(path, message));
     EXPECT_GT(database.Count(), 2500);

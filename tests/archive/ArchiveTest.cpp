@@ -1,12 +1,10 @@
 #include "archive/Archive.h"
 
 #include "archive/ArchiveStatements.h"
-#include "archive/TestClock.h"
-#include "support/TestFolder.h"
+#include "archive/ui/ArchiveDesk.h"
 #include "support/WaitUntil.h"
 
 #include <QFile>
-#include <gtest/gtest.h>
 
 namespace kalvo::test {
 
@@ -14,82 +12,62 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TitleRecord TitleBy(const QString& artist, const QString& title) {
-    TitleRecord record;
-    record.Interpret = artist;
-    record.Titel = title;
-    record.Pfad = u"/m/%1/%2.mp3"_s.arg(artist, title);
-    return record;
-}
-
-class ArchiveTest : public ::testing::Test {
+class ArchiveTest : public ::testing::Test, protected ArchiveDesk {
 protected:
-    ArchiveTest() {
-        EXPECT_TRUE(data.CreateAll());
-        QObject::connect(&archive, &Archive::Message, [this](const QString& text) { messages << text; });
-    }
-
-    void OpenReady() {
-        ASSERT_TRUE(archive.Open(data));
+    void Reopen(const DataFolder& from) {
+        ASSERT_TRUE(archive.Open(from));
         ASSERT_TRUE(archive.WaitForIndex());
     }
 
-    void Add(const QString& artist, const QString& title) {
-        TitleRecord record = TitleBy(artist, title);
-        ASSERT_TRUE(archive.AddTitle(record));
-    }
-
-    QStringList Shown() const {
+    QString Shown() const {
         QStringList titles;
         for (int row = 0; row < archive.RowCount(); ++row)
             titles << archive.RowAt(row).Titel;
-        return titles;
+        return titles.join(u' ');
     }
 
-    void WriteLayout(const QString& archivePath) const {
+    static void WriteLayout(const DataFolder& into, const QString& archivePath) {
         LayoutFile layout;
         layout.archivePath = archivePath;
         layout.playlistPath = u"/elsewhere.mav"_s;
-        ASSERT_TRUE(layout.Write(data.Path(u"\\mp3tabelle.dll"_s)));
+        ASSERT_TRUE(layout.Write(into.Path(u"\\mp3tabelle.dll"_s)));
     }
 
-    TestFolder folder;
-    DataFolder data{folder.Path(u"Kalvo"_s)};
+    QString layoutPath = data.Path(u"\\mp3tabelle.dll"_s);
     QString defaultPath = data.Path(u"\\Musikarchiv\\default.mav"_s);
-    TestClock clock;
-    QStringList messages;
-    Archive archive{clock};
 };
 
 } // namespace
 
-TEST_F(ArchiveTest, FirstStartCreatesEverything) {
-    OpenReady();
-    EXPECT_EQ(archive.Path(), defaultPath);
-    EXPECT_TRUE(QFile::exists(data.Path(u"\\mp3tabelle.dll"_s)));
-    EXPECT_EQ(archive.Count(), 0);
-    EXPECT_EQ(archive.RowCount(), 0);
-    EXPECT_EQ(archive.RowAt(0).Nr, 0);
-    EXPECT_EQ(messages, QStringList());
+TEST_F(ArchiveTest, FirstStartCreatesEverythingWhateverIsConfigured) {
+    QStringList messages;
+    QObject::connect(&archive, &Archive::Message, [&](const QString& text) { messages << text; });
+    for (const QString& name : {u"Neu"_s, u"Konfiguriert"_s}) {
+        const DataFolder fresh(folder.Path(name));
+        ASSERT_TRUE(fresh.CreateAll());
+        if (name == u"Konfiguriert"_s)
+            WriteLayout(fresh, folder.Path(u"other/mine.mav"_s));
+        Reopen(fresh);
+        EXPECT_EQ(archive.Path(), fresh.Path(u"\\Musikarchiv\\default.mav"_s));
+        EXPECT_TRUE(QFile::exists(fresh.Path(u"\\mp3tabelle.dll"_s)));
+        EXPECT_EQ(archive.Count() + archive.RowCount() + archive.RowAt(0).Nr, 0);
+        EXPECT_EQ(messages, QStringList());
+    }
 }
 
-TEST_F(ArchiveTest, AConfiguredArchiveCountsOnlyBesideADefaultOne) {
+TEST_F(ArchiveTest, AConfiguredArchiveCountsBesideADefaultOne) {
     const QString elsewhere = folder.Path(u"other/mine.mav"_s);
-    WriteLayout(elsewhere);
-    OpenReady();
-    EXPECT_EQ(archive.Path(), defaultPath);
-
-    WriteLayout(elsewhere);
-    OpenReady();
+    WriteLayout(data, elsewhere);
+    Reopen(data);
     EXPECT_EQ(archive.Path(), elsewhere);
     EXPECT_EQ(archive.Layout().playlistPath, data.Path(u"\\Wiedergabeliste\\default.mav"_s));
 
     for (const QString& before :
          {folder.Path(u"gone/Kalvo/Musikarchiv/default.mav"_s), u"C:\\DJ\\Kalvo\\Musikarchiv\\default.mav"_s}) {
-        WriteLayout(before);
-        OpenReady();
+        WriteLayout(data, before);
+        Reopen(data);
         EXPECT_EQ(archive.Path(), defaultPath) << "the data folder was moved here from " << before.toStdString();
-        EXPECT_EQ(LayoutFile::Read(data.Path(u"\\mp3tabelle.dll"_s)).archivePath, defaultPath);
+        EXPECT_EQ(LayoutFile::Read(layoutPath).archivePath, defaultPath);
     }
 }
 
@@ -99,10 +77,9 @@ TEST_F(ArchiveTest, LayoutFileKeepsItsTwelveValues) {
     layout.rowHeight = 14.25;
     layout.archivePath = u"/musik/größe \"x\".mav"_s;
     layout.playlistPath = u"/p.mav"_s;
-    const QString path = data.Path(u"\\mp3tabelle.dll"_s);
-    ASSERT_TRUE(layout.Write(path));
+    ASSERT_TRUE(layout.Write(layoutPath));
     EXPECT_TRUE(folder.Read(u"Kalvo/mp3tabelle.dll"_s).startsWith("4,1500,900,0,1,2,3,4,7,"));
-    const LayoutFile read = LayoutFile::Read(path);
+    const LayoutFile read = LayoutFile::Read(layoutPath);
     EXPECT_EQ(read.columnWidths, layout.columnWidths);
     EXPECT_EQ(read.rowHeight, layout.rowHeight);
     EXPECT_EQ(read.archivePath, layout.archivePath);
@@ -110,30 +87,16 @@ TEST_F(ArchiveTest, LayoutFileKeepsItsTwelveValues) {
     EXPECT_EQ(LayoutFile::Read(data.Path(u"\\missing.dll"_s)).archivePath, QString());
 }
 
-TEST_F(ArchiveTest, ShowsNewTitlesAfterARefresh) {
-    OpenReady();
-    Add(u"b"_s, u"zwei"_s);
-    Add(u"a"_s, u"eins"_s);
-    EXPECT_EQ(archive.Count(), 2);
-    EXPECT_EQ(archive.RowCount(), 0);
-    archive.Refresh();
-    EXPECT_EQ(Shown(), QStringList({u"eins"_s, u"zwei"_s}));
-    EXPECT_EQ(archive.RowOf(archive.IdAt(1)), 1);
-    EXPECT_EQ(archive.IdAt(2), 0);
-}
-
 TEST_F(ArchiveTest, AStatementItCannotUnderstandChangesNothing) {
-    OpenReady();
     Add(u"a"_s, u"eins"_s);
     Add(u"b"_s, u"zwei"_s);
     ASSERT_TRUE(archive.SetRecordSource(ArchiveStatements::QuickSearch(u"ein"_s, {ArchiveField::Titel})));
     EXPECT_FALSE(archive.SetRecordSource(u"Select * From Daten Where Titel Like '*O'Neil*'"_s));
-    EXPECT_EQ(Shown(), QStringList{u"eins"_s});
+    EXPECT_EQ(Shown(), u"eins"_s);
     EXPECT_EQ(archive.CurrentRecordSource(), ArchiveStatements::QuickSearch(u"ein"_s, {ArchiveField::Titel}));
 }
 
 TEST_F(ArchiveTest, TakesSourcesAndTitlesWhileTheIndexLoads) {
-    OpenReady();
     Add(u"b"_s, u"alt"_s);
     ASSERT_TRUE(archive.Open(data));
     ASSERT_TRUE(archive.SetRecordSource(ArchiveStatements::Sorted(ArchiveField::Titel, true)));
@@ -143,18 +106,18 @@ TEST_F(ArchiveTest, TakesSourcesAndTitlesWhileTheIndexLoads) {
     bool ready = false;
     QObject::connect(&archive, &Archive::IndexReady, [&] { ready = true; });
     ASSERT_TRUE(WaitUntil([&] { return ready; }));
-    EXPECT_EQ(Shown(), QStringList({u"neu"_s, u"alt"_s}));
+    EXPECT_EQ(Shown(), u"neu alt"_s);
     EXPECT_EQ(archive.Count(), 2);
 }
 
 TEST_F(ArchiveTest, ShowsWhatAnotherProgramWritesWhenItPauses) {
-    OpenReady();
     Add(u"a"_s, u"eins"_s);
     Archive other(clock);
     ASSERT_TRUE(other.Open(data) && other.WaitForIndex());
     other.Refresh();
     ASSERT_TRUE(other.DeleteTitles({other.IdAt(0)}));
-    TitleRecord added = TitleBy(u"b"_s, u"zwei"_s);
+    TitleRecord added;
+    added.Titel = u"zwei"_s;
     ASSERT_TRUE(other.AddTitle(added));
 
     archive.Refresh();
@@ -164,7 +127,7 @@ TEST_F(ArchiveTest, ShowsWhatAnotherProgramWritesWhenItPauses) {
     archive.FollowOthers();
     Add(u"c"_s, u"drei"_s); // while the new index loads
     ASSERT_TRUE(WaitUntil([&] { return archive.RowCount() == 2; }));
-    EXPECT_EQ(Shown(), QStringList({u"zwei"_s, u"drei"_s}));
+    EXPECT_EQ(Shown(), u"zwei drei"_s);
     EXPECT_EQ(archive.Count(), 2);
 
     ASSERT_TRUE(other.DeleteTitles({added.Nr}));
@@ -174,7 +137,7 @@ TEST_F(ArchiveTest, ShowsWhatAnotherProgramWritesWhenItPauses) {
     ASSERT_TRUE(WaitUntil([&] { return archive.RowCount() == 0; }));
     ASSERT_TRUE(archive.Undo());
     archive.Refresh();
-    EXPECT_EQ(Shown(), QStringList{u"drei"_s});
+    EXPECT_EQ(Shown(), u"drei"_s);
 }
 
 TEST(ForeignWritesTest, AreReadWhenTheyPauseOrAtLastAfterManyLooks) {
@@ -192,7 +155,6 @@ TEST(ForeignWritesTest, AreReadWhenTheyPauseOrAtLastAfterManyLooks) {
 }
 
 TEST_F(ArchiveTest, AnUpdatedRecordShowsAtOnce) {
-    OpenReady();
     Add(u"a"_s, u"eins"_s);
     archive.Refresh();
     TitleRecord record = archive.RowAt(0);
@@ -202,8 +164,6 @@ TEST_F(ArchiveTest, AnUpdatedRecordShowsAtOnce) {
     ASSERT_TRUE(archive.UpdateRecord(record));
     EXPECT_EQ(changed, 0);
     EXPECT_EQ(archive.RowAt(0).Extra2, u"07.03.2026"_s);
-    ASSERT_TRUE(archive.SetRecordSource(u"Select * From Daten Where Extra2 Like '07*'"_s));
-    EXPECT_EQ(archive.RowCount(), 1);
 }
 
 } // namespace kalvo::test

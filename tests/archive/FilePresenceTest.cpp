@@ -2,7 +2,6 @@
 #include "archive/MissingFiles.h"
 #include "support/TestFolder.h"
 
-#include <QDir>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -17,16 +16,10 @@ using namespace Qt::StringLiterals;
  */
 TEST(FilePresence, AListedFolderAnswersAsEachFileAskedForAlone) {
     const test::TestFolder folder;
-    const auto make = [&](const QString& name) {
-        QFile file(folder.Path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    };
-    for (const QString& name : {u"a.mp3"_s, u"Ä 'b'.ogg"_s, u"c"_s, u"voll/1"_s}) {
-        QDir().mkpath(folder.Path(name).section(u'/', 0, -2));
-        make(name);
-    }
+    for (const QString& name : {u"a.mp3"_s, u"Ä 'b'.ogg"_s, u"c"_s, u"voll/1"_s})
+        folder.Write(name, {});
     for (int other = 0; other < 200; ++other)
-        make(u"voll/x%1"_s.arg(other));
+        folder.Write(u"voll/x%1"_s.arg(other), {});
     QFile::link(folder.Path(u"a.mp3"_s), folder.Path(u"link"_s));
     QFile::link(folder.Path(u"nichts"_s), folder.Path(u"tot"_s));
 

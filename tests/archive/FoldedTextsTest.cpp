@@ -12,8 +12,6 @@ namespace kalvo::test {
 
 namespace {
 
-using namespace Qt::StringLiterals;
-
 /** Few letters, so that needles are found often and nearly found still oftener. */
 std::string RandomText(std::mt19937& random, std::size_t maximum) {
     std::string text(random() % (maximum + 1), 'a');
@@ -42,9 +40,7 @@ std::vector<std::size_t> Found(const FoldedTexts& texts, const LikePattern& patt
 } // namespace
 
 TEST(TextFoldingTest, ComparesWithoutCaseInAllOfUnicode) {
-    const QString decomposed = u"MÄNNER"_s.normalized(QString::NormalizationForm_D);
-    EXPECT_EQ(TextFolding::Folded(u"MÄNNER"), "männer");
-    EXPECT_EQ(TextFolding::Folded(decomposed), "männer");
+    EXPECT_EQ(TextFolding::Folded(u"MA\u0308NNER"), "männer");
     EXPECT_EQ(TextFolding::Folded(u"ΑΘΗΝΑ Дым"), "αθηνα дым");
     EXPECT_EQ(TextFolding::Folded(u"Straße"), "straße");
     EXPECT_EQ(TextFolding::Folded(QString(QChar(0)) + u'A'), " a");
@@ -59,8 +55,7 @@ TEST(TextFoldingTest, SortsUmlautsBesideTheirLetters) {
 }
 
 TEST(LikePatternTest, TakesAStarForItselfOnlyWhereItIsNoWildcard) {
-    EXPECT_TRUE(LikePattern("a*", false).Matches("a*"));
-    EXPECT_FALSE(LikePattern("a*", false).Matches("ab"));
+    EXPECT_TRUE(LikePattern("a*", false).Matches("a*") && !LikePattern("a*", false).Matches("ab"));
     EXPECT_FALSE(LikePattern("aa*aa", true).Matches("aaa"));
 }
 

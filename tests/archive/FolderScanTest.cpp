@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 namespace kalvo::test {
 
@@ -60,11 +61,9 @@ TEST_P(FolderScanTest, FollowsLinksOnceAndNeverBack) {
 TEST_P(FolderScanTest, RefusesNamesThatAreNoText) {
     folder.Write(u"good.mp3"_s, "x");
     const std::string bad = folder.Path().toStdString() + "/bad\xE4.mp3";
-    FILE* file = fopen(bad.c_str(), "w");
-    ASSERT_NE(file, nullptr);
-    fclose(file);
+    ASSERT_TRUE(std::ofstream(bad).put('x'));
     const ScanResult result = Scan();
-    remove(bad.c_str());
+    std::filesystem::remove(bad);
     EXPECT_EQ(Names(result), QStringList{u"good.mp3"_s});
     ASSERT_EQ(result.passedOver.size(), 1);
     EXPECT_EQ(result.passedOver.at(0).reason, u"Der Dateiname ist kein gültiger Text."_s);

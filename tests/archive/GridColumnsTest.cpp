@@ -12,7 +12,7 @@ namespace kalvo {
 
 namespace {
 
-using test::TestFolder;
+using namespace Qt::StringLiterals;
 
 constexpr int fontHeight = 13;
 
@@ -24,12 +24,18 @@ void ExpectEveryFieldOnce(const QList<GridColumn>& columns) {
     EXPECT_EQ(columns.size(), static_cast<qsizetype>(kTextFields.size()));
 }
 
-TEST(GridColumnsTest, NothingStoredGivesTheBuiltInLayoutThatFillsTheGrid) {
-    TestFolder folder;
-    const Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
+struct GridColumnsTest : ::testing::Test {
+    QList<GridColumn> Stored() const { return GridColumns::Read(Settings(folder.Path(u"kalvo.ini"_s)), fontHeight); }
+
+    test::TestFolder folder;
+    Settings settings{folder.Path(u"kalvo.ini"_s)};
+    QList<GridColumn> columns = GridColumns::Defaults(fontHeight);
+};
+
+TEST_F(GridColumnsTest, NothingStoredGivesTheBuiltInLayoutThatFillsTheGrid) {
     EXPECT_FALSE(GridColumns::AreStored(settings));
-    EXPECT_EQ(GridColumns::Read(settings, fontHeight), GridColumns::Defaults(fontHeight));
-    ExpectEveryFieldOnce(GridColumns::Defaults(fontHeight));
+    EXPECT_EQ(Stored(), columns);
+    ExpectEveryFieldOnce(columns);
     for (const int width : {1240, 1880}) {
         int used = 0;
         for (const GridColumn& column : GridColumns::Defaults(fontHeight, width))
@@ -39,22 +45,19 @@ TEST(GridColumnsTest, NothingStoredGivesTheBuiltInLayoutThatFillsTheGrid) {
     }
 }
 
-TEST(GridColumnsTest, WrittenColumnsComeBack) {
-    TestFolder folder;
-    QList<GridColumn> columns = GridColumns::Defaults(fontHeight);
+TEST_F(GridColumnsTest, WrittenColumnsComeBack) {
     columns.move(7, 0);
     columns[2].width = 1234;
     columns[5].visible = false;
-    columns[3].caption = QStringLiteral("CD");
-    Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
+    columns[3].caption = u"CD"_s;
     GridColumns::Write(settings, columns);
-    EXPECT_EQ(GridColumns::Read(Settings(folder.Path(QStringLiteral("kalvo.ini"))), fontHeight), columns);
-    EXPECT_EQ(settings.GetSetting(QStringLiteral("MA8"), QStringLiteral("Caption"), {}), QStringLiteral("Kommentar"));
-    EXPECT_EQ(settings.GetSetting(QStringLiteral("MA8"), QStringLiteral("DataField"), {}), QStringLiteral("Extra1"));
+    EXPECT_EQ(Stored(), columns);
+    EXPECT_EQ(settings.GetSetting(u"MA8"_s, u"Caption"_s, {}), u"Kommentar"_s);
+    EXPECT_EQ(settings.GetSetting(u"MA8"_s, u"DataField"_s, {}), u"Extra1"_s);
     EXPECT_FALSE(GridColumns::VisibleFields(columns).contains(columns[5].field));
 }
 
-TEST(GridColumnsTest, DamagedSectionsLoseNoField) {
+TEST_F(GridColumnsTest, DamagedSectionsLoseNoField) {
     const struct {
         const char* section;
         const char* key;
@@ -63,20 +66,17 @@ TEST(GridColumnsTest, DamagedSectionsLoseNoField) {
                    {"MA5", "DataField", "Foo"},       {"MA7", "Width", "-9"},
                    {"MA9", "Width", "99999999"},      {"MA11", "DataField", ""}};
     for (const auto& damage : damages) {
-        TestFolder folder;
-        Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
-        GridColumns::Write(settings, GridColumns::Defaults(fontHeight));
+        GridColumns::Write(settings, columns);
         settings.PutSetting(QString::fromLatin1(damage.section), QString::fromLatin1(damage.key),
                             QString::fromLatin1(damage.value));
-        const QList<GridColumn> columns = GridColumns::Read(settings, fontHeight);
         SCOPED_TRACE(damage.value);
-        ExpectEveryFieldOnce(columns);
-        for (const GridColumn& column : columns)
+        ExpectEveryFieldOnce(Stored());
+        for (const GridColumn& column : Stored())
             EXPECT_TRUE(column.width > 0 && column.width < 100000) << column.width;
     }
 }
 
-TEST(GridColumnsTest, HeadingsOfTheUsersOwnComeBack) {
+TEST_F(GridColumnsTest, HeadingsOfTheUsersOwnComeBack) {
     const struct {
         qsizetype column;
         const char16_t* wanted;
@@ -86,37 +86,31 @@ TEST(GridColumnsTest, HeadingsOfTheUsersOwnComeBack) {
                  {7, u"Fehler", u"Pfad"}, // stands for a missing layout
                  {8, u"Notiz", u"Kommentar"},
                  {11, u"Fehler", u"BPM"}};
-    TestFolder folder;
-    Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
-    QList<GridColumn> columns = GridColumns::Defaults(fontHeight);
     for (const auto& one : cases)
         columns[one.column].caption = QString::fromUtf16(one.wanted);
     GridColumns::Write(settings, columns);
     for (const auto& one : cases)
-        EXPECT_EQ(GridColumns::Read(settings, fontHeight)[one.column].caption, QString::fromUtf16(one.kept));
+        EXPECT_EQ(Stored()[one.column].caption, QString::fromUtf16(one.kept));
 }
 
-TEST(GridColumnsTest, OneColumnAlwaysShows) {
-    TestFolder folder;
-    Settings settings(folder.Path(QStringLiteral("kalvo.ini")));
-    QList<GridColumn> columns = GridColumns::Defaults(fontHeight);
+TEST_F(GridColumnsTest, OneColumnAlwaysShows) {
     for (GridColumn& column : columns)
         column.visible = false;
     GridColumns::Write(settings, columns);
-    EXPECT_EQ(GridColumns::VisibleFields(GridColumns::Read(settings, fontHeight)).size(), 1);
+    EXPECT_EQ(GridColumns::VisibleFields(Stored()).size(), 1);
 }
 
 TEST(TitleRowTest, PackedTitlesComeBackAndShortRowsStayEmpty) {
     TitleRecord title;
     title.Nr = 7;
-    title.Titel = QStringLiteral("Über allem");
-    title.Pfad = QStringLiteral("/m/a.mp3");
-    title.Extra4 = QStringLiteral("128");
+    title.Titel = u"Über allem"_s;
+    title.Pfad = u"/m/a.mp3"_s;
+    title.Extra4 = u"128"_s;
     const TitleRecord back = TitleRow::Unpack(TitleRow::Pack(title));
     EXPECT_EQ(back.Nr, 7);
     for (const ArchiveField field : kTextFields)
         EXPECT_EQ(FieldText(back, field), FieldText(title, field));
-    EXPECT_EQ(TitleRow::Unpack({QStringLiteral("x"), QStringLiteral("Titel")}).Pfad, QString());
+    EXPECT_EQ(TitleRow::Unpack({u"x"_s, u"Titel"_s}).Pfad, QString());
 }
 
 } // namespace

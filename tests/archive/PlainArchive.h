@@ -14,6 +14,7 @@ namespace kalvo::test {
 class PlainArchive {
 public:
     using Key = std::pair<ArchiveField, bool>; ///< field, descending
+    using Wanted = std::function<bool(const TitleRecord&)>;
 
     std::vector<TitleRecord> titles;
 
@@ -43,7 +44,7 @@ public:
         return key.toUtf8();
     }
 
-    std::vector<qint64> Select(const std::function<bool(const TitleRecord&)>& wanted, QList<Key> order) const {
+    std::vector<qint64> Select(const Wanted& wanted, QList<Key> order) const {
         std::vector<TitleRecord> found;
         std::copy_if(titles.begin(), titles.end(), std::back_inserter(found), wanted);
         order << Key{ArchiveField::Interpret, false} << Key{ArchiveField::Titel, false};

@@ -13,15 +13,13 @@ namespace {
 using namespace Qt::StringLiterals;
 using enum ArchiveField;
 
-struct Case {
-    QString statement;
-    RecordSource source;
-};
-
 } // namespace
 
 TEST(RecordSourceTest, UnderstandsTheDialect) {
-    const Case cases[] = {
+    const struct {
+        QString statement;
+        RecordSource source;
+    } cases[] = {
         {u"Select * From Daten"_s, {}},
         {u"Select * From Daten Order By Interpret, Titel"_s, {{}, {{Interpret}, {Titel}}}},
         {u"select*from daten order by nr desc"_s, {{}, {{Nr, true}}}},
@@ -32,7 +30,7 @@ TEST(RecordSourceTest, UnderstandsTheDialect) {
         {u"SELECT * FROM Daten Where Stil='' Or Jahr = '2001 or '"_s,
          {{{Stil, false, u""_s}, {Jahr, false, u"2001 or "_s}}, {}}},
     };
-    for (const Case& one : cases)
+    for (const auto& one : cases)
         EXPECT_EQ(ParseRecordSource(one.statement), one.source) << one.statement.toStdString();
 }
 
@@ -49,31 +47,17 @@ TEST(RecordSourceTest, RefusesEverythingElse) {
 }
 
 TEST(RecordSourceTest, StatementsAreTheGivenOnesLetterForLetter) {
-    const QList<ArchiveField> columns = {Titel, Interpret};
     const std::pair<QString, QString> cases[] = {
         {ArchiveStatements::Default(), u"Select * From Daten Order By Interpret, Titel"_s},
         {ArchiveStatements::All(), u"SELECT * FROM Daten Order By Interpret, Titel"_s},
-        {ArchiveStatements::QuickSearch(u"abc"_s, columns),
+        {ArchiveStatements::QuickSearch(u"abc"_s, {Titel, Interpret}),
          u"SELECT * FROM Daten  Where  Titel Like '*abc*' or  Interpret Like '*abc*'Order By Interpret, Titel"_s},
-        {ArchiveStatements::QuickSearch(u"O'Neil"_s, {Interpret}),
-         u"SELECT * FROM Daten  Where  Interpret Like '*O*Neil*'Order By Interpret, Titel"_s},
-        {ArchiveStatements::Sorted(Titel, false), u"Select * From Daten Order By Titel, Interpret, Titel"_s},
         {ArchiveStatements::Sorted(Extra1, true), u"Select * From Daten Order By Extra1 DESC, Interpret, Titel"_s},
-        {ArchiveStatements::Sorted(Album, false), u"Select * From Daten Order By Album, Album, Extra3"_s},
-        {ArchiveStatements::Sorted(Album, true), u"Select * From Daten Order By Album DESC, Album, Extra3"_s},
-        {ArchiveStatements::SortedSearch(u"abc"_s, {Titel}, Album, true),
-         u"SELECT * FROM Daten  Where  Titel Like '*abc*'Order By Album DESC, Interpret, Titel"_s},
         {ArchiveStatements::SortedSearch(u"abc"_s, {Titel}, Extra3, false), QString()},
         {ArchiveStatements::TreeValue(Stil, u"Rock"_s),
          u"SELECT * FROM Daten  Where Stil = 'Rock' Order By Interpret, Titel"_s},
-        {ArchiveStatements::TreeValue(Extra1, u"Rock 'n' Roll"_s),
-         u"SELECT * FROM Daten  Where Extra1 Like 'Rock *n* Roll' Order By Interpret, Titel"_s},
-        {ArchiveStatements::ColumnValue(Album, u"Best"_s),
-         u"SELECT * FROM Daten  WHERE Album Like 'Best'Order By Interpret, Titel"_s},
         {ArchiveStatements::DuplicateCheck(u"/m/Guns N' Roses/a.mp3"_s),
          u"SELECT * FROM Daten  WHERE Pfad Like '/m/Guns N* Roses/a.mp3'"_s},
-        {ArchiveStatements::SearchField(u"abba"_s, Interpret),
-         u"SELECT * FROM Daten  WHERE Interpret Like '*abba*'Order By Interpret, Titel"_s},
         {ArchiveStatements::SearchField(u"d'or"_s, Extra1),
          u"SELECT * FROM Daten  WHERE extra1 Like '*d*or*'Order By Interpret, Titel"_s},
         {ArchiveStatements::Categories(), u"SELECT * FROM Daten ORDER BY Interpret"_s},

@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <ctime>
 
 namespace {

@@ -6,12 +6,9 @@
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <functional>
 #include <mutex>
 #include <random>
 #include <thread>
@@ -49,42 +46,22 @@ public:
     void Act(std::mt19937& chance) {
         port_.DropRetired();
         const std::size_t which = chance() % channels_.size();
-        Channel& channel = *channels_[which].channel;
+        Playing& playing = channels_[which];
+        Channel& channel = *playing.channel;
         const auto number = static_cast<int>(chance() % 1000);
-        switch (chance() % 12) {
-        case 0:
-            channels_.erase(channels_.begin() + static_cast<std::ptrdiff_t>(which));
-            Open();
-            return;
-        case 1:
-            channel.Pause();
-            return;
-        case 2:
-            channel.Stop();
-            return;
-        case 3:
-            channel.Seek(static_cast<std::uint64_t>(number * 80));
-            return;
-        case 4:
-            channel.SetAttributes(30000 + number * 30, number / 10, number % 200 - 100);
-            return;
-        case 5:
-            channel.SlideAttributes(kKeepFrequency, number / 10, kKeepPan, number);
-            return;
-        case 6:
-            TurnEffects(channels_[which], static_cast<float>(number % 30) - 15);
-            return;
-        case 7:
-            channels_[which].delivery->until = number % 2 == 0 ? INT64_MAX : channel.Position() + 3000;
-            return;
-        case 8:
-            channel.TakeDueSyncs(false);
-            channel.TheVoice().Meter().Take();
-            TheBus().Meter().Take();
-            return;
-        default:
-            channel.Active() == Activity::Paused ? channel.Resume() : channel.Play(number % 4 == 0);
-        }
+        const std::function<void()> acts[] = {
+            [&] { Replace(which); },
+            [&] { channel.Pause(); },
+            [&] { channel.Stop(); },
+            [&] { channel.Seek(static_cast<std::uint64_t>(number * 80)); },
+            [&] { channel.SetAttributes(30000 + number * 30, number / 10, number % 200 - 100); },
+            [&] { channel.SlideAttributes(kKeepFrequency, number / 10, kKeepPan, number); },
+            [&] { TurnEffects(playing, static_cast<float>(number % 30) - 15); },
+            [&] { playing.delivery->until = number % 2 == 0 ? INT64_MAX : channel.Position() + 3000; },
+            [&] { TakeNews(channel); },
+            [&] { channel.Active() == Activity::Paused ? channel.Resume() : channel.Play(number % 4 == 0); },
+        };
+        acts[std::min<std::size_t>(chance() % 12, 9)]();
     }
 
 private:
@@ -115,6 +92,17 @@ private:
         channel->AddSync(1, static_cast<std::uint32_t>(SyncType::End), [](Handle, Handle, std::uint32_t, void*) {}, {});
         channel->Play(true);
         channels_.push_back({std::move(channel), std::move(delivery), {}});
+    }
+
+    void Replace(std::size_t which) {
+        channels_.erase(channels_.begin() + static_cast<std::ptrdiff_t>(which));
+        Open();
+    }
+
+    void TakeNews(Channel& channel) {
+        channel.TakeDueSyncs(false);
+        channel.TheVoice().Meter().Take();
+        TheBus().Meter().Take();
     }
 
     void TurnEffects(Playing& playing, float gain) {

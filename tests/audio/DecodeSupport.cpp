@@ -4,8 +4,6 @@
 #include "audio/TimedWait.h"
 
 #include <QFile>
-#include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstring>
 

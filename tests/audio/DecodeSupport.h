@@ -6,15 +6,9 @@
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 
-#include <QByteArray>
-#include <QString>
-
 #include <atomic>
 #include <condition_variable>
-#include <cstdint>
-#include <memory>
 #include <mutex>
-#include <vector>
 
 namespace kalvo::audio::test {
 
@@ -65,8 +59,7 @@ public:
 
 private:
     QByteArray bytes_;
-    std::shared_ptr<Control> control_;
-    std::shared_ptr<Control> another_;
+    std::shared_ptr<Control> control_, another_;
 };
 
 /** A file with the decoder that fits it; `decoder` is null when there is none. */

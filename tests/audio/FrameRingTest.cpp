@@ -22,30 +22,6 @@ std::size_t Fill(FrameRing& ring, float next, std::size_t count) {
 
 } // namespace
 
-TEST(FrameRing, KeepsTheOrderAcrossItsSeamAndDropsEverythingOnClear) {
-    FrameRing ring(8);
-    float stereo[16];
-    EXPECT_EQ(ring.Read(stereo, 8), 0U);
-    EXPECT_EQ(Fill(ring, 0, 6), 6U);
-    EXPECT_EQ(ring.Read(stereo, 5), 5U);
-    EXPECT_EQ(Fill(ring, 6, 5), 2U) << "up to the seam";
-    EXPECT_EQ(Fill(ring, 8, 9), 5U) << "up to what has not been read";
-    EXPECT_EQ(ring.Free(), 0U);
-    EXPECT_EQ(Fill(ring, 13, 1), 0U);
-    ASSERT_EQ(ring.Read(stereo, 20), 8U);
-    for (int i = 0; i < 8; ++i) {
-        EXPECT_EQ(stereo[i * 2], static_cast<float>(5 + i));
-        EXPECT_EQ(stereo[i * 2 + 1], static_cast<float>(-5 - i));
-    }
-    Fill(ring, 14, 5);
-    ring.Clear();
-    EXPECT_EQ(ring.Available(), 0U);
-    EXPECT_EQ(ring.Read(stereo, 1), 0U);
-    Fill(ring, 40, 1);
-    ASSERT_EQ(ring.Read(stereo, 1), 1U);
-    EXPECT_EQ(stereo[0], 40.0F);
-}
-
 TEST(FrameRing, NothingIsTornWhileOneSideWritesAndClears) {
     constexpr float kFrames = 200000;
     FrameRing ring(256);

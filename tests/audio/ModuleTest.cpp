@@ -6,32 +6,23 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <memory>
-#include <string>
-#include <vector>
-
 namespace kalvo::audio {
 namespace {
 
 template<class Factory>
 Factory Load(const char* file, const char* factory) {
-    const char* folder = std::getenv("KALVO_BIN");
-    if (folder == nullptr)
-        return nullptr;
-    void* module = dlopen((std::string(folder) + '/' + file).c_str(), RTLD_NOW | RTLD_LOCAL);
+    const std::string path = qEnvironmentVariable("KALVO_BIN").toStdString() + '/' + file;
+    void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     EXPECT_NE(module, nullptr) << dlerror();
     return module != nullptr ? reinterpret_cast<Factory>(dlsym(module, factory)) : nullptr;
 }
 
-TEST(ModuleTest, BothAreLoadedByNameTellTheirVersionAndWorkTogether) {
+TEST(ModuleTest, BothAreLoadedByNameAndWorkTogether) {
     const auto createAudio = Load<Factory>("bass.dll", kFactoryName);
     const auto createEncoder = Load<EncoderFactory>("BASSenc.dll", kEncoderFactoryName);
     ASSERT_TRUE(createAudio != nullptr && createEncoder != nullptr);
     const std::unique_ptr<AudioLibrary> library(createAudio());
     const std::unique_ptr<EncoderLibrary> encoder(createEncoder());
-    EXPECT_EQ(library->GetVersion(), 0x00000002U);
-    EXPECT_EQ(encoder->GetVersion(), 0x00000002U);
     ASSERT_TRUE(library->Init(Output::Main, kOffline, 44100, 1024));
     const kalvo::test::TestFolder folder;
     const std::string path = folder.Path(QStringLiteral("mix.mp3")).toStdString();

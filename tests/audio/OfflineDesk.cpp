@@ -25,7 +25,7 @@ ToneSource::ToneSource(Tone tone, std::shared_ptr<Delivery> delivery)
 }
 
 std::size_t ToneSource::Available() const {
-    return std::size_t(std::max<std::int64_t>(0, std::min(End(), delivery_->until.load()) - next_));
+    return std::size_t(std::max<std::int64_t>(0, std::min(tone_.frames, delivery_->until.load()) - next_));
 }
 
 std::size_t ToneSource::Read(float* stereo, std::size_t frames) {

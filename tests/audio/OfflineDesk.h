@@ -5,11 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdint>
 #include <functional>
-#include <memory>
-#include <vector>
 
 namespace kalvo::test {
 
@@ -28,7 +24,6 @@ Tone Sine(double frequency, double amplitude, std::int64_t frames = 441000, int 
 /** What a test may do to a sound while it plays: deliver only so many frames for now. */
 struct Delivery {
     std::atomic<std::int64_t> until{INT64_MAX};
-    std::atomic<std::int64_t> brokenAt{INT64_MAX}; ///< the sound ends there although it should be longer
 };
 
 /** A source of Tone under the contract of FrameSource. */
@@ -40,12 +35,10 @@ public:
     void Seek(std::int64_t frame) override { next_ = frame; }
     std::size_t Read(float* stereo, std::size_t frames) override;
     std::size_t Available() const override;
-    bool AtEnd() const override { return next_ >= End(); }
+    bool AtEnd() const override { return next_ >= tone_.frames; }
     bool WaitFor(std::size_t, std::chrono::milliseconds) override { return true; }
 
 private:
-    std::int64_t End() const { return std::min(tone_.frames, delivery_->brokenAt.load()); }
-
     Tone tone_;
     std::shared_ptr<Delivery> delivery_;
     audio::SourceFormat format_;

@@ -71,13 +71,6 @@ TEST_P(OpenDecoderTest, TellsTheExactLengthAndFormatAndSeeksToTheFrame) {
 INSTANTIATE_TEST_SUITE_P(Formats, OpenDecoderTest, ::testing::ValuesIn(kCases),
                          [](const auto& one) { return std::string(one.param.name); });
 
-TEST(OpenDecoder, GoesByTheBytesNotByTheName) {
-    const TestFolder folder;
-    const OpenedFile opened(folder.Write(QStringLiteral("b.mp3"), SoundBytes("a.wav", Spec(1))));
-    ASSERT_TRUE(opened.decoder);
-    EXPECT_EQ(opened.decoder->Format().bitrate, 1411);
-}
-
 TEST(OpenDecoder, PassesOverWhatStandsBeforeTheSound) {
     const QByteArray sound = SoundBytes("a.mp3", Spec(1, 44100, 2, "-b 128 --tt Lied --id3v2-only"));
     const QByteArray tag = sound.left(10) + QByteArray(sound.indexOf('\xFF') - 10, '\0');
@@ -145,6 +138,67 @@ TEST(OpenDecoder, CutFilesEndExactlyWhereTheyAreCut) {
         EXPECT_LT(frames, 144000) << name;
         EXPECT_EQ(static_cast<std::int64_t>(DecodeRest(*opened.decoder).size() / 2), frames) << name;
     }
+}
+
+TEST(Mp3Decoder, PassesOverDamageInside) {
+    const QByteArray sound = SoundBytes("a.mp3", Spec(6, 44100, 2, "-b 128 -t"));
+    // Two seconds are overwritten, one way or the other, and a foreign tag stands in the middle.
+    const QByteArray fillings[] = {QByteArray(32000, '\0'), QByteArray(32000, 'x'),
+                                   QByteArray("ID3\x03\x00\x00\x00\x01\x77\x76", 10) + QByteArray(31990, '\0')};
+    for (const QByteArray& filling : fillings) {
+        const OpenedFile opened(QByteArray(sound).replace(sound.size() / 2, filling.size(), filling));
+        ASSERT_TRUE(opened.decoder);
+        EXPECT_EQ(opened.decoder->Format().bitrate, 128);
+        EXPECT_FALSE(opened.decoder->Format().variableRate);
+        const std::int64_t frames = opened.decoder->Format().frames;
+        EXPECT_NEAR(double(frames), 4 * 44100, 8000);
+        const std::vector<float> all = DecodeRest(*opened.decoder);
+        // A header found by chance in the damage may count for a frame that sounds shorter.
+        EXPECT_NEAR(double(all.size() / 2), double(frames), 1152);
+        EXPECT_NEAR(Peak(all, 0, frames - 22050, frames - 6000), 0.5, 0.03) << "the part behind the damage";
+    }
+}
+
+TEST(Mp3Decoder, KeepsTheFirstRateWhenThePiecesDiffer) {
+    const OpenedFile opened(SoundBytes("a.mp3", Spec(2, 44100, 2, "-t")) +
+                            SoundBytes("b.mp3", Spec(2, 48000, 1, "-t")));
+    ASSERT_TRUE(opened.decoder);
+    EXPECT_EQ(opened.decoder->Format().sampleRate, 44100);
+    const std::vector<float> all = DecodeRest(*opened.decoder);
+    ASSERT_GT(all.size(), 2U * 170000U);
+    EXPECT_NEAR(Waves(all, 110000), 440, 2) << "the second piece at its own pitch";
+    EXPECT_NEAR(Peak(all, 1, 110000, 150000), 0.5, 0.05);
+}
+
+/** Three links, each with a serial number of its own: the second is mono and at another rate. */
+TEST(VorbisDecoder, BringsChainedLinksToTheFirstRateAndSeeksIntoEach) {
+    SoundSpec last = Spec(1, 44100, 2, "-s 3");
+    last.frequency = 880;
+    const OpenedFile opened(SoundBytes("a.ogg", Spec(2, 44100, 2, "-s 1")) +
+                            SoundBytes("b.ogg", Spec(1.5, 32000, 1, "-s 2")) + SoundBytes("c.ogg", last));
+    ASSERT_TRUE(opened.decoder);
+    EXPECT_EQ(opened.decoder->Format().sampleRate, 44100);
+    EXPECT_EQ(opened.decoder->Format().channels, 2);
+    EXPECT_EQ(opened.decoder->Format().frames, 198450);
+    const std::vector<float> all = DecodeRest(*opened.decoder);
+    ASSERT_EQ(all.size(), 2U * 198450U);
+    // The mono link comes at full level on both sides, at the right pitch.
+    EXPECT_NEAR(Peak(all, 1, 20000, 80000), 0.25, 0.03);
+    EXPECT_NEAR(Peak(all, 0, 100000, 150000), 0.5, 0.03);
+    EXPECT_NEAR(Peak(all, 1, 100000, 150000), 0.5, 0.03);
+    EXPECT_NEAR(Waves(all, 100000), 440, 1);
+
+    for (const std::int64_t target : {170000, 1000, 88199, 88200, 154350}) {
+        ASSERT_TRUE(opened.decoder->Seek(target));
+        const std::vector<float> rest = DecodeRest(*opened.decoder);
+        ASSERT_EQ(rest.size() / 2, static_cast<std::size_t>(198450 - target));
+        EXPECT_LE(Difference(all, target, rest), 0.01F) << target;
+    }
+    // In the converted link a place between two of its own frames is met to the nearest one.
+    ASSERT_TRUE(opened.decoder->Seek(120000));
+    const std::vector<float> rest = DecodeRest(*opened.decoder);
+    ASSERT_EQ(rest.size() / 2, 78450U);
+    EXPECT_LE(Difference(all, 121000, {rest.begin() + 2000, rest.end()}), 0.05F);
 }
 
 } // namespace kalvo::audio::test

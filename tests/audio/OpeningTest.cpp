@@ -1,7 +1,5 @@
 #include "OfflineDesk.h"
 
-#include <gtest/gtest.h>
-
 using namespace kalvo::audio;
 using namespace kalvo::test;
 

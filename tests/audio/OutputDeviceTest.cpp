@@ -2,10 +2,6 @@
 #include "support/PulseServer.h"
 #include "support/WaitUntil.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <chrono>
 #include <optional>
 
 using namespace kalvo::audio;

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 #include <random>
-#include <sys/stat.h>
 
 namespace kalvo::audio::test {
 
@@ -20,16 +19,19 @@ QByteArray Noise(std::int64_t size) {
     return bytes;
 }
 
-/** A file that can be made to hang, fail or end; opened unless it hangs at once. */
+using Control = FakeBytes::Control;
+
+/** A file that hangs, fails or is cut at a place; opened unless it hangs at once. */
 struct Held {
-    explicit Held(const QByteArray& bytes, std::int64_t hang = -1) {
-        control->HangFrom(hang);
+    explicit Held(const QByteArray& bytes, void (Control::*fault)(std::int64_t) = &Control::HangFrom,
+                  std::int64_t place = -1) {
+        ((*control).*fault)(place);
         file = std::make_unique<ReadAheadFile>(std::make_unique<FakeBytes>(bytes, control));
-        EXPECT_TRUE(hang == 0 || file->WaitUntilOpen());
+        EXPECT_TRUE(place == 0 || file->WaitUntilOpen());
     }
     ~Held() { control->Release(); }
 
-    std::shared_ptr<FakeBytes::Control> control = std::make_shared<FakeBytes::Control>();
+    std::shared_ptr<Control> control = std::make_shared<Control>();
     std::unique_ptr<ReadAheadFile> file;
 };
 
@@ -53,27 +55,13 @@ TEST(ReadAheadFile, ReadsAnywhereWhatTheFileHolds) {
     EXPECT_EQ(held.file->Seek(-1, SEEK_END), bytes.size() - 1);
 }
 
-TEST(ReadAheadFile, StaysAheadWhileTheFileHangs) {
-    const QByteArray bytes = Noise(12000000);
-    const Held held(bytes, 96 * kBlock);
-    char byte = 0;
-    ASSERT_EQ(held.file->Read(&byte, 0), 0);
-    // Reading on makes room; the reader then runs into the hanging block, far ahead of what has been taken.
-    QByteArray piece(12 * kBlock, '\0');
-    ASSERT_EQ(held.file->Read(piece.data(), 12 * kBlock), 12 * kBlock);
-    ASSERT_TRUE(held.file->Read(&byte, 1) == 1 && held.control->AwaitHanging());
-    QByteArray rest(80 * kBlock, '\0');
-    EXPECT_EQ(held.file->Read(rest.data(), static_cast<std::size_t>(rest.size())), rest.size());
-    EXPECT_EQ(rest, bytes.mid(12 * kBlock + 1, rest.size()));
-}
-
 TEST(ReadAheadFile, CancelEndsEveryWait) {
-    const Held opening(Noise(10), 0);
+    const Held opening(Noise(10), &Control::HangFrom, 0);
     ASSERT_TRUE(opening.control->AwaitHanging());
     opening.file->Cancel();
     EXPECT_FALSE(opening.file->WaitUntilOpen());
 
-    const Held reading(Noise(3 * kBlock), kBlock);
+    const Held reading(Noise(3 * kBlock), &Control::HangFrom, kBlock);
     ASSERT_TRUE(reading.control->AwaitHanging());
     std::thread canceller([&] { reading.file->Cancel(); });
     QByteArray piece(3 * kBlock, '\0');
@@ -84,7 +72,7 @@ TEST(ReadAheadFile, CancelEndsEveryWait) {
 }
 
 TEST(ReadAheadFile, ClosesWithoutWaitingForAHangingFile) {
-    auto control = std::make_shared<FakeBytes::Control>();
+    auto control = std::make_shared<Control>();
     control->HangFrom(kBlock);
     {
         ReadAheadFile file(std::make_unique<FakeBytes>(Noise(3 * kBlock), control));
@@ -99,37 +87,17 @@ TEST(ReadAheadFile, ClosesWithoutWaitingForAHangingFile) {
 
 TEST(ReadAheadFile, FailuresAndCutsAreToldWhereTheyAre) {
     QByteArray piece(4 * kBlock, '\0');
-    auto control = std::make_shared<FakeBytes::Control>();
-    control->FailFrom(2 * kBlock);
-    ReadAheadFile failing(std::make_unique<FakeBytes>(Noise(4 * kBlock), control));
-    ASSERT_TRUE(failing.WaitUntilOpen());
-    EXPECT_EQ(failing.Read(piece.data(), 4 * kBlock), 2 * kBlock);
-    EXPECT_TRUE(failing.Failed());
-    EXPECT_EQ(failing.Read(piece.data(), 1), -1);
-    EXPECT_TRUE(failing.Seek(5) && failing.Read(piece.data(), 9) == 9) << "the part before can still be read";
+    const Held failing(Noise(4 * kBlock), &Control::FailFrom, 2 * kBlock);
+    EXPECT_EQ(failing.file->Read(piece.data(), 4 * kBlock), 2 * kBlock);
+    EXPECT_TRUE(failing.file->Failed());
+    EXPECT_EQ(failing.file->Read(piece.data(), 1), -1);
+    EXPECT_TRUE(failing.file->Seek(5) && failing.file->Read(piece.data(), 9) == 9) << "the part before";
 
-    control = std::make_shared<FakeBytes::Control>();
-    control->CutAt(kBlock + 77);
-    ReadAheadFile cut(std::make_unique<FakeBytes>(Noise(4 * kBlock), control));
-    ASSERT_TRUE(cut.WaitUntilOpen());
-    EXPECT_EQ(cut.Read(piece.data(), 4 * kBlock), kBlock + 77);
-    EXPECT_EQ(cut.Read(piece.data(), 1), 0);
-    EXPECT_FALSE(cut.Failed());
-    EXPECT_EQ(cut.Size(), kBlock + 77);
-}
-
-TEST(ReadAheadFile, OpensRegularFilesOnly) {
-    const TestFolder folder;
-    const std::string pipe = folder.Path(QStringLiteral("pipe")).toStdString();
-    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    for (const std::string& path : {folder.Path().toStdString(), pipe, std::string("/nowhere/a.mp3"), std::string()}) {
-        ReadAheadFile file(MakeFileSource(path));
-        EXPECT_FALSE(file.WaitUntilOpen()) << path;
-    }
-    ReadAheadFile empty(MakeFileSource(folder.Write(QStringLiteral("empty"), {}).toStdString()));
-    char byte = 0;
-    EXPECT_TRUE(empty.WaitUntilOpen());
-    EXPECT_EQ(empty.Read(&byte, 1), 0);
+    const Held cut(Noise(4 * kBlock), &Control::CutAt, kBlock + 77);
+    EXPECT_EQ(cut.file->Read(piece.data(), 4 * kBlock), kBlock + 77);
+    EXPECT_EQ(cut.file->Read(piece.data(), 1), 0);
+    EXPECT_FALSE(cut.file->Failed());
+    EXPECT_EQ(cut.file->Size(), kBlock + 77);
 }
 
 } // namespace kalvo::audio::test

@@ -2,11 +2,6 @@
 
 #include "OfflineDesk.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <vector>
-
 using namespace kalvo::audio;
 using namespace kalvo::test;
 

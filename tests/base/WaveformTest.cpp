@@ -10,7 +10,6 @@ namespace {
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::FloatNear;
-using ::testing::IsEmpty;
 
 /** Four parts of equal length. */
 Waveform Quarters(const std::array<Waveform::Column, 4>& parts) {
@@ -40,8 +39,8 @@ TEST(WaveformTest, ASingleBeatIsSeenAtEveryWidth) {
         ASSERT_EQ(int(bars.size()), count);
         EXPECT_EQ(*std::max_element(bars.begin(), bars.end()), 1.0F) << count;
     }
-    EXPECT_THAT(WaveBars(waveform, 0), IsEmpty());
-    EXPECT_THAT(WaveBars(waveform, -3), IsEmpty());
+    EXPECT_TRUE(WaveBars(waveform, 0).empty());
+    EXPECT_TRUE(WaveBars(waveform, -3).empty());
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "base/FixedRecords.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 using kalvo::FixedRecords;
@@ -57,10 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int wanted = input.Byte();
     const QByteArray before = input.Rest();
     const QString path = folder.filePath(QStringLiteral("records"));
-    QFile file(path);
-    Require(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(before) == before.size(), "a file");
-    file.close();
-
+    kalvo::fuzz::WriteFile(path, before);
     FixedRecords records(path, layout, clock);
     const std::vector<Record> all = records.ReadAll();
     const auto count = static_cast<int>(all.size());

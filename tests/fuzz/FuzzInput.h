@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QFile>
 
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +41,11 @@ inline void Require(bool holds, const char* claim) {
         return;
     std::fprintf(stderr, "does not hold: %s\n", claim);
     std::abort();
+}
+
+inline void WriteFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    Require(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size(), "a file");
 }
 
 } // namespace kalvo::fuzz

@@ -10,9 +10,8 @@ using kalvo::PlaylistEntry;
 using kalvo::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const QString file = QStringLiteral("/m/list.m3u");
-    const QList<PlaylistEntry> entries = kalvo::ReadM3u(bytes, file);
+    const QList<PlaylistEntry> entries = kalvo::ReadM3u(kalvo::fuzz::Input(data, size).Rest(), file);
     for (const PlaylistEntry& entry : entries) {
         Require(kalvo::FileName::IsMusic(entry.path), "only music is taken");
         Require(!entry.path.contains(u'\n'), "a path is one line");

@@ -5,7 +5,6 @@
 #include "playlists/PlaylistFile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 using kalvo::PlaylistFile;
@@ -17,11 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString path = folder.filePath(QStringLiteral("a.wil"));
     for (const QString& name : QDir(folder.path()).entryList(QDir::Files))
         QFile::remove(folder.filePath(name));
-    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    QFile file(path);
-    Require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "a file");
-    file.close();
-
+    kalvo::fuzz::WriteFile(path, kalvo::fuzz::Input(data, size).Rest());
     PlaylistFile playlist(path, clock);
     PlaylistFile::Lists lists;
     const PlaylistFile::Result loaded = playlist.Load(lists);

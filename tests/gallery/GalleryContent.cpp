@@ -152,8 +152,7 @@ void WriteSamples(Desk& desk) {
         "Airhorn kurz", "Stationskennung", "Verkehrston"};
     SampleSlots slots;
     for (std::size_t pad = 0; pad < slots.size(); ++pad) {
-        const QString name = Text(names[pad]);
-        if (!name.isEmpty())
+        if (const QString name = Text(names[pad]); !name.isEmpty())
             slots.at(pad) = {name, u"/home/studio/Kalvo/Sample/"_s + name + u".mp3"_s};
     }
     SampleFile(desk.folder.Path(u"\\sample.dll"_s), desk.clock).Write(slots);

@@ -16,8 +16,6 @@ namespace kalvo::test {
 
 namespace {
 
-constexpr int kGuardInterval = 300; // ms
-
 /** The lists that tree and automatic DJ choose from. */
 void BuildCategories(Desk& desk) {
     frmExplorer explorer(desk.archive, desk.folder);
@@ -49,7 +47,7 @@ GalleryDesk::GalleryDesk(Content content)
     window_->show();
     Settle();
     QObject::connect(&guard_, &QTimer::timeout, &guard_, [this] { CloseQuestion(); });
-    guard_.start(kGuardInterval);
+    guard_.start(300); // ms
 }
 
 GalleryDesk::~GalleryDesk() = default;

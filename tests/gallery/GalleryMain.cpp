@@ -3,6 +3,7 @@
 #include "app/KeyNames.h"
 #include "gallery/GalleryScreen.h"
 #include "gallery/GalleryWindows.h"
+#include "gallery/WindowParts.h"
 #include "support/WaitUntil.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
@@ -50,93 +51,77 @@ QPixmap Framed(const QPixmap& picture, const QString& caption) {
     return framed;
 }
 
-class Camera {
-public:
-    explicit Camera(const QString& folder) : folder_(folder) { QDir().mkpath(folder); }
-
-    void Take(const QString& name, QWidget& window) const {
-        const bool isBare = qobject_cast<QMainWindow*>(&window) != nullptr ||
-                            qobject_cast<QMenu*>(&window) != nullptr || window.windowTitle().isEmpty();
+/** Takes what it visits. */
+GalleryVisit Camera(const QString& folder, const QString& ending = {}) {
+    QDir().mkpath(folder);
+    return [=](const QString& name, QWidget& window) {
+        const bool isBare = IsA<QMainWindow, QMenu>(window) || window.windowTitle().isEmpty();
         const QPixmap picture = window.grab();
-        if (!(isBare ? picture : Framed(picture, window.windowTitle())).save(Path(name), "PNG", 0))
-            throw std::runtime_error("cannot write " + Path(name).toStdString());
-    }
-    GalleryVisit Visit() const {
-        return [this](const QString& name, QWidget& window) { Take(name, window); };
-    }
-
-private:
-    QString Path(const QString& name) const { return folder_ + u'/' + name + u".png"_s; }
-
-    QString folder_;
-};
-
-QString SizeText(const QSize& size) {
-    return u"%1x%2"_s.arg(size.width()).arg(size.height());
+        const QString path = folder + u'/' + name + ending + u".png"_s;
+        if (!(isBare ? picture : Framed(picture, window.windowTitle())).save(path, "PNG", 0))
+            throw std::runtime_error("cannot write " + path.toStdString());
+    };
 }
 
 /** What stands beside the archive of a wide window: the cover comes by a thread, the next jingle by the second. */
 void WaitForSide(const QWidget& window) {
     const auto* cover = window.findChild<QWidget*>(u"imgCover"_s);
     const auto* jingle = window.findChild<QLabel*>(u"lblJingleZeit"_s);
-    WaitUntil(
-        [cover, jingle] {
-            return !cover->isVisible() || (cover->accessibleName() == u"Coverbild"_s && !jingle->text().isEmpty());
-        },
-        std::chrono::seconds(5));
+    const auto isThere = [cover, jingle] {
+        return !cover->isVisible() || (cover->accessibleName() == u"Coverbild"_s && !jingle->text().isEmpty());
+    };
+    WaitUntil(isThere, std::chrono::seconds(5));
 }
 
-void TakeSizes(GalleryDesk& desk, const Camera& camera, const QList<QSize>& sizes) {
-    const int ratio = qRound(desk.Window().devicePixelRatioF());
-    GalleryWindows().front().show(desk, [](const QString&, QWidget&) {}); // others have left their search
-    for (const QSize& size : sizes) {
-        desk.Window().resize(size);
-        GalleryDesk::Settle();
-        WaitForSide(desk.Window());
-        camera.Take(u"Form1-"_s + SizeText(size * ratio), desk.Window());
-    }
-    desk.Window().resize(kDefaultSize);
+void Resize(GalleryDesk& desk, const QSize& size) {
+    desk.Window().resize(size);
     GalleryDesk::Settle();
 }
 
-void TakeAll(GalleryDesk& desk, const Camera& camera) {
+void TakeSizes(GalleryDesk& desk, const GalleryVisit& camera, const QList<QSize>& sizes) {
+    const int ratio = qRound(desk.Window().devicePixelRatioF());
+    GalleryWindows().front().show(desk, [](const QString&, QWidget&) {}); // others have left their search
+    for (const QSize& size : sizes) {
+        Resize(desk, size);
+        WaitForSide(desk.Window());
+        camera(u"Form1-%1x%2"_s.arg(size.width() * ratio).arg(size.height() * ratio), desk.Window());
+    }
+    Resize(desk, kDefaultSize);
+}
+
+void TakeAll(GalleryDesk& desk, const GalleryVisit& camera) {
     for (const GalleryWindow& window : GalleryWindows())
-        window.show(desk, camera.Visit());
+        window.show(desk, camera);
+    VisitMenus(desk, camera);
 }
 
 /** What the repository keeps: every window once, the main window in all skins and sizes. */
 void TakeChoice(GalleryDesk& desk, const QString& folder) {
-    const Camera camera(folder);
-    desk.Window().resize(kDefaultSize);
+    const GalleryVisit camera = Camera(folder);
     desk.ShowLook(kDefaultSkin, kFontSizes.constFirst());
     TakeAll(desk, camera);
-    VisitMenus(desk, camera.Visit());
     const auto& main = GalleryWindows().front();
     for (const QString& skin : Skins::Names()) {
         desk.ShowLook(skin, kFontSizes.constFirst());
-        main.show(desk, [&](const QString& name, QWidget& window) {
-            camera.Take(name + u'-' + QString(skin).remove(u' '), window);
-        });
+        main.show(desk, Camera(folder, u'-' + QString(skin).remove(u' ')));
     }
     desk.ShowLook(u"Dark Blue"_s, kFontSizes.constFirst());
     TakeSizes(desk, camera, kSizes);
     desk.ShowLook(u"Grey"_s, kFontSizes.constLast());
-    main.show(desk, [&](const QString& name, QWidget& window) { camera.Take(name + u"-gross"_s, window); });
+    main.show(desk, Camera(folder, u"-gross"_s));
     GalleryDesk empty(GalleryDesk::Content::None);
     empty.ShowLook(kDefaultSkin, kFontSizes.constFirst());
-    empty.Window().resize(kDefaultSize);
-    GalleryDesk::Settle();
-    camera.Take(u"Form1-leer"_s, empty.Window());
+    Resize(empty, kDefaultSize);
+    camera(u"Form1-leer"_s, empty.Window());
 }
 
 /** Every window in every skin and font size. */
 void TakeEverything(GalleryDesk& desk, const QString& folder) {
     for (const QString& skin : Skins::Names()) {
         for (const QString& font : kFontSizes) {
-            const Camera camera(folder + u'/' + QString(skin).remove(u' ') + u'/' + font);
+            const GalleryVisit camera = Camera(folder + u'/' + QString(skin).remove(u' ') + u'/' + font);
             desk.ShowLook(skin, font);
             TakeAll(desk, camera);
-            VisitMenus(desk, camera.Visit());
             TakeSizes(desk, camera, kSizes);
         }
     }

@@ -6,15 +6,19 @@
 
 #include <memory>
 
-namespace kalvo {
+namespace kalvo::test {
 
 /** One desk for all tests: its windows are opened anew each time. */
 struct GalleryTest : ::testing::Test {
-    static void SetUpTestSuite() { desk = std::make_unique<test::GalleryDesk>(); }
+    static void SetUpTestSuite() { desk = std::make_unique<GalleryDesk>(); }
     static void TearDownTestSuite() { desk.reset(); }
     void TearDown() override { EXPECT_EQ(desk->UnexpectedQuestions(), QStringList()); }
 
-    inline static std::unique_ptr<test::GalleryDesk> desk;
+    inline static std::unique_ptr<GalleryDesk> desk;
 };
 
-} // namespace kalvo
+inline void ExpectNone(const QStringList& faults, const QString& name) {
+    EXPECT_TRUE(faults.isEmpty()) << name.toStdString() << ":\n  " << faults.join(u"\n  ").toStdString();
+}
+
+} // namespace kalvo::test

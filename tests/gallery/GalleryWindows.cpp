@@ -15,12 +15,10 @@
 #include "widgets/PositionSlider.h"
 #include "widgets/xMessageBox.h"
 
-#include <QAbstractItemModel>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDialog>
 #include <QItemSelectionModel>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
@@ -258,14 +256,10 @@ void ShowTagEditor(GalleryDesk& desk, const GalleryVisit& visit) {
             SelectRow(grid, row);
     }
     const Opened window(desk, "TagEditor", "frmTagEditor");
-    auto* pages = (*window).findChild<QTabWidget*>();
-    for (int page = 0; page < (pages != nullptr ? pages->count() : 1); ++page) {
-        QString name;
-        if (pages != nullptr) {
-            pages->setCurrentIndex(page);
-            name = pages->tabText(page).remove(u'&').remove(u' ');
-        }
-        Visit(*window, visit, page == 0 ? QString() : name);
+    auto* const pages = (*window).findChild<QTabWidget*>();
+    for (int page = 0; page < pages->count(); ++page) {
+        pages->setCurrentIndex(page);
+        Visit(*window, visit, page == 0 ? QString() : pages->tabText(page).remove(u'&').remove(u' '));
     }
 }
 
@@ -358,42 +352,29 @@ void VisitMenus(GalleryDesk& desk, const GalleryVisit& visit) {
 }
 
 void VisitMessages(GalleryDesk& desk, const GalleryVisit& visit) {
-    struct Message {
-        QString name;
-        QString caption;
-        QString text;
-        QStringList buttons;
-        xMessageBox::Sign sign;
-    };
+    using Sign = xMessageBox::Sign;
+    const QStringList ok{u"OK"_s};
     const QStringList three{u"Ja"_s, u"Nein"_s, u"Abbrechen"_s};
-    const Message messages[] = {
-        {u""_s, u"Achtung!"_s, u"Wollen Sie Kalvo wirklich beenden?"_s, three, xMessageBox::Sign::Warning},
-        {u"Doppelt"_s, u"Achtung!"_s,
+    const auto show = [&](const QString& name, const QString& caption, const QString& text, const QStringList& buttons,
+                          Sign sign) {
+        xMessageBox box(&desk.Window(), caption, text, buttons, sign);
+        box.setModal(false); // nobody waits for its answer
+        Visit(box, visit, name);
+    };
+    show({}, u"Achtung!"_s, u"Wollen Sie Kalvo wirklich beenden?"_s, three, Sign::Warning);
+    show(u"Doppelt"_s, u"Achtung!"_s,
          u"Titel: Juno & Kaiser - Wir bleiben wach\nbereits in Wiedergabeliste 2 vorhanden.\n"
          u"Soll der Titel trotzdem der Wiedergabeliste hinzugefügt werden?"_s,
-         three, xMessageBox::Sign::Warning},
-        {u"Fehler"_s,
-         u"Digital output"_s,
-         u"Error: Couldn't Initialize Digital Output"_s,
-         {u"OK"_s},
-         xMessageBox::Sign::Error},
-        {u"Ueber"_s,
-         u"Über Kalvo"_s,
-         u"Kalvo\nVersion 0.1.0\n\nMusik live spielen und mischen.\nFreie Software unter der GPL 3 oder neuer."_s,
-         {u"OK"_s},
-         xMessageBox::Sign::Program},
-        {u"LangerPfad"_s,
-         u"Kalvo"_s,
-         u"Datei:\n/home/studio/Musik/Neuzugänge/2026/November/Zwischen Nacht und Tag/Erste Bahn/"
-         u"03_Zwischen_Nacht_und_Tag_Erste_Bahn_in_der_sehr_langen_Fassung_des_Studios.mp3\nist nicht mehr vorhanden!"_s,
-         {u"OK"_s},
-         xMessageBox::Sign::Warning},
-    };
-    for (const Message& message : messages) {
-        xMessageBox box(&desk.Window(), message.caption, message.text, message.buttons, message.sign);
-        box.setModal(false); // nobody waits for its answer
-        Visit(box, visit, message.name);
-    }
+         three, Sign::Warning);
+    show(u"Fehler"_s, u"Digital output"_s, u"Error: Couldn't Initialize Digital Output"_s, ok, Sign::Error);
+    show(u"Ueber"_s, u"Über Kalvo"_s,
+         u"Kalvo\nVersion 0.1.0\n\nMusik live spielen und mischen.\nFreie Software unter der GPL 3 oder neuer."_s, ok,
+         Sign::Program);
+    show(
+        u"LangerPfad"_s, u"Kalvo"_s,
+        u"Datei:\n/home/studio/Musik/Neuzugänge/2026/November/Zwischen Nacht und Tag/Erste Bahn/"
+        u"03_Zwischen_Nacht_und_Tag_Erste_Bahn_in_der_sehr_langen_Fassung_des_Studios.mp3\nist nicht mehr vorhanden!"_s,
+        ok, Sign::Warning);
 }
 
 } // namespace kalvo::test

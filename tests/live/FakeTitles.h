@@ -4,24 +4,29 @@
 #include "archive/RecordSource.h"
 #include "live/AutoDj.h"
 
-#include <QStringList>
-
 namespace kalvo::test {
+
+using namespace Qt::StringLiterals;
 
 /** An archive in memory that keeps what it was asked; titles are numbered from 1. */
 class FakeTitles final : public TitleSource {
 public:
-    void Add(const QString& artist, const QString& title, const QString& genre = QStringLiteral("Pop"),
-             const QString& time = QStringLiteral("05:00"), const QString& stamp = {}) {
-        TitleRecord record;
-        record.Nr = titles.size() + 1;
+    void Add(const QString& artist, const QString& title, const QString& genre = u"Pop"_s,
+             const QString& time = u"05:00"_s, const QString& stamp = {}) {
+        TitleRecord& record = titles.emplaceBack();
+        record.Nr = titles.size();
         record.Interpret = artist;
         record.Titel = title;
         record.Stil = genre;
         record.Zeit = time;
         record.Extra2 = stamp;
-        record.Pfad = QStringLiteral("/m/") + artist + u'/' + title;
-        titles.append(record);
+        record.Pfad = u"/m/"_s + artist + u'/' + title;
+    }
+    /** Titles "0", "1" and so on. */
+    void AddNumbered(const QString& artist, int count, const QString& genre = u"Pop"_s,
+                     const QString& time = u"05:00"_s) {
+        for (int i = 0; i < count; ++i)
+            Add(artist, QString::number(i), genre, time);
     }
 
     std::vector<qint64> Select(const QString& statement) const override {

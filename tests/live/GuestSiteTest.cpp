@@ -7,8 +7,7 @@
 namespace kalvo::test {
 namespace {
 
-class GuestSiteTest : public testing::Test {
-protected:
+struct GuestSiteTest : testing::Test {
     GuestSiteTest() { site.SetCatalog(SomeTitles()); }
 
     GuestRequest Request(const QByteArray& path, const QHash<QByteArray, QString>& fields = {}) const {
@@ -24,6 +23,7 @@ protected:
     GuestResponse Get(const QByteArray& path, const QHash<QByteArray, QString>& fields = {}) {
         return site.Answer(Request(path, fields));
     }
+    QByteArray Found(const QString& text) { return Get("/treffer", {{"q", text}}).body; }
     static QByteArray Header(const GuestResponse& response, const QByteArray& name, const QByteArray& holding = {}) {
         for (const auto& [one, value] : response.headers) {
             if (one == name && value.contains(holding))
@@ -35,11 +35,11 @@ protected:
     void Visit() {
         const GuestResponse page = Get("/");
         cookies["gast"] = Header(page, "Set-Cookie", "gast=").mid(5, 32);
-        const QByteArray before = "name=\"marke\" type=\"hidden\" value=\"";
-        token = QString::fromUtf8(page.body.mid(page.body.indexOf(before) + before.size(), 32));
+        token = QString::fromUtf8(TokenIn(page.body));
     }
-    GuestRequest WishFor(const QString& title, const QString& name = QStringLiteral("Anna")) const {
-        GuestRequest request = Request("/wunsch", {{"titel", title}, {"name", name}, {"marke", token}});
+    GuestRequest WishFor(const char* title, const QString& name = u"Anna"_s) const {
+        const QString number = QString::fromLatin1(title);
+        GuestRequest request = Request("/wunsch", {{"titel", number}, {"name", name}, {"marke", token}});
         request.post = true;
         request.origin = "http://10.0.0.1:8090";
         return request;
@@ -52,60 +52,59 @@ protected:
 
     GuestClock clock;
     std::vector<GuestWish> wishes;
-    GuestSite site{
-        clock, [this](const GuestWish& wish) { wishes.push_back(wish); }, {{1000, 1}, {3, 60'000}, {5, 60'000}, 4}};
+    const GuestRates rates{{1000, 1}, {3, 60'000}, {5, 60'000}, 4};
+    GuestSite site{clock, [this](const GuestWish& wish) { wishes.push_back(wish); }, rates};
     QHash<QByteArray, QByteArray> cookies;
     QString token;
 };
 
 TEST_F(GuestSiteTest, ShowsTitlesAsTextWhateverTheyAreCalled) {
-    const QByteArray titles = Get("/treffer", {{"q", QStringLiteral("böse")}}).body;
+    const QByteArray titles = Found(u"böse"_s);
     EXPECT_TRUE(titles.contains("&lt;script&gt;alert(&#39;x&#39;)&lt;/script&gt;")) << titles.constData();
     EXPECT_TRUE(titles.contains("&quot;Böse&quot; &amp; Söhne · 0:59"));
     EXPECT_FALSE(titles.contains("<script"));
-    const QByteArray page = Get("/", {{"q", QStringLiteral("\"><script>'")}}).body;
+    const QByteArray page = Get("/", {{"q", u"\"><script>'"_s}}).body;
     EXPECT_TRUE(page.contains("value=\"&quot;&gt;&lt;script&gt;&#39;\""));
     EXPECT_EQ(page.count("<script"), 1) << "our own";
 }
 
 TEST_F(GuestSiteTest, SaysHowMuchWasFound) {
     EXPECT_TRUE(Get("/treffer").body.contains("Gib einen Interpreten"));
-    EXPECT_TRUE(Get("/treffer", {{"q", QStringLiteral("regen")}}).body.contains("2 Titel gefunden"));
-    EXPECT_TRUE(Get("/treffer", {{"q", QStringLiteral("xyz")}}).body.contains("Nichts gefunden"));
+    EXPECT_TRUE(Found(u"regen"_s).contains("2 Titel gefunden"));
+    EXPECT_TRUE(Found(u"xyz"_s).contains("Nichts gefunden"));
     GuestSite loading(clock, [](const GuestWish&) {});
-    EXPECT_TRUE(loading.Answer(Request("/treffer", {{"q", QStringLiteral("regen")}})).body.contains("geladen"));
+    EXPECT_TRUE(loading.Answer(Request("/treffer", {{"q", u"regen"_s}})).body.contains("geladen"));
     site.DropCatalog();
-    EXPECT_TRUE(Get("/treffer", {{"q", QStringLiteral("regen")}}).body.contains("geladen"));
+    EXPECT_TRUE(Found(u"regen"_s).contains("geladen"));
 }
 
 TEST_F(GuestSiteTest, SpeaksGermanAndEnglish) {
-    const auto language = [this](const QByteArray& accepted, const QByteArray& chosen) {
+    const std::array<const char*, 3> cases[] = {{"de-AT,de;q=0.9,en;q=0.8", "", "de"},
+                                                {"en-GB,de;q=0.5", "", "en"},
+                                                {"fr-FR, fr;q=0.9", "", "en"},
+                                                {"", "", "de"},
+                                                {"de", "en", "en"},
+                                                {"de", "xx\"><b>", "de"}};
+    for (const auto& [accepted, chosen, language] : cases) {
         GuestRequest request = Request("/");
         request.accepted = accepted;
         request.cookies["sprache"] = chosen;
         const QByteArray body = site.Answer(request).body;
         EXPECT_FALSE(body.contains("{{"));
-        return body.mid(body.indexOf("lang=\"") + 6, 2);
-    };
-    EXPECT_EQ(language("de-AT,de;q=0.9,en;q=0.8", ""), "de");
-    EXPECT_EQ(language("en-GB,de;q=0.5", ""), "en");
-    EXPECT_EQ(language("fr-FR, fr;q=0.9", ""), "en");
-    EXPECT_EQ(language("", ""), "de");
-    EXPECT_EQ(language("de", "en"), "en");
-    EXPECT_EQ(language("de", "xx\"><b>"), "de");
-    const GuestResponse switched = Get("/", {{"sprache", QStringLiteral("en")}});
+        EXPECT_EQ(body.mid(body.indexOf("lang=\"") + 6, 2), language) << accepted << ' ' << chosen;
+    }
+    const GuestResponse switched = Get("/", {{"sprache", u"en"_s}});
     EXPECT_TRUE(switched.body.contains("Wish for music"));
     EXPECT_TRUE(Header(switched, "Set-Cookie", "sprache=").startsWith("sprache=en;"));
 }
 
 TEST_F(GuestSiteTest, TakesAWishAndShowsItsPlace) {
     Visit();
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("7"), QStringLiteral("  Anna\n\u202Eevil ") + QString(90, u'x'))),
-              "notiert");
+    EXPECT_EQ(Outcome(WishFor("7", u"  Anna\n\u202Eevil "_s + QString(90, u'x'))), "notiert");
     ASSERT_EQ(wishes.size(), 1U);
     EXPECT_EQ(wishes[0].nr, 7);
-    EXPECT_EQ(wishes[0].artist, QStringLiteral("Herbert Grünwald"));
-    EXPECT_EQ(wishes[0].name, QStringLiteral("Anna evil ") + QString(30, u'x'));
+    EXPECT_EQ(wishes[0].artist + wishes[0].title, u"Herbert GrünwaldMänner"_s);
+    EXPECT_EQ(wishes[0].name, u"Anna evil "_s + QString(30, u'x'));
     EXPECT_TRUE(Get("/stand").body.contains("wird notiert"));
     const std::vector<std::pair<WishPlace, const char*>> places{{{WishStage::Waits, 12}, "Platz 12"},
                                                                 {{WishStage::Queued, 0}, "kommt bald"},
@@ -113,13 +112,13 @@ TEST_F(GuestSiteTest, TakesAWishAndShowsItsPlace) {
                                                                 {{WishStage::Played, 0}, "wurde gespielt"},
                                                                 {{WishStage::Gone, 0}, "nicht mehr"}};
     for (const auto& [place, text] : places) {
-        GuestBoard board{true, QStringLiteral("<Regen>"), {}, 1, {{wishes[0].ticket, place}}};
+        GuestBoard board{true, u"<Regen>"_s, {}, 1, {{wishes[0].ticket, place}}};
         site.SetBoard(std::make_shared<const GuestBoard>(board));
         const QByteArray state = Get("/stand").body;
         EXPECT_TRUE(state.contains(text)) << state.constData();
         EXPECT_TRUE(state.contains("&lt;Regen&gt;"));
         const bool over = place.stage == WishStage::Played || place.stage == WishStage::Gone;
-        EXPECT_EQ(Get("/treffer", {{"q", QStringLiteral("männer")}}).body.contains("<button"), over);
+        EXPECT_EQ(Found(u"männer"_s).contains("<button"), over);
     }
     cookies.clear();
     EXPECT_FALSE(Get("/stand").body.contains("Männer")) << "another guest";
@@ -127,7 +126,7 @@ TEST_F(GuestSiteTest, TakesAWishAndShowsItsPlace) {
 
 TEST_F(GuestSiteTest, TakesWishesOnlyFromItsOwnPage) {
     Visit();
-    const GuestRequest good = WishFor(QStringLiteral("7"));
+    const GuestRequest good = WishFor("7");
     std::vector<GuestRequest> forged(6, good);
     forged[0].cookies.clear();
     forged[1].fields.remove("marke");
@@ -147,27 +146,26 @@ TEST_F(GuestSiteTest, TakesWishesOnlyFromItsOwnPage) {
 }
 
 TEST_F(GuestSiteTest, RefusesWhatIsNoTitleAndWhatIsTooMuch) {
+    const auto wish = [this](const std::vector<std::pair<const char*, const char*>>& outcomes) {
+        for (const auto& [title, outcome] : outcomes)
+            EXPECT_EQ(Outcome(WishFor(title)), outcome) << title;
+    };
     Visit();
-    for (const char* title : {"", "../../etc/passwd", "7;DROP", "1e1"})
-        EXPECT_EQ(Outcome(WishFor(QString::fromLatin1(title))), "fehlt") << title;
-    for (const char* title : {"0", "-1", "4", "9223372036854775807"})
-        EXPECT_EQ(Outcome(WishFor(QString::fromLatin1(title))), "unbekannt") << title;
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("7"))), "notiert");
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("7"))), "schon");
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("3"))), "notiert");
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("5"))), "notiert");
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("9"))), "zuviele");
+    wish({{"", "fehlt"}, {"../../etc/passwd", "fehlt"}, {"7;DROP", "fehlt"}, {"1e1", "fehlt"}});
+    for (const char* unknown : {"0", "-1", "4", "10", "9223372036854775807"})
+        wish({{unknown, "unbekannt"}});
+    wish({{"7", "notiert"}, {"7", "schon"}, {"3", "notiert"}, {"5", "notiert"}, {"9", "zuviele"}});
     clock.milliseconds += 60'000;
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("9"))), "notiert");
+    wish({{"9", "notiert"}});
     cookies.clear(); // who throws his cookie away is still at the same address
     Visit();
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("7"))), "notiert");
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("3"))), "notiert");
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("5"))), "zuviele");
+    wish({{"7", "notiert"}, {"3", "notiert"}, {"5", "zuviele"}});
     clock.milliseconds += 600'000;
     site.SetBoard(std::make_shared<const GuestBoard>(GuestBoard{false, {}, {}, 4, {}}));
-    EXPECT_EQ(Outcome(WishFor(QStringLiteral("9"))), "voll");
+    wish({{"9", "voll"}});
     EXPECT_EQ(wishes.size(), 6U);
+    site.DropCatalog();
+    wish({{"9", "unbekannt"}});
 }
 
 TEST_F(GuestSiteTest, GivesOutNothingButItsPages) {
@@ -184,22 +182,86 @@ TEST_F(GuestSiteTest, GivesOutNothingButItsPages) {
         EXPECT_EQ(Header(response, "X-Content-Type-Options"), "nosniff") << path;
     }
     const QByteArray page = Get("/").body + Get("/gast.css").body + Get("/gast.js").body;
-    EXPECT_FALSE(page.contains("http://")) << "nothing from elsewhere";
-    EXPECT_FALSE(page.contains("https://"));
-    EXPECT_FALSE(page.contains("style=\""));
-    EXPECT_FALSE(page.contains("onclick"));
+    for (const char* elsewhere : {"http://", "https://", "style=\"", "onclick"})
+        EXPECT_FALSE(page.contains(elsewhere)) << elsewhere;
 }
 
 TEST_F(GuestSiteTest, AnAddressThatAsksTooMuchHasToWait) {
     GuestSite strict(clock, [](const GuestWish&) {}, {{5, 1000}, {}, {}, 1});
+    GuestRequest request = Request("/stand");
     for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(strict.Answer(Request("/stand")).status, 200);
-    EXPECT_EQ(strict.Answer(Request("/stand")).status, 429);
-    GuestRequest other = Request("/stand");
-    other.address = "10.0.0.3";
-    EXPECT_EQ(strict.Answer(other).status, 200);
+        EXPECT_EQ(strict.Answer(request).status, 200);
+    EXPECT_EQ(strict.Answer(request).status, 429);
+    request.address = "10.0.0.3";
+    EXPECT_EQ(strict.Answer(request).status, 200) << "another one";
+}
+
+TEST(GuestLimiterTest, AllowsABurstThenOneAfterEachInterval) {
+    GuestClock clock;
+    GuestLimiter limiter(clock, {3, 1000});
+    const auto allowed = [&limiter](const QByteArray& key) {
+        int count = 0;
+        for (int tries = 0; tries < 10; ++tries)
+            count += limiter.Allow(key) ? 1 : 0;
+        return count;
+    };
+    EXPECT_EQ(allowed("a"), 3);
+    EXPECT_FALSE(limiter.MayAllow("a"));
+    EXPECT_EQ(allowed("b"), 3);
+    clock.milliseconds += 999;
+    EXPECT_EQ(allowed("a"), 0);
+    clock.milliseconds += 1;
+    EXPECT_TRUE(limiter.MayAllow("a"));
+    EXPECT_EQ(allowed("a"), 1);
+    clock.milliseconds += 60'000;
+    EXPECT_EQ(allowed("a"), 3) << "what was not used is not saved up";
+}
+
+TEST(GuestLimiterTest, ForgetsOnlyThoseWhoHaveWaited) {
+    GuestClock clock;
+    GuestLimiter limiter(clock, {1, 1000});
+    for (int i = 0; i < 4096; ++i)
+        ASSERT_TRUE(limiter.Allow(QByteArray::number(i)));
+    EXPECT_FALSE(limiter.Allow("new") || limiter.Allow("0"));
     clock.milliseconds += 1000;
-    EXPECT_EQ(strict.Answer(Request("/stand")).status, 200);
+    EXPECT_TRUE(limiter.Allow("new") && limiter.Allow("0"));
+}
+
+std::vector<qint64> Numbers(const GuestCatalog::Found& found) {
+    std::vector<qint64> numbers;
+    for (const GuestTitle& title : found.titles)
+        numbers.push_back(title.nr);
+    return numbers;
+}
+
+TEST(GuestCatalogTest, FindsWordsInArtistAndTitleWithoutCaseAndAccents) {
+    const std::pair<const char*, std::vector<qint64>> cases[] = {
+        {"männer", {7}},
+        {"MANNER", {7}},
+        {"grün män", {7}},
+        {"män grün", {7}},
+        {"strasse älgfors", {3}},
+        {"  regen ", {5, 3}}, // what begins with the word comes first
+        {"regen zitter", {5}},
+        {"regen männer", {}},
+        {"", {}},
+        {" \t", {}},
+        {"%", {}},
+        {"*", {}},
+        {"\x01", {}},
+        {"a b c d e f g h nirgends", {}}};
+    for (const auto& [text, numbers] : cases)
+        EXPECT_EQ(Numbers(SomeTitles()->Search(QString::fromUtf8(text), 10)), numbers) << text;
+}
+
+TEST(GuestCatalogTest, GivesNoMoreThanWantedButCountsAll) {
+    GuestCatalog catalog;
+    for (int i = 100; i > 0; --i)
+        catalog.Append(i, "Lied " + std::to_string(100 + i), "Wer", "1:00");
+    catalog.Settle();
+    const GuestCatalog::Found found = catalog.Search(u"lied"_s, 3);
+    EXPECT_EQ(found.count, 100U);
+    EXPECT_EQ(Numbers(found), (std::vector<qint64>{1, 2, 3}));
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include <QByteArray>
 
 #include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -16,6 +15,8 @@
 #include <memory>
 
 namespace kalvo::test {
+
+using namespace Qt::StringLiterals;
 
 /** Stands still until it is moved; may be asked by any thread. */
 class GuestClock final : public Clock {
@@ -34,6 +35,12 @@ inline std::shared_ptr<const GuestCatalog> SomeTitles() {
     catalog->Append(5, "Regen", "Zitterpartie", "2:30");
     catalog->Settle();
     return catalog;
+}
+
+/** The token in the form of a page. */
+inline QByteArray TokenIn(const QByteArray& page) {
+    const QByteArray before = "name=\"marke\" type=\"hidden\" value=\"";
+    return page.mid(page.indexOf(before) + before.size(), 32);
 }
 
 /** A browser without manners: sends what it is told to, reads until the other end closes or ten seconds are over. */
@@ -57,23 +64,24 @@ public:
     bool Send(const QByteArray& bytes) const {
         return send(socket_, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL) == bytes.size();
     }
-    /** What came until the end; `ended` tells whether there was one. */
-    QByteArray Receive(bool* ended = nullptr) const {
-        QByteArray all;
+    /** Whether the other end closes; received: what comes before that. */
+    bool IsSentAway(QByteArray* received = nullptr) const {
         std::array<char, 4096> block;
         ssize_t count = 0;
-        while ((count = recv(socket_, block.data(), block.size(), 0)) > 0)
-            all.append(block.data(), count);
-        if (ended)
-            *ended = count == 0 || errno == ECONNRESET;
-        return all;
+        while ((count = recv(socket_, block.data(), block.size(), 0)) > 0) {
+            if (received)
+                received->append(block.data(), count);
+        }
+        return count == 0 || errno == ECONNRESET;
     }
 
     /** The whole answer to one request. */
     static QByteArray Ask(int port, const QByteArray& request) {
         const RawGuest guest(port);
         guest.Send(request);
-        return guest.Receive();
+        QByteArray answer;
+        guest.IsSentAway(&answer);
+        return answer;
     }
     static QByteArray Get(int port, const QByteArray& target, const QByteArray& headers = {}) {
         return Ask(port, "GET " + target + " HTTP/1.1\r\nHost: h\r\n" + headers + "\r\n");

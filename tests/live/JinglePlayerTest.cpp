@@ -1,28 +1,27 @@
 #include "live/JinglePlayer.h"
 
+#include "live/JingleHistory.h"
+#include "live/WallClock.h"
 #include "playback/FakeDesk.h"
 
 #include <gtest/gtest.h>
 
-namespace kalvo {
-namespace {
+namespace kalvo::test {
 
-using namespace Qt::StringLiterals;
 using audio::Activity;
 
 /** The desk with Player 1 on air, and jingles whose lengths are told by their names. */
-struct JinglePlayerTest : ::testing::Test, test::FakeDesk {
+struct JinglePlayerTest : ::testing::Test, FakeDesk {
     JinglePlayerTest() {
-        QObject::connect(&jingles, &JinglePlayer::Started,
-                         [this](const DueJingle& jingle) { told.append(u"started "_s + jingle.path); });
-        QObject::connect(&jingles, &JinglePlayer::Ended, [this] { told.append(u"ended"_s); });
-        QObject::connect(&jingles, &JinglePlayer::Failed,
-                         [this](const QString& path) { told.append(u"failed "_s + path); });
+        QObject::connect(&jingles, &JinglePlayer::Started, [this](const auto& one) { Tell(u"started "_s + one.path); });
+        QObject::connect(&jingles, &JinglePlayer::Ended, [this] { Tell(u"ended"_s); });
+        QObject::connect(&jingles, &JinglePlayer::Failed, [this](const QString& path) { Tell(u"failed "_s + path); });
         Fill(list1, {u"a-60"_s, u"c-60"_s});
         Fill(list2, {u"b-60"_s});
         mixer.SetFader(-50);
         mixer.Play(1, -1);
     }
+    void Tell(const QString& text) { told.append(text); }
     void Run(double seconds) {
         for (int tick = 0; tick < int(seconds * 20 + 0.5); ++tick) {
             fake.Advance(0.05);
@@ -30,10 +29,12 @@ struct JinglePlayerTest : ::testing::Test, test::FakeDesk {
             mixer.CheckHandOver();
             mixer.StepFade();
             jingles.Tick();
+            clock.Set(clock.Now().addMSecs(50));
         }
     }
     int Volume(int player) { return fake.At(layer.Record(player).stream).attributes.volume; }
 
+    WallClock clock{WallClock::At(2026, 11, 21, 20, 0, 0).addMSecs(400)};
     JinglePlayer jingles{mixer};
     QStringList told;
 };
@@ -66,15 +67,12 @@ TEST_F(JinglePlayerTest, SilencesThePlayersWhichRunOnAndSetsThemTo100) {
 }
 
 TEST_F(JinglePlayerTest, PlaysOneAfterTheOtherWithoutMusicBetweenThem) {
-    jingles.Add({u"/j1-2"_s});
-    jingles.Add({u"/broken"_s});
-    jingles.Add({u"/j2-2"_s});
-    int heard = 0;
+    for (const QString& path : {u"/j1-2"_s, u"/broken"_s, u"/j2-2"_s})
+        jingles.Add({path});
     for (int tick = 0; tick < 70; ++tick) {
         Run(0.05);
-        heard += Volume(1) > 0 ? 1 : 0;
+        EXPECT_EQ(Volume(1), 0) << tick;
     }
-    EXPECT_EQ(heard, 0);
     EXPECT_EQ(told, (QStringList{u"started /j1-2"_s, u"failed /broken"_s, u"started /j2-2"_s}));
     jingles.Stop();
     EXPECT_EQ(told.last(), u"ended"_s);
@@ -129,5 +127,18 @@ TEST_F(JinglePlayerTest, TheMusicStaysAliveUnderAJingle) {
     EXPECT_NE(layer.Activity(1), Activity::Playing) << "paused by hand: nothing starts by itself";
 }
 
-} // namespace
-} // namespace kalvo
+TEST_F(JinglePlayerTest, EachJingleIsWrittenWithTheSecondsItWasHeard) {
+    EveningLog evening(folder.Path(u"Verlauf"_s));
+    {
+        const JingleHistory history(jingles, evening, clock);
+        jingles.Add({u"/kennung-2"_s});
+        jingles.Add({u"/werbung-9"_s});
+        Run(3);
+    } // the desk is closed
+    const QList<QByteArray> rows = EveningLog::Csv(evening.Read({2026, 11, 21})).split('\n');
+    ASSERT_GT(rows.size(), 2);
+    EXPECT_EQ(rows[1], "21.11.2026 20:00:00;Jingle;;;kennung-2;00:02;00:02;/kennung-2\r");
+    EXPECT_EQ(rows[2], "21.11.2026 20:00:02;Jingle;;;werbung-9;00:09;00:01;/werbung-9\r") << "cut off";
+}
+
+} // namespace kalvo::test

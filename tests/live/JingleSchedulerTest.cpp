@@ -5,11 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kalvo {
-namespace {
-
-using namespace Qt::StringLiterals;
-using test::WallClock;
+namespace kalvo::test {
 
 struct JingleSchedulerTest : ::testing::Test {
     void Schedule(std::size_t record, const std::vector<JingleSlot>& slots, bool active = true) {
@@ -30,7 +26,7 @@ struct JingleSchedulerTest : ::testing::Test {
         return due;
     }
 
-    test::TestFolder folder;
+    TestFolder folder;
     WallClock clock; // Monday, 2 March 2026, 07:00
     Settings settings{folder.Path(u"kalvo.ini"_s)};
     JingleFile file{folder.Path(u"TerminPlayNeu.dll"_s), settings, clock};
@@ -103,5 +99,4 @@ TEST_F(JingleSchedulerTest, TellsWhatComesNextAndWhen) {
     EXPECT_EQ(next(), u"j3 Mo 02:30"_s) << "on Sunday the clock leaves 02:30 out";
 }
 
-} // namespace
-} // namespace kalvo
+} // namespace kalvo::test

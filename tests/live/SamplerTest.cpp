@@ -5,24 +5,22 @@
 
 #include <gtest/gtest.h>
 
-namespace kalvo {
-namespace {
+namespace kalvo::test {
 
 using namespace Qt::StringLiterals;
 using audio::Activity;
 
-struct SamplerTest : ::testing::Test, test::FakeDesk {
+struct SamplerTest : ::testing::Test, FakeDesk {
     SamplerTest() {
         Fill(list1, {u"a-60"_s});
         Fill(list2, {u"b-60"_s});
         mixer.Play(1, -1);
         mixer.Play(2, -1);
-        SampleSlots slots;
-        slots[0] = {u"Tusch"_s, u"/tusch-4"_s};
-        slots[1] = {u"Gong"_s, u"/gong-8"_s};
-        slots[2] = {u"Kaputt"_s, u"/broken"_s};
-        slots[4] = {u"Langsam"_s, u"/slow-3"_s};
-        sampler.SetSlots(slots);
+        sampler.SetSlots({{{u"Tusch"_s, u"/tusch-4"_s},
+                           {u"Gong"_s, u"/gong-8"_s},
+                           {u"Kaputt"_s, u"/broken"_s},
+                           {},
+                           {u"Langsam"_s, u"/slow-3"_s}}});
     }
     int Volume(int player) { return fake.At(layer.Record(player).stream).attributes.volume; }
     /** The one sample that sounds; empty when none or several do. */
@@ -59,17 +57,14 @@ TEST_F(SamplerTest, SoundsFromItsStartWhileHeldAndOnlyOneAtATime) {
 }
 
 TEST_F(SamplerTest, TurnsDownThePlayerOnTheFadersSide) {
-    struct Case {
-        int fader, reduction, volume1, volume2;
-    };
-    for (const Case& c : {Case{-100, 50, 50, 0}, Case{-1, 30, 70, 99}, Case{0, 30, 100, 70}, Case{60, 100, 40, 0},
-                          Case{60, 0, 40, 100}}) {
-        mixer.SetFader(c.fader);
+    const int cases[][4] = {{-100, 50, 50, 0}, {-1, 30, 70, 99}, {0, 30, 100, 70}, {60, 100, 40, 0}, {60, 0, 40, 100}};
+    for (const auto& [fader, reduction, volume1, volume2] : cases) {
+        mixer.SetFader(fader);
         const int before = Volume(1) * 1000 + Volume(2);
-        sampler.SetReduction(c.reduction);
+        sampler.SetReduction(reduction);
         sampler.Press(1);
-        EXPECT_EQ(Volume(1), c.volume1) << c.fader << ' ' << c.reduction;
-        EXPECT_EQ(Volume(2), c.volume2) << c.fader << ' ' << c.reduction;
+        EXPECT_EQ(Volume(1), volume1) << fader << ' ' << reduction;
+        EXPECT_EQ(Volume(2), volume2) << fader << ' ' << reduction;
         sampler.Release();
         EXPECT_EQ(Volume(1) * 1000 + Volume(2), before);
     }
@@ -92,20 +87,19 @@ TEST_F(SamplerTest, AFileThatDoesNotOpenIsSilentAndTheDipStillHolds) {
     EXPECT_EQ(Volume(2), 100);
     sampler.Press(5);
     EXPECT_EQ(Sounding(), QString());
-    fake.Advance(test::FakeAudio::kSlow);
+    fake.Advance(FakeAudio::kSlow);
     sampler.Tick();
     EXPECT_EQ(Sounding(), u"/slow-3"_s) << "starts late rather than never";
 }
 
 TEST_F(SamplerTest, SoundsAreOpenedAheadAndAgainAfterTheOutputWas) {
-    const auto opened = [this] { return fake.opened; };
-    const int before = opened();
+    const int before = fake.opened;
     sampler.KeepReady();
-    EXPECT_EQ(opened(), before) << "all open";
+    EXPECT_EQ(fake.opened, before) << "all open";
     sampler.Press(1);
-    EXPECT_EQ(opened(), before) << "a press opens nothing";
+    EXPECT_EQ(fake.opened, before) << "a press opens nothing";
     sampler.Release();
-    EXPECT_EQ(opened(), before + 1) << "ready for the next press";
+    EXPECT_EQ(fake.opened, before + 1) << "ready for the next press";
     sampler.SetSlots({});
     EXPECT_EQ(fake.streams.size(), 2U) << "the players' streams are left";
 }
@@ -123,5 +117,4 @@ TEST(KeypadPadsTest, TheKeypadFiresItsPadsWithAndWithoutNumLock) {
         EXPECT_EQ(PadOfKey(key, true), 0);
 }
 
-} // namespace
-} // namespace kalvo
+} // namespace kalvo::test

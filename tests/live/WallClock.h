@@ -6,6 +6,8 @@
 
 namespace kalvo::test {
 
+using namespace Qt::StringLiterals;
+
 /** The clock on a wall in Berlin, summer time included; moved by the test. */
 class WallClock final : public Clock {
 public:

@@ -1,18 +1,16 @@
 #include "playback/EqualiserSettings.h"
 
+#include "WaveBytes.h"
 #include "audio/AudioLibraryImpl.h"
 #include "base/Settings.h"
 #include "playback/AudioLayer.h"
 #include "playback/EqualiserPresets.h"
 #include "support/TestFolder.h"
 
-#include <QtEndian>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <complex>
 #include <numbers>
-#include <vector>
 
 namespace kalvo {
 namespace {
@@ -21,23 +19,14 @@ using namespace Qt::StringLiterals;
 
 constexpr int kMixRate = 44100;
 constexpr std::size_t kFrames = 32768;
-constexpr int kClick = 1000;           // frame of the one sample, after the effects have faded in
-constexpr std::int16_t kHeight = 1024; // 15 dB more, ten times over, stay below the limiter
+constexpr std::size_t kClick = 1000; // frame of the one sample, after the effects have faded in
+constexpr qint16 kHeight = 1024;     // 15 dB more, ten times over, stay below the limiter
 
-/** A WAV file of silence with one sample: what comes out is the desk's impulse response. */
+/** Silence with one sample: what comes out is the desk's impulse response. */
 QByteArray ClickFile() {
-    const auto bytes = static_cast<quint32>(kFrames * 4);
-    QByteArray file("RIFF____WAVEfmt ____\1\0\2\0____----\4\0\20\0data____", 44);
-    const auto put = [&file](int place, quint32 value) { qToLittleEndian(value, file.data() + place); };
-    put(4, 36 + bytes);
-    put(16, 16);
-    put(24, kMixRate);
-    put(28, kMixRate * 4);
-    put(40, bytes);
-    file.append(static_cast<qsizetype>(bytes), '\0');
-    for (const int side : {0, 2})
-        qToLittleEndian(kHeight, file.data() + 44 + 4 * kClick + side);
-    return file;
+    std::vector<qint16> samples(2 * kFrames);
+    samples[2 * kClick] = samples[2 * kClick + 1] = kHeight;
+    return test::WaveBytes(kMixRate, 2, samples);
 }
 
 struct EqualiserSettingsTest : ::testing::Test {
@@ -62,14 +51,13 @@ struct EqualiserSettingsTest : ::testing::Test {
         return 20 * std::log10(std::abs(sum));
     }
 
-    kalvo::test::TestFolder folder;
+    test::TestFolder folder;
 };
 
 TEST_F(EqualiserSettingsTest, EveryBandOfAPlayerIsMeasuredAtItsCentre) {
     for (std::size_t band = 0; band < kBandFrequencies.size(); ++band) {
         for (const int position : {0, 6, 20}) {
-            EqualiserSettings settings;
-            settings.on = true;
+            EqualiserSettings settings{true};
             settings.bands.at(band) = position;
             const std::vector<float> response = Response(settings);
             SCOPED_TRACE(kBandFrequencies.at(band));
@@ -88,8 +76,7 @@ TEST_F(EqualiserSettingsTest, BandsAddUpAndOffMeansUntouched) {
     for (const double hertz : {80.0, 125.0, 300.0, 1000.0, 4000.0, 12000.0, 16000.0}) {
         double sum = 0;
         for (std::size_t band = 0; band < settings.bands.size(); ++band) {
-            EqualiserSettings one;
-            one.on = true;
+            EqualiserSettings one{true};
             one.bands.at(band) = settings.bands.at(band);
             sum += one == EqualiserSettings{true} ? 0 : Decibel(Response(one), hertz);
         }
@@ -97,16 +84,21 @@ TEST_F(EqualiserSettingsTest, BandsAddUpAndOffMeansUntouched) {
     }
 }
 
+TEST_F(EqualiserSettingsTest, ABandReachesHalfItsGainHalfAnOctaveAway) {
+    EqualiserSettings settings{true};
+    settings.bands[4] = 18;
+    const std::vector<float> response = Response(settings);
+    for (const double hertz : {1000 / std::numbers::sqrt2, 1000 * std::numbers::sqrt2})
+        EXPECT_NEAR(Decibel(response, hertz), 6, 0.2);
+}
+
 TEST_F(EqualiserSettingsTest, TheReverbRingsOnWhatIsDryDoesNot) {
     for (const int position : {0, 10, 20}) {
-        EqualiserSettings settings;
-        settings.on = true;
+        EqualiserSettings settings{true};
         settings.reverb = position;
         const std::vector<float> response = Response(settings);
-        float tail = 0;
-        for (std::size_t i = 4000; i < response.size(); ++i)
-            tail = std::max(tail, std::abs(response[i]));
-        EXPECT_EQ(tail > 0.0001F, position < EqualiserSettings::kDry) << position;
+        const auto rings = [](float sample) { return std::abs(sample) > 0.0001F; };
+        EXPECT_EQ(std::any_of(response.begin() + 4000, response.end(), rings), position < EqualiserSettings::kDry);
     }
 }
 

@@ -1,44 +1,16 @@
 #include "playback/HeadphonePlayer.h"
 
-#include "FakeAudio.h"
+#include "FakeCards.h"
 #include "support/TestFolder.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 namespace kalvo {
-
 namespace {
 
+using namespace Qt::StringLiterals;
 using audio::Output;
 using State = HeadphonePlayer::State;
-
-/** Three cards; the last one is the same as the first under another number. */
-class Cards : public test::FakeAudio {
-public:
-    std::string GetDeviceDescription(int device) override {
-        static const std::array<std::string, 5> names = {"Kein Ton", "Standard", "A", "B", "A too"};
-        return device < 5 ? names.at(static_cast<std::size_t>(device)) : "";
-    }
-    bool Init(Output output, int device, int, int) override {
-        opens[output] = device;
-        return device != unpluggable;
-    }
-    bool Free(Output output) override { return opens.erase(output) == 1; }
-    bool GetInfo(Output output, audio::OutputInfo& info) const override {
-        const auto found = opens.find(output);
-        if (found == opens.end())
-            return false;
-        const bool gone = output == Output::Headphones && lost;
-        info.device = gone ? audio::kNoSound : found->second;
-        info.deviceName = gone ? "Kein Ton" : found->second == 3 ? "B" : "A";
-        return true;
-    }
-
-    std::map<Output, int> opens;
-    int unpluggable = -7;
-    bool lost = false;
-};
 
 struct HeadphonePlayerTest : ::testing::Test {
     HeadphonePlayerTest() {
@@ -58,30 +30,25 @@ struct HeadphonePlayerTest : ::testing::Test {
     }
 
     test::TestFolder folder;
-    std::unique_ptr<Cards> library = std::make_unique<Cards>();
-    Cards& cards = *library;
+    std::unique_ptr<test::FakeCards> library = std::make_unique<test::FakeCards>();
+    test::FakeCards& cards = *library;
     AudioLayer layer{std::move(library)};
     HeadphonePlayer player{layer};
     QStringList told;
 };
 
-} // namespace
-
 TEST_F(HeadphonePlayerTest, RefusesACardThatIsNoneOrTheMusics) {
-    for (const OutputChoice& choice :
-         {OutputChoice{0, {}}, OutputChoice{2, {}}, OutputChoice{3, QStringLiteral("A")}}) {
+    for (const OutputChoice& choice : {OutputChoice{0, {}}, {2, {}}, {3, u"A"_s}, {4, {}}}) { // 4: under another number
         EXPECT_EQ(player.Open(choice), HeadphonePlayer::NoCardText());
         EXPECT_EQ(cards.opens.count(Output::Headphones), 0U);
     }
-    EXPECT_EQ(player.Open({4, {}}), HeadphonePlayer::NoCardText()) << "the same card under another number";
-    EXPECT_EQ(cards.opens.count(Output::Headphones), 0U);
     cards.unpluggable = 3;
-    EXPECT_EQ(player.Open({3, {}}), QStringLiteral("Soundkarte existiert an Device: 3 nicht!"));
+    EXPECT_EQ(player.Open({3, {}}), u"Soundkarte existiert an Device: 3 nicht!"_s);
     cards.unpluggable = -7;
-    EXPECT_EQ(player.Open({3, QStringLiteral("C")}), QStringLiteral("Soundkarte existiert an Device: 3 nicht!"))
+    EXPECT_EQ(player.Open({3, u"C"_s}), u"Soundkarte existiert an Device: 3 nicht!"_s)
         << "another card has the number of the one that was chosen";
     EXPECT_FALSE(player.IsOpen());
-    player.Load(folder.Write(QStringLiteral("a-5"), "x"));
+    player.Load(folder.Write(u"a-5"_s, "x"));
     player.Play();
     EXPECT_EQ(player.Now(), State::Stop);
 }
@@ -92,7 +59,7 @@ TEST_F(HeadphonePlayerTest, PlaysPausesAndStops) {
     EXPECT_NEAR(player.Position(), 2, 0.01);
     player.Pause();
     Run(2);
-    EXPECT_EQ(player.StatusText(), QStringLiteral("pause"));
+    EXPECT_EQ(player.StatusText(), u"pause"_s);
     player.Play();
     Run(1);
     EXPECT_NEAR(player.Position(), 3, 0.01) << "resumed";
@@ -101,7 +68,7 @@ TEST_F(HeadphonePlayerTest, PlaysPausesAndStops) {
     player.Seek(0.9);
     EXPECT_NEAR(player.Position(), 18, 0.001);
     Run(3);
-    EXPECT_EQ(player.StatusText(), QStringLiteral("stop")) << "at its end";
+    EXPECT_EQ(player.StatusText(), u"stop"_s) << "at its end";
     player.Play();
     Run(1);
     EXPECT_NEAR(player.Position(), 1, 0.01) << "from its start";
@@ -138,7 +105,7 @@ TEST_F(HeadphonePlayerTest, HalfSpeedEndsInAPause) {
     Begin("a-20");
     player.Pause();
     player.BeginHalfSpeed();
-    EXPECT_EQ(player.StatusText(), QStringLiteral("0,5 speed"));
+    EXPECT_EQ(player.StatusText(), u"0,5 speed"_s);
     const audio::Handle stream = cards.streams.begin()->first;
     EXPECT_EQ(cards.At(stream).attributes.frequency, 499) << "22000 of 44100, of this title's 1000";
     EXPECT_EQ(cards.At(stream).activity, audio::Activity::Playing);
@@ -149,17 +116,17 @@ TEST_F(HeadphonePlayerTest, HalfSpeedEndsInAPause) {
 
 TEST_F(HeadphonePlayerTest, TellsWhatCannotBeHeard) {
     Begin("slow-20");
-    EXPECT_EQ(player.StatusText(), QStringLiteral("lädt"));
+    EXPECT_EQ(player.StatusText(), u"lädt"_s);
     player.Pause();
     Run(3);
-    EXPECT_EQ(player.StatusText(), QStringLiteral("pause")) << "pressed while it was opening";
-    player.Load(folder.Write(QStringLiteral("broken-5"), "x"));
+    EXPECT_EQ(player.StatusText(), u"pause"_s) << "pressed while it was opening";
+    player.Load(folder.Write(u"broken-5"_s, "x"));
     player.Play();
-    player.Load(folder.Path(QStringLiteral("broken-6")));
+    player.Load(folder.Path(u"broken-6"_s));
     player.Play();
     ASSERT_EQ(told.size(), 2);
-    EXPECT_TRUE(told.at(0).startsWith(QStringLiteral("Die Datei kann nicht abgespielt werden: ")));
-    EXPECT_TRUE(told.at(1).startsWith(QStringLiteral("Datei nicht gefunden: ")));
+    EXPECT_TRUE(told.at(0).startsWith(u"Die Datei kann nicht abgespielt werden: "_s));
+    EXPECT_TRUE(told.at(1).startsWith(u"Datei nicht gefunden: "_s));
     EXPECT_EQ(player.Now(), State::Stop);
 }
 
@@ -167,11 +134,11 @@ TEST_F(HeadphonePlayerTest, ACardThatVanishesPausesAndOneThatTheMusicTakesStops)
     Begin("a-90");
     cards.lost = true;
     Run(2);
-    EXPECT_EQ(told, QStringList(QStringLiteral("Soundkarte nicht mehr da, kein Ton: B")));
+    EXPECT_EQ(told, QStringList(u"Soundkarte nicht mehr da, kein Ton: B"_s));
     EXPECT_EQ(player.Now(), State::Pause);
     cards.lost = false;
     Run(1);
-    EXPECT_EQ(told.last(), QStringLiteral("Soundkarte wieder da: B"));
+    EXPECT_EQ(told.last(), u"Soundkarte wieder da: B"_s);
     player.Play();
     cards.opens[Output::Main] = 3; // the music has fallen back
     Run(0.1);
@@ -190,4 +157,5 @@ TEST_F(HeadphonePlayerTest, FreesItsOutputOnly) {
     EXPECT_EQ(cards.opens.count(Output::Main), 1U);
 }
 
+} // namespace
 } // namespace kalvo

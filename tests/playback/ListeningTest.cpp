@@ -6,20 +6,15 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <gtest/gtest.h>
 
 namespace kalvo {
-
 namespace {
 
-using audio::Activity;
+using namespace Qt::StringLiterals;
 
-/** Both ways of listening on the desk, with every timer driven by hand. */
-struct ListeningTest : ::testing::Test, test::FakeDesk {
+/** Both ways of listening on the desk. */
+struct ListeningTest : test::FakeDeskTest {
     ListeningTest() {
-        QObject::connect(&mixer, &Mixer::TitleStarted, [this](int player, int row) {
-            started.append(QStringLiteral("%1:%2").arg(player).arg((player == 1 ? list1 : list2).At(row).title));
-        });
         QObject::connect(&playThrough, &PlayThrough::Selected, [this](int, int row) { rows.append(row); });
         QObject::connect(&pre, &PreListening::FileMissing, [this] { ++missing; });
     }
@@ -41,86 +36,79 @@ struct ListeningTest : ::testing::Test, test::FakeDesk {
         const QString title = QString::fromLatin1(name);
         pre.Ask({title, {}, {}, title.startsWith(u'm') ? folder.Path(title) : folder.Write(title, "x")});
     }
-    bool Plays(int player) { return layer.Activity(player) == Activity::Playing; }
-    double Volume(int player) { return fake.At(layer.Record(player).stream).volume; }
     QString OnPlayer1() { return Plays(1) ? mixer.Title(1).title : QString(); }
 
     PreListening pre{mixer};
     PlayThrough playThrough{mixer, list1, list2};
-    QStringList started;
     QList<int> rows;
     int missing = 0;
     int steps_ = 0;
 };
 
-} // namespace
-
 TEST_F(ListeningTest, FadesTheMusicOutAndBringsItBack) {
-    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
-    mixer.Play(1, -1);
+    Begin({u"a-60"_s, u"b-60"_s});
     Run(3);
     Ask("x-5");
-    EXPECT_EQ(PreListenModeText(pre.Mode()), QStringLiteral("player1"));
+    EXPECT_EQ(PreListenModeText(pre.Mode()), u"player1"_s);
     Run(1.5);
     EXPECT_NEAR(Volume(1), 50, 1);
-    EXPECT_EQ(mixer.Title(1).title, QStringLiteral("a-60"));
+    EXPECT_EQ(mixer.Title(1).title, u"a-60"_s);
     Run(1.5);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("x-5"));
+    EXPECT_EQ(OnPlayer1(), u"x-5"_s);
     EXPECT_EQ(Volume(1), 100);
     EXPECT_EQ(mixer.Fader(), -100);
-    EXPECT_EQ(pre.Source(), QStringLiteral("Probehoeren"));
+    EXPECT_EQ(pre.Source(), u"Probehoeren"_s);
     EXPECT_EQ(layer.Record(1).state, PlayState::Listened);
     Run(6);
-    EXPECT_EQ(pre.Source(), QStringLiteral("Player"));
-    EXPECT_EQ(started, QStringList({QStringLiteral("1:a-60"), QStringLiteral("1:b-60")}));
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("b-60"));
+    EXPECT_EQ(pre.Source(), u"Player"_s);
+    EXPECT_EQ(started, QStringList({u"1:a-60"_s, u"1:b-60"_s}));
+    EXPECT_EQ(OnPlayer1(), u"b-60"_s);
 }
 
 TEST_F(ListeningTest, TheOtherPlayerGoesOnUnheardAndIsFadedTo) {
-    Fill(list2, {QStringLiteral("a-60"), QStringLiteral("b-60")});
+    Fill(list2, {u"a-60"_s, u"b-60"_s});
     mixer.Play(2, -1);
     mixer.SetFader(100);
     Run(1);
     Ask("x-30");
     Run(3.1);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("x-30"));
+    EXPECT_EQ(OnPlayer1(), u"x-30"_s);
     EXPECT_TRUE(Plays(2));
     EXPECT_EQ(Volume(2), 0);
     Run(27);
     ASSERT_TRUE(Plays(1)) << "no hand-over near its end";
     Run(10);
     EXPECT_FALSE(Plays(1));
-    EXPECT_EQ(mixer.Title(2).title, QStringLiteral("a-60"));
+    EXPECT_EQ(mixer.Title(2).title, u"a-60"_s);
     EXPECT_EQ(mixer.Fader(), 100);
     EXPECT_EQ(Volume(2), 100);
 }
 
 TEST_F(ListeningTest, WithoutMusicItStartsAtOnceAndEndsInSilence) {
-    Fill(list1, {QStringLiteral("a-60")});
+    Fill(list1, {u"a-60"_s});
     Ask("x-2");
     Run(0.06);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("x-2"));
+    EXPECT_EQ(OnPlayer1(), u"x-2"_s);
     Run(20);
     EXPECT_EQ(mixer.OnAirPlayer(), 0);
     EXPECT_TRUE(started.isEmpty());
     EXPECT_FALSE(mixer.IsListening());
     mixer.Play(1, -1);
     Run(1);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("a-60"));
+    EXPECT_EQ(OnPlayer1(), u"a-60"_s);
 }
 
 TEST_F(ListeningTest, AFileThatIsNotThereTouchesNothing) {
-    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
-    mixer.Play(1, -1);
+    Begin({u"a-60"_s, u"b-60"_s});
     Ask("missing-5");
     Run(4);
     EXPECT_EQ(missing, 1);
     EXPECT_EQ(Volume(1), 100);
     Ask("x-5");
-    QFile::remove(folder.Path(QStringLiteral("x-5")));
+    QFile::remove(folder.Path(u"x-5"_s));
     Run(4);
     EXPECT_EQ(missing, 2);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("b-60")) << "gone during the fade: the music goes on";
+    EXPECT_EQ(OnPlayer1(), u"b-60"_s) << "gone during the fade: the music goes on";
     EXPECT_EQ(Volume(1), 100);
     Ask("broken-5");
     Run(4);
@@ -128,21 +116,19 @@ TEST_F(ListeningTest, AFileThatIsNotThereTouchesNothing) {
 }
 
 TEST_F(ListeningTest, ThePlayersAreStrongerThanListening) {
-    Fill(list1, {QStringLiteral("a-90"), QStringLiteral("b-90")});
-    Fill(list2, {QStringLiteral("c-90")});
-    mixer.Play(1, -1);
+    Begin({u"a-90"_s, u"b-90"_s}, {u"c-90"_s});
     Ask("x-30");
     Run(2);
     mixer.Play(1, -1); // called off
     Run(2);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("a-90"));
+    EXPECT_EQ(OnPlayer1(), u"a-90"_s);
     EXPECT_NEAR(mixer.PositionSeconds(1), 4, 0.1) << "not started anew";
     EXPECT_EQ(Volume(1), 100);
     Ask("x-30");
     Run(4);
     mixer.Next(1);
     Run(1);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("b-90")) << "an entry takes the place of what was listened to";
+    EXPECT_EQ(OnPlayer1(), u"b-90"_s) << "an entry takes the place of what was listened to";
     EXPECT_FALSE(pre.IsPlaying() || mixer.IsListening());
     Ask("x-30");
     Run(4);
@@ -152,33 +138,32 @@ TEST_F(ListeningTest, ThePlayersAreStrongerThanListening) {
     EXPECT_TRUE(Plays(2));
     EXPECT_EQ(Volume(2), 100);
     Run(90);
-    EXPECT_EQ(started.last(), QStringLiteral("2:c-90"));
+    EXPECT_EQ(started.last(), u"2:c-90"_s);
 }
 
 TEST_F(ListeningTest, StopEndsIt) {
-    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
-    mixer.Play(1, -1);
+    Begin({u"a-60"_s, u"b-60"_s});
     Ask("x-30");
     Run(4);
     Ask("y-30"); // a second title: the first is faded out in its turn
     Run(1.5);
     EXPECT_NEAR(Volume(1), 50, 1);
     Run(2);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("y-30"));
+    EXPECT_EQ(OnPlayer1(), u"y-30"_s);
     mixer.Stop(1);
     Run(1);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("b-60")) << "the music that ran before both";
+    EXPECT_EQ(OnPlayer1(), u"b-60"_s) << "the music that ran before both";
     mixer.Stop(1);
     Run(3);
     EXPECT_EQ(mixer.OnAirPlayer(), 0);
 }
 
 TEST_F(ListeningTest, NothingOfItIsCounted) {
-    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
+    Fill(list1, {u"a-60"_s, u"b-60"_s});
     SystemClock clock;
     Archive archive(clock);
-    ChartsFile charts(folder.Path(QStringLiteral("Charts")), clock);
-    EveningLog evening(folder.Path(QStringLiteral("Verlauf")));
+    ChartsFile charts(folder.Path(u"Charts"_s), clock);
+    EveningLog evening(folder.Path(u"Verlauf"_s));
     PlayCounter counter(mixer, list1, list2, {charts, evening, archive}, clock);
     QObject::connect(&pre, &PreListening::Beginning, &counter, &PlayCounter::StopTimer3);
     const auto seconds = [&](int count) {
@@ -200,17 +185,16 @@ TEST_F(ListeningTest, NothingOfItIsCounted) {
 }
 
 TEST_F(ListeningTest, PlaysThroughAListAndLeavesItAsItWas) {
-    Fill(list2, {QStringLiteral("a-60"), QStringLiteral("missing-5"), QStringLiteral("broken-5"), QStringLiteral("b-1"),
-                 QStringLiteral("c-60")});
+    Fill(list2, {u"a-60"_s, u"missing-5"_s, u"broken-5"_s, u"b-1"_s, u"c-60"_s});
     playThrough.Begin(2, 6);
     EXPECT_EQ(mixer.Fader(), 100);
-    EXPECT_EQ(mixer.StatusText(2), QStringLiteral("scan"));
+    EXPECT_EQ(mixer.StatusText(2), u"scan"_s);
     Run(1);
     list2.Move({0}, 2);
     playThrough.Tick();
-    EXPECT_EQ(mixer.Title(2).title, QStringLiteral("b-1")) << "after the entry, wherever it is now";
+    EXPECT_EQ(mixer.Title(2).title, u"b-1"_s) << "after the entry, wherever it is now";
     Run(1.2);
-    EXPECT_EQ(mixer.Title(2).title, QStringLiteral("c-60")) << "a short one gives way at once";
+    EXPECT_EQ(mixer.Title(2).title, u"c-60"_s) << "a short one gives way at once";
     playThrough.Tick();
     EXPECT_EQ(playThrough.Player(), 0);
     Run(1);
@@ -220,9 +204,7 @@ TEST_F(ListeningTest, PlaysThroughAListAndLeavesItAsItWas) {
 }
 
 TEST_F(ListeningTest, APlayThroughEndsHoweverItCan) {
-    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
-    Fill(list2, {QStringLiteral("c-60")});
-    mixer.Play(1, -1);
+    Begin({u"a-60"_s, u"b-60"_s}, {u"c-60"_s});
     playThrough.Begin(2, 6);
     Run(1);
     EXPECT_TRUE(Plays(2));
@@ -234,19 +216,52 @@ TEST_F(ListeningTest, APlayThroughEndsHoweverItCan) {
     mixer.Stop(1);
     Run(1);
     EXPECT_EQ(playThrough.Player(), 0);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("b-60"));
+    EXPECT_EQ(OnPlayer1(), u"b-60"_s);
     playThrough.Begin(1, 6);
     mixer.PlayRow(1, 0);
     Run(1);
     EXPECT_EQ(playThrough.Player(), 0);
-    EXPECT_EQ(OnPlayer1(), QStringLiteral("a-60"));
+    EXPECT_EQ(OnPlayer1(), u"a-60"_s);
     EXPECT_FALSE(mixer.IsListening());
 }
 
 TEST(PlayThrough, AnEmptyTimeIsSixSeconds) {
     EXPECT_EQ(PlayThrough::SecondsOf({}), 6);
-    EXPECT_EQ(PlayThrough::SecondsOf(QStringLiteral("0")), 6);
-    EXPECT_EQ(PlayThrough::SecondsOf(QStringLiteral("7")), 7);
+    EXPECT_EQ(PlayThrough::SecondsOf(u"0"_s), 6);
+    EXPECT_EQ(PlayThrough::SecondsOf(u"7"_s), 7);
 }
 
+TEST(PreListenMode, TellsWhoRunsAndWhoIsFadedOut) {
+    const struct {
+        bool first, second;
+        int fader;
+        const char* text;
+        int faded;
+    } cases[] = {{false, false, -50, "keinplayer", 0}, {true, false, 100, "player1", 1},
+                 {false, true, -100, "player2", 2},    {true, true, -1, "beideplayer", 1},
+                 {true, true, 0, "beideplayer", 2},    {true, true, 1, "beideplayer", 2}};
+    for (const auto& given : cases) {
+        const PreListenMode mode = PreListenModeOf(given.first, given.second);
+        EXPECT_EQ(PreListenModeText(mode), QLatin1String(given.text));
+        EXPECT_EQ(PlayerToFadeOut(mode, given.fader), given.faded) << given.text << given.fader;
+    }
+}
+
+TEST(PreListenMode, AfterwardsTheMusicThatRanGoesOn) {
+    MixState state;
+    state.heldByUser = false;
+    EXPECT_EQ(AfterListening(state, 1, true), (StartAction{StartKind::AllEnded, 0}));
+    state.decks[1].hasNext = true;
+    EXPECT_EQ(AfterListening(state, 1, true), (StartAction{StartKind::Jump, 2}));
+    state.decks[0].hasNext = true;
+    EXPECT_EQ(AfterListening(state, 1, true), (StartAction{StartKind::Jump, 1}));
+    EXPECT_EQ(AfterListening(state, 2, true), (StartAction{StartKind::Jump, 1})) << "list 1 first";
+    EXPECT_EQ(AfterListening(state, 1, false), StartAction()) << "nothing ran";
+    state.continuous = false;
+    EXPECT_EQ(AfterListening(state, 1, true), StartAction()) << "nothing starts by itself";
+    state.decks[1].playing = true;
+    EXPECT_EQ(AfterListening(state, 1, true), (StartAction{StartKind::Fade, 2})) << "it runs already";
+}
+
+} // namespace
 } // namespace kalvo

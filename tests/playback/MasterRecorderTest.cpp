@@ -13,15 +13,10 @@
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
 
-#include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QThread>
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <optional>
-#include <vector>
 
 namespace kalvo {
 namespace {
@@ -30,13 +25,13 @@ using namespace Qt::StringLiterals;
 
 const char* const kKillFolder = "KALVO_RECORD_FOLDER";
 constexpr int kRate = 44100;
+const std::pair<const char*, const char*> kFormats[] = {{"wav", ".wav"}, {"ogg", ".ogg"}, {"mp3-192", ".mp3"}};
 
 /** Left side of a sound file. */
 std::vector<float> LeftOf(const QString& path) {
     audio::ReadAheadFile file(audio::MakeFileSource(QFile::encodeName(path).toStdString()));
     const auto decoder = file.WaitUntilOpen() ? audio::OpenDecoder(file) : nullptr;
-    std::vector<float> left;
-    std::vector<float> piece(2 * 4096);
+    std::vector<float> left, piece(2 * 4096);
     std::size_t got = 0;
     while (decoder && decoder->Read(piece.data(), 4096, got) == audio::ReadResult::Data) {
         for (std::size_t i = 0; i < got; ++i)
@@ -61,8 +56,7 @@ struct MasterRecorderTest : ::testing::Test {
         recorder.SetFreeSpace([this](const QString&) { return free.load(); });
         QObject::connect(&recorder, &MasterRecorder::Failed, [this](const QString& text) { failures << text; });
         MixerOptions byHand;
-        byHand.continuous = false;
-        byHand.automatic = false;
+        byHand.continuous = byHand.automatic = false;
         mixer.SetOptions(byHand);
         mixer.SetFader(-100);
     }
@@ -114,7 +108,7 @@ struct MasterRecorderTest : ::testing::Test {
 TEST_F(MasterRecorderTest, EveryFormatHoldsTheMixAndItsTitles) {
     list1.Append({Title(u"eins"_s, 4, 441)});
     list2.Append({Title(u"zwei"_s, 4, 882)});
-    for (const auto& [format, ending] : {std::pair("wav", ".wav"), {"ogg", ".ogg"}, {"mp3-192", ".mp3"}}) {
+    for (const auto& [format, ending] : kFormats) {
         SCOPED_TRACE(format);
         const QString name = QLatin1String(format);
         mixer.PlayRow(1, 0);
@@ -134,10 +128,9 @@ TEST_F(MasterRecorderTest, EveryFormatHoldsTheMixAndItsTitles) {
         EXPECT_NEAR(Crossings(left, 2.5), 882, 4);
         ASSERT_TRUE(test::WaitUntil([&] { return Cue(name + u".cue"_s).contains("TRACK 02"); }));
         const QByteArray cue = Cue(name + u".cue"_s);
-        EXPECT_TRUE(cue.contains("TITLE \"eins\"\r\n    PERFORMER \"Interpret eins\"\r\n    INDEX 01 00:00:00"))
-            << cue.data();
-        EXPECT_TRUE(cue.contains("TITLE \"zwei\"\r\n    PERFORMER \"Interpret zwei\"\r\n    INDEX 01 00:02:00"))
-            << cue.data();
+        SCOPED_TRACE(cue.data());
+        EXPECT_TRUE(cue.contains("TITLE \"eins\"\r\n    PERFORMER \"Interpret eins\"\r\n    INDEX 01 00:00:00"));
+        EXPECT_TRUE(cue.contains("TITLE \"zwei\"\r\n    PERFORMER \"Interpret zwei\"\r\n    INDEX 01 00:02:00"));
         EXPECT_FALSE(cue.contains("TRACK 03"));
     }
     EXPECT_EQ(failures, QStringList());
@@ -165,9 +158,7 @@ TEST_F(MasterRecorderTest, EndsBeforeTheDiskIsFullWithAWholeFile) {
     Run(1);
     ASSERT_TRUE(Written(1)) << "a slow disk may take its time";
     free = MasterRecorder::kLeastFree - 1;
-    ASSERT_TRUE(test::WaitUntil([this] { // the recorder's own timer looks
-        return recorder.IsIdle();
-    }));
+    ASSERT_TRUE(test::WaitUntil([this] { return recorder.IsIdle(); })) << "its own timer looks";
     EXPECT_EQ(failures, QStringList{u"Der Mitschnitt wurde beendet, weil der Datenträger fast voll ist."_s});
     EXPECT_NEAR(double(LeftOf(In(u"a.wav"_s)).size()) / kRate, 1, 0.02);
     EXPECT_FALSE(Start(u"wav"_s));
@@ -226,7 +217,7 @@ TEST_F(MasterRecorderTest, DISABLED_Endless) {
 }
 
 TEST_F(MasterRecorderTest, AKilledProgramLeavesAFileThatPlays) {
-    for (const auto& [format, ending] : {std::pair("wav", ".wav"), {"ogg", ".ogg"}, {"mp3-192", ".mp3"}}) {
+    for (const auto& [format, ending] : kFormats) {
         SCOPED_TRACE(format);
         const QString target = folder.Path(QLatin1String(format));
         const QString sound = target + u"/a"_s + QLatin1String(ending);
@@ -236,16 +227,13 @@ TEST_F(MasterRecorderTest, AKilledProgramLeavesAFileThatPlays) {
                            "--gtest_filter=MasterRecorderTest.DISABLED_Endless >/dev/null"_s.arg(
                                QLatin1String(kKillFolder), target, QLatin1String(format), folder.Path(),
                                QCoreApplication::applicationFilePath()));
-        const auto hasTwoSeconds = [&] { return LeftOf(sound).size() > 2 * kRate; };
-        const bool grew = test::WaitUntil(hasTwoSeconds);
+        const bool grew = test::WaitUntil([&] { return LeftOf(sound).size() > 2 * kRate; });
         child.reset();
         ASSERT_TRUE(grew);
         const std::vector<float> left = LeftOf(sound);
         EXPECT_GT(left.size(), 2U * kRate);
         EXPECT_NEAR(Crossings(left, 0.5), 441, 3);
-        QFile cue(target + u"/a.cue"_s);
-        ASSERT_TRUE(cue.open(QIODevice::ReadOnly));
-        EXPECT_TRUE(cue.readAll().endsWith("INDEX 01 00:00:00\r\n"));
+        EXPECT_TRUE(folder.Read(QLatin1String(format) + u"/a.cue"_s).endsWith("INDEX 01 00:00:00\r\n"));
     }
 }
 

@@ -1,15 +1,6 @@
 #pragma once
 
 #include "playback/Mixer.h"
-#include "playback/OfflineMix.h"
-
-#include <QTemporaryDir>
-
-#include <deque>
-#include <functional>
-#include <memory>
-#include <random>
-#include <vector>
 
 namespace kalvo::test {
 
@@ -37,60 +28,16 @@ struct NightReport {
  */
 class Night {
 public:
-    static constexpr double kLongestSilence = 0.2; ///< seconds
-    static constexpr double kLargestBend = 0.002;
-
     /** seed: of the user's acts and the titles; what the threads make of them differs a little each time. */
     Night(std::unique_ptr<audio::AudioLibrary> library, unsigned seed);
+    ~Night();
 
     /** seconds: how long it lasts. */
     NightReport Run(double seconds);
 
 private:
-    void MakeFiles();
-    void HoldEmergency();
-    PlaylistEntry RandomEntry();
-    void FillLists();
-
-    bool Listen(const float* stereo, std::size_t frames);
-    void Judge(double bend, bool isQuiet);
-    void NoteFault(const QString& fault);
-    void LiveOn();
-    void ActOnPlayer(int player);
-    void ActOnList(Playlist& list);
-    void ChangeOptions();
-    void SilenceAndMend(int player);
-    void PressPlay(int player);
-    void PullDisk();
-    /** Empties players and lists; half a second later `measure` is told the memory. */
-    void Rest(std::size_t& memory);
-    /** Does it some seconds later; until then silence is wanted. */
-    void MendLater(const char* act, std::function<void()> mend);
-    void Note(const char* act);
-
-    int UpTo(int most) { return static_cast<int>(chance_() % static_cast<unsigned>(most + 1)); }
-    Playlist& List(int player) { return player == 1 ? list1_ : list2_; }
-
-    QTemporaryDir disk_;
-    QString folder_; ///< of the titles
-    std::vector<QString> files_;
-    std::mt19937 chance_;
-    SystemRandom random_;
-    AudioLayer layer_;
-    Playlist list1_{1, random_};
-    Playlist list2_{2, random_};
-    Mixer mixer_;
-    OfflineMix mix_;
-    NightReport report_;
-    double end_ = 0;
-    double nextAct_ = 1;
-    double diskBack_ = 0; ///< when it is plugged in again; 0 = it is there
-    std::function<void()> mend_;
-    double mendAt_ = 0;
-    bool resting_ = false;
-    int quiet_ = 0; ///< frames without sound up to now
-    float before_[2] = {};
-    std::deque<QString> lastActs_;
+    class Desk;
+    std::unique_ptr<Desk> desk_;
 };
 
 } // namespace kalvo::test

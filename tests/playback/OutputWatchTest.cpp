@@ -1,70 +1,55 @@
 #include "playback/OutputWatch.h"
 
-#include <QStringList>
 #include <gtest/gtest.h>
 
 namespace kalvo {
 namespace {
 
-audio::OutputInfo Playing(const char* name) {
-    audio::OutputInfo info;
-    info.device = 2;
-    info.deviceName = name;
-    return info;
-}
-
+const audio::OutputInfo kUsb{9, 2, "USB"}, kHdmi{9, 2, "HDMI"}, kAnalog{9, 2, "Analog"};
 /** As long as no device plays. */
-audio::OutputInfo Silent() {
-    audio::OutputInfo info;
-    info.deviceName = "Kein Ton";
-    return info;
-}
+const audio::OutputInfo kSilent{9, audio::kNoSound, "Kein Ton"};
 
 /** All that is said while the device is seen so for so many looks. */
 QStringList Said(OutputWatch& watch, const audio::OutputInfo& info, int looks) {
     QStringList said;
     for (int look = 0; look < looks; ++look) {
-        if (const auto news = watch.Look(info)) {
+        if (const auto news = watch.Look(info))
             said.append(news->text + (news->IsTrouble() ? QStringLiteral("!") : QString()));
-        }
     }
     return said;
 }
 
 TEST(OutputWatch, EachChangeIsSaidOnce) {
     OutputWatch watch;
-    watch.Begin(Playing("USB"));
+    watch.Begin(kUsb);
     const struct {
         audio::OutputInfo info;
         int looks;
         QStringList said;
     } steps[] = {
-        {Playing("USB"), 50, {}},
-        {Silent(), 10, {}}, // half a second: a replacement may come
-        {Playing("HDMI"), 50, {QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: HDMI!")}},
-        {Silent(), 5, {}},
-        {Playing("HDMI"), 5, {}},
-        {Silent(), 100, {QStringLiteral("Soundkarte nicht mehr da, kein Ton: HDMI!")}},
-        {Playing("Analog"), 5, {QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: Analog!")}},
-        {Playing("USB"), 50, {QStringLiteral("Soundkarte wieder da: USB")}},
-        {Silent(), 5, {}}, // a restarted sound server
-        {Playing("USB"), 5, {}},
+        {kUsb, 50, {}},
+        {kSilent, 10, {}}, // half a second: a replacement may come
+        {kHdmi, 50, {QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: HDMI!")}},
+        {kSilent, 5, {}},
+        {kHdmi, 5, {}},
+        {kSilent, 100, {QStringLiteral("Soundkarte nicht mehr da, kein Ton: HDMI!")}},
+        {kAnalog, 5, {QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: Analog!")}},
+        {kUsb, 50, {QStringLiteral("Soundkarte wieder da: USB")}},
+        {kSilent, 5, {}}, // a restarted sound server
+        {kUsb, 5, {}},
     };
-    int number = 0;
-    for (const auto& step : steps) {
-        EXPECT_EQ(Said(watch, step.info, step.looks), step.said) << "step " << number;
-        ++number;
-    }
+    for (const auto& step : steps)
+        EXPECT_EQ(Said(watch, step.info, step.looks), step.said) << "step " << &step - steps;
 }
 
 TEST(OutputWatch, AChoiceOfTheUserIsNoNews) {
     OutputWatch watch;
-    watch.Begin(Playing("USB"));
-    EXPECT_EQ(Said(watch, Silent(), 30).size(), 1);
-    watch.Begin(Playing("HDMI"));
-    EXPECT_EQ(Said(watch, Playing("HDMI"), 30), QStringList());
-    watch.Begin(Silent());
-    EXPECT_EQ(Said(watch, Silent(), 30), QStringList());
+    watch.Begin(kUsb);
+    EXPECT_EQ(Said(watch, kSilent, 30).size(), 1);
+    watch.Begin(kHdmi);
+    EXPECT_EQ(Said(watch, kHdmi, 30), QStringList());
+    watch.Begin(kSilent);
+    EXPECT_EQ(Said(watch, kSilent, 30), QStringList());
 }
 
 } // namespace

@@ -3,11 +3,10 @@
 #include "FakeDesk.h"
 #include "archive/Archive.h"
 
-#include <gtest/gtest.h>
-
 namespace kalvo {
-
 namespace {
+
+using namespace Qt::StringLiterals;
 
 class EveningClock final : public Clock {
 public:
@@ -16,15 +15,13 @@ public:
     QDateTime now{QDate(2026, 11, 21), QTime(23, 5, 7, 250)};
 };
 
-struct PlayCounterTest : ::testing::Test, test::FakeDesk {
+struct PlayCounterTest : test::FakeDeskTest {
     PlayCounterTest() {
         DataFolder(folder.Path()).CreateAll();
         EXPECT_TRUE(archive.Open(DataFolder(folder.Path())) && archive.WaitForIndex());
-        counter =
-            std::make_unique<PlayCounter>(mixer, list1, list2, PlayCounter::Books{charts, evening, archive}, clock);
     }
     void Seconds(int seconds) {
-        for (int second = 0; second < seconds; ++second) {
+        for (; seconds > 0; --seconds) {
             fake.Advance(1);
             mixer.Dispatch();
             clock.now = clock.now.addSecs(1);
@@ -35,35 +32,34 @@ struct PlayCounterTest : ::testing::Test, test::FakeDesk {
     std::string Charts() const {
         QString text;
         for (const ChartEntry& entry : charts.Entries())
-            text += QStringLiteral("%1:%2,%3 ").arg(entry.title).arg(entry.player1).arg(entry.player2);
+            text += u"%1:%2,%3 "_s.arg(entry.title).arg(entry.player1).arg(entry.player2);
         return text.toStdString();
     }
     /** Title, origin and seconds of each play. */
     std::string Evening() const {
         QString text;
         for (const PlayedTitle& title : evening.Read(QDate(2026, 11, 21)))
-            text += QStringLiteral("%1:%2:%3 ").arg(title.title, OriginText(title.origin)).arg(title.played);
+            text += u"%1:%2:%3 "_s.arg(title.title, OriginText(title.origin)).arg(title.played);
         return text.toStdString();
     }
 
     EveningClock clock;
     Archive archive{clock};
-    ChartsFile charts{folder.Path(QStringLiteral("Charts")), clock};
-    EveningLog evening{folder.Path(QStringLiteral("Verlauf"))};
-    std::unique_ptr<PlayCounter> counter;
+    ChartsFile charts{folder.Path(u"Charts"_s), clock};
+    EveningLog evening{folder.Path(u"Verlauf"_s)};
+    std::unique_ptr<PlayCounter> counter =
+        std::make_unique<PlayCounter>(mixer, list1, list2, PlayCounter::Books{charts, evening, archive}, clock);
 };
 
-} // namespace
-
 TEST_F(PlayCounterTest, ANextTitleCountsAtOnce) {
-    Fill(list2, {QStringLiteral("a-60"), QStringLiteral("b-60")});
+    Fill(list2, {u"a-60"_s, u"b-60"_s});
     TitleRecord title;
-    title.Titel = QStringLiteral("A");
+    title.Titel = u"A"_s;
     title.Pfad = list2.At(0).path;
     ASSERT_TRUE(archive.AddTitle(title));
     mixer.Next(2);
     EXPECT_EQ(Charts(), "a-60:0,1 ");
-    EXPECT_EQ(archive.FindByPath(title.Pfad)->Extra2, QStringLiteral("2026.11.21, 23:05"));
+    EXPECT_EQ(archive.FindByPath(title.Pfad)->Extra2, u"2026.11.21, 23:05"_s);
     Seconds(30);
     mixer.Next(2);
     Seconds(5);
@@ -73,7 +69,7 @@ TEST_F(PlayCounterTest, ANextTitleCountsAtOnce) {
 }
 
 TEST_F(PlayCounterTest, AStartByHandCountsAfterTenSeconds) {
-    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
+    Fill(list1, {u"a-60"_s, u"b-60"_s});
     mixer.PlayRow(1, 0);
     Seconds(3);
     counter->StopTimer3(); // as pre-listening does
@@ -98,8 +94,8 @@ TEST_F(PlayCounterTest, AStartByHandCountsAfterTenSeconds) {
 }
 
 TEST_F(PlayCounterTest, TheFadeButtonCountsAtOnce) {
-    Fill(list1, {QStringLiteral("a-60"), QStringLiteral("b-60")});
-    Fill(list2, {QStringLiteral("c-60")});
+    Fill(list1, {u"a-60"_s, u"b-60"_s});
+    Fill(list2, {u"c-60"_s});
     list2.SetCurrent(0);
     mixer.PlayRow(1, 0);
     EXPECT_EQ(layer.Record(1).state, PlayState::Empty) << "not counted yet";
@@ -113,7 +109,7 @@ TEST_F(PlayCounterTest, TheFadeButtonCountsAtOnce) {
     EXPECT_EQ(Charts(), "c-60:0,1 a-60:1,0 ");
     mixer.Stop(1);
     EXPECT_EQ(layer.Record(1).state, PlayState::Empty);
-    Fill(list1, {QStringLiteral("slow-60")});
+    Fill(list1, {u"slow-60"_s});
     list1.SetCurrent(2);
     mixer.FadeTo(1, -1);
     EXPECT_EQ(charts.Size(), 2);
@@ -122,7 +118,7 @@ TEST_F(PlayCounterTest, TheFadeButtonCountsAtOnce) {
 }
 
 TEST_F(PlayCounterTest, TheHistoryTellsWhoseTitleItWas) {
-    Fill(list1, {QStringLiteral("a-5"), QStringLiteral("b-60"), QStringLiteral("c-60")});
+    Fill(list1, {u"a-5"_s, u"b-60"_s, u"c-60"_s});
     QList<PlaylistEntry> entries = list1.Entries();
     entries[0].origin = EntryOrigin::Wish;
     entries[1].origin = EntryOrigin::Automatic;
@@ -135,19 +131,19 @@ TEST_F(PlayCounterTest, TheHistoryTellsWhoseTitleItWas) {
 }
 
 TEST_F(PlayCounterTest, AFileThatIsMovedWhileItPlaysCountsAtItsNewPlace) {
-    Fill(list1, {QStringLiteral("a-60")});
+    Fill(list1, {u"a-60"_s});
     mixer.PlayRow(1, 0);
     Seconds(5);
-    mixer.FollowMove(folder.Path(QStringLiteral("a-60")), QStringLiteral("/neu/a-60"));
-    EXPECT_EQ(mixer.Title(1).path, QStringLiteral("/neu/a-60"));
+    mixer.FollowMove(folder.Path(u"a-60"_s), u"/neu/a-60"_s);
+    EXPECT_EQ(mixer.Title(1).path, u"/neu/a-60"_s);
     Seconds(5);
     ASSERT_EQ(charts.Size(), 1);
-    EXPECT_EQ(charts.Entries().constFirst().path, QStringLiteral("/neu/a-60"));
+    EXPECT_EQ(charts.Entries().constFirst().path, u"/neu/a-60"_s);
 }
 
 TEST_F(PlayCounterTest, TellsWhatItCannotWrite) {
-    Fill(list1, {QStringLiteral("a-60")});
-    folder.Write(QStringLiteral("Verlauf"), "keine Mappe");
+    Fill(list1, {u"a-60"_s});
+    folder.Write(u"Verlauf"_s, "keine Mappe");
     QStringList told;
     QObject::connect(counter.get(), &PlayCounter::Told, [&told](const QString& text) { told.append(text); });
     mixer.Next(1);
@@ -155,4 +151,5 @@ TEST_F(PlayCounterTest, TellsWhatItCannotWrite) {
     EXPECT_EQ(Charts(), "a-60:1,0 ");
 }
 
+} // namespace
 } // namespace kalvo

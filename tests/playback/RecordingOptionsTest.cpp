@@ -1,6 +1,7 @@
 #include "playback/RecordingOptions.h"
 
 #include "base/Settings.h"
+#include "playback/CueSheet.h"
 #include "support/TestFolder.h"
 
 #include <QFile>
@@ -38,16 +39,39 @@ TEST(RecordingOptionsTest, ANameIsFreeWhenNeitherSoundNorCueSheetHasIt) {
 TEST(RecordingOptionsTest, SettingsThatMakeNoSenseGiveTheDefaults) {
     const test::TestFolder folder;
     Settings settings(folder.Path(u"kalvo.ini"_s));
-    const QString first = QLatin1String(RecordingFormats().front().key);
-    EXPECT_EQ(RecordingOptions::Read(settings, u"/m"_s).format, first);
+    const QString first = QLatin1String(RecordingFormats().front().key) + u" in /m"_s;
+    const auto read = [&settings] {
+        const RecordingOptions options = RecordingOptions::Read(settings, u"/m"_s);
+        return QString(options.format + u" in "_s + options.folder);
+    };
+    EXPECT_EQ(read(), first);
     RecordingOptions{u"ogg"_s, u"/ziel"_s}.Write(settings);
-    EXPECT_EQ(RecordingOptions::Read(settings, u"/m"_s).format, u"ogg"_s);
-    EXPECT_EQ(RecordingOptions::Read(settings, u"/m"_s).folder, u"/ziel"_s);
+    EXPECT_EQ(read(), u"ogg in /ziel"_s);
     RecordingOptions{u"wma"_s, u"ziel"_s}.Write(settings);
-    EXPECT_EQ(RecordingOptions::Read(settings, u"/m"_s).format, first);
-    EXPECT_EQ(RecordingOptions::Read(settings, u"/m"_s).folder, u"/m"_s);
+    EXPECT_EQ(read(), first);
     RecordingOptions{u"wav"_s, u'/' + QString(300, u'x')}.Write(settings);
-    EXPECT_EQ(RecordingOptions::Read(settings, u"/m"_s).folder, u"/m"_s) << "longer than a value can be";
+    EXPECT_EQ(read(), u"wav in /m"_s) << "longer than a value can be";
+}
+
+TEST(CueSheetTest, TracksStandBelowTheirFilesWithTimesInFrames) {
+    const QByteArray text = CueSheetText({{u"a.wav"_s, u"Größe \"12\""_s, u"Anna\nB."_s, 0.5},
+                                          {u"a.wav"_s, u"Zwei"_s, {}, 3725.996},
+                                          {u"a-2.wav"_s, u"Zwei"_s, {}, 0}});
+    EXPECT_EQ(text.toStdString(), "\xEF\xBB\xBFREM Mitschnitt\r\n"
+                                  "FILE \"a.wav\" WAVE\r\n"
+                                  "  TRACK 01 AUDIO\r\n"
+                                  "    TITLE \"Größe '12'\"\r\n"
+                                  "    PERFORMER \"Anna B.\"\r\n"
+                                  "    INDEX 00 00:00:00\r\n"
+                                  "    INDEX 01 00:00:38\r\n"
+                                  "  TRACK 02 AUDIO\r\n"
+                                  "    TITLE \"Zwei\"\r\n"
+                                  "    INDEX 01 62:06:00\r\n"
+                                  "FILE \"a-2.wav\" WAVE\r\n"
+                                  "  TRACK 03 AUDIO\r\n"
+                                  "    TITLE \"Zwei\"\r\n"
+                                  "    INDEX 01 00:00:00\r\n");
+    EXPECT_TRUE(CueSheetText({{u"b.mp3"_s, u"x"_s, {}, -1}}).contains("FILE \"b.mp3\" MP3\r\n"));
 }
 
 } // namespace

@@ -27,11 +27,15 @@ WaveState Scan(WaveformScan& scan) {
 }
 
 struct WaveformTest : ::testing::Test {
-    QString Sound(const QString& name, double seconds, double amplitude = 0.5) const {
-        test::SoundSpec spec;
-        spec.seconds = seconds;
-        spec.amplitude = amplitude;
-        return test::MakeSound(folder.Path(), name, spec);
+    QString Sound(const QString& name, double seconds) const {
+        return test::MakeSound(folder.Path(), name, test::SoundSpec{seconds});
+    }
+    static Waveform Complete() {
+        Waveform waveform;
+        waveform.columns[5] = {200, 100};
+        waveform.columns[1023] = {255, 1};
+        waveform.known = Waveform::kColumns;
+        return waveform;
     }
     QString Picture(const QString& name, const QSize& size, Qt::GlobalColor colour) const {
         QImage image(size, QImage::Format_RGB32);
@@ -61,44 +65,39 @@ TEST_F(WaveformTest, EveryFormatIsMeasuredFromEndToEnd) {
 }
 
 TEST_F(WaveformTest, WhatIsNoSoundOrIsCutOrCancelledIsBroken) {
-    WaveformScan text(folder.Write(u"text.mp3"_s, "no music"));
-    EXPECT_EQ(Scan(text), WaveState::Broken);
-    WaveformScan missing(folder.Path(u"missing.mp3"_s));
-    EXPECT_EQ(Scan(missing), WaveState::Broken);
+    const auto scanned = [](const QString& path) {
+        WaveformScan scan(path);
+        return Scan(scan);
+    };
+    EXPECT_EQ(scanned(folder.Write(u"text.mp3"_s, "no music")), WaveState::Broken);
+    EXPECT_EQ(scanned(folder.Path(u"missing.mp3"_s)), WaveState::Broken);
+    EXPECT_EQ(scanned(Sound(u"tiny.wav"_s, 0.01)), WaveState::Complete) << "fewer frames than columns";
     WaveformScan left(Sound(u"long.ogg"_s, 32));
     EXPECT_EQ(left.Step(), WaveState::Running);
     left.Cancel();
     EXPECT_EQ(Scan(left), WaveState::Broken);
-    WaveformScan tiny(Sound(u"tiny.wav"_s, 0.01)); // fewer frames than columns
-    EXPECT_EQ(Scan(tiny), WaveState::Complete);
 }
 
 TEST_F(WaveformTest, TheCacheKnowsATitleUntilItChanges) {
     const QString title = folder.Write(u"title.mp3"_s, "one");
-    Waveform waveform;
-    waveform.columns[5] = {200, 100};
-    waveform.columns[1023] = {255, 1};
-    waveform.known = Waveform::kColumns;
     EXPECT_FALSE(cache.Find(title));
-    cache.Keep(title, waveform);
-    EXPECT_EQ(cache.Find(title), waveform);
+    cache.Keep(title, Complete());
+    EXPECT_EQ(cache.Find(title), Complete());
     folder.Write(u"title.mp3"_s, "other");
     EXPECT_FALSE(cache.Find(title)) << "its size has changed";
-    cache.Keep(title, waveform);
+    cache.Keep(title, Complete());
     QFile file(title);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
     EXPECT_FALSE(cache.Find(title)) << "its time has changed";
     file.remove();
-    cache.Keep(title, waveform);
+    cache.Keep(title, Complete());
     EXPECT_FALSE(cache.Find(title)) << "it is gone";
 }
 
 TEST_F(WaveformTest, DamagedFilesOfTheCacheCountAsMissingAndAreReplaced) {
     const QString title = folder.Write(u"title.mp3"_s, "one");
-    Waveform waveform;
-    waveform.known = Waveform::kColumns;
-    cache.Keep(title, waveform);
+    cache.Keep(title, Complete());
     const QString name = u"cache/"_s + Cached().constFirst();
     const QByteArray whole = folder.Read(name);
     QByteArray flipped = whole;
@@ -106,7 +105,7 @@ TEST_F(WaveformTest, DamagedFilesOfTheCacheCountAsMissingAndAreReplaced) {
     for (const QByteArray& damaged : {whole.left(1000), whole.left(5), QByteArray(), whole + 'x', flipped}) {
         folder.Write(name, damaged);
         EXPECT_FALSE(cache.Find(title)) << damaged.size();
-        cache.Keep(title, waveform);
+        cache.Keep(title, Complete());
         EXPECT_TRUE(cache.Find(title));
     }
 }

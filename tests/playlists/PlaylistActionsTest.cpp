@@ -1,30 +1,10 @@
-#include "playlists/PlaylistActions.h"
-
-#include "playlists/AnsweredQuestions.h"
 #include "playlists/PlaylistSupport.h"
 
 #include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 
-using test::EntriesOf;
-using test::Shown;
-
-class PlaylistActionsTest : public ::testing::Test {
-protected:
-    static QList<TitleRecord> Titles(const char* names) {
-        QList<TitleRecord> titles;
-        for (const PlaylistEntry& entry : EntriesOf(names)) {
-            TitleRecord title;
-            title.Titel = entry.title;
-            title.Interpret = entry.artist;
-            title.Zeit = entry.duration;
-            title.Pfad = entry.path;
-            title.Extra1 = QStringLiteral("Kommentar");
-            titles.append(title);
-        }
-        return titles;
-    }
+struct PlaylistActionsTest : ::testing::Test, ListDesk {
     static QList<DraggedEntry> Dragged(const Playlist& list, const QList<int>& rows) {
         QList<DraggedEntry> dragged;
         for (const int row : rows)
@@ -32,56 +12,47 @@ protected:
         return dragged;
     }
 
-    test::ChosenRandom random;
-    Playlist first{1, random}, second{2, random};
-    test::AnsweredQuestions questions;
-    PlaylistActions actions{first, second, questions};
-    QSet<QString> missing{QStringLiteral("/music/X")};
+    QSet<QString> missing{u"/music/X"_s};
 };
 
 TEST_F(PlaylistActionsTest, AddsTitlesWithTheirQuestions) {
     second.Append(EntriesOf("ab"));
-    questions.answers = {QStringLiteral("Abbrechen"), QStringLiteral("Nein")};
-    actions.AddTitles(2, Titles("aXbc"), missing);
+    questions.answers = {u"Abbrechen"_s, u"Nein"_s};
+    actions.AddTitles(2, TitlesOf("aXbc"), missing);
     EXPECT_EQ(Shown(second), "abac") << "Abbrechen adds and the run goes on";
-    EXPECT_EQ(second.At(3).info, QStringLiteral("Kommentar"));
+    EXPECT_EQ(second.At(3).info, u"Kommentar"_s);
     ASSERT_EQ(questions.said.size(), 3);
-    EXPECT_EQ(questions.said.at(0), QStringLiteral(" Achtung!|Titel: A-a - a\nbereits in Wiedergabeliste 2 vorhanden.\n"
-                                                   "Soll der Titel trotzdem der Wiedergabeliste hinzugefügt werden?"));
-    EXPECT_EQ(questions.said.at(1), QStringLiteral("Datei:\n/music/X\nist nicht mehr vorhanden!"));
-    questions.answers = {QStringLiteral("Ja")};
-    actions.AddTitles(2, Titles("da"), missing, 1);
+    EXPECT_EQ(questions.said.at(0), u" Achtung!|Titel: A-a - a\nbereits in Wiedergabeliste 2 vorhanden.\n"
+                                    "Soll der Titel trotzdem der Wiedergabeliste hinzugefügt werden?"_s);
+    EXPECT_EQ(questions.said.at(1), u"Datei:\n/music/X\nist nicht mehr vorhanden!"_s);
+    questions.answers = {u"Ja"_s};
+    actions.AddTitles(2, TitlesOf("da"), missing, 1);
     EXPECT_EQ(Shown(second), "adabac");
 }
 
 TEST_F(PlaylistActionsTest, DistributesFromListOne) {
-    actions.Distribute(Titles("aXbc"), missing);
-    EXPECT_EQ(Shown(first) + "|" + Shown(second), "ac|b");
+    actions.Distribute(TitlesOf("aXbc"), missing);
+    EXPECT_EQ(Both(), "ac|b");
+    actions.Distribute(TitlesOf("bad"), missing);
+    EXPECT_EQ(Both(), "acbd|ba") << "each target is asked about its own entries only";
     EXPECT_TRUE(questions.said.isEmpty());
-    actions.Distribute(Titles("bad"), missing);
-    EXPECT_EQ(Shown(first) + "|" + Shown(second), "acbd|ba") << "each target is asked about its own entries only";
-    EXPECT_TRUE(questions.said.isEmpty());
-    actions.Distribute(Titles("a"), missing);
+    actions.Distribute(TitlesOf("a"), missing);
     EXPECT_EQ(Shown(first), "acbd");
     EXPECT_EQ(questions.said.size(), 1);
 }
 
-TEST_F(PlaylistActionsTest, ActsOnTheActiveListAndAsksBeforeItClears) {
+TEST_F(PlaylistActionsTest, AsksBeforeItClearsTheActiveList) {
     first.Append(EntriesOf("abc"));
     second.Append(EntriesOf("xyz"));
     actions.SetActiveList(2);
-    actions.MarkPlayNext({0, 2});
-    actions.UnmarkPlayNext({1, 2});
-    actions.RemoveRows(2, {1});
-    EXPECT_EQ(Shown(second), ">x<z");
     EXPECT_FALSE(actions.RemoveAll());
-    EXPECT_EQ(questions.said.back(),
-              QStringLiteral(" Achtung!|Wollen Sie wirklich alle Titel der Wiedergabeliste löschen?"));
-    questions.answers = {QStringLiteral("Ja")};
+    EXPECT_EQ(questions.said.back(), u" Achtung!|Wollen Sie wirklich alle Titel der Wiedergabeliste löschen?"_s);
+    EXPECT_EQ(Both(), "abc|xyz");
+    questions.answers = {u"Ja"_s};
     EXPECT_TRUE(actions.RemoveAll());
-    actions.AddFromPlayer(2, QStringLiteral("p"), {}, QStringLiteral("02:00"), QStringLiteral("/music/p"));
-    actions.AddFromPlayer(2, QStringLiteral("q"), {}, {}, {});
-    EXPECT_EQ(Shown(first) + "|" + Shown(second), "abc|p");
+    actions.AddFromPlayer(2, u"p"_s, {}, u"02:00"_s, u"/music/p"_s);
+    actions.AddFromPlayer(2, u"q"_s, {}, {}, {});
+    EXPECT_EQ(Both(), "abc|p");
 }
 
 TEST_F(PlaylistActionsTest, DropsEntriesEvenWhenTheListWentOnMeanwhile) {
@@ -90,11 +61,70 @@ TEST_F(PlaylistActionsTest, DropsEntriesEvenWhenTheListWentOnMeanwhile) {
     const QList<DraggedEntry> dragged = Dragged(first, {1, 3});
     first.Remove({0, 1});
     actions.DropEntries(2, 0, dragged, 1);
-    EXPECT_EQ(Shown(first) + "|" + Shown(second), "ce|d") << "b was played and removed during the drag";
+    EXPECT_EQ(Both(), "ce|d") << "b was played and removed during the drag";
     actions.DropEntries(2, 0, Dragged(first, {0}), 0);
-    EXPECT_EQ(Shown(first) + "|" + Shown(second), "ce|cd");
+    EXPECT_EQ(Both(), "ce|cd");
     actions.DropEntries(1, 0, Dragged(first, {1}), 1);
     EXPECT_EQ(Shown(first), "ec");
 }
 
-} // namespace kalvo
+struct ListUndoTest : ::testing::Test, ListDesk {};
+
+TEST_F(ListUndoTest, ThePlayerGoesOnInBetween) {
+    first.Append(EntriesOf("abcdef"));
+    first.SetCurrent(0);
+    actions.RemoveRows(1, {3, 4});
+    first.SetCurrent(1);
+    first.Remove({0});
+    first.Append(EntriesOf("z"));
+    EXPECT_EQ(Shown(first), "!.bcfz");
+    stack.undo();
+    EXPECT_EQ(Shown(first), "!.bcdefz") << "the played one stays away, the added one stays, red is where it is now";
+    stack.redo();
+    EXPECT_EQ(Shown(first), "!.bcfz");
+    actions.RemoveRows(1, {0});
+    stack.undo();
+    EXPECT_EQ(Shown(first), "!.bcfz") << "the red mark comes back with its entry";
+    actions.RemoveRows(1, {0});
+    first.SetCurrent(1);
+    stack.undo();
+    EXPECT_EQ(Shown(first), ".bc!.fz") << "one red entry only";
+    actions.RemoveRows(1, {3});
+    first.SetPath(0, u"/neu"_s);
+    const int steps = stack.count();
+    actions.RemoveRows(1, {7});
+    EXPECT_EQ(stack.count(), steps) << "what changes nothing is no step";
+    stack.undo();
+    EXPECT_EQ(first.At(0).path, u"/neu"_s) << "a moved file stays where it is now";
+}
+
+TEST_F(ListUndoTest, AQuestionInBetweenIsStillOneStep) {
+    first.Append(EntriesOf("a"));
+    questions.answers = {u"Ja"_s};
+    questions.meanwhile = [this] {
+        first.SetCurrent(0);
+        first.Append(EntriesOf("w"));
+    };
+    actions.AddTitles(1, TitlesOf("ba"), {});
+    EXPECT_EQ(Shown(first), "!.abwa");
+    stack.undo();
+    EXPECT_EQ(Shown(first), "!.aw") << "what the helper added while the question was open stays";
+    stack.redo();
+    EXPECT_EQ(first.Count(), 4);
+}
+
+TEST_F(ListUndoTest, TheNameBelongsToIt) {
+    QStringList names;
+    QObject::connect(&actions.Undo(), &ListUndo::NameChanged, [&names](const QString& name) { names.append(name); });
+    {
+        const ListUndo::Step step(actions.Undo(), u"x"_s);
+        actions.Undo().SetName(u"Party"_s);
+        actions.RemoveRows(1, {});
+        first.Append(EntriesOf("a"));
+    }
+    EXPECT_EQ(stack.count(), 1);
+    stack.undo();
+    EXPECT_EQ(names.join(u' '), u"Party Standard"_s);
+}
+
+} // namespace kalvo::test

@@ -1,33 +1,29 @@
+#include "playlists/CueText.h"
+#include "playlists/ListCaption.h"
 #include "playlists/PlaylistSupport.h"
 
 #include <QColor>
 #include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 
-using test::EntriesOf;
-using test::Shown;
-
-class PlaylistTest : public ::testing::Test {
-protected:
-    test::ChosenRandom random;
+// Sorting, moving and what comes next are held against their rules in ui/ListRulesTest.cpp.
+struct PlaylistTest : ::testing::Test {
+    ChosenRandom random;
     Playlist list{1, random};
 };
 
 TEST_F(PlaylistTest, KeysAreWholeNumbersWithoutZeros) {
-    random.Choose({0.0, 0.47109, 0.99999999});
+    random.Choose({0.0, 0.47109, 0.99999999, 0.5});
     for (const char* key : {"1", "4711", "10000"})
         EXPECT_EQ(list.FreshShuffleKey().toStdString(), key);
-    random.Choose({0.5});
-    list.Append({test::Entry(QStringLiteral("a"), {}), test::Entry(QStringLiteral("b"), QStringLiteral("7"))});
-    EXPECT_EQ(list.At(0).shuffleKey, QStringLiteral("5001"));
-    EXPECT_EQ(list.At(1).shuffleKey, QStringLiteral("7"));
+    list.Append({Entry(u"a"_s, {}), Entry(u"b"_s, u"7"_s)});
+    EXPECT_EQ(Shown(list, true), "a5001b7");
 }
 
 TEST_F(PlaylistTest, ATitleWithoutANameShowsItsFileAndTheCurrentOneIsRed) {
-    list.Append({{{}, {}, {}, {}, {}, QStringLiteral("/musik/Lied 1.mp3")},
-                 {{}, QStringLiteral("Abba"), {}, {}, {}, QStringLiteral("/musik/Lied 2.mp3")}});
-    EXPECT_EQ(list.index(0, Playlist::Title).data().toString(), QStringLiteral("Lied 1"));
+    list.Append({{{}, {}, {}, {}, {}, u"/musik/Lied 1.mp3"_s}, {{}, u"Abba"_s, {}, {}, {}, u"/musik/Lied 2.mp3"_s}});
+    EXPECT_EQ(list.index(0, Playlist::Title).data().toString(), u"Lied 1"_s);
     EXPECT_EQ(list.index(1, Playlist::Title).data().toString(), QString()) << "the artist is told";
     EXPECT_EQ(list.At(0).title, QString());
     list.SetCurrent(1);
@@ -35,20 +31,42 @@ TEST_F(PlaylistTest, ATitleWithoutANameShowsItsFileAndTheCurrentOneIsRed) {
     EXPECT_FALSE(list.index(0, Playlist::Title).data(Qt::ForegroundRole).isValid());
 }
 
-TEST_F(PlaylistTest, ShuffleSortsAsTextAndStaysOn) {
+TEST_F(PlaylistTest, RowsThatAreGoneDoNothing) {
     list.Append(EntriesOf("abcd"));
-    list.SetCurrent(0);
-    random.Choose({0.0008, 0.0009, 0.99999, 0.0001}); // 9, 10, 10000, 2
-    list.Shuffle();
-    EXPECT_EQ(Shown(list), "bcd!.a");
-    list.Append({test::Entry(QStringLiteral("e"), QStringLiteral("15"))});
-    EXPECT_EQ(Shown(list), "bced!.a");
-    list.Move({0}, 5);
-    list.Append({test::Entry(QStringLiteral("f"), QStringLiteral("0"))});
-    EXPECT_EQ(Shown(list), "ced!.abf") << "a move by hand ends the sorting";
-    list.Remove({5, 0, 0, 17, -1});
+    list.SetCurrent(3);
+    list.Remove({2, 0, 0, 17, -1});
     list.Move({7, -1}, 0);
-    EXPECT_EQ(Shown(list), "ed!.ab") << "rows that are gone do nothing";
+    EXPECT_EQ(Shown(list), "b!.d");
 }
 
-} // namespace kalvo
+TEST_F(PlaylistTest, SumsDurations) {
+    list.Append(EntriesOf("abc"));
+    list.Append({{u"x"_s, {}, u"0"_s, {}, {}, {}}});
+    EXPECT_EQ(TotalSeconds(list), 180);
+    EXPECT_EQ(ComingSeconds(list), (QList<int>{60, 60, 60, 0}));
+    list.SetCurrent(2);
+    EXPECT_EQ(ComingSeconds(list), QList<int>{0});
+    list.MarkPlayNext(1);
+    EXPECT_EQ(ComingSeconds(list), (QList<int>{60, 60, 0})) << "the list goes on behind the mark";
+    EXPECT_EQ(RestText(3492), u"Rest 00:58:12"_s);
+    EXPECT_EQ(RestText(360059), u"Rest 100:00:59"_s);
+    EXPECT_EQ(UntilText(3492, QDateTime(QDate(2026, 1, 1), QTime(23, 41, 7))), u"bis 00:39"_s);
+}
+
+TEST(ListCaptionTest, IsWordedAsGivenWithTheNameOfThePath) {
+    EXPECT_EQ(ListCaption(1, 2, 17, u"Standard"_s), u"Player 1       3. von 17 in Standard"_s);
+    EXPECT_EQ(ListCaption(2, -1, 0, u"%1"_s), u"Player 2       0. von 0 in %1"_s);
+    EXPECT_EQ(PlaylistName(u"/a.wil/Party.wil"_s), u"Party"_s);
+    EXPECT_EQ(PlaylistName(u"D:\\x\\Som.mer.WIL"_s), u"Som.mer"_s);
+    EXPECT_EQ(PlaylistName(u"/x/default.mav"_s), u"Standard"_s);
+}
+
+TEST(CueTextTest, IsOnlyWhatItWrites) {
+    EXPECT_EQ(CueText::Write(12.44), u"12.4"_s);
+    EXPECT_DOUBLE_EQ(CueText::Read(u"12.4"_s).value_or(-1), 12.4);
+    EXPECT_DOUBLE_EQ(CueText::Read(u"0.0"_s).value_or(-1), 0);
+    for (const char* text : {"", "12", "12.45", "012.4", "-1.0", "nan", "inf", "1e1", "12,4", " 12.4", "Wunsch"})
+        EXPECT_FALSE(CueText::Read(QString::fromUtf8(text))) << text;
+}
+
+} // namespace kalvo::test

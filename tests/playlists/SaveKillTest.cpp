@@ -15,8 +15,7 @@
 
 #include <random>
 
-namespace kalvo {
-
+namespace kalvo::test {
 namespace {
 
 const char* const folderVariable = "KALVO_KILL_FOLDER";
@@ -27,48 +26,45 @@ QString InFolder(const QString& name) {
 }
 
 PlaylistFile::Lists Lists(char name) {
-    return {test::EntriesOf(QByteArray(listSize, name)), test::EntriesOf(QByteArray(listSize / 2, name))};
+    return {EntriesOf(QByteArray(listSize, name)), EntriesOf(QByteArray(listSize / 2, name))};
 }
-
-} // namespace
 
 /** Runs only as the second program. */
 TEST(SaveKillTest, DISABLED_Saver) {
     ASSERT_TRUE(qEnvironmentVariableIsSet(folderVariable));
     const SystemClock clock;
-    PlaylistFile lists(InFolder(QStringLiteral("a.wil")), clock);
-    ChartsFile charts(InFolder(QStringLiteral("Charts")), clock);
-    EveningLog evening(InFolder(QStringLiteral("Verlauf")));
+    PlaylistFile lists(InFolder(u"a.wil"_s), clock);
+    ChartsFile charts(InFolder(u"Charts"_s), clock);
+    EveningLog evening(InFolder(u"Verlauf"_s));
     PlayedTitle title;
     title.start = QDateTime(QDate(2026, 11, 21), QTime(20, 0));
     for (int round = 0;; ++round) {
         ASSERT_EQ(lists.Save(Lists(round % 2 == 0 ? 'a' : 'b')).outcome, PlaylistFile::Outcome::Done);
-        title.path = QStringLiteral("/m/%1.mp3").arg(round);
+        title.path = u"/m/%1.mp3"_s.arg(round);
         title.start = title.start.addSecs(1);
-        ASSERT_TRUE(charts.Count(PlaySource::Player1, title.path, QStringLiteral("t"), {}, title.start));
-        ASSERT_TRUE(charts.Count(PlaySource::Player2, title.path, QStringLiteral("t"), {}, title.start));
+        ASSERT_TRUE(charts.Count(PlaySource::Player1, title.path, u"t"_s, {}, title.start));
+        ASSERT_TRUE(charts.Count(PlaySource::Player2, title.path, u"t"_s, {}, title.start));
         ASSERT_TRUE(evening.Write(title));
     }
 }
 
 TEST(SaveKillTest, LeavesWholeFiles) {
-    const test::TestFolder folder;
+    const TestFolder folder;
     const SystemClock clock;
     std::mt19937 dice(5);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QString::fromLatin1(folderVariable), folder.Path());
-    const QString listPath = folder.Path(QStringLiteral("a.wil"));
+    const QString listPath = folder.Path(u"a.wil"_s);
     for (int round = 0; round < 8; ++round) {
         QProcess saver;
         saver.setProcessEnvironment(environment);
         saver.setStandardOutputFile(QProcess::nullDevice());
         saver.start(QCoreApplication::applicationFilePath(),
-                    {QStringLiteral("--gtest_filter=SaveKillTest.DISABLED_Saver"),
-                     QStringLiteral("--gtest_also_run_disabled_tests")});
+                    {u"--gtest_filter=SaveKillTest.DISABLED_Saver"_s, u"--gtest_also_run_disabled_tests"_s});
         ASSERT_TRUE(saver.waitForStarted());
-        const QFile log(folder.Path(QStringLiteral("Verlauf/2026-11-21.csv")));
+        const QFile log(folder.Path(u"Verlauf/2026-11-21.csv"_s));
         const qint64 before = log.size();
-        ASSERT_TRUE(test::WaitUntil([&] { return log.size() > before; }));
+        ASSERT_TRUE(WaitUntil([&] { return log.size() > before; }));
         QThread::usleep(dice() % 20000); // anywhere within a round
         saver.kill();
         ASSERT_TRUE(saver.waitForFinished());
@@ -79,14 +75,15 @@ TEST(SaveKillTest, LeavesWholeFiles) {
         ASSERT_EQ(lists[1].size(), listSize / 2);
         for (const PlaylistEntry& entry : lists[0] + lists[1])
             ASSERT_EQ(entry.title, lists[0].front().title) << "one save or the other";
-        ASSERT_EQ(QFile(folder.Path(QStringLiteral("Charts"))).size() % 392, 0);
-        for (const ChartEntry& entry : ChartsFile(folder.Path(QStringLiteral("Charts")), clock).Entries()) {
+        ASSERT_EQ(QFile(folder.Path(u"Charts"_s)).size() % 392, 0);
+        for (const ChartEntry& entry : ChartsFile(folder.Path(u"Charts"_s), clock).Entries()) {
             ASSERT_EQ(entry.total, entry.player1 + entry.player2);
-            ASSERT_EQ(entry.title, QStringLiteral("t"));
+            ASSERT_EQ(entry.title, u"t"_s);
         }
-        const EveningLog evening(folder.Path(QStringLiteral("Verlauf")));
+        const EveningLog evening(folder.Path(u"Verlauf"_s));
         ASSERT_FALSE(evening.Read(QDate(2026, 11, 21)).isEmpty());
     }
 }
 
-} // namespace kalvo
+} // namespace
+} // namespace kalvo::test

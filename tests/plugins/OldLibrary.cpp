@@ -15,16 +15,12 @@ public:
 
 class OldEncoder final : public audio::EncoderLibrary {
 public:
+    using Audio = audio::AudioLibrary;
+    using Settings = audio::EncodeSettings;
     std::uint32_t GetVersion() const override { return kOldVersion; }
     audio::EncodeError ErrorGetCode() const override { return {}; }
-    audio::Handle Encode_Start(audio::AudioLibrary&, audio::Output, const std::string&,
-                               const audio::EncodeSettings&) override {
-        return 0;
-    }
-    audio::Handle Encode_Start(audio::AudioLibrary&, audio::Handle, const std::string&,
-                               const audio::EncodeSettings&) override {
-        return 0;
-    }
+    audio::Handle Encode_Start(Audio&, audio::Output, const std::string&, const Settings&) override { return 0; }
+    audio::Handle Encode_Start(Audio&, audio::Handle, const std::string&, const Settings&) override { return 0; }
     bool Encode_Stop(audio::Handle) override { return false; }
     bool Encode_GetState(audio::Handle, audio::EncodeState&) override { return false; }
 };
@@ -39,14 +35,14 @@ public:
 
 } // namespace kalvo::test
 
-#define KALVO_FACTORY extern "C" __attribute__((visibility("default")))
-
-KALVO_FACTORY kalvo::audio::AudioLibrary* CreateAudioLibrary() {
+extern "C" {
+[[gnu::visibility("default")]] kalvo::audio::AudioLibrary* CreateAudioLibrary() {
     return new kalvo::test::OldLibrary;
 }
-KALVO_FACTORY kalvo::audio::EncoderLibrary* CreateEncoderLibrary() {
+[[gnu::visibility("default")]] kalvo::audio::EncoderLibrary* CreateEncoderLibrary() {
     return new kalvo::test::OldEncoder;
 }
-KALVO_FACTORY kalvo::DiscDatabase* CreateDiscDatabase() {
+[[gnu::visibility("default")]] kalvo::DiscDatabase* CreateDiscDatabase() {
     return new kalvo::test::OldDiscDatabase;
+}
 }

@@ -20,7 +20,7 @@ namespace kalvo::test {
 
 namespace {
 
-constexpr int kInterval = 20; // ms
+using namespace Qt::StringLiterals;
 
 QString Caption(const QAbstractButton& button) {
     return button.text().remove(u'&');
@@ -29,27 +29,24 @@ QString Caption(const QAbstractButton& button) {
 QJsonObject Told(const QWidget& window) {
     QJsonObject labels;
     for (const QLabel* label : window.findChildren<QLabel*>()) {
-        if (!label->objectName().isEmpty()) {
+        if (!label->objectName().isEmpty())
             labels.insert(label->objectName(), label->text());
-        }
     }
     QJsonObject buttons;
     for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
-        if (button->isVisible() && !button->text().isEmpty()) {
+        if (button->isVisible() && !button->text().isEmpty())
             buttons.insert(Caption(*button), button->isEnabled());
-        }
     }
-    return {{QStringLiteral("name"), window.objectName()},
-            {QStringLiteral("title"), window.windowTitle()},
-            {QStringLiteral("labels"), labels},
-            {QStringLiteral("buttons"), buttons}};
+    return {{u"name"_s, window.objectName()},
+            {u"title"_s, window.windowTitle()},
+            {u"labels"_s, labels},
+            {u"buttons"_s, buttons}};
 }
 
 QWidget* OpenWindow(const QString& name) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->objectName() == name) {
+        if (window->isVisible() && window->objectName() == name)
             return window;
-        }
     }
     return nullptr;
 }
@@ -74,24 +71,22 @@ public:
     Witness() {
         socket_.connectToServer(qEnvironmentVariable("KALVO_WITNESS"));
         connect(&socket_, &QLocalSocket::readyRead, this, [this] {
-            while (socket_.canReadLine()) {
+            while (socket_.canReadLine())
                 Obey(QJsonDocument::fromJson(socket_.readLine()).object());
-            }
         });
         connect(&timer_, &QTimer::timeout, this, &Witness::Tell);
-        timer_.start(kInterval);
+        timer_.start(20); // ms
     }
 
 private:
     void Tell() {
         QJsonArray windows;
         for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->isVisible() && !window->objectName().isEmpty()) {
+            if (window->isVisible() && !window->objectName().isEmpty())
                 windows.append(Told(*window));
-            }
         }
         const QByteArray line =
-            QJsonDocument(QJsonObject{{QStringLiteral("windows"), windows}}).toJson(QJsonDocument::Compact) + '\n';
+            QJsonDocument(QJsonObject{{u"windows"_s, windows}}).toJson(QJsonDocument::Compact) + '\n';
         if (line != told_ && socket_.state() == QLocalSocket::ConnectedState) {
             told_ = line;
             socket_.write(line);
@@ -100,15 +95,13 @@ private:
     }
 
     static void Obey(const QJsonObject& order) {
-        QWidget* window = OpenWindow(order.value(QStringLiteral("window")).toString());
-        if (window == nullptr) {
+        QWidget* window = OpenWindow(order.value(u"window"_s).toString());
+        if (window == nullptr)
             return;
-        }
-        if (order.contains(QStringLiteral("press"))) {
-            Press(*window, order.value(QStringLiteral("press")).toString());
-        } else {
+        if (order.contains(u"press"_s))
+            Press(*window, order.value(u"press"_s).toString());
+        else
             QTimer::singleShot(0, window, &QWidget::close);
-        }
     }
 
     QLocalSocket socket_;
@@ -122,7 +115,7 @@ class WitnessPlugin : public QGenericPlugin {
 
 public:
     QObject* create(const QString& key, const QString& /*arguments*/) override {
-        return key == QStringLiteral("kalvowitness") ? new Witness : nullptr;
+        return key == u"kalvowitness"_s ? new Witness : nullptr;
     }
 };
 

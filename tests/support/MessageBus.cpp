@@ -5,12 +5,10 @@
 
 namespace kalvo::test {
 
-namespace {
-
-constexpr int kBusPatience = 20'000; ///< ms
+using namespace Qt::StringLiterals;
 
 /** Without the folders of services that the system would start by itself. */
-constexpr const char* kConfiguration = R"(<busconfig>
+static constexpr const char* kConfiguration = R"(<busconfig>
   <type>session</type>
   <listen>unix:dir=%1</listen>
   <policy context="default">
@@ -20,20 +18,16 @@ constexpr const char* kConfiguration = R"(<busconfig>
   </policy>
 </busconfig>)";
 
-} // namespace
-
 bool MessageBus::IsInstalled() {
-    return !QStandardPaths::findExecutable(QStringLiteral("dbus-daemon")).isEmpty();
+    return !QStandardPaths::findExecutable(u"dbus-daemon"_s).isEmpty();
 }
 
 MessageBus::MessageBus() {
-    const QString configuration = QString::fromLatin1(kConfiguration).arg(folder_.Path());
-    daemon_.start(
-        QStringLiteral("dbus-daemon"),
-        {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
-         QStringLiteral("--config-file=") + folder_.Write(QStringLiteral("bus.conf"), configuration.toUtf8())});
+    const QByteArray configuration = QString::fromLatin1(kConfiguration).arg(folder_.Path()).toUtf8();
+    daemon_.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--print-address=1"_s,
+                                     u"--config-file="_s + folder_.Write(u"bus.conf"_s, configuration)});
     QByteArray told;
-    while (!told.endsWith('\n') && daemon_.waitForReadyRead(kBusPatience))
+    while (!told.endsWith('\n') && daemon_.waitForReadyRead(20'000))
         told += daemon_.readAllStandardOutput();
     EXPECT_TRUE(told.endsWith('\n')) << daemon_.readAllStandardError().constData();
     address_ = QString::fromLocal8Bit(told.trimmed());

@@ -14,8 +14,6 @@ public:
 
     MessageBus();
     ~MessageBus();
-    MessageBus(const MessageBus&) = delete;
-    MessageBus& operator=(const MessageBus&) = delete;
 
     const QString& Address() const { return address_; }
 

@@ -11,19 +11,20 @@
 
 #include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 namespace kalvo::test {
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr std::chrono::seconds kPatience{20};
 constexpr std::size_t kFrameBytes = 2 * sizeof(float);
 
 QString SinkModule(const QString& name) {
-    return QStringLiteral("module-null-sink sink_name=%1 rate=44100 channels=2 sink_properties=device.description=%2")
-        .arg(name, PulseServer::DeviceName(name));
+    return u"module-null-sink sink_name=%1 rate=44100 channels=2 sink_properties=device.description=%2"_s.arg(
+        name, PulseServer::DeviceName(name));
 }
 
 } // namespace
@@ -35,22 +36,18 @@ ChildProcess::ChildProcess(const QString& command) {
 }
 
 ChildProcess::~ChildProcess() {
-    if (IsRunning()) {
+    if (pid_ > 0 && waitpid(pid_, nullptr, WNOHANG) == 0) {
         kill(pid_, SIGKILL);
         waitpid(pid_, nullptr, 0);
     }
 }
 
-bool ChildProcess::IsRunning() const {
-    return pid_ > 0 && waitpid(pid_, nullptr, WNOHANG) == 0;
-}
-
 bool PulseServer::IsInstalled() {
-    return !QStandardPaths::findExecutable(QStringLiteral("pulseaudio")).isEmpty();
+    return !QStandardPaths::findExecutable(u"pulseaudio"_s).isEmpty();
 }
 
 QString PulseServer::DeviceName(const QString& sink) {
-    return QStringLiteral("Pruefkarte-") + sink;
+    return u"Pruefkarte-"_s + sink;
 }
 
 PulseServer::PulseServer(QStringList sinks) : sinks_(std::move(sinks)) {
@@ -65,55 +62,51 @@ PulseServer::PulseServer(QStringList sinks) : sinks_(std::move(sinks)) {
 
 PulseServer::~PulseServer() {
     Kill();
-    for (const Variable& variable : before_) {
-        if (variable.wasSet)
-            qputenv(variable.name.constData(), variable.value);
+    for (const auto& [name, value] : before_) {
+        if (value.isNull())
+            qunsetenv(name);
         else
-            qunsetenv(variable.name.constData());
+            qputenv(name, value);
     }
 }
 
 void PulseServer::SetEnvironment(const char* name, const QByteArray& value) {
-    before_.push_back({name, qgetenv(name), qEnvironmentVariableIsSet(name)});
+    before_.emplace_back(name, qgetenv(name));
     qputenv(name, value);
 }
 
 bool PulseServer::Start() {
     Kill();
     QString command =
-        QStringLiteral("pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes "
-                       "--log-level=error '--load=module-native-protocol-unix auth-anonymous=1 socket=%1/native'")
-            .arg(folder_.path());
+        u"pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes --log-level=error "
+        "'--load=module-native-protocol-unix auth-anonymous=1 socket=%1/native'"_s.arg(folder_.path());
     for (const QString& sink : sinks_)
-        command += QStringLiteral(" '--load=%1'").arg(SinkModule(sink));
-    daemon_.emplace(command + QStringLiteral(" >/dev/null 2>&1"));
-    const bool answers = WaitUntil([this] { return !Control({QStringLiteral("info")}).isEmpty(); }, kPatience);
-    return answers && (sinks_.isEmpty() || !Control({QStringLiteral("set-default-sink"), sinks_.first()}).isNull());
+        command += u" '--load=%1'"_s.arg(SinkModule(sink));
+    daemon_.emplace(command + u" >/dev/null 2>&1"_s);
+    const bool answers = WaitUntil([this] { return !Control(u"info"_s).isEmpty(); }, kPatience);
+    return answers && (sinks_.isEmpty() || !Control(u"set-default-sink "_s + sinks_.first()).isNull());
 }
 
 void PulseServer::Kill() {
     daemon_.reset();
-    QFile::remove(folder_.filePath(QStringLiteral("native")));
+    QFile::remove(folder_.filePath(u"native"_s));
 }
 
 bool PulseServer::AddSink(const QString& name) {
-    return !Control({QStringLiteral("load-module"), SinkModule(name)}).isEmpty();
+    return !Control(u"load-module "_s + SinkModule(name)).isEmpty();
 }
 
 bool PulseServer::RemoveSink(const QString& name) {
-    const QList<QByteArray> modules =
-        Control({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("modules")}).split('\n');
-    for (const QByteArray& module : modules) {
-        const bool isThis = module.contains("sink_name=" + name.toUtf8() + ' ');
-        if (isThis &&
-            !Control({QStringLiteral("unload-module"), QString::fromUtf8(module.split('\t').first())}).isNull())
+    for (const QByteArray& module : Control(u"list short modules"_s).split('\n')) {
+        if (module.contains("sink_name=" + name.toUtf8() + ' ') &&
+            !Control(u"unload-module "_s + QString::fromUtf8(module.split('\t').first())).isNull())
             return true;
     }
     return false;
 }
 
-QByteArray PulseServer::Control(const QStringList& arguments) const {
-    const QString command = QStringLiteral("exec timeout 10 pactl %1 2>/dev/null").arg(arguments.join(u' '));
+QByteArray PulseServer::Control(const QString& arguments) const {
+    const QString command = u"exec timeout 10 pactl %1 2>/dev/null"_s.arg(arguments);
     std::FILE* const pipe = popen(command.toUtf8().constData(), "r");
     QByteArray output("");
     char piece[4096];
@@ -123,12 +116,9 @@ QByteArray PulseServer::Control(const QStringList& arguments) const {
 }
 
 PulseRecording::PulseRecording(const QString& sink)
-    : file_(folder_.filePath(QStringLiteral("aufnahme.raw"))),
-      recorder_(QStringLiteral("parec --raw --device=%1.monitor --format=float32le --rate=%2 --channels=2 "
-                               "--latency-msec=20 >%3 2>/dev/null")
-                    .arg(sink)
-                    .arg(kSampleRate)
-                    .arg(file_)) {
+    : file_(folder_.filePath(u"aufnahme.raw"_s)),
+      recorder_(u"parec --raw --device=%1.monitor --format=float32le --rate=44100 --channels=2 --latency-msec=20 >%2 "
+                "2>/dev/null"_s.arg(sink, file_)) {
     EXPECT_TRUE(WaitUntil([this] { return RecordedFrames() > 0; }, kPatience));
 }
 
@@ -144,12 +134,9 @@ bool PulseRecording::WaitFor(double seconds) {
 
 std::vector<float> PulseRecording::Stereo() const {
     QFile file(file_);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = file.readAll();
-    const auto frames = static_cast<std::size_t>(bytes.size()) / kFrameBytes;
-    std::vector<float> samples(frames * 2);
-    std::memcpy(samples.data(), bytes.constData(), frames * kFrameBytes);
+    std::vector<float> samples(RecordedFrames() * 2);
+    const auto bytes = static_cast<qint64>(samples.size() * sizeof(float));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.read(reinterpret_cast<char*>(samples.data()), bytes) == bytes);
     return samples;
 }
 

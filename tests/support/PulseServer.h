@@ -5,10 +5,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-#include <sys/types.h>
-
-#include <cstddef>
 #include <optional>
+#include <sys/types.h>
 #include <vector>
 
 namespace kalvo::test {
@@ -20,7 +18,6 @@ public:
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
-    bool IsRunning() const;
 
 private:
     pid_t pid_ = 0;
@@ -40,10 +37,7 @@ public:
     /** The sinks run at 44,100 Hz in stereo; the first is the default output. Fails the test when it does not start. */
     explicit PulseServer(QStringList sinks = {QStringLiteral("haupt"), QStringLiteral("kopfhoerer")});
     ~PulseServer();
-    PulseServer(const PulseServer&) = delete;
-    PulseServer& operator=(const PulseServer&) = delete;
 
-    bool IsRunning() const { return daemon_ && daemon_->IsRunning(); }
     /** What SDL calls a sink. */
     static QString DeviceName(const QString& sink);
 
@@ -57,21 +51,14 @@ public:
     /** Starts it again with the sinks given at first. */
     bool Start();
 
-    /** Output of pactl with these arguments; empty on failure. */
-    QByteArray Control(const QStringList& arguments) const;
-
 private:
     void SetEnvironment(const char* name, const QByteArray& value);
-
-    struct Variable {
-        QByteArray name;
-        QByteArray value;
-        bool wasSet;
-    };
+    /** Output of pactl with these arguments; null on failure. */
+    QByteArray Control(const QString& arguments) const;
 
     QTemporaryDir folder_;
     QStringList sinks_;
-    std::vector<Variable> before_;
+    std::vector<std::pair<const char*, QByteArray>> before_; ///< variables; null: it was not set
     std::optional<ChildProcess> daemon_;
 };
 

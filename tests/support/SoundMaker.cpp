@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <QtEndian>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -17,6 +16,8 @@
 namespace kalvo::test {
 
 namespace {
+
+using namespace Qt::StringLiterals;
 
 void Append(QByteArray& bytes, quint32 value, int count) {
     for (int i = 0; i < count; ++i)
@@ -44,13 +45,10 @@ QByteArray WaveBytes(const SoundSpec& spec) {
     QByteArray bytes("RIFF");
     Append(bytes, 36 + length, 4);
     bytes.append("WAVEfmt ");
-    Append(bytes, 16, 4);
-    Append(bytes, 1, 2);
-    Append(bytes, channels, 2);
-    Append(bytes, rate, 4);
-    Append(bytes, rate * channels * 2, 4);
-    Append(bytes, channels * 2, 2);
-    Append(bytes, 16, 2);
+    const std::pair<quint32, int> format[] = {
+        {16, 4}, {1, 2}, {channels, 2}, {rate, 4}, {rate * channels * 2, 4}, {channels * 2, 2}, {16, 2}};
+    for (const auto& [value, count] : format)
+        Append(bytes, value, count);
     bytes.append("data");
     Append(bytes, length, 4);
     return bytes + data;
@@ -72,18 +70,14 @@ QByteArray CoverBytes(int size) {
 struct TagOption {
     QString SoundSpec::*value;
     const char* lame;
-    const char* vorbis;
-    const char* opus;
+    const char* vorbis; ///< of oggenc and of opusenc, which takes abbreviations
 };
 
 constexpr TagOption kTagOptions[] = {
-    {&SoundSpec::title, "--tt", "--title", "--title"},
-    {&SoundSpec::artist, "--ta", "--artist", "--artist"},
-    {&SoundSpec::album, "--tl", "--album", "--album"},
-    {&SoundSpec::genre, "--tg", "--genre", "--genre"},
-    {&SoundSpec::year, "--ty", "--date", "--date"},
-    {&SoundSpec::track, "--tn", "--tracknum", "--tracknumber"},
-    {&SoundSpec::comment, "--tc", "--comment=comment", "--comment=comment"},
+    {&SoundSpec::title, "--tt", "--title"}, {&SoundSpec::artist, "--ta", "--artist"},
+    {&SoundSpec::album, "--tl", "--album"}, {&SoundSpec::genre, "--tg", "--genre"},
+    {&SoundSpec::year, "--ty", "--date"},   {&SoundSpec::track, "--tn", "--tracknum"},
+    {&SoundSpec::comment, "--tc", ""},
 };
 
 QStringList TagArguments(const SoundSpec& spec, const char* TagOption::*option) {
@@ -91,12 +85,9 @@ QStringList TagArguments(const SoundSpec& spec, const char* TagOption::*option) 
     for (const TagOption& tag : kTagOptions) {
         const QString name = QString::fromLatin1(tag.*option);
         const QString& value = spec.*tag.value;
-        if (value.isEmpty())
-            continue;
-        if (name.contains(u'='))
-            arguments << name.section(u'=', 0, 0) << name.section(u'=', 1) + u'=' + value;
-        else
-            arguments << name << value;
+        if (!value.isEmpty())
+            arguments << (name.isEmpty() ? QStringList{u"--comment"_s, u"comment="_s + value}
+                                         : QStringList{name, value});
     }
     return arguments;
 }
@@ -120,39 +111,34 @@ void Run(const QString& program, const QStringList& arguments) {
 void Encode(const QString& wave, const QString& path, const SoundSpec& spec) {
     const QString ending = QFileInfo(path).suffix().toLower();
     if (ending == u"mp3") {
-        QStringList arguments{QStringLiteral("--quiet")};
+        QStringList arguments{u"--quiet"_s};
         if (spec.coverBytes > 0) {
-            Write(wave + QStringLiteral(".jpg"), CoverBytes(spec.coverBytes));
-            arguments << QStringLiteral("--ti") << wave + QStringLiteral(".jpg");
+            Write(wave + u".jpg"_s, CoverBytes(spec.coverBytes));
+            arguments << u"--ti"_s << wave + u".jpg"_s;
         }
-        Run(QStringLiteral("lame"),
-            arguments + TagArguments(spec, &TagOption::lame) + spec.options + QStringList{wave, path});
-    } else if (ending == u"ogg") {
-        Run(QStringLiteral("oggenc"), QStringList{QStringLiteral("--quiet"), QStringLiteral("--utf8")} +
-                                          TagArguments(spec, &TagOption::vorbis) + spec.options +
-                                          QStringList{QStringLiteral("-o"), path, wave});
+        Run(u"lame"_s, arguments + TagArguments(spec, &TagOption::lame) + spec.options + QStringList{wave, path});
+        return;
+    }
+    const QStringList options = QStringList{u"--quiet"_s} + TagArguments(spec, &TagOption::vorbis) + spec.options;
+    if (ending == u"ogg") {
+        Run(u"oggenc"_s, QStringList{u"--utf8"_s} + options + QStringList{u"-o"_s, path, wave});
     } else {
         ASSERT_EQ(ending, u"opus") << path.toStdString();
-        Run(QStringLiteral("opusenc"), QStringList{QStringLiteral("--quiet")} + TagArguments(spec, &TagOption::opus) +
-                                           spec.options + QStringList{wave, path});
+        Run(u"opusenc"_s, options + QStringList{wave, path});
     }
 }
 
 } // namespace
 
-qint64 SoundSpec::Frames() const {
-    return std::llround(seconds * rate);
-}
-
 QString MakeSound(const QString& folder, const QString& name, const SoundSpec& spec) {
     const QString path = QDir(folder).absoluteFilePath(name);
     EXPECT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-    if (name.endsWith(QStringLiteral(".wav"), Qt::CaseInsensitive)) {
+    if (name.endsWith(u".wav"_s, Qt::CaseInsensitive)) {
         Write(path, WaveBytes(spec));
         return path;
     }
     const QTemporaryDir scratch;
-    const QString wave = scratch.filePath(QStringLiteral("sound.wav"));
+    const QString wave = scratch.filePath(u"sound.wav"_s);
     Write(wave, WaveBytes(spec));
     Encode(wave, path, spec);
     return path;

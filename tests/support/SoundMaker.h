@@ -24,7 +24,7 @@ struct SoundSpec {
     double fadeIn = 0;  ///< seconds in which the sound swells at its start; 0 = it starts abruptly
 
     /** Exact length of the sound that goes into the encoder. */
-    qint64 Frames() const;
+    qint64 Frames() const { return qRound64(seconds * rate); }
 };
 
 /**

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace kalvo::test {
 
@@ -71,13 +72,6 @@ private:
     double z2_ = 0;
 };
 
-double Product(const std::vector<double>& a, const std::vector<double>& b) {
-    double sum = 0;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        sum += a[i] * b[i];
-    return sum;
-}
-
 } // namespace
 
 std::size_t ToneMeter::Frame(double second) const {
@@ -103,9 +97,10 @@ ToneMeter::Fit ToneMeter::FitTones(const std::vector<double>& frequencies, std::
     Fit fit;
     for (std::size_t tone = 0; tone < frequencies.size(); ++tone)
         fit.levels.push_back(std::hypot(values[2 * kPowers * tone], values[2 * kPowers * tone + 1]));
-    for (std::size_t i = 0; i < count; ++i)
-        fit.residualPeak =
-            std::max(fit.residualPeak, std::abs(static_cast<double>(samples_[first + i]) - Product(bases[i], values)));
+    for (std::size_t i = 0; i < count; ++i) {
+        const double explained = std::inner_product(values.begin(), values.end(), bases[i].begin(), 0.0);
+        fit.residualPeak = std::max(fit.residualPeak, std::abs(static_cast<double>(samples_[first + i]) - explained));
+    }
     return fit;
 }
 

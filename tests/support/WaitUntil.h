@@ -7,8 +7,7 @@
 
 namespace kalvo::test {
 
-/** Looks every few milliseconds, running pending events in between, until the condition holds; false at the deadline.
- */
+/** Looks every few milliseconds, running pending events in between, until the condition holds; false if too late. */
 template<typename Condition>
 bool WaitUntil(Condition condition, std::chrono::milliseconds deadline = std::chrono::seconds(20)) {
     const auto end = std::chrono::steady_clock::now() + deadline;

@@ -18,19 +18,12 @@ using namespace Qt::StringLiterals;
 
 const QByteArray kZeros(4096, '\0');
 
-class DamageTest : public DrivenTest {
-protected:
-    static void Chmod(const QString& mode, const QString& folder) {
-        EXPECT_EQ(QProcess::execute(u"chmod"_s, {u"-R"_s, mode, folder}), 0);
-    }
-};
+class DamageTest : public DrivenTest {};
 
 TEST_F(DamageTest, AFirstStartInAnEmptyHomeLaysEverythingOut) {
-    DrivenOptions options;
-    options.environment = {{u"HOME"_s, folder_.Path()},
-                           {u"XDG_DOCUMENTS_DIR"_s, QString()},
-                           {u"XDG_CONFIG_HOME"_s, folder_.Path(u".config"_s)}};
-    DrivenProgram program(screen_->Display(), {u"--geraet"_s, u"0"_s}, options);
+    const QMap<QString, QString> home{
+        {u"HOME"_s, folder_.Path()}, {u"XDG_DOCUMENTS_DIR"_s, {}}, {u"XDG_CONFIG_HOME"_s, folder_.Path(u".config"_s)}};
+    DrivenProgram program(screen_->Display(), {u"--geraet"_s, u"0"_s}, {{}, home, {}});
     const QString documents = program.WaitFor("frmStart").Label("Label19");
     EXPECT_TRUE(documents.startsWith(folder_.Path())) << documents.toStdString();
     program.Press("frmStart", u"Starten"_s);
@@ -62,28 +55,23 @@ TEST_F(DamageTest, ADamagedFileOfEachKindIsSetAsideAndToldOnce) {
         const QFileInfo damaged(place.Write(QLatin1String(file), content));
         {
             DrivenProgram program(screen_->Display(), Arguments(place.Path()));
-            const QString told = program.WaitForMessage({u"Titel gefunden"_s, u".defekt-"_s});
-            EXPECT_EQ(told.count(u".defekt-"_s), 1) << told.toStdString();
+            EXPECT_EQ(program.WaitForMessage({u"Titel gefunden"_s, u".defekt-"_s}).count(u".defekt-"_s), 1);
             program.CloseOrderly();
         }
-        const QStringList aside = damaged.dir().entryList({damaged.fileName() + u".defekt-*"_s});
+        const QFileInfoList aside = damaged.dir().entryInfoList({damaged.fileName() + u".defekt-*"_s});
         ASSERT_EQ(aside.size(), 1);
-        QFile kept(damaged.dir().filePath(aside.front()));
-        ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-        EXPECT_EQ(kept.readAll(), content);
+        EXPECT_EQ(place.Read(QDir(place.Path()).relativeFilePath(aside.front().filePath())), content);
         DrivenProgram next(screen_->Display(), Arguments(place.Path()));
-        const QString told = next.WaitForMessage();
-        EXPECT_FALSE(told.contains(u"defekt"_s)) << told.toStdString();
+        EXPECT_FALSE(next.WaitForMessage().contains(u"defekt"_s));
     }
 }
 
 TEST_F(DamageTest, AReadOnlyDataFolderIsUsedAsItStands) {
-    {
-        DrivenProgram program(screen_->Display(), Arguments());
-        program.WaitForMessage();
-        program.CloseOrderly();
-    }
-    Chmod(u"a-w,a+rX"_s, folder_.Path());
+    const auto setMode = [this](const QString& mode) {
+        EXPECT_EQ(QProcess::execute(u"chmod"_s, {u"-R"_s, mode, folder_.Path()}), 0);
+    };
+    RunToItsEnd();
+    setMode(u"a-w,a+rX"_s);
     const ProgramFolder place; // the other user may not reach the build
     const QByteArray settings = folder_.Read(u"Kalvo/kalvo.ini"_s);
     DrivenOptions options;
@@ -98,7 +86,7 @@ TEST_F(DamageTest, AReadOnlyDataFolderIsUsedAsItStands) {
         {u"Titel gefunden"_s, u"Das Musikarchiv ist schreibgeschützt. Es kann nur gelesen werden."_s});
     program.CloseOrderly();
     EXPECT_EQ(folder_.Read(u"Kalvo/kalvo.ini"_s), settings);
-    Chmod(u"u+w"_s, folder_.Path());
+    setMode(u"u+w"_s);
 }
 
 TEST_F(DamageTest, AFolderThatCannotBeMadeIsTold) {
@@ -160,11 +148,7 @@ TEST_F(DamageTest, AFullDiskIsToldAndTheDeskWorks) {
 
 TEST_F(DamageTest, ADiskThatHasBecomeFullLosesNothing) {
     const SmallDisk disk(Data());
-    {
-        DrivenProgram program(screen_->Display(), Arguments());
-        program.WaitForMessage();
-        program.CloseOrderly();
-    }
+    RunToItsEnd();
     const auto contents = [this] {
         QList<QByteArray> all;
         for (const char* name : {"kalvo.ini", "kalvo.dll", "mp3tabelle.dll", "meta.dat", "Musikarchiv/default.mav"})

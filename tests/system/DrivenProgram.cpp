@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStandardPaths>
 
 #include <algorithm>
 
@@ -18,34 +19,30 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr std::chrono::seconds kPatience{60};
-constexpr const char* kWitness = "plugins/generic/libkalvo_witness.so";
 
 QString Built(const QString& name) {
     return qEnvironmentVariable("KALVO_BIN") + u'/' + name;
 }
 
 SeenWindow WindowOf(const QJsonObject& json) {
-    SeenWindow window{json[u"name"].toString(), json[u"title"].toString(), {}, {}};
-    const QJsonObject labels = json[u"labels"].toObject();
-    for (auto label = labels.begin(); label != labels.end(); ++label)
-        window.labels[label.key()] = label.value().toString();
-    const QJsonObject buttons = json[u"buttons"].toObject();
-    for (auto button = buttons.begin(); button != buttons.end(); ++button)
-        window.buttons[button.key()] = button.value().toBool();
-    return window;
+    return {json[u"name"].toString(), json[u"title"].toString(), json[u"labels"].toObject().toVariantMap(),
+            json[u"buttons"].toObject().toVariantMap()};
 }
 
 } // namespace
 
-QString SeenWindow::Label(const char* label) const {
-    const auto found = labels.find(QLatin1String(label));
-    return found == labels.end() ? QString() : found->second;
+ProgramResult RunProgram(const QStringList& arguments) {
+    QProcess program;
+    program.start(Built(u"kalvo"_s), arguments);
+    const bool done = program.waitForFinished(240'000) && program.exitStatus() == QProcess::NormalExit;
+    return {done ? program.exitCode() : -1, QString::fromUtf8(program.readAllStandardOutput()),
+            QString::fromUtf8(program.readAllStandardError())};
 }
 
 ProgramFolder::ProgramFolder() {
     QFile::setPermissions(folder_.Path(), QFile::permissions(folder_.Path()) | QFile::ReadOther | QFile::ExeOther);
     EXPECT_TRUE(QDir().mkpath(Path("plugins/generic")));
-    for (const char* name : {"kalvo", "bass.dll", "BASSenc.dll", "CdBase.ocx", kWitness})
+    for (const char* name : {"kalvo", "bass.dll", "BASSenc.dll", "CdBase.ocx", "plugins/generic/libkalvo_witness.so"})
         EXPECT_TRUE(QFile::copy(Built(QLatin1String(name)), Path(name))) << name;
 }
 
@@ -57,23 +54,53 @@ void ProgramFolder::Do(Harm harm, const char* name) const {
     EXPECT_TRUE(harm != Harm::Old || QFile::copy(Built(u"plugins/veraltet.dll"_s), Path(name)));
 }
 
+bool XServer::IsInstalled() {
+    return !QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty();
+}
+
+XServer::XServer(int width, int height) {
+    // The server chooses a free display by itself and tells its number on standard output. Without -noreset it refuses
+    // who comes just when its only client has gone.
+    server_.setStandardErrorFile(QProcess::nullDevice());
+    server_.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-ac"_s, u"-nolisten"_s, u"tcp"_s, u"-screen"_s, u"0"_s,
+                              u"%1x%2x24"_s.arg(width).arg(height), u"-noreset"_s});
+    QByteArray number;
+    while (!number.endsWith('\n') && server_.waitForReadyRead(20'000))
+        number += server_.readAllStandardOutput();
+    EXPECT_TRUE(number.endsWith('\n'));
+    if (number.endsWith('\n'))
+        display_ = ':' + number.trimmed();
+}
+
+XServer::~XServer() {
+    server_.terminate();
+    if (!server_.waitForFinished(5'000))
+        server_.kill();
+    server_.waitForFinished();
+}
+
+QProcessEnvironment EnvironmentOnScreen(const QByteArray& display, const QMap<QString, QString>& variables) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"DISPLAY"_s, QString::fromLatin1(display));
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    environment.insert(u"SDL_AUDIODRIVER"_s, u"dummy"_s);       // what is driven here is not listened to
+    environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s); // the X libraries keep what they have
+    for (auto variable = variables.begin(); variable != variables.end(); ++variable)
+        environment.insert(variable.key(), variable.value());
+    return environment;
+}
+
 DrivenProgram::DrivenProgram(const QByteArray& display, const QStringList& arguments, const DrivenOptions& options) {
     const QString folder = options.programFolder.isEmpty() ? qEnvironmentVariable("KALVO_BIN") : options.programFolder;
     static int number = 0;
     server_.setSocketOptions(QLocalServer::WorldAccessOption);
     EXPECT_TRUE(server_.listen(u"kalvo-zeuge-%1-%2"_s.arg(QCoreApplication::applicationPid()).arg(++number)));
     QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { Listen(); });
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"DISPLAY"_s, QString::fromLatin1(display));
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"kalvowitness"_s);
-    environment.insert(u"QT_PLUGIN_PATH"_s, folder + u"/plugins"_s);
-    environment.insert(u"KALVO_WITNESS"_s, server_.fullServerName());
-    environment.insert(u"SDL_AUDIODRIVER"_s, u"dummy"_s);       // what is driven here is not listened to
-    environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s); // the X libraries keep what they have
-    for (auto variable = options.environment.begin(); variable != options.environment.end(); ++variable)
-        environment.insert(variable.key(), variable.value());
-    program_.setProcessEnvironment(environment);
+    QMap<QString, QString> environment{{u"QT_QPA_GENERIC_PLUGINS"_s, u"kalvowitness"_s},
+                                       {u"QT_PLUGIN_PATH"_s, folder + u"/plugins"_s},
+                                       {u"KALVO_WITNESS"_s, server_.fullServerName()}};
+    environment.insert(options.environment);
+    program_.setProcessEnvironment(EnvironmentOnScreen(display, environment));
     program_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     if (options.inChild)
         program_.setChildProcessModifier(options.inChild);
@@ -107,7 +134,7 @@ SeenWindow DrivenProgram::See(const char* window) const {
 SeenWindow DrivenProgram::WaitFor(const char* window, const QString& but) {
     EXPECT_TRUE(
         WaitUntil([&] { return IsOpen(window) && (but.isNull() || See(window).Label("lblText") != but); }, kPatience))
-        << window << (program_.state() == QProcess::Running ? " running" : " ended ") << program_.exitCode();
+        << window << (IsRunning() ? " running" : " ended ") << program_.exitCode();
     return See(window);
 }
 
@@ -163,13 +190,7 @@ QStringList DrivenProgram::CloseOrderly() {
 
 int DrivenProgram::WaitForExit() {
     WaitUntil([this] { return !IsRunning(); }, kPatience);
-    return program_.state() == QProcess::NotRunning && program_.exitStatus() == QProcess::NormalExit
-               ? program_.exitCode()
-               : -1;
-}
-
-bool DrivenProgram::IsRunning() {
-    return program_.state() != QProcess::NotRunning;
+    return !IsRunning() && program_.exitStatus() == QProcess::NormalExit ? program_.exitCode() : -1;
 }
 
 void DrivenProgram::Kill() {
@@ -186,6 +207,13 @@ void DrivenTest::SetUp() {
 QStringList DrivenTest::Arguments(const QString& data) const {
     return {u"--datenordner"_s, data.isEmpty() ? folder_.Path(u"Kalvo"_s) : data, u"--geraet"_s, u"0"_s,
             u"--ohne-startauswahl"_s};
+}
+
+QString DrivenTest::RunToItsEnd() const {
+    DrivenProgram program(screen_->Display(), Arguments());
+    const QString told = program.WaitForMessage();
+    EXPECT_TRUE(program.CloseOrderly().isEmpty());
+    return told;
 }
 
 } // namespace kalvo::test

@@ -1,28 +1,51 @@
 #pragma once
 
 #include "support/TestFolder.h"
-#include "support/XServer.h"
 
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QProcess>
-#include <QStringList>
+#include <QVariantMap>
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <map>
 #include <memory>
 
 namespace kalvo::test {
+
+struct ProgramResult {
+    int exitCode = -1; ///< -1: it did not start, crashed or did not end in time
+    QString output;
+    QString errors;
+};
+
+/** Runs the built program without a window to its end. */
+ProgramResult RunProgram(const QStringList& arguments);
+
+/** A screen of its own that nobody sees, for programs that are started as a whole. Fails the test if none starts. */
+class XServer {
+public:
+    static bool IsInstalled();
+
+    explicit XServer(int width = 1280, int height = 800);
+    ~XServer();
+
+    /** For the variable DISPLAY, e.g. ":1"; empty when it did not start. */
+    QByteArray Display() const { return display_; }
+
+private:
+    QProcess server_;
+    QByteArray display_;
+};
 
 /** A window of a running program, as it stands on the screen. */
 struct SeenWindow {
     QString name; ///< its objectName; empty: there is no such window
     QString title;
-    std::map<QString, QString> labels; ///< text by objectName
-    std::map<QString, bool> buttons;   ///< whether it can be pressed, by caption
+    QVariantMap labels;  ///< text by objectName
+    QVariantMap buttons; ///< whether it can be pressed, by caption
 
-    QString Label(const char* label) const;
+    QString Label(const char* label) const { return labels[QLatin1String(label)].toString(); }
 };
 
 /** A folder with the program and its components, readable to everybody, to take away or damage one. */
@@ -46,13 +69,14 @@ struct DrivenOptions {
     std::function<void()> inChild; ///< runs in the new process before the program: limits, another user
 };
 
+/** The system's variables for a program without sound on a display, and further ones. */
+QProcessEnvironment EnvironmentOnScreen(const QByteArray& display, const QMap<QString, QString>& variables);
+
 /** The real program on an X display, seen and worked through a plugin; killed at the end when it still runs. */
 class DrivenProgram {
 public:
     DrivenProgram(const QByteArray& display, const QStringList& arguments, const DrivenOptions& options = {});
     ~DrivenProgram();
-    DrivenProgram(const DrivenProgram&) = delete;
-    DrivenProgram& operator=(const DrivenProgram&) = delete;
 
     /** Waits for a window of this name; with `but` not one of this text (its label "lblText"). */
     SeenWindow WaitFor(const char* window, const QString& but = {});
@@ -72,7 +96,7 @@ public:
 
     /** Waits for the end; -1 when it crashed, was killed or does not end. */
     int WaitForExit();
-    bool IsRunning();
+    bool IsRunning() const { return program_.state() != QProcess::NotRunning; }
     /** As the system does at a logout. */
     void Terminate() { program_.terminate(); }
     /** As `kill -9`. */
@@ -96,6 +120,8 @@ protected:
     QString Data(const char* name = "") const { return folder_.Path(QStringLiteral("Kalvo/") + QLatin1String(name)); }
     /** For a program without sound on a data folder, the test's own by default, without the start option dialog. */
     QStringList Arguments(const QString& data = {}) const;
+    /** A whole run, which ends without a message; what the status line tells in it. */
+    QString RunToItsEnd() const;
 
     TestFolder folder_;
     std::unique_ptr<XServer> screen_;

@@ -74,22 +74,19 @@ void LiveDesk::Click(const char* control) {
 void LiveDesk::ClickAt(const char* control, double fraction) {
     With(control, [fraction](QWidget& widget) {
         const QPointF at(fraction * (widget.width() - 1), widget.height() / 2.0);
-        QMouseEvent press(QEvent::MouseButtonPress, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
-                          Qt::NoModifier);
-        QApplication::sendEvent(&widget, &press);
-        QMouseEvent release(QEvent::MouseButtonRelease, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::NoButton,
-                            Qt::NoModifier);
-        QApplication::sendEvent(&widget, &release);
+        for (const auto& [type, held] : {std::pair(QEvent::MouseButtonPress, Qt::LeftButton),
+                                         std::pair(QEvent::MouseButtonRelease, Qt::NoButton)}) {
+            QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier);
+            QApplication::sendEvent(&widget, &event);
+        }
     });
 }
 
 void LiveDesk::Press(const char* control, Qt::Key key, int times) {
     With(control, [key, times](QWidget& widget) {
-        for (int i = 0; i < times; ++i) {
-            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-            QApplication::sendEvent(&widget, &press);
-            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
-            QApplication::sendEvent(&widget, &release);
+        for (int i = 0; i < 2 * times; ++i) {
+            QKeyEvent event(i % 2 == 0 ? QEvent::KeyPress : QEvent::KeyRelease, key, Qt::NoModifier);
+            QApplication::sendEvent(&widget, &event);
         }
     });
 }

@@ -1,60 +1,34 @@
 #include "base/Settings.h"
 #include "playback/OutputChoice.h"
 #include "playlists/CueText.h"
-#include "support/PulseServer.h"
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
-#include "support/ToneMeter.h"
-#include "support/WaitUntil.h"
 #include "system/LiveDesk.h"
+#include "system/SoundServerTest.h"
 
 #include <QDir>
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace kalvo::test {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr double kMusic = 440;    // Hz
 constexpr double kListened = 700; // Hz
-/** Level of a tone after the two channels are averaged: half of the second channel is missing. */
-constexpr double kFull = 0.2 * 0.75;
 
-ToneMeter Measure(const PulseRecording& recording) {
-    return {recording.Mono(), PulseRecording::kSampleRate};
-}
+class LiveHeadphonesTest : public SoundServerTest {};
 
-QString Tone(const TestFolder& folder, const char* name, double frequency) {
-    SoundSpec sound;
-    sound.seconds = 60;
-    sound.frequency = frequency;
-    sound.amplitude = 0.2;
-    sound.fadeIn = 0.05;
-    sound.options = {QStringLiteral("-q"), QStringLiteral("9")};
-    return MakeSound(folder.Path(), QString::fromLatin1(name), sound);
-}
-
-} // namespace
-
-TEST(LiveHeadphonesTest, HearOnlyTheirTitleAndLeaveTheMusicUntouched) {
-    if (!PulseServer::IsInstalled())
-        GTEST_SKIP() << "pulseaudio is not installed";
-    const QString other = QStringLiteral("kopfhoerer");
-    PulseServer server;
-    const TestFolder folder;
+TEST_F(LiveHeadphonesTest, HearOnlyTheirTitleAndLeaveTheMusicUntouched) {
     {
-        ASSERT_TRUE(QDir().mkpath(folder.Path(QStringLiteral("Kalvo"))));
-        Settings settings(folder.Path(QStringLiteral("Kalvo/kalvo.ini")));
-        OutputChoice{3, PulseServer::DeviceName(other)}.Write(settings, audio::Output::Headphones);
+        ASSERT_TRUE(QDir().mkpath(data_));
+        Settings settings(data_ + u"/kalvo.ini"_s);
+        OutputChoice{3, PulseServer::DeviceName(kOther)}.Write(settings, audio::Output::Headphones);
     }
-    LiveDesk desk(folder.Path(QStringLiteral("Kalvo")));
+    LiveDesk desk(data_);
     ASSERT_TRUE(desk.IsOpen());
-    desk.Fill(1, {Tone(folder, "musik.ogg", kMusic), Tone(folder, "vorher.ogg", kListened)});
+    desk.Fill(1, {Tone("musik.ogg", kMusic, 60), Tone("vorher.ogg", kListened, 60)});
     desk.Click("cmdPlay1");
     RunFor(0.5);
-    const PulseRecording main(QStringLiteral("haupt"));
-    PulseRecording headphones(other);
+    const PulseRecording main(kMain);
+    PulseRecording headphones(kOther);
     ASSERT_TRUE(headphones.WaitFor(0.5));
     desk.Select("List1", 1);
     desk.Trigger("TitelVorhoerenWL");
@@ -66,9 +40,9 @@ TEST(LiveHeadphonesTest, HearOnlyTheirTitleAndLeaveTheMusicUntouched) {
     EXPECT_GT(CueText::Read(desk.List(1).At(1).info).value_or(-1), 1);
     desk.Click("frmKopfhoerer/Command2");
     RunFor(1);
-    ASSERT_TRUE(server.RemoveSink(other));
-    EXPECT_TRUE(WaitUntil([&] { return desk.Text("lblStatus") == QStringLiteral("pause"); }));
-    ASSERT_TRUE(server.AddSink(other));
+    ASSERT_TRUE(server_->RemoveSink(kOther));
+    EXPECT_TRUE(WaitUntil([&] { return desk.Text("lblStatus") == u"pause"_s; }));
+    ASSERT_TRUE(server_->AddSink(kOther));
     EXPECT_TRUE(desk.IsShown("frmKopfhoerer")) << "the window stays";
     desk.Trigger("TitelVorhoerenWL");
     RunFor(1);
@@ -87,4 +61,5 @@ TEST(LiveHeadphonesTest, HearOnlyTheirTitleAndLeaveTheMusicUntouched) {
         EXPECT_NEAR(music.Levels({kMusic}, second)[0], kFull, kFull * 0.02) << second;
 }
 
+} // namespace
 } // namespace kalvo::test

@@ -1,15 +1,10 @@
 #include "live/SampleFile.h"
-#include "support/PulseServer.h"
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
-#include "support/ToneMeter.h"
-#include "support/WaitUntil.h"
 #include "system/LiveDesk.h"
+#include "system/SoundServerTest.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iostream>
@@ -20,16 +15,13 @@ namespace {
 using namespace Qt::StringLiterals;
 
 const std::vector<double> kTones{440, 1000, 2500}; // Player 1, Player 2, the sample
-constexpr double kFull = 0.2 * 0.75;               // a tone at full volume, both channels averaged
 constexpr int kPresses = 5;
 constexpr double kHold = 0.4; // seconds
 
-QString Tone(const TestFolder& folder, const QString& name, double frequency) {
-    SoundSpec sound;
-    sound.seconds = 20;
-    sound.frequency = frequency;
-    sound.amplitude = 0.2;
-    return MakeSound(folder.Path(), name, sound);
+/** One of the tones, which begins at once. */
+QString AbruptTone(const TestFolder& folder, std::size_t which) {
+    return MakeSound(folder.Path(), u"%1.wav"_s.arg(which),
+                     {.seconds = 20, .frequency = kTones[which], .amplitude = 0.2});
 }
 
 void Key(QEvent::Type type) {
@@ -62,21 +54,21 @@ ToneMeter RecordPresses(const TestFolder& sounds) {
     const DataFolder folder(data.Path(u"Kalvo"_s));
     EXPECT_TRUE(folder.CreateAll());
     SampleSlots slots;
-    slots[6] = {u"Tusch"_s, Tone(sounds, u"tusch.wav"_s, kTones[2])};
+    slots[6] = {u"Tusch"_s, AbruptTone(sounds, 2)};
     const SystemClock clock;
     EXPECT_TRUE(SampleFile(folder.Path(u"\\sample.dll"_s), clock).Write(slots));
     data.Write(u"Kalvo/kalvo.ini"_s, "[Sample]\nPegelabsenkung=40\n");
     LiveDesk desk(folder.Root());
     desk.Activate("List1");
-    desk.Fill(1, {Tone(sounds, u"eins.wav"_s, kTones[0])});
-    desk.Fill(2, {Tone(sounds, u"zwei.wav"_s, kTones[1])});
+    desk.Fill(1, {AbruptTone(sounds, 0)});
+    desk.Fill(2, {AbruptTone(sounds, 1)});
     Mixer& players = desk.Players();
     TellRenderLatency(players.Layer().Audio());
     players.Play(1, -1);
     players.Play(2, -1);
     players.ToggleMute(1);
     RunFor(0.5);
-    PulseRecording recording(u"haupt"_s);
+    PulseRecording recording(kMain);
     EXPECT_TRUE(recording.WaitFor(0.3));
     for (int press = 0; press < kPresses; ++press) {
         RunFor(kHold + 0.013 * press); // at another place of the buffer each time
@@ -87,15 +79,13 @@ ToneMeter RecordPresses(const TestFolder& sounds) {
         players.ToggleMute(1);
     }
     RunFor(kHold);
-    return {recording.Mono(), PulseRecording::kSampleRate};
+    return Measure(recording);
 }
 
-TEST(LiveSamplerTest, AKeyIsHeardWithTheNextBufferAndTurnsTheMusicDown) {
-    if (!PulseServer::IsInstalled())
-        GTEST_SKIP() << "pulseaudio is not installed";
-    const PulseServer server({u"haupt"_s});
-    const TestFolder sounds;
-    const ToneMeter meter = RecordPresses(sounds);
+class LiveSamplerTest : public SoundServerTest {};
+
+TEST_F(LiveSamplerTest, AKeyIsHeardWithTheNextBufferAndTurnsTheMusicDown) {
+    const ToneMeter meter = RecordPresses(folder_);
     std::vector<double> delays;
     double from = 0;
     for (int press = 0; press < kPresses; ++press) {

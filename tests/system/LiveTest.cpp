@@ -1,63 +1,25 @@
 #include "base/FaderLaw.h"
-#include "support/PulseServer.h"
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
-#include "support/ToneMeter.h"
-#include "support/WaitUntil.h"
 #include "system/LiveDesk.h"
+#include "system/SoundServerTest.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
 #include <iostream>
-#include <memory>
-#include <vector>
 
 namespace kalvo::test {
 namespace {
 
-/** Level of a tone at full volume after the two channels are averaged: half of the second channel is missing. */
-constexpr double kFull = 0.2 * 0.75;
-constexpr double kInaudible = -60; ///< dBFS
-const QString kMain = QStringLiteral("haupt");
-const QString kOther = QStringLiteral("kopfhoerer");
+using namespace Qt::StringLiterals;
 
 double Recorded(const PulseRecording& recording) {
-    return static_cast<double>(recording.Mono().size()) / PulseRecording::kSampleRate;
+    return Measure(recording).Seconds();
 }
 
-ToneMeter Measure(const PulseRecording& recording) {
-    return {recording.Mono(), PulseRecording::kSampleRate};
-}
-
-class LiveTest : public ::testing::Test {
+class LiveTest : public SoundServerTest {
 protected:
-    void SetUp() override {
-        if (!PulseServer::IsInstalled())
-            GTEST_SKIP() << "pulseaudio is not installed";
-        server_ = std::make_unique<PulseServer>(QStringList{kMain, kOther});
-    }
-
-    /** MP3 at 44.1 kHz, OGG at 48 kHz, so finely coded that the coding is not heard. */
-    QString Tone(const char* name, double frequency, double seconds) {
-        SoundSpec sound;
-        sound.seconds = seconds;
-        sound.frequency = frequency;
-        sound.amplitude = 0.2;
-        sound.fadeIn = 0.05; // an abrupt start would look like a click
-        const QString file = QLatin1String(name);
-        const bool isMp3 = file.endsWith(QStringLiteral(".mp3"));
-        sound.rate = isMp3 ? 44100 : 48000;
-        sound.options = isMp3 ? QStringList{QStringLiteral("-b"), QStringLiteral("320")}
-                              : QStringList{QStringLiteral("-q"), QStringLiteral("9")};
-        return MakeSound(folder_.Path(), file, sound);
-    }
-
-    QString DataFolderPath() const { return folder_.Path(QStringLiteral("Kalvo")); }
-
     /**
      * What the scenario recorded. The sink of a busy machine runs dry now and then, whatever the program does: with a
      * click in it the scenario is run once more, three times at most. A click of the program's own is in all of them.
@@ -77,14 +39,16 @@ protected:
         const PulseRecording recording(card);
         return WaitUntil([&] { return Measure(recording).Onset({frequency}, 0, 0.9 * kFull) >= 0; });
     }
-
-    TestFolder folder_;
-    std::unique_ptr<PulseServer> server_;
 };
 
 /** Where the fader stood when, in seconds of a clock of its own. */
 class FaderLog {
 public:
+    struct Step {
+        double second;
+        int position;
+    };
+
     explicit FaderLog(Mixer& mixer) {
         clock_.start();
         QObject::connect(&mixer, &Mixer::FaderMoved, &context_, [this](int position) {
@@ -92,15 +56,10 @@ public:
         });
     }
 
-    struct Step {
-        double second;
-        int position;
-    };
     /** The steps of the last fade from Player 2 to Player 1. */
     std::vector<Step> LastFadeToPlayer1() const {
-        const auto full = std::find_if(steps_.rbegin(), steps_.rend(),
-                                       [](const Step& step) { return step.position == FaderEndOf(2); });
-        return {full.base(), steps_.end()};
+        const auto isFull = [](const Step& step) { return step.position == FaderEndOf(2); };
+        return {std::find_if(steps_.rbegin(), steps_.rend(), isFull).base(), steps_.end()};
     }
 
 private:
@@ -125,7 +84,7 @@ TEST_F(LiveTest, HandOversFollowRuleAndVolumeLawWithoutGapOrClick) {
     const RecordedMix mix = Undisturbed([&] {
         RecordedMix recorded;
         const TestFolder data;
-        LiveDesk desk(data.Path(QStringLiteral("Kalvo")));
+        LiveDesk desk(data.Path(u"Kalvo"_s));
         if (!desk.IsOpen())
             return recorded;
         desk.Fill(1, {first1, second1});
@@ -139,7 +98,7 @@ TEST_F(LiveTest, HandOversFollowRuleAndVolumeLawWithoutGapOrClick) {
         recorded.meter = Measure(recording);
         recorded.fade = log.LastFadeToPlayer1();
         desk.Players().Layer().Audio().GetInfo(audio::Output::Main, recorded.output);
-        EXPECT_TRUE(desk.Text("lblAussetzer").startsWith(QStringLiteral("Aussetzer ")));
+        EXPECT_TRUE(desk.Text("lblAussetzer").startsWith(u"Aussetzer "_s));
         return recorded;
     });
     const ToneMeter& meter = mix.meter;
@@ -152,8 +111,8 @@ TEST_F(LiveTest, HandOversFollowRuleAndVolumeLawWithoutGapOrClick) {
     EXPECT_NEAR(third - second, handOverAt, 0.3);
 
     // The first fade starts in the centre, both full; the second goes from end to end.
-    for (const double level : {meter.Levels(tones, second + 0.05)[0], meter.Levels(tones, second + 0.05)[1]})
-        EXPECT_NEAR(level / kFull, 1, 0.1);
+    for (const std::size_t tone : {0U, 1U})
+        EXPECT_NEAR(meter.Levels(tones, second + 0.05)[tone] / kFull, 1, 0.1);
     const std::vector<FaderLog::Step>& fade = mix.fade;
     ASSERT_EQ(fade.size(), 200U);
     const double delay = third - fade[1].second;
@@ -180,26 +139,23 @@ struct Act {
 
 constexpr double kPitched = 440 * 1.05;
 
-const std::vector<Act>& Acts() {
-    static const std::vector<Act> acts{
-        {"play", 440, [](LiveDesk& desk) { desk.Click("cmdPlay1"); }},
-        {"pause", 0, [](LiveDesk& desk) { desk.Click("cmdPause1"); }},
-        {"resume", 440, [](LiveDesk& desk) { desk.Click("cmdPlay1"); }},
-        {"seek", 440, [](LiveDesk& desk) { desk.ClickAt("SPos1", 0.25); }},
-        {"pitch", kPitched, [](LiveDesk& desk) { desk.Press("HScroll2", Qt::Key_PageUp, 5); }},
-        {"mute", 0, [](LiveDesk& desk) { desk.Click("Command2"); }},
-        {"unmute", kPitched, [](LiveDesk& desk) { desk.Click("Command2"); }},
-        {"pitch back", 440, [](LiveDesk& desk) { desk.Press("HScroll2", Qt::Key_PageDown, 5); }},
-        {"fade by button", 700,
-         [](LiveDesk& desk) {
-             desk.Click("Command6");
-             EXPECT_TRUE(WaitUntil([&desk] { return desk.Players().Fader() == FaderEndOf(2); }));
-         }},
-        {"fade by hand", 700, [](LiveDesk& desk) { desk.Press("SFader", Qt::Key_Left, 30); }},
-        {"stop", 0, [](LiveDesk& desk) { desk.Click("cmdStop2"); }},
-    };
-    return acts;
-}
+const std::vector<Act> kActs{
+    {"play", 440, [](LiveDesk& desk) { desk.Click("cmdPlay1"); }},
+    {"pause", 0, [](LiveDesk& desk) { desk.Click("cmdPause1"); }},
+    {"resume", 440, [](LiveDesk& desk) { desk.Click("cmdPlay1"); }},
+    {"seek", 440, [](LiveDesk& desk) { desk.ClickAt("SPos1", 0.25); }},
+    {"pitch", kPitched, [](LiveDesk& desk) { desk.Press("HScroll2", Qt::Key_PageUp, 5); }},
+    {"mute", 0, [](LiveDesk& desk) { desk.Click("Command2"); }},
+    {"unmute", kPitched, [](LiveDesk& desk) { desk.Click("Command2"); }},
+    {"pitch back", 440, [](LiveDesk& desk) { desk.Press("HScroll2", Qt::Key_PageDown, 5); }},
+    {"fade by button", 700,
+     [](LiveDesk& desk) {
+         desk.Click("Command6");
+         EXPECT_TRUE(WaitUntil([&desk] { return desk.Players().Fader() == FaderEndOf(2); }));
+     }},
+    {"fade by hand", 700, [](LiveDesk& desk) { desk.Press("SFader", Qt::Key_Left, 30); }},
+    {"stop", 0, [](LiveDesk& desk) { desk.Click("cmdStop2"); }},
+};
 
 struct RecordedActs {
     ToneMeter meter{{}, PulseRecording::kSampleRate};
@@ -210,7 +166,7 @@ struct RecordedActs {
 RecordedActs Perform(const QString& title1, const QString& title2) {
     RecordedActs recorded;
     const TestFolder data;
-    LiveDesk desk(data.Path(QStringLiteral("Kalvo")));
+    LiveDesk desk(data.Path(u"Kalvo"_s));
     if (!desk.IsOpen())
         return recorded;
     desk.Fill(1, {title1});
@@ -218,9 +174,9 @@ RecordedActs Perform(const QString& title1, const QString& title2) {
     desk.Press("cboTempo", Qt::Key_Down, 2); // "sehr schnell": 5 ms a step
     const PulseRecording recording(kMain);
     RunFor(0.3);
-    for (const Act& act : Acts()) {
+    for (const Act& act : kActs) {
         act.run(desk);
-        if (QLatin1String(act.name) == QLatin1String("seek"))
+        if (act.name == std::string("seek"))
             recorded.position = desk.Players().PositionSeconds(1);
         const double begin = Recorded(recording);
         RunFor(0.7);
@@ -235,12 +191,11 @@ TEST_F(LiveTest, EveryControlDoesItsWorkWithoutAClick) {
     const QString title2 = Tone("zwei.ogg", 700, 20);
     const RecordedActs recorded = Undisturbed([&] { return Perform(title1, title2); });
     const ToneMeter& meter = recorded.meter;
-    ASSERT_EQ(recorded.steady.size(), Acts().size());
-    for (std::size_t i = 0; i < Acts().size(); ++i) {
-        SCOPED_TRACE(Acts()[i].name);
-        const double heard = Acts()[i].heard;
-        const double begin = recorded.steady[i].first;
-        const double end = recorded.steady[i].second;
+    ASSERT_EQ(recorded.steady.size(), kActs.size());
+    for (std::size_t i = 0; i < kActs.size(); ++i) {
+        SCOPED_TRACE(kActs[i].name);
+        const double heard = kActs[i].heard;
+        const auto [begin, end] = recorded.steady[i];
         if (heard == 0) {
             EXPECT_GE(meter.LongestSilence(0.001, begin, end), end - begin - 0.001);
         } else {
@@ -259,8 +214,8 @@ TEST_F(LiveTest, VanishedCutAndBrokenFilesDoNotStopTheMusic) {
     QByteArray noise("ID3");
     for (unsigned value = 1; noise.size() < 200'000; value = value * 1664525U + 1013904223U)
         noise.append(static_cast<char>(value >> 24U));
-    const QString random = folder_.Write(QStringLiteral("Zufall.mp3"), noise);
-    LiveDesk desk(DataFolderPath());
+    const QString random = folder_.Write(u"Zufall.mp3"_s, noise);
+    LiveDesk desk(data_);
     ASSERT_TRUE(desk.IsOpen());
     desk.Fill(1, {vanishing, random, Tone("gut.ogg", 1000, 10)});
     desk.Fill(2, {random, cut});
@@ -278,18 +233,17 @@ TEST_F(LiveTest, VanishedCutAndBrokenFilesDoNotStopTheMusic) {
     EXPECT_NEAR(meter.Onset(tones, 1, 0.5 * kFull, first), first + 4, 0.3);
     EXPECT_NEAR(meter.Onset(tones, 2, 0.5 * kFull, first), first + 7, 0.5);
     EXPECT_LT(meter.LongestSilence(0.1 * kFull, first, 10), 0.25);
-    EXPECT_EQ(desk.Told().filter(QStringLiteral("Die Datei kann nicht abgespielt werden: ") + random).size(), 2)
+    EXPECT_EQ(desk.Told().filter(u"Die Datei kann nicht abgespielt werden: "_s + random).size(), 2)
         << desk.Told().join(u'\n').toStdString();
 }
 
 TEST_F(LiveTest, AFadeGoesOnWhenTheSoundCardIsPulledOutAndPluggedInAgain) {
     const std::vector<double> tones{440, 700};
-    LiveDesk desk(DataFolderPath());
+    LiveDesk desk(data_);
     ASSERT_TRUE(desk.IsOpen());
     desk.Fill(1, {Tone("eins.mp3", tones[0], 60)});
     desk.Fill(2, {Tone("zwei.ogg", tones[1], 60)});
-    EXPECT_TRUE(desk.Text("lblAusgabe").contains(PulseServer::DeviceName(kMain)))
-        << desk.Text("lblAusgabe").toStdString();
+    EXPECT_TRUE(desk.Text("lblAusgabe").contains(PulseServer::DeviceName(kMain)));
     PulseRecording recording(kOther);
     desk.Click("cmdPlay1");
     RunFor(1);
@@ -311,22 +265,21 @@ TEST_F(LiveTest, AFadeGoesOnWhenTheSoundCardIsPulledOutAndPluggedInAgain) {
     const std::vector<double> levels = meter.Levels(tones, meter.Seconds() - 0.2);
     for (const int player : {1, 2})
         EXPECT_NEAR(levels[player - 1] / kFull, FaderVolume(player, position) / 100.0, 0.15);
-    const QString moved =
-        QStringLiteral("Soundkarte nicht mehr da, Wiedergabe auf: ") + PulseServer::DeviceName(kOther);
+    const QString moved = u"Soundkarte nicht mehr da, Wiedergabe auf: "_s + PulseServer::DeviceName(kOther);
     EXPECT_EQ(desk.Told().filter(moved).size(), 1) << desk.Told().join(u'\n').toStdString();
     EXPECT_TRUE(desk.Text("lblAusgabe").contains(PulseServer::DeviceName(kOther)));
     EXPECT_EQ(desk.Text("lblHinweis"), moved);
 
     ASSERT_TRUE(server_->AddSink(kMain));
-    const QString returned = QStringLiteral("Soundkarte wieder da: ") + PulseServer::DeviceName(kMain);
+    const QString returned = u"Soundkarte wieder da: "_s + PulseServer::DeviceName(kMain);
     EXPECT_TRUE(WaitUntil([&] { return !desk.Told().filter(returned).isEmpty(); }));
-    EXPECT_EQ(desk.Told().filter(QStringLiteral("Soundkarte")).size(), 2) << desk.Told().join(u'\n').toStdString();
+    EXPECT_EQ(desk.Told().filter(u"Soundkarte"_s).size(), 2) << desk.Told().join(u'\n').toStdString();
     EXPECT_TRUE(WaitUntil([&] { return fader() == FaderEndOf(2); }));
     EXPECT_TRUE(IsHeard(kMain, tones[1]));
 }
 
 TEST_F(LiveTest, TheMusicComesBackWhenTheSoundServerIsKilledAndStartedAgain) {
-    LiveDesk desk(DataFolderPath());
+    LiveDesk desk(data_);
     ASSERT_TRUE(desk.IsOpen());
     desk.Fill(1, {Tone("ton.mp3", 440, 60)});
     desk.Click("cmdPlay1");

@@ -2,37 +2,29 @@
 
 #include "playback/AudioLayer.h"
 #include "playback/AudioModule.h"
-#include "support/PulseServer.h"
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
-#include "support/ToneMeter.h"
-#include "support/WaitUntil.h"
+#include "system/SoundServerTest.h"
 
-#include <gtest/gtest.h>
-
-namespace kalvo {
+namespace kalvo::test {
 namespace {
 
 using namespace Qt::StringLiterals;
 
 using audio::Output;
 using Result = TestTone::Result;
-using test::PulseServer;
 
 constexpr double kTone = 660;  // Hz
 constexpr double kMusic = 440; // Hz
 constexpr double kFullTone = 0.25;
 
-/** One channel of what was recorded. */
-std::vector<float> Channel(const test::PulseRecording& recording, std::size_t which) {
+ToneMeter MeasureChannel(const PulseRecording& recording, std::size_t which) {
     const std::vector<float> stereo = recording.Stereo();
     std::vector<float> one;
     for (std::size_t at = which; at < stereo.size(); at += 2)
         one.push_back(stereo[at]);
-    return one;
+    return {one, PulseRecording::kSampleRate};
 }
 
-class TestToneTest : public ::testing::Test {
+class TestToneTest : public SoundServerTest {
 protected:
     int Device(const QString& sink) {
         const int device = static_cast<int>(layer.DeviceNames().indexOf(PulseServer::DeviceName(sink)));
@@ -40,38 +32,32 @@ protected:
         return device;
     }
     bool PlayMusic() {
-        test::SoundSpec spec;
-        spec.seconds = 30;
-        spec.frequency = kMusic;
-        spec.fadeIn = 0.05;
-        const bool loaded = layer.LoadStream(1, test::MakeSound(folder.Path(), u"m.ogg"_s, spec)) != 0;
-        return loaded && layer.Audio().StreamPlay(layer.Record(1).stream, true);
+        return layer.LoadStream(1, Tone("m.ogg", kMusic, 30)) != 0 &&
+               layer.Audio().StreamPlay(layer.Record(1).stream, true);
     }
     bool WaitForEnd() {
-        return test::WaitUntil([this] { return !tone.IsPlaying(); });
+        return WaitUntil([this] { return !tone.IsPlaying(); });
     }
 
-    PulseServer server;
-    test::TestFolder folder;
-    AudioModule module{QString::fromLocal8Bit(qgetenv("KALVO_BIN"))};
+    AudioModule module{qEnvironmentVariable("KALVO_BIN")};
     AudioLayer layer{module.Create()};
     TestTone tone{layer};
 };
 
 TEST_F(TestToneTest, SoundsOnTheChosenCardWithoutDisturbingTheMusic) {
-    ASSERT_TRUE(layer.InitAudio(Device(u"haupt"_s), 1024));
+    ASSERT_TRUE(layer.InitAudio(Device(kMain), 1024));
     ASSERT_TRUE(PlayMusic());
-    test::PulseRecording main(u"haupt"_s);
-    test::PulseRecording headphones(u"kopfhoerer"_s);
+    PulseRecording main(kMain);
+    PulseRecording headphones(kOther);
     ASSERT_TRUE(main.WaitFor(0.5) && headphones.WaitFor(0.5));
-    ASSERT_EQ(tone.Play(Device(u"kopfhoerer"_s)), Result::Playing);
-    EXPECT_EQ(tone.Play(Device(u"kopfhoerer"_s)), Result::Busy);
+    ASSERT_EQ(tone.Play(Device(kOther)), Result::Playing);
+    EXPECT_EQ(tone.Play(Device(kOther)), Result::Busy);
     ASSERT_TRUE(WaitForEnd());
     audio::OutputInfo info;
     EXPECT_FALSE(layer.Audio().GetInfo(Output::Headphones, info)) << "closed again";
 
-    const test::ToneMeter left(Channel(headphones, 0), test::PulseRecording::kSampleRate);
-    const test::ToneMeter right(Channel(headphones, 1), test::PulseRecording::kSampleRate);
+    const ToneMeter left = MeasureChannel(headphones, 0);
+    const ToneMeter right = MeasureChannel(headphones, 1);
     const double begin = left.Onset({kTone}, 0, kFullTone * 0.9);
     ASSERT_GT(begin, 0);
     EXPECT_NEAR(left.Levels({kTone}, begin + 0.2)[0], kFullTone, 0.01);
@@ -79,18 +65,18 @@ TEST_F(TestToneTest, SoundsOnTheChosenCardWithoutDisturbingTheMusic) {
     EXPECT_NEAR(right.Onset({kTone}, 0, kFullTone * 0.9) - begin, 0.45, 0.03);
     EXPECT_LT(left.TreblePeak(begin - 0.1, begin + 1.2), -60) << "no click at its start or end";
     EXPECT_LT(right.TreblePeak(begin - 0.1, begin + 1.2), -60);
-    const test::ToneMeter music(main.Mono(), test::PulseRecording::kSampleRate);
+    const ToneMeter music = Measure(main);
     EXPECT_LT(music.ResidualPeak({kMusic}, 0.4, music.Seconds() - 0.2), -40) << "and the music goes on";
 }
 
 TEST_F(TestToneTest, IsNeverHeardInTheMusic) {
     // The standard output is the same sink under another number.
-    ASSERT_TRUE(layer.InitAudio(Device(u"haupt"_s), 1024));
+    ASSERT_TRUE(layer.InitAudio(Device(kMain), 1024));
     ASSERT_TRUE(PlayMusic());
-    EXPECT_EQ(tone.Play(Device(u"haupt"_s)), Result::MusicRuns);
+    EXPECT_EQ(tone.Play(Device(kMain)), Result::MusicRuns);
     EXPECT_EQ(tone.Play(audio::kDefaultDevice), Result::MusicRuns);
     layer.Audio().ChannelStop(layer.Record(1).stream);
-    EXPECT_EQ(tone.Play(Device(u"haupt"_s)), Result::Playing) << "nothing runs there any more";
+    EXPECT_EQ(tone.Play(Device(kMain)), Result::Playing) << "nothing runs there any more";
     EXPECT_TRUE(WaitForEnd());
 }
 
@@ -99,7 +85,7 @@ TEST_F(TestToneTest, LeavesOthersAlone) {
     EXPECT_EQ(tone.Play(audio::kNoSound), Result::NoDevice);
     EXPECT_EQ(tone.Play(4711), Result::NoDevice);
     EXPECT_EQ(TestTone::Text(Result::NoDevice, 4711), u"Soundkarte existiert an Device: 4711 nicht!"_s);
-    const int headphones = Device(u"kopfhoerer"_s);
+    const int headphones = Device(kOther);
     ASSERT_EQ(tone.Play(headphones), Result::Playing);
     ASSERT_TRUE(layer.Audio().Init(Output::Headphones, headphones, 44100, 1024)) << "the headphone window opens";
     ASSERT_TRUE(WaitForEnd());
@@ -109,4 +95,4 @@ TEST_F(TestToneTest, LeavesOthersAlone) {
 }
 
 } // namespace
-} // namespace kalvo
+} // namespace kalvo::test

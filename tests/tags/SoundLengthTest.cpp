@@ -1,17 +1,13 @@
 #include "audio/OpenDecoder.h"
 #include "audio/ReadAheadFile.h"
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
-#include "tags/TagBytes.h"
-#include "tags/clsAudioGenie.h"
+#include "tags/TagTest.h"
 
 #include <QFile>
-#include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 namespace {
 
-using test::SoundSpec;
+using namespace Qt::StringLiterals;
 
 /** What playing the file will find. */
 double Played(const QString& path) {
@@ -21,51 +17,44 @@ double Played(const QString& path) {
     return decoder ? static_cast<double>(decoder->Format().frames) / decoder->Format().sampleRate : 0;
 }
 
-TEST(SoundLength, IsWhatThePlayerWillPlay) {
-    const test::TestFolder folder;
-    const auto sound = [&folder](const QString& name, const QStringList& options) {
-        SoundSpec spec;
-        spec.seconds = 9.3;
-        spec.options = options;
-        test::MakeSound(folder.Path(), name, spec);
+using SoundLength = TagTest;
+
+TEST_F(SoundLength, IsWhatThePlayerWillPlay) {
+    const auto sound = [this](const QString& name, const QStringList& options) {
+        Sound(name, {.seconds = 9.3, .options = options});
         return folder.Read(name);
     };
-    const QString t = QStringLiteral("-t");
-    const QByteArray constant = sound(QStringLiteral("c.mp3"), {});
-    const QByteArray variable = sound(QStringLiteral("v.mp3"), {QStringLiteral("-V"), QStringLiteral("4")});
-    const QByteArray headless = sound(QStringLiteral("h.mp3"), {QStringLiteral("-V"), QStringLiteral("4"), t});
-    const QByteArray bare = sound(QStringLiteral("b.mp3"), {t});
-    const QByteArray ogg = sound(QStringLiteral("o.ogg"), {});
-    const QByteArray opus = sound(QStringLiteral("o.opus"), {});
-    const QByteArray id3v1 = test::Id3v1("Titel", "Wer", 1);
+    const QByteArray constant = sound(u"c.mp3"_s, {});
+    const QByteArray variable = sound(u"v.mp3"_s, {u"-V"_s, u"4"_s});
+    const QByteArray bare = sound(u"b.mp3"_s, {u"-t"_s});
+    const QByteArray ogg = sound(u"o.ogg"_s, {});
     const struct {
         const char* name;
         QByteArray content;
     } cases[] = {{"constant", constant},
                  {"variable", variable},
-                 {"variable without a header", headless},
+                 {"variable without a header", sound(u"h.mp3"_s, {u"-V"_s, u"4"_s, u"-t"_s})},
                  {"constant without a header", bare},
                  {"variable, cut", variable.left(variable.size() / 2)},
                  {"constant, cut", constant.left(constant.size() / 3)},
-                 {"bare, cut, with a tag", bare.left(bare.size() / 2) + id3v1},
+                 {"bare, cut, with a tag", bare.left(bare.size() / 2) + Id3v1("Titel", "Wer", 1)},
                  {"two files in one", variable + variable},
-                 {"tag behind", variable + id3v1},
+                 {"tag behind", variable + Id3v1("Titel", "Wer", 1)},
                  {"ogg", ogg},
-                 {"opus", opus},
+                 {"opus", sound(u"o.opus"_s, {})},
                  {"ogg, cut", ogg.left(ogg.size() * 2 / 3)},
                  {"ogg with garbage behind", ogg + QByteArray(70'000, 'x')},
                  {"ogg with half a page behind", ogg + QByteArray("OggS\0\0garbage", 13)},
                  {"ogg chained", ogg + ogg}};
-    clsAudioGenie tags;
     for (const auto& one : cases) {
-        const QString name = QString::fromLatin1(one.content.startsWith("OggS") ? "x.ogg" : "x.mp3");
-        const QString path = folder.Write(name, one.content);
-        ASSERT_NE(tags.AUDIOAnalyzeFileW(path), AudioFormat::Unknown) << one.name;
+        SCOPED_TRACE(one.name);
+        const QString path = folder.Write(one.content.startsWith("OggS") ? u"x.ogg"_s : u"x.mp3"_s, one.content);
+        ASSERT_NE(tags.AUDIOAnalyzeFileW(path), AudioFormat::Unknown);
         const double played = Played(path);
-        EXPECT_GT(played, 2) << one.name;
-        EXPECT_NEAR(tags.AUDIOGetDurationW(), played, 0.06) << one.name;
+        EXPECT_GT(played, 2);
+        EXPECT_NEAR(tags.AUDIOGetDurationW(), played, 0.06);
     }
 }
 
 } // namespace
-} // namespace kalvo
+} // namespace kalvo::test

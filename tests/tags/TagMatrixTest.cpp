@@ -1,23 +1,17 @@
 // Tags written by other programs and by us, read by us and by other programs.
 
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
-#include "tags/TagBytes.h"
-#include "tags/TagForm.h"
+#include "tags/TagTest.h"
 #include "tags/TitleFields.h"
-#include "tags/clsAudioGenie.h"
 
 #include <QFile>
 #include <array>
 #include <cstdio>
-#include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 namespace {
 
-using test::Id3v2;
-using test::MakeSound;
-using test::SoundSpec;
+using namespace Qt::StringLiterals;
+using enum TagField;
 
 /** What a program prints. */
 QString Output(const QString& command) {
@@ -40,49 +34,35 @@ QByteArray Utf16(const QString& text, bool bigEndian) {
     return bytes;
 }
 
-struct TagMatrixTest : ::testing::Test {
-    QByteArray Sound() {
-        MakeSound(folder.Path(), QStringLiteral("plain.mp3"), {.options = {QStringLiteral("--noreplaygain")}});
-        return folder.Read(QStringLiteral("plain.mp3"));
-    }
-    test::TestFolder folder;
-    clsAudioGenie tags;
-};
+using TagMatrixTest = TagTest;
 
 TEST_F(TagMatrixTest, EveryVersionAndEncodingReadsTheSame) {
-    const QString title = QStringLiteral("Größer als – ja");
+    const QString title = u"Größer als – ja"_s;
     const QByteArray utf8 = title.toUtf8();
+    const QByteArray windows = QByteArray("\0Gr\xF6\xDF", 5) + "er als \x96 ja";
     const struct {
         const char* name;
         int version;
         QByteArray content;
-    } cases[] = {{"2.2 1252", 2,
-                  QByteArray("\0Gr\xF6\xDF"
-                             "er als \x96 ja",
-                             16)},
+    } cases[] = {{"2.2 1252", 2, windows},
                  {"2.2 UTF-16", 2, '\1' + Utf16(title, false)},
-                 {"2.3 1252", 3,
-                  QByteArray("\0Gr\xF6\xDF"
-                             "er als \x96 ja",
-                             16)},
+                 {"2.3 1252", 3, windows},
                  {"2.3 UTF-16 big", 3, '\1' + Utf16(title, true)},
                  {"2.3 UTF-8 told as Latin-1", 3, '\0' + utf8},
                  {"2.4 ends with zeros", 4, '\3' + utf8 + QByteArray(2, '\0')}};
-    const QByteArray sound = Sound();
+    const QByteArray sound = BareSound();
     for (const auto& one : cases) {
         SCOPED_TRACE(one.name);
         const bool old = one.version == 2;
-        const QByteArray tag = Id3v2(one.version, {{old ? "TT2" : "TIT2", one.content},
-                                                   {old ? "TCO" : "TCON", test::Latin1("(17)")},
-                                                   {old                ? "TYE"
-                                                    : one.version == 3 ? "TYER"
-                                                                       : "TDRC",
-                                                    test::Latin1("2019")}});
-        ASSERT_EQ(tags.AUDIOAnalyzeFileW(folder.Write(QStringLiteral("a.mp3"), tag + sound)), AudioFormat::Mpeg);
-        EXPECT_EQ(tags.ID3V2GetTextFrameW(FrameId("TIT2")), title);
-        EXPECT_EQ(tags.ID3V2GetGenreW(), QStringLiteral("Rock"));
-        EXPECT_EQ(tags.ID3V2GetTextFrameW(FrameId("TYER")), QStringLiteral("2019"));
-        EXPECT_EQ(tags.ID3V2GetVersionW(), QStringLiteral("2.%1").arg(one.version));
+        const QByteArray year = old ? "TYE" : one.version == 3 ? "TYER" : "TDRC";
+        const QByteArray tag = Id3v2(
+            one.version,
+            {{old ? "TT2" : "TIT2", one.content}, {old ? "TCO" : "TCON", Latin1("(17)")}, {year, Latin1("2019")}});
+        ASSERT_EQ(tags.AUDIOAnalyzeFileW(folder.Write(u"a.mp3"_s, tag + sound)), AudioFormat::Mpeg);
+        EXPECT_EQ(Text("TIT2"), title);
+        EXPECT_EQ(tags.ID3V2GetGenreW(), u"Rock"_s);
+        EXPECT_EQ(Text("TYER"), u"2019"_s);
+        EXPECT_EQ(tags.ID3V2GetVersionW(), u"2.%1"_s.arg(one.version));
     }
 }
 
@@ -127,10 +107,9 @@ else:
 )py";
 
 TEST_F(TagMatrixTest, AnotherLibraryAndOursReadEachOthersFields) {
-    const QString script = folder.Write(QStringLiteral("other.py"), kOtherLibrary);
+    const QString script = folder.Write(u"other.py"_s, kOtherLibrary);
     const auto other = [&script](const QString& what, const QString& path, const char* kind = "") {
-        return Output(
-            QStringLiteral("/usr/bin/python3 %1 %2 '%3' %4").arg(script, what, path, QString::fromLatin1(kind)));
+        return Output(u"/usr/bin/python3 %1 %2 '%3' %4"_s.arg(script, what, path, QString::fromLatin1(kind)));
     };
     const struct {
         const char* file;
@@ -139,60 +118,55 @@ TEST_F(TagMatrixTest, AnotherLibraryAndOursReadEachOthersFields) {
                  {"e.mp3", "4 2"}, {"f.mp3", "4 3"}, {"g.ogg", ""},    {"h.opus", ""}};
     for (const auto& one : cases) {
         SCOPED_TRACE(std::string(one.file) + " " + one.kind);
-        const QString made = MakeSound(folder.Path(), QString::fromLatin1(one.file));
-        const QString path = QString(made).replace(QStringLiteral(".opus"), QStringLiteral(".ogg"));
+        const QString made = Sound(QString::fromLatin1(one.file));
+        const QString path = QString(made).replace(u".opus"_s, u".ogg"_s);
         ASSERT_TRUE(path == made || QFile::rename(made, path));
-        other(QStringLiteral("write"), path, one.kind);
+        other(u"write"_s, path, one.kind);
         const TitleRecord record = ReadTitleFields(tags, path).value_or(TitleRecord{});
-        const QString dash = QString::fromLatin1(one.kind).endsWith(u'0') ? QStringLiteral("-") : QStringLiteral("–");
-        EXPECT_EQ(record.Titel, QStringLiteral("Größer %1 ja").arg(dash));
+        const QString dash = QString::fromLatin1(one.kind).endsWith(u'0') ? u"-"_s : u"–"_s;
+        EXPECT_EQ(record.Titel, u"Größer %1 ja"_s.arg(dash));
         EXPECT_EQ(QStringList({record.Interpret, record.Album, record.Stil, record.Jahr, record.Extra3, record.Extra4,
                                record.Bewertung, record.Extra1, tags.ID3V2GetLyricW(1)})
                       .join(u'|'),
-                  QStringLiteral("Wer|Album|Rock|2019|3/12|128|sehr gut|tanzbar|Strophe"));
-        EXPECT_EQ(tags.ID3V2GetPictureArrayW(1), QByteArray("\xFF\xD8\xFF"
-                                                            "bild"));
-        EXPECT_EQ(tags.ID3V2GetPictureDescriptionW(1) + tags.ID3V2GetPictureMimeW(1),
-                  QStringLiteral("Hülleimage/jpeg"));
+                  u"Wer|Album|Rock|2019|3/12|128|sehr gut|tanzbar|Strophe"_s);
+        EXPECT_EQ(tags.ID3V2GetPictureArrayW(1), QByteArray("\xFF\xD8\xFF") + "bild");
+        EXPECT_EQ(tags.ID3V2GetPictureDescriptionW(1) + tags.ID3V2GetPictureMimeW(1), u"Hülleimage/jpeg"_s);
         EXPECT_EQ(tags.ID3V2GetPictureTypeW(1), 4);
 
         TagEdit edit;
-        const std::pair<TagField, const char*> texts[] = {{TagField::Title, "Ändern – 日本"},
-                                                          {TagField::Artist, "Neu"},
-                                                          {TagField::Album, "Zwei"},
-                                                          {TagField::Genre, "Jazz"},
-                                                          {TagField::Year, "1999"},
-                                                          {TagField::Track, "7"},
-                                                          {TagField::Bpm, "99"},
-                                                          {TagField::Rating, "gut"},
-                                                          {TagField::Comment, "leise"},
-                                                          {TagField::Lyric, "Refrain"}};
-        for (const auto& [field, text] : texts)
-            edit.Text(field) = QString::fromUtf8(text);
-        edit.pictures = QList<TagPicture>{
-            {QByteArray("\x89PNG\r\n", 6), QStringLiteral("image/png"), QStringLiteral("Rückseite"), 4}};
+        edit.pictures = QList<TagPicture>{{QByteArray("\x89PNG\r\n", 6), u"image/png"_s, u"Rückseite"_s, 4}};
         ASSERT_EQ(WriteTagEdit(tags, path, edit).reason, QString());
-        EXPECT_EQ(other(QStringLiteral("show"), path).trimmed(),
-                  QStringLiteral("Ändern – 日本|Neu|Zwei|Jazz|1999|7|99|gut|leise|Refrain|image/png|Rückseite|4|6"));
+        ASSERT_EQ(Save(path, {{Title, u"Ändern – 日本"_s},
+                              {Artist, u"Neu"_s},
+                              {Album, u"Zwei"_s},
+                              {Genre, u"Jazz"_s},
+                              {Year, u"1999"_s},
+                              {Track, u"7"_s},
+                              {Bpm, u"99"_s},
+                              {Rating, u"gut"_s},
+                              {Comment, u"leise"_s},
+                              {Lyric, u"Refrain"_s}}),
+                  QString());
+        EXPECT_EQ(other(u"show"_s, path).trimmed(),
+                  u"Ändern – 日本|Neu|Zwei|Jazz|1999|7|99|gut|leise|Refrain|image/png|Rückseite|4|6"_s);
     }
 }
 
 TEST_F(TagMatrixTest, OtherProgramsReadAndChangeTheSameTags) {
-    const QString mp3 = folder.Write(QStringLiteral("w.mp3"), Sound());
+    const QString mp3 = folder.Write(u"w.mp3"_s, BareSound());
     tags.AUDIOAnalyzeFileW(mp3);
-    tags.ID3V1SetTitleW(QStringLiteral("Kurz"));
-    tags.ID3V2SetTextFrameW(FrameId("TIT2"), QStringLiteral("Langer Titel"));
-    tags.ID3V2SetTextFrameW(FrameId("TYER"), QStringLiteral("2021"));
+    tags.ID3V1SetTitleW(u"Kurz"_s);
+    tags.ID3V2SetTextFrameW(FrameId("TIT2"), u"Langer Titel"_s);
+    tags.ID3V2SetTextFrameW(FrameId("TYER"), u"2021"_s);
     ASSERT_TRUE(tags.SaveChangesToFile()) << tags.AUDIOGetLastErrorTextW().toStdString();
-    const QString listed = Output(QStringLiteral("id3v2 -l '%1'").arg(mp3));
+    const QString listed = Output(u"id3v2 -l '%1'"_s.arg(mp3));
     for (const char* text : {"Title  : Kurz", "Langer Titel", "TYER", "2021"})
         EXPECT_TRUE(listed.contains(QString::fromLatin1(text))) << listed.toStdString();
-    Output(QStringLiteral("id3v2 -t 'Neu' -a 'Wer' -g 8 -y 2003 --TBPM 124 '%1'").arg(mp3));
+    Output(u"id3v2 -t 'Neu' -a 'Wer' -g 8 -y 2003 --TBPM 124 '%1'"_s.arg(mp3));
     const auto record = ReadTitleFields(tags, mp3);
     ASSERT_TRUE(record.has_value());
-    EXPECT_EQ((QStringList{record->Titel, record->Stil, record->Jahr, record->Extra4}),
-              QStringLiteral("Neu|Jazz|2003|124").split(u'|'));
+    EXPECT_EQ(record->Titel + record->Stil + record->Jahr + record->Extra4, u"NeuJazz2003124"_s);
 }
 
 } // namespace
-} // namespace kalvo
+} // namespace kalvo::test

@@ -1,13 +1,9 @@
 #include "widgets/DialogKeys.h"
+#include "widgets/Mnemonics.h"
 
-#include <QApplication>
-#include <QDialog>
-#include <QGridLayout>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
+#include "archive/ui/WindowActs.h"
+
+#include <QtWidgets>
 #include <gtest/gtest.h>
 
 namespace kalvo {
@@ -33,12 +29,6 @@ struct DialogKeysTest : ::testing::Test {
         grid->addWidget(cancel, 1, 1);
         for (QPushButton* button : {accept, remove, cancel})
             QObject::connect(button, &QPushButton::clicked, button, [this, button] { pressed.append(button); });
-    }
-
-    void Press(QWidget& part) {
-        part.setFocus();
-        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
-        QApplication::sendEvent(&part, &press);
     }
 
     QDialog dialog;
@@ -79,16 +69,27 @@ TEST_F(DialogKeysTest, EnterMeansWhatHasTheFocus) {
     dialog.show();
     dialog.activateWindow();
     QApplication::processEvents();
-    Press(*remove);
-    EXPECT_EQ(pressed, QList{remove}) << "not the default";
-    Press(*field);
-    EXPECT_EQ(pressed, (QList{remove, accept}));
-    pressed.clear();
-    Press(*list);
-    EXPECT_TRUE(pressed.isEmpty()) << "the list's own";
-    remove->setEnabled(false);
-    Press(*cancel);
-    EXPECT_EQ(pressed, QList{cancel});
+    for (QWidget* part : std::initializer_list<QWidget*>{remove, field, list, cancel}) {
+        remove->setEnabled(part != cancel);
+        part->setFocus();
+        test::PressKey(*part, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
+    }
+    EXPECT_EQ(pressed, (QList{remove, accept, cancel})) << "the default for the field only; the list has its own";
+}
+
+TEST(MnemonicsTest, EveryTextGetsALetterOfItsOwn) {
+    const std::pair<QStringList, QStringList> cases[] = {
+        {{u"&Suchen"_s, u"&Drucken"_s}, {u"&Suchen"_s, u"&Drucken"_s}},
+        {{u"&Suchen"_s, u"&Sichern"_s}, {u"&Suchen"_s, u"S&ichern"_s}},
+        {{u"Suchen"_s, u"&Sichern"_s}, {u"S&uchen"_s, u"&Sichern"_s}},
+        {{u"Player 1: &Stop"_s, u"Player 2: &Stop"_s}, {u"Player 1: &Stop"_s, u"&Player 2: Stop"_s}},
+        {{u"Rock && Pop"_s}, {u"&Rock && Pop"_s}},
+        {{u"a\tEntf"_s, u"a\tEntf"_s}, {u"&a\tEntf"_s, u"a\tEntf"_s}},
+        {{QString(), u"..."_s}, {QString(), u"..."_s}},
+        {{u"Ändern"_s, u"ändern"_s}, {u"&Ändern"_s, u"ä&ndern"_s}},
+    };
+    for (const auto& [texts, lettered] : cases)
+        EXPECT_EQ(WithMnemonics(texts), lettered) << texts.join(u'|').toStdString();
 }
 
 } // namespace

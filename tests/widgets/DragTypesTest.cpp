@@ -6,7 +6,9 @@
 namespace kalvo {
 namespace {
 
-const DragTypes::Rows rows{{QStringLiteral("Grüße"), QString(), QStringLiteral("a\tb\n")}, {}, {QStringLiteral("x")}};
+using namespace Qt::StringLiterals;
+
+const DragTypes::Rows rows{{u"Grüße"_s, QString(), u"a\tb\n"_s}, {}, {u"x"_s}};
 
 TEST(DragTypesTest, RowsComeBackAsTheyWere) {
     EXPECT_EQ(DragTypes::Unpack(DragTypes::Pack(rows)), rows);

@@ -11,6 +11,8 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 constexpr MeterBallistics::Clock::time_point start{1h};
@@ -24,18 +26,15 @@ MeterReading Reading(float level) {
 
 struct MeterDisplayTest : ::testing::Test {
     MeterDisplayTest() {
-        SkinStyle::Apply(*qApp, QStringLiteral("Dark Blue"), QStringLiteral("klein"), QStringLiteral("klein"));
+        SkinStyle::Apply(*qApp, u"Dark Blue"_s, u"klein"_s, u"klein"_s);
         display.resize(260, 40);
     }
-    QImage Painted() { return display.grab().toImage(); }
     /** Pixels of exactly this colour. */
     int Count(const QColor& colour) {
-        const QImage image = Painted();
+        const QImage image = display.grab().toImage();
         int count = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                count += image.pixelColor(x, y) == colour ? 1 : 0;
-        }
+        for (int i = 0; i < image.width() * image.height(); ++i)
+            count += image.pixelColor(i % image.width(), i / image.width()) == colour ? 1 : 0;
         return count;
     }
 
@@ -81,14 +80,15 @@ TEST_F(MeterDisplayTest, TheColourReplacesAllOfTheSkins) {
     const QColor own(0x12, 0xab, 0xef);
     for (const MeterStyle style : {MeterStyle::Analyzer, MeterStyle::Vertical, MeterStyle::Horizontal,
                                    MeterStyle::TwoCircles, MeterStyle::OneEllipse}) {
+        SCOPED_TRACE(static_cast<int>(style));
         display.SetStyle(style);
         display.SetColour({});
         display.Show(Reading(0.8F), start);
         const QColor skins = style == MeterStyle::Analyzer ? SkinStyle::Colours().p1 : SkinStyle::Colours().meterLow;
-        EXPECT_GT(Count(skins), 20) << static_cast<int>(style);
+        EXPECT_GT(Count(skins), 20);
         display.SetColour(own);
-        EXPECT_EQ(Count(skins), 0) << static_cast<int>(style);
-        EXPECT_GT(Count(own), 20) << static_cast<int>(style);
+        EXPECT_EQ(Count(skins), 0);
+        EXPECT_GT(Count(own), 20);
     }
 }
 
@@ -105,13 +105,20 @@ TEST_F(MeterDisplayTest, TheClippingLightStaysTwoSeconds) {
     EXPECT_EQ(Count(SkinStyle::Colours().onAir), 0);
 }
 
-TEST(LevelBarTest, FullScaleLightsTheLastSegment) {
+TEST(LevelBarTest, ThePeakStandsForASecondAndTheLightOfFullScaleForTwo) {
     LevelBar bar;
-    bar.resize(78, 20);
-    bar.SetLevels(0.99F, 1.0F, start);
+    bar.resize(78, 20); // ten segments
+    bar.SetLevels(0.8F, 2.0F, start);
+    EXPECT_EQ(bar.Lit(0), 8);
+    EXPECT_EQ(bar.Lit(1), 10);
+    bar.SetLevels(0.2F, -1.0F, start + 900ms);
+    EXPECT_EQ(bar.Lit(0), 2);
+    EXPECT_EQ(bar.Peak(0), 7);
+    bar.SetLevels(0.2F, 0, start + 1000ms);
+    EXPECT_EQ(bar.Peak(0), 1);
+    EXPECT_EQ(bar.Peak(1), -1);
+    bar.SetLevels(0.99F, 0, start + 1900ms);
     EXPECT_FALSE(bar.IsClipped(0));
-    EXPECT_TRUE(bar.IsClipped(1));
-    bar.SetLevels(0, 0, start + 1900ms);
     EXPECT_TRUE(bar.IsClipped(1));
     bar.SetLevels(0, 0, start + 2s);
     EXPECT_FALSE(bar.IsClipped(1));

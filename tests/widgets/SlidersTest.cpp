@@ -1,22 +1,23 @@
 #include "widgets/FaderSlider.h"
-#include "widgets/LevelBar.h"
 #include "widgets/PitchSlider.h"
 #include "widgets/PositionSlider.h"
 #include "widgets/SkinStyle.h"
 
-#include <QApplication>
-#include <QKeyEvent>
-#include <QMouseEvent>
+#include "archive/ui/WindowActs.h"
+
+#include <QtWidgets>
 #include <gmock/gmock.h>
 
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using ::testing::ElementsAre;
 
-void Press(QWidget& widget, int key) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &press);
+void Press(QWidget& widget, std::initializer_list<int> keys) {
+    for (const int key : keys)
+        test::PressKey(widget, key);
 }
 
 void Mouse(QWidget& widget, QEvent::Type type, double x, double y) {
@@ -28,13 +29,11 @@ void Mouse(QWidget& widget, QEvent::Type type, double x, double y) {
 
 TEST(FaderSliderTest, KeysStepAndStopAtTheEnds) {
     FaderSlider fader;
-    Press(fader, Qt::Key_Right);
+    Press(fader, {Qt::Key_Right});
     EXPECT_EQ(fader.value(), 5);
-    Press(fader, Qt::Key_Left);
-    Press(fader, Qt::Key_Left);
+    Press(fader, {Qt::Key_Left, Qt::Key_Left});
     EXPECT_EQ(fader.value(), -5);
-    Press(fader, Qt::Key_End);
-    Press(fader, Qt::Key_Right);
+    Press(fader, {Qt::Key_End, Qt::Key_Right});
     EXPECT_EQ(fader.value(), 100);
 }
 
@@ -112,40 +111,22 @@ TEST(PositionSliderTest, PaintsTheWavePlayedAndToComeAndAThinLineWhereItIsNotKno
 TEST(PositionSliderTest, KeysStepOnlyWithATitle) {
     PositionSlider slider(2);
     const Drags drags(slider);
-    Press(slider, Qt::Key_Right);
+    Press(slider, {Qt::Key_Right});
     Mouse(slider, QEvent::MouseButtonPress, 5, 5);
     EXPECT_TRUE(drags.began.empty());
     slider.SetTitle(100, 0, -1);
     slider.SetPosition(0.5);
-    Press(slider, Qt::Key_Right);
-    Press(slider, Qt::Key_PageDown);
-    Press(slider, Qt::Key_End);
+    Press(slider, {Qt::Key_Right, Qt::Key_PageDown, Qt::Key_End});
     EXPECT_THAT(drags.ended, ElementsAre(0.55, 0.25));
 }
 
 TEST(PitchSliderTest, TextAndDoubleClick) {
-    EXPECT_EQ(PitchSlider::TextOf(0), QStringLiteral("0,0 %"));
-    EXPECT_EQ(PitchSlider::TextOf(15), QStringLiteral("+1,5 %"));
-    EXPECT_EQ(PitchSlider::TextOf(-120), QStringLiteral("\u221212,0 %"));
+    for (const auto& [value, text] : {std::pair(0, u"0,0 %"_s), {15, u"+1,5 %"_s}, {-120, u"\u221212,0 %"_s}})
+        EXPECT_EQ(PitchSlider::TextOf(value), text);
     PitchSlider slider;
     slider.setValue(33);
     Mouse(slider, QEvent::MouseButtonDblClick, 5, 5);
     EXPECT_EQ(slider.value(), 0);
-}
-
-TEST(LevelBarTest, ThePeakStandsForASecond) {
-    LevelBar bar;
-    bar.resize(80 - 2, 20);
-    const LevelBar::Clock::time_point start{};
-    bar.SetLevels(0.8F, 2.0F, start);
-    EXPECT_EQ(bar.Lit(0), 8);
-    EXPECT_EQ(bar.Lit(1), 10);
-    bar.SetLevels(0.2F, -1.0F, start + std::chrono::milliseconds(900));
-    EXPECT_EQ(bar.Lit(0), 2);
-    EXPECT_EQ(bar.Peak(0), 7);
-    bar.SetLevels(0.2F, 0.0F, start + std::chrono::milliseconds(1000));
-    EXPECT_EQ(bar.Peak(0), 1);
-    EXPECT_EQ(bar.Peak(1), -1);
 }
 
 } // namespace

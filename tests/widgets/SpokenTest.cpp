@@ -53,9 +53,8 @@ TEST(SpokenTest, ThePositionIsToldInSecondsAndMovesTheTitle) {
 TEST(SpokenTest, MetersAreReadOnly) {
     LevelBar bar;
     bar.SetLevels(0.25F, 0.5F);
-    QAccessibleValueInterface* const value = SpokenOf(bar).valueInterface();
-    value->setCurrentValue(90);
-    EXPECT_EQ(value->currentValue(), 50.0) << "the louder channel";
+    SpokenOf(bar).valueInterface()->setCurrentValue(90);
+    EXPECT_EQ(SpokenOf(bar).valueInterface()->currentValue(), 50.0) << "the louder channel";
 }
 
 TEST(SpokenTest, TextsAndStatesAreSaid) {
@@ -65,9 +64,10 @@ TEST(SpokenTest, TextsAndStatesAreSaid) {
     IconButton button(u"play"_s, IconButton::Size::Big);
     bool clicked = false;
     QObject::connect(&button, &QPushButton::clicked, [&clicked] { clicked = true; });
-    EXPECT_FALSE(SpokenOf(button).state().checked);
-    button.SetOn(true);
-    EXPECT_TRUE(SpokenOf(button).state().checked);
+    for (const bool on : {false, true}) {
+        button.SetOn(on);
+        EXPECT_EQ(SpokenOf(button).state().checked, on);
+    }
     SpokenOf(button).actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_TRUE(clicked);
     QComboBox box;

@@ -1,73 +1,55 @@
 #include "archive/ui/ArchivePanel.h"
 
-#include "archive/ui/ArchiveDesk.h"
 #include "archive/ui/ArchiveSide.h"
-#include "archive/ui/WindowActs.h"
+#include "archive/ui/ArchiveWindowTest.h"
 #include "support/WaitUntil.h"
-#include "widgets/SkinStyle.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMouseEvent>
-#include <QTimer>
 
-namespace kalvo {
-
+namespace kalvo::test {
 namespace {
 
-using test::ArchiveDesk;
-using test::WaitUntil;
+using namespace Qt::StringLiterals;
 
-class ArchivePanelTest : public ::testing::Test {
+class ArchivePanelTest : public ArchiveWindowTest {
 protected:
-    void SetUp() override {
-        desk_.Add(QStringLiteral("Juno"), QStringLiteral("Nachtzug"), QStringLiteral("B"), QStringLiteral("02"));
-        desk_.Add(QStringLiteral("Abba"), QStringLiteral("Tag am Meer"), QStringLiteral("B"), QStringLiteral("01"));
-        desk_.Add(QStringLiteral("O'Neil"), QStringLiteral("Nacht"), QStringLiteral("A"), QStringLiteral("01"));
-        desk_.archive.Refresh();
-        panel_ = std::make_unique<ArchivePanel>(desk_.archive, desk_.settings, desk_.data);
-        panel_->resize(1280, 300);
-        panel_->show();
+    ArchivePanelTest() {
+        panel_.resize(1280, 300);
+        panel_.show();
     }
+    QWidget& Window() override { return panel_; }
 
-    template<typename Widget>
-    Widget& Find(const char* name) {
-        auto* found = panel_->findChild<Widget*>(QString::fromLatin1(name));
-        EXPECT_NE(found, nullptr) << name;
-        return *found;
+    Archive& Filled() {
+        Add(u"Juno"_s, u"Nachtzug"_s, u"B"_s, u"02"_s);
+        Add(u"Abba"_s, u"Tag am Meer"_s, u"B"_s, u"01"_s);
+        Add(u"O'Neil"_s, u"Nacht"_s, u"A"_s, u"01"_s);
+        archive.Refresh();
+        return archive;
     }
     ArchiveGrid& Grid() { return Find<ArchiveGrid>("DataGrid2"); }
-    QString Text(const char* label) { return Find<QLabel>(label).text(); }
-
     void Type(const QString& text) {
-        for (const QChar letter : text) {
-            test::PressKey(Find<QLineEdit>("Text1"), 0, Qt::NoModifier, QString(letter));
-        }
+        for (const QChar letter : text)
+            PressKey(Find<QLineEdit>("Text1"), 0, Qt::NoModifier, QString(letter));
     }
-
     void ClickHead(ArchiveField field) {
         QHeaderView& head = *Grid().horizontalHeader();
         const int section = ArchiveModel::ColumnOf(field);
         Grid().scrollTo(Grid().model()->index(0, section));
-        test::Click(*head.viewport(),
-                    {head.sectionViewportPosition(section) + head.sectionSize(section) / 2, head.height() / 2});
+        Click(*head.viewport(),
+              {head.sectionViewportPosition(section) + head.sectionSize(section) / 2, head.height() / 2});
     }
     void ChooseFromColumnMenu(const QString& entry) {
         bool found = false;
         QTimer::singleShot(0, [&] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             ASSERT_NE(menu, nullptr);
-            for (QAction* action : menu->actions()) {
+            for (QAction* action : menu->actions())
                 if (action->text() == entry) {
                     action->trigger();
                     found = true;
                 }
-            }
             menu->close();
         });
         Q_EMIT Grid().horizontalHeader()->customContextMenuRequested({5, 5});
@@ -76,190 +58,165 @@ protected:
     QString Head(ArchiveField field) {
         return Grid().model()->headerData(ArchiveModel::ColumnOf(field), Qt::Horizontal).toString();
     }
-    QStringList Titles() {
+    QString Titles() {
         QStringList titles;
         for (int row = 0; row < Grid().model()->rowCount(); ++row)
             titles.append(Grid().model()->index(row, 0).data().toString());
-        return titles;
+        return titles.join(u'|');
     }
 
-    ArchiveDesk desk_;
-    std::unique_ptr<ArchivePanel> panel_;
+    ArchivePanel panel_{Filled(), settings, data};
 };
 
 TEST_F(ArchivePanelTest, ShowsAllTitlesByArtistAndTheirCount) {
-    EXPECT_EQ(Titles(),
-              QStringList({QStringLiteral("Tag am Meer"), QStringLiteral("Nachtzug"), QStringLiteral("Nacht")}));
-    EXPECT_EQ(Text("lblAnzahl"), QStringLiteral("3 Titel"));
-    desk_.Add(QStringLiteral("Neu"), QStringLiteral("Neu"));
-    EXPECT_TRUE(WaitUntil([this] { return Text("lblAnzahl") == QStringLiteral("4 Titel"); }));
-    EXPECT_EQ(Titles().size(), 3) << "new titles show after the next refresh";
-    panel_->Refresh();
-    EXPECT_EQ(Titles().size(), 4);
+    EXPECT_EQ(Titles(), u"Tag am Meer|Nachtzug|Nacht"_s);
+    EXPECT_EQ(Text("lblAnzahl"), u"3 Titel"_s);
+    Add(u"Neu"_s, u"Neu"_s);
+    EXPECT_TRUE(WaitUntil([this] { return Text("lblAnzahl") == u"4 Titel"_s; }));
+    EXPECT_EQ(Titles(), u"Tag am Meer|Nachtzug|Nacht"_s) << "new titles show after the next refresh";
+    panel_.Refresh();
+    EXPECT_EQ(Titles(), u"Tag am Meer|Nachtzug|Neu|Nacht"_s);
 }
 
-TEST_F(ArchivePanelTest, SearchStartsAtTheSecondCharacter) {
-    const QString before = desk_.archive.CurrentRecordSource();
-    Type(QStringLiteral("n"));
-    EXPECT_EQ(desk_.archive.CurrentRecordSource(), before);
+TEST_F(ArchivePanelTest, SearchStartsAtTheSecondCharacterThatIsTyped) {
+    const QString before = archive.CurrentRecordSource();
+    Type(u"n"_s);
+    EXPECT_EQ(archive.CurrentRecordSource(), before);
     EXPECT_EQ(Text("Label23"), QString());
-    Type(QStringLiteral("a"));
-    EXPECT_EQ(Titles(), QStringList({QStringLiteral("Nachtzug"), QStringLiteral("Nacht")}));
-    EXPECT_EQ(Text("Label23"), QStringLiteral("2 Titel gefunden"));
-    EXPECT_EQ(Text("lblAnzahl"), QStringLiteral("3 Titel"));
+    Type(u"a"_s);
+    EXPECT_EQ(Titles(), u"Nachtzug|Nacht"_s);
+    EXPECT_EQ(Text("Label23"), u"2 Titel gefunden"_s);
+    EXPECT_EQ(Text("lblAnzahl"), u"3 Titel"_s);
     Find<QLineEdit>("Text1").clear();
-    EXPECT_EQ(Text("Label23"), QStringLiteral("3 Titel gefunden"));
-}
-
-TEST_F(ArchivePanelTest, TheProgramsOwnTextsDoNotSearch) {
-    const QString source = desk_.archive.CurrentRecordSource();
-    panel_->SetSearchText(QStringLiteral("Juno"));
-    EXPECT_EQ(desk_.archive.CurrentRecordSource(), source);
+    EXPECT_EQ(Text("Label23"), u"3 Titel gefunden"_s);
+    panel_.SetSearchText(u"Juno"_s);
+    EXPECT_EQ(Titles(), u"Tag am Meer|Nachtzug|Nacht"_s) << "the program's own texts do not search";
 }
 
 TEST_F(ArchivePanelTest, OnlyVisibleColumnsAreSearched) {
-    ChooseFromColumnMenu(QStringLiteral("Titel"));
-    EXPECT_TRUE(Grid().isColumnHidden(ArchiveModel::ColumnOf(ArchiveField::Titel)));
-    EXPECT_FALSE(Settings(desk_.iniPath).GetSwitch(QStringLiteral("MA0"), QStringLiteral("Visible"), true));
-    Type(QStringLiteral("ab"));
-    EXPECT_TRUE(desk_.archive.CurrentRecordSource().startsWith(
-        QStringLiteral("SELECT * FROM Daten  Where  Interpret Like '*ab*' or  Album Like '*ab*' or ")));
-    ChooseFromColumnMenu(QStringLiteral("Standard wiederherstellen"));
-    EXPECT_FALSE(Grid().isColumnHidden(ArchiveModel::ColumnOf(ArchiveField::Titel)));
-    EXPECT_TRUE(Settings(desk_.iniPath).GetSwitch(QStringLiteral("MA0"), QStringLiteral("Visible"), false));
+    const int title = ArchiveModel::ColumnOf(ArchiveField::Titel);
+    ChooseFromColumnMenu(u"Titel"_s);
+    EXPECT_TRUE(Grid().isColumnHidden(title));
+    EXPECT_FALSE(Settings(iniPath).GetSwitch(u"MA0"_s, u"Visible"_s, true));
+    Type(u"ab"_s);
+    EXPECT_TRUE(archive.CurrentRecordSource().startsWith(
+        u"SELECT * FROM Daten  Where  Interpret Like '*ab*' or  Album Like '*ab*' or "_s));
+    ChooseFromColumnMenu(u"Standard wiederherstellen"_s);
+    EXPECT_FALSE(Grid().isColumnHidden(title));
+    EXPECT_TRUE(Settings(iniPath).GetSwitch(u"MA0"_s, u"Visible"_s, false));
 }
 
 TEST_F(ArchivePanelTest, HeaderClicksSortAndMark) {
     ClickHead(ArchiveField::Titel);
-    EXPECT_EQ(Titles().first(), QStringLiteral("Nacht"));
-    EXPECT_EQ(Head(ArchiveField::Titel), QStringLiteral("Titel >"));
-    ClickHead(ArchiveField::Titel);
-    EXPECT_EQ(Titles().first(), QStringLiteral("Tag am Meer"));
-    EXPECT_EQ(Head(ArchiveField::Titel), QStringLiteral("Titel <"));
+    EXPECT_EQ(Titles(), u"Nacht|Nachtzug|Tag am Meer"_s);
+    EXPECT_EQ(Head(ArchiveField::Titel), u"Titel >"_s);
     ClickHead(ArchiveField::Album);
-    EXPECT_EQ(Head(ArchiveField::Titel), QStringLiteral("Titel"));
-    EXPECT_EQ(Titles(),
-              QStringList({QStringLiteral("Nacht"), QStringLiteral("Tag am Meer"), QStringLiteral("Nachtzug")}));
+    EXPECT_EQ(Head(ArchiveField::Titel), u"Titel"_s);
+    EXPECT_EQ(Titles(), u"Nacht|Tag am Meer|Nachtzug"_s);
 }
 
 TEST_F(ArchivePanelTest, ColumnWidthsOrderAndLayoutFileAreKept) {
+    const int album = ArchiveModel::ColumnOf(ArchiveField::Album);
     QHeaderView& head = *Grid().horizontalHeader();
-    head.resizeSection(ArchiveModel::ColumnOf(ArchiveField::Album), 234);
+    head.resizeSection(album, 234);
     head.moveSection(2, 0);
-    EXPECT_EQ(Settings(desk_.iniPath).GetNumber(QStringLiteral("MA0"), QStringLiteral("Width"), 0), 234 * 15);
-    const LayoutFile layout = LayoutFile::Read(desk_.data.Path(QStringLiteral("\\mp3tabelle.dll")));
+    EXPECT_EQ(Settings(iniPath).GetNumber(u"MA0"_s, u"Width"_s, 0), 234 * 15);
+    const LayoutFile layout = LayoutFile::Read(data.Path(u"\\mp3tabelle.dll"_s));
     EXPECT_EQ(layout.columnWidths[0], 234 * 15);
-    EXPECT_EQ(layout.archivePath, desk_.archive.Path());
+    EXPECT_EQ(layout.archivePath, archive.Path());
 
-    Settings again(desk_.iniPath);
-    const ArchivePanel second(desk_.archive, again, desk_.data);
+    Settings again(iniPath);
+    const ArchivePanel second(archive, again, data);
     const auto* grid = second.findChild<ArchiveGrid*>();
-    EXPECT_EQ(grid->horizontalHeader()->logicalIndex(0), ArchiveModel::ColumnOf(ArchiveField::Album));
-    EXPECT_EQ(grid->columnWidth(ArchiveModel::ColumnOf(ArchiveField::Album)), 234);
+    EXPECT_EQ(grid->horizontalHeader()->logicalIndex(0), album);
+    EXPECT_EQ(grid->columnWidth(album), 234);
 }
 
 TEST_F(ArchivePanelTest, TheLineShowsTheCurrentTitleAndHandsOutTheMarkedOnes) {
-    QList<TitleRecord> handed;
-    int list = 0;
-    QObject::connect(panel_.get(), &ArchivePanel::AddToListRequested, panel_.get(),
-                     [&](int to, const QList<TitleRecord>& records) {
-                         list = to;
-                         handed = records;
+    QStringList handed;
+    QObject::connect(&panel_, &ArchivePanel::AddToListRequested, &panel_,
+                     [&](int list, const QList<TitleRecord>& records) {
+                         handed.append(QString::number(list));
+                         for (const TitleRecord& record : records)
+                             handed.append(record.Interpret);
                      });
-    auto& button = Find<QAbstractButton>("cmdListe2");
-    EXPECT_FALSE(button.isEnabled());
+    EXPECT_FALSE(Find<QAbstractButton>("cmdListe2").isEnabled());
     Grid().selectRow(1);
-    EXPECT_EQ(Text("lblInterpret"), QStringLiteral("Juno"));
-    EXPECT_EQ(Text("lblTitel"), QStringLiteral("Juno - Nachtzug"));
-    EXPECT_EQ(Text("lblPfad"), QStringLiteral("/musik/Juno - Nachtzug.mp3"));
-    panel_->MAAlleTitelAuswaehlen();
-    button.click();
-    EXPECT_EQ(list, 2);
-    ASSERT_EQ(handed.size(), 3);
-    EXPECT_EQ(handed.first().Interpret, QStringLiteral("Abba"));
+    EXPECT_EQ(Text("lblInterpret"), u"Juno"_s);
+    EXPECT_EQ(Text("lblTitel"), u"Juno - Nachtzug"_s);
+    EXPECT_EQ(Text("lblPfad"), u"/musik/Juno - Nachtzug.mp3"_s);
+    panel_.MAAlleTitelAuswaehlen();
+    Press("cmdListe2");
+    EXPECT_EQ(handed.join(u'|'), u"2|Abba|Juno|O'Neil"_s);
 }
 
 TEST_F(ArchivePanelTest, AWidePanelHasTheTitleBesideTheGridWhereItIsHighEnough) {
     auto& side = Find<QWidget>("Seitenfeld");
     auto* wishes = new QWidget;
     wishes->setMinimumHeight(100);
-    panel_->Side().Add(*wishes);
-    panel_->SetLayoutMode(LayoutMode::Wide);
-    struct Case {
+    panel_.Side().Add(*wishes);
+    panel_.SetLayoutMode(LayoutMode::Wide);
+    const struct {
         int height;
         bool beside, wishes;
-    };
-    for (const Case& c :
-         {Case{400, true, true}, Case{200, true, false}, Case{140, false, false}, Case{400, true, true}}) {
-        panel_->resize(1700, c.height);
+    } cases[] = {{400, true, true}, {200, true, false}, {140, false, false}, {400, true, true}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.height);
+        panel_.resize(1700, c.height);
         QApplication::processEvents();
-        EXPECT_EQ(side.isVisible(), c.beside) << c.height;
-        EXPECT_EQ(wishes->isVisible(), c.wishes) << c.height;
-        EXPECT_EQ(Find<QWidget>("lblPfad").isVisible(), !c.beside) << c.height;
-        EXPECT_TRUE(Find<QWidget>("Label5").isVisible()) << c.height;
-        EXPECT_LE(side.geometry().bottom(), panel_->height());
+        EXPECT_EQ(side.isVisible(), c.beside);
+        EXPECT_EQ(wishes->isVisible(), c.wishes);
+        EXPECT_EQ(Find<QWidget>("lblPfad").isVisible(), !c.beside);
+        EXPECT_TRUE(Find<QWidget>("Label5").isVisible());
+        EXPECT_LE(side.geometry().bottom(), panel_.height());
     }
-    panel_->SetLayoutMode(LayoutMode::Narrow);
-    EXPECT_FALSE(Find<QWidget>("Label5").isVisible());
+    panel_.SetLayoutMode(LayoutMode::Narrow);
+    EXPECT_FALSE(Find<QWidget>("Label5").isVisible() || Find<QWidget>("lblTitel").isVisible());
 }
 
 TEST_F(ArchivePanelTest, TheCurrentTitleStaysCurrentAmongOtherRows) {
     Grid().selectRow(2);
-    Type(QStringLiteral("nacht"));
-    EXPECT_EQ(panel_->CurrentRecord().Interpret, QStringLiteral("O'Neil"));
+    Type(u"nacht"_s);
+    EXPECT_EQ(panel_.CurrentRecord().Interpret, u"O'Neil"_s);
     ClickHead(ArchiveField::Titel);
     EXPECT_EQ(Grid().currentIndex().row(), 0);
-    EXPECT_EQ(panel_->CurrentRecord().Interpret, QStringLiteral("O'Neil"));
-    Find<QLineEdit>("Text1").setText(QStringLiteral("Abba"));
+    EXPECT_EQ(panel_.CurrentRecord().Interpret, u"O'Neil"_s);
+    Find<QLineEdit>("Text1").setText(u"Abba"_s);
     EXPECT_EQ(Text("lblTitel"), QString());
-    EXPECT_TRUE(panel_->SelectedRecords().isEmpty());
+    EXPECT_TRUE(panel_.SelectedRecords().isEmpty());
 }
 
 TEST_F(ArchivePanelTest, EnterAndDoubleClickTellWhichTitle) {
     QStringList told;
-    QObject::connect(panel_.get(), &ArchivePanel::PreListenRequested, panel_.get(),
-                     [&](const TitleRecord& record) { told.append(QStringLiteral("hören ") + record.Interpret); });
-    QObject::connect(panel_.get(), &ArchivePanel::TitleActivated, panel_.get(),
-                     [&](const TitleRecord& record) { told.append(QStringLiteral("liste ") + record.Interpret); });
+    QObject::connect(&panel_, &ArchivePanel::PreListenRequested, &panel_,
+                     [&](const TitleRecord& record) { told.append(u"hören "_s + record.Interpret); });
+    QObject::connect(&panel_, &ArchivePanel::TitleActivated, &panel_,
+                     [&](const TitleRecord& record) { told.append(u"liste "_s + record.Interpret); });
     Grid().selectRow(0);
-    test::PressKey(Grid(), Qt::Key_Return);
+    PressKey(Grid(), Qt::Key_Return);
     const QPoint place = Grid().visualRect(Grid().model()->index(1, 0)).center();
-    test::Click(*Grid().viewport(), place);
+    Click(*Grid().viewport(), place);
     QMouseEvent twice(QEvent::MouseButtonDblClick, place, Grid().viewport()->mapToGlobal(place), Qt::LeftButton,
                       Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(Grid().viewport(), &twice);
-    EXPECT_EQ(told, QStringList({QStringLiteral("hören Abba"), QStringLiteral("liste Juno")}));
+    EXPECT_EQ(told.join(u'|'), u"hören Abba|liste Juno"_s);
 }
 
-TEST_F(ArchivePanelTest, NarrowFoldsTheLineAndNothingInTheHeadIsCut) {
-    SkinStyle::Apply(*qApp, QStringLiteral("Grey"), QStringLiteral("groß"), QStringLiteral("gross"));
-    panel_->SetLayoutMode(LayoutMode::Narrow);
-    panel_->resize(784, 260);
-    Type(QStringLiteral("na"));
-    QApplication::processEvents();
-    EXPECT_FALSE(Find<QLabel>("lblTitel").isVisible());
-    for (const char* name : {"Label23", "lblAnzahl"})
-        EXPECT_GE(Find<QLabel>(name).width(), Find<QLabel>(name).sizeHint().width()) << name;
-    EXPECT_LE(panel_->minimumSizeHint().width(), 784);
-    SkinStyle::Apply(*qApp, QStringLiteral("Light Green"), QStringLiteral("klein"), QStringLiteral("klein"));
-}
-
-TEST(EmptyArchiveTest, AnEmptyArchiveOffersTheImport) {
-    ArchiveDesk desk;
-    ArchivePanel panel(desk.archive, desk.settings, desk.data);
-    panel.resize(1000, 300);
-    panel.show();
+TEST_F(ArchivePanelTest, AnEmptyArchiveOffersTheImport) {
+    ASSERT_TRUE(archive.DeleteAll());
+    ArchivePanel empty(archive, settings, data);
+    empty.resize(1000, 300);
+    empty.show();
     int wanted = 0;
-    QObject::connect(&panel, &ArchivePanel::ImportRequested, &panel, [&] { ++wanted; });
-    auto* button = panel.findChild<QAbstractButton*>(QStringLiteral("cmdOrdnerEinlesen"));
+    QObject::connect(&empty, &ArchivePanel::ImportRequested, &empty, [&] { ++wanted; });
+    auto* button = empty.findChild<QAbstractButton*>(u"cmdOrdnerEinlesen"_s);
     ASSERT_TRUE(button && button->isVisible());
     button->click();
     EXPECT_EQ(wanted, 1);
-    EXPECT_EQ(panel.findChild<QLabel*>(QStringLiteral("lblAnzahl"))->text(), QStringLiteral("0 Titel"));
-    desk.Add(QStringLiteral("A"), QStringLiteral("B"));
-    EXPECT_TRUE(WaitUntil([&] { return panel.findChild<QWidget*>(QStringLiteral("DataGrid2"))->isVisible(); }));
+    EXPECT_EQ(empty.findChild<QLabel*>(u"lblAnzahl"_s)->text(), u"0 Titel"_s);
+    Add(u"A"_s, u"B"_s);
+    EXPECT_TRUE(WaitUntil([&] { return empty.findChild<QWidget*>(u"DataGrid2"_s)->isVisible(); }));
 }
 
 } // namespace
-
-} // namespace kalvo
+} // namespace kalvo::test

@@ -1,125 +1,104 @@
 #include "archive/ui/frmSuchen.h"
 
-#include "archive/ui/ArchiveDesk.h"
 #include "archive/ui/ArchivePanel.h"
-#include "archive/ui/WindowActs.h"
+#include "archive/ui/ArchiveWindowTest.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
 
-namespace kalvo {
+namespace kalvo::test {
 namespace {
 
-using test::ArchiveDesk;
+using namespace Qt::StringLiterals;
 
-class frmSuchenTest : public ::testing::Test {
+class frmSuchenTest : public ArchiveWindowTest {
 protected:
-    void SetUp() override {
-        desk_.Add(QStringLiteral("ABBA"), QStringLiteral("Waterloo"), QStringLiteral("Gold"));
-        desk_.Add(QStringLiteral("Juno"), QStringLiteral("Der Abbau"), QStringLiteral("Abba gold"));
-        desk_.Add(QStringLiteral("Zoo"), QStringLiteral("Männer"));
-        desk_.archive.Refresh();
+    frmSuchenTest() {
+        Add(u"ABBA"_s, u"Waterloo"_s, u"Gold"_s);
+        Add(u"Juno"_s, u"Der Abbau"_s, u"Abba gold"_s);
+        Add(u"Zoo"_s, u"Männer"_s);
+        archive.Refresh();
         panel_.resize(900, 300);
         panel_.show();
         dialog_.show();
     }
+    QWidget& Window() override { return dialog_; }
 
-    template<typename Widget>
-    Widget& Find(const char* name) {
-        auto* found = dialog_.findChild<Widget*>(QString::fromLatin1(name));
-        EXPECT_NE(found, nullptr) << name;
-        return *found;
-    }
-    QString Text(const char* label) { return Find<QLabel>(label).text(); }
-    void Press(const char* button) { Find<QAbstractButton>(button).click(); }
     void Tick(const char* box, bool on = true) { Find<QCheckBox>(box).setChecked(on); }
-    void Write(const QString& text) { Find<QLineEdit>("Text1").setText(text); }
+    void SearchFor(const QString& text) {
+        Find<QLineEdit>("Text1").setText(text);
+        Press("Command2");
+    }
     QString Current() { return panel_.CurrentRecord().Interpret; }
 
-    ArchiveDesk desk_;
-    ArchivePanel panel_{desk_.archive, desk_.settings, desk_.data};
-    frmSuchen dialog_{desk_.archive, panel_};
+    ArchivePanel panel_{archive, settings, data};
+    frmSuchen dialog_{archive, panel_};
 };
 
 TEST_F(frmSuchenTest, EachBoxSearchesItsFieldAlone) {
-    struct Case {
+    const struct {
         const char* box;
-        QString condition;
-        QString count;
-    };
-    const Case cases[] = {{"Check2", QStringLiteral("Interpret"), QStringLiteral("1 Titel gefunden")},
-                          {"Check1", QStringLiteral("Titel"), QStringLiteral("1 Titel gefunden")},
-                          {"Check4", QStringLiteral("Album"), QStringLiteral("1 Titel gefunden")},
-                          {"Check5", QStringLiteral("Bewertung"), QStringLiteral("0 Titel gefunden")},
-                          {"Check6", QStringLiteral("Stil"), QStringLiteral("0 Titel gefunden")},
-                          {"Check7", QStringLiteral("extra1"), QStringLiteral("0 Titel gefunden")}};
-    Write(QStringLiteral("abba"));
-    for (const Case& c : cases) {
+        QString field;
+        int titles;
+    } cases[] = {{"Check2", u"Interpret"_s, 1}, {"Check1", u"Titel"_s, 1}, {"Check4", u"Album"_s, 1},
+                 {"Check5", u"Bewertung"_s, 0}, {"Check6", u"Stil"_s, 0},  {"Check7", u"extra1"_s, 0}};
+    for (const auto& c : cases) {
         Tick(c.box);
-        Press("Command2");
-        EXPECT_EQ(
-            desk_.archive.CurrentRecordSource(),
-            QStringLiteral("SELECT * FROM Daten  WHERE %1 Like '*abba*'Order By Interpret, Titel").arg(c.condition));
-        EXPECT_EQ(Text("lblTitelAnzahl"), c.count) << c.box;
-        int ticked = 0;
-        for (const char* box : {"Check1", "Check2", "Check4", "Check5", "Check6", "Check7"})
-            ticked += Find<QCheckBox>(box).isChecked() ? 1 : 0;
-        EXPECT_EQ(ticked, 1);
+        SearchFor(u"abba"_s);
+        EXPECT_EQ(archive.CurrentRecordSource(),
+                  u"SELECT * FROM Daten  WHERE %1 Like '*abba*'Order By Interpret, Titel"_s.arg(c.field));
+        EXPECT_EQ(Text("lblTitelAnzahl"), u"%1 Titel gefunden"_s.arg(c.titles)) << c.box;
+        for (const auto& other : cases)
+            EXPECT_EQ(Find<QCheckBox>(other.box).isChecked(), other.box == c.box) << c.box;
     }
 }
 
 TEST_F(frmSuchenTest, WithoutATextOrABoxNothingHappens) {
-    const QString before = desk_.archive.CurrentRecordSource();
+    const QString before = archive.CurrentRecordSource();
     Press("Command2");
-    Write(QStringLiteral("abba"));
     Tick("Check1", false);
-    Press("Command2");
-    EXPECT_EQ(desk_.archive.CurrentRecordSource(), before);
+    SearchFor(u"abba"_s);
+    EXPECT_EQ(archive.CurrentRecordSource(), before);
     EXPECT_EQ(Text("lblTitelAnzahl"), QString());
 }
 
 TEST_F(frmSuchenTest, StepsGoFromHitToHitAndAnApostropheBreaksNothing) {
     Tick("Check3");
-    Write(QStringLiteral("ABBA"));
-    Press("Command2");
-    EXPECT_EQ(Current(), QStringLiteral("ABBA"));
+    SearchFor(u"ABBA"_s);
+    EXPECT_EQ(Current(), u"ABBA"_s);
     Press("Command3");
-    EXPECT_EQ(Current(), QStringLiteral("Juno"));
+    EXPECT_EQ(Current(), u"Juno"_s);
     Press("Command2");
-    EXPECT_EQ(Current(), QStringLiteral("ABBA")) << "from the first row again";
-    Write(QStringLiteral("o - mä"));
-    Press("Command2");
-    EXPECT_EQ(Current(), QStringLiteral("Zoo")) << "artist and title together, without case";
+    EXPECT_EQ(Current(), u"ABBA"_s) << "from the first row again";
+    SearchFor(u"o - mä"_s);
+    EXPECT_EQ(Current(), u"Zoo"_s) << "artist and title together, without case";
     Tick("Check3", false);
     Tick("Check2");
-    Write(QStringLiteral("j'o"));
-    Press("Command2");
-    EXPECT_EQ(Text("lblTitelAnzahl"), QStringLiteral("1 Titel gefunden"));
+    SearchFor(u"j'o"_s);
+    EXPECT_EQ(Text("lblTitelAnzahl"), u"1 Titel gefunden"_s);
 }
 
 TEST_F(frmSuchenTest, StepsWithoutAHitTellAndEndOnTheFirstRow) {
     panel_.GoToRow(2);
     Tick("Check3");
-    Write(QStringLiteral("xyz"));
-    test::Answers answers({QStringLiteral("OK")});
-    Press("Command2");
-    EXPECT_EQ(answers.Said().value(0).section(u'|', 1), QStringLiteral("Nicht's gefunden"));
+    Answers answers({u"OK"_s});
+    SearchFor(u"xyz"_s);
+    EXPECT_EQ(answers.Said().value(0).section(u'|', 1), u"Nicht's gefunden"_s);
     EXPECT_EQ(panel_.CurrentRow(), 0);
     EXPECT_TRUE(Find<QAbstractButton>("Command2").isEnabled());
 }
 
 TEST_F(frmSuchenTest, TheArrowsGoThroughTheFoundTitles) {
     panel_.GoToRow(0);
-    EXPECT_EQ(Text("lblTitel"), QStringLiteral("ABBA - Waterloo"));
+    EXPECT_EQ(Text("lblTitel"), u"ABBA - Waterloo"_s);
     EXPECT_FALSE(Find<QAbstractButton>("Command4").isEnabled());
     Press("Command5");
-    EXPECT_EQ(Text("lblTitel"), QStringLiteral("Juno - Der Abbau"));
+    EXPECT_EQ(Text("lblTitel"), u"Juno - Der Abbau"_s);
     Press("Command5");
     EXPECT_FALSE(Find<QAbstractButton>("Command5").isEnabled());
     Press("Command4");
-    EXPECT_EQ(Current(), QStringLiteral("Juno"));
+    EXPECT_EQ(Current(), u"Juno"_s);
 }
 
 } // namespace
-} // namespace kalvo
+} // namespace kalvo::test

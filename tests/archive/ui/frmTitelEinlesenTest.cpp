@@ -1,58 +1,40 @@
 #include "archive/ui/frmTitelEinlesen.h"
 
-#include "archive/ui/ArchiveDesk.h"
+#include "archive/ui/ArchiveWindowTest.h"
 #include "support/SoundMaker.h"
 #include "support/WaitUntil.h"
 
-#include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
 #include <QProgressBar>
-#include <QTimer>
 
-namespace kalvo {
-
+namespace kalvo::test {
 namespace {
 
-using test::ArchiveDesk;
-using test::WaitUntil;
+using namespace Qt::StringLiterals;
 
-class frmTitelEinlesenTest : public ::testing::Test {
+class frmTitelEinlesenTest : public ArchiveWindowTest {
 protected:
-    void SetUp() override {
-        root_ = desk_.folder.Path(QStringLiteral("Musik"));
-        MakeTitle(QStringLiteral("Guns N' Roses/01 Eins.mp3"), 3.2, QStringLiteral("Eins"));
-        MakeTitle(QStringLiteral("02 ZWEI.ogg"), 1, QStringLiteral("Zwei"));
-        MakeTitle(QStringLiteral("ohne.mp3"), 1, QString());
-        desk_.folder.Write(QStringLiteral("Musik/SONG.MP3.bak"), "x");
-        desk_.folder.Write(QStringLiteral("Musik/song.wav"), "x");
-        desk_.folder.Write(QStringLiteral("Musik/zz kaputt.mp3"), "kein Ton");
+    frmTitelEinlesenTest() {
         QObject::connect(&dialog_, &frmTitelEinlesen::Finished, &dialog_,
                          [this](const ImportReport& report) { reports_.append(report); });
-        Find<QLineEdit>("Label5").setText(root_);
         dialog_.show();
     }
+    QWidget& Window() override { return dialog_; }
 
-    void MakeTitle(const QString& name, double seconds, const QString& title) {
-        test::SoundSpec spec;
-        spec.seconds = seconds;
-        spec.title = title;
-        test::MakeSound(root_, name, spec);
+    QString MakeMusic() {
+        const QString root = folder.Path(u"Musik"_s);
+        MakeSound(root, u"Guns N' Roses/01 Eins.mp3"_s, {.title = u"Eins"_s});
+        MakeSound(root, u"02 ZWEI.ogg"_s, {.title = u"Zwei"_s});
+        MakeSound(root, u"ohne.mp3"_s);
+        for (const QString& name : {u"SONG.MP3.bak"_s, u"song.wav"_s, u"zz kaputt.mp3"_s})
+            folder.Write(u"Musik/"_s + name, "kein Ton");
+        return root;
     }
-
-    template<typename Widget>
-    Widget& Find(const char* name) {
-        auto* found = dialog_.findChild<Widget*>(QString::fromLatin1(name));
-        EXPECT_NE(found, nullptr) << name;
-        return *found;
-    }
-    QString Text(const char* label) { return Find<QLabel>(label).text(); }
-    void Press(const char* button) { Find<QAbstractButton>(button).click(); }
     bool IsIdle() { return Find<QAbstractButton>("MyButton1").isEnabled(); }
+    bool CanImport() { return Find<QAbstractButton>("Command1").isEnabled(); }
     void Scan() {
         Press("MyButton1");
         EXPECT_TRUE(WaitUntil([this] { return IsIdle(); }));
@@ -67,87 +49,67 @@ protected:
     void Import() {
         const qsizetype before = reports_.size();
         Press("Command1");
-        EXPECT_FALSE(Find<QAbstractButton>("Command1").isEnabled());
+        EXPECT_FALSE(CanImport());
         EXPECT_TRUE(WaitUntil([&] { return reports_.size() > before; }));
-        desk_.archive.Refresh();
+        archive.Refresh();
     }
 
-    ArchiveDesk desk_;
-    QString root_;
-    frmTitelEinlesen dialog_{desk_.archive, desk_.folder.Path()};
+    QString root_ = MakeMusic();
     QList<ImportReport> reports_;
+    frmTitelEinlesen dialog_{archive, root_};
 };
 
-TEST_F(frmTitelEinlesenTest, BothScansGiveTheSameMusicFiles) {
-    EXPECT_FALSE(Find<QAbstractButton>("Command1").isEnabled());
+TEST_F(frmTitelEinlesenTest, BothScansGiveTheSameMusicFilesOfTheStartFolder) {
+    EXPECT_EQ(dialog_.Folder(), root_);
+    EXPECT_FALSE(CanImport());
     Scan();
     const QStringList files = Files();
     EXPECT_EQ(files.size(), 4);
-    EXPECT_TRUE(files.contains(QStringLiteral("02 ZWEI.ogg")) && files.contains(QStringLiteral("01 Eins.mp3")));
-    EXPECT_EQ(Text("Label7"), QStringLiteral("4 kompatible Dateien gefunden"));
-    EXPECT_EQ(Text("lblCount"), QStringLiteral("4"));
+    EXPECT_TRUE(files.contains(u"02 ZWEI.ogg"_s) && files.contains(u"01 Eins.mp3"_s));
+    EXPECT_EQ(Text("Label7"), u"4 kompatible Dateien gefunden"_s);
+    EXPECT_EQ(Text("lblCount"), u"4"_s);
     Find<QAction>("UAlternativ").trigger();
     EXPECT_TRUE(WaitUntil([this] { return IsIdle(); }));
     EXPECT_EQ(Files(), files);
-    EXPECT_EQ(Text("Label7"), QStringLiteral("4 kompatible Dateien gefunden"));
+    EXPECT_EQ(Text("Label7"), u"4 kompatible Dateien gefunden"_s);
     EXPECT_EQ(Find<QListView>("List1").model()->rowCount(), 2);
-    EXPECT_TRUE(Find<QAbstractButton>("Command1").isEnabled());
+    EXPECT_TRUE(CanImport());
 }
 
 TEST_F(frmTitelEinlesenTest, AnInvalidFolderIsRefused) {
-    for (const QString& folder : {QStringLiteral("Musik"), QStringLiteral("//server/musik"),
-                                  QStringLiteral("\\\\server\\musik"), QString(), root_ + QStringLiteral("/fehlt")}) {
-        Find<QLineEdit>("Label5").setText(folder);
-        QString said;
-        QTimer look;
-        look.callOnTimeout([&said] {
-            QWidget* box = QApplication::activeModalWidget();
-            if (box == nullptr)
-                return;
-            for (const QLabel* label : box->findChildren<QLabel*>())
-                said += label->text();
-            box->close();
-        });
-        look.start(5);
+    for (const QString& invalid :
+         {u"Musik"_s, u"//server/musik"_s, u"\\\\server\\musik"_s, QString(), root_ + u"/fehlt"_s}) {
+        SCOPED_TRACE(invalid.toStdString());
+        Find<QLineEdit>("Label5").setText(invalid);
+        const Answers answers({u"OK"_s});
         Scan();
-        EXPECT_TRUE(WaitUntil([&] { return !said.isEmpty(); }));
-        EXPECT_EQ(said, QStringLiteral("Kein gültiger Ordner!")) << folder.toStdString();
+        EXPECT_TRUE(WaitUntil([&] { return answers.AllGiven(); }));
+        EXPECT_EQ(answers.Said().value(0).section(u'|', 1), u"Kein gültiger Ordner!"_s);
         EXPECT_EQ(Files().size(), 0);
-        EXPECT_FALSE(Find<QAbstractButton>("Command1").isEnabled());
+        EXPECT_FALSE(CanImport());
     }
 }
 
 TEST_F(frmTitelEinlesenTest, ImportsTheMarkedFilesOnce) {
     Scan();
-    Press("Command3");
-    EXPECT_EQ(Text("Label1"), QStringLiteral("4 Titel"));
-    Import();
-    EXPECT_EQ(Text("Label3"), QStringLiteral("3 von 4 Songs hinzugefügt, 0 Titel waren bereits vorhanden"));
-    EXPECT_EQ(Find<QListWidget>("lstAusgelassen").count(), 1);
-    EXPECT_TRUE(Find<QListWidget>("lstAusgelassen").item(0)->text().startsWith(QStringLiteral("zz kaputt.mp3: ")));
-    const auto eins = desk_.archive.FindByPath(root_ + QStringLiteral("/Guns N' Roses/01 Eins.mp3"));
-    ASSERT_TRUE(eins);
-    EXPECT_EQ(eins->Titel, QStringLiteral("Eins"));
-    EXPECT_EQ(eins->Zeit, QStringLiteral("00:03"));
-    const auto untagged = desk_.archive.FindByPath(root_ + QStringLiteral("/ohne.mp3"));
-    ASSERT_TRUE(untagged);
-    EXPECT_EQ(untagged->Interpret + untagged->Album, QString());
-
-    Import();
-    EXPECT_EQ(Text("Label3"), QStringLiteral("0 von 4 Songs hinzugefügt, 3 Titel waren bereits vorhanden"));
-    EXPECT_EQ(desk_.archive.RowCount(), 3);
-    EXPECT_EQ(Find<QProgressBar>("ProgressBar1").value(), 0);
-}
-
-TEST_F(frmTitelEinlesenTest, OnlyWhatIsMarkedIsImported) {
-    Scan();
     auto& list = Find<QListView>("ListView1");
-    const auto row = static_cast<int>(Files().indexOf(QStringLiteral("02 ZWEI.ogg")));
+    const auto row = static_cast<int>(Files().indexOf(u"02 ZWEI.ogg"_s));
     list.selectionModel()->select(list.model()->index(row, 0), QItemSelectionModel::Select);
-    EXPECT_EQ(Text("Label1"), QStringLiteral("1 Titel"));
+    EXPECT_EQ(Text("Label1"), u"1 Titel"_s);
     Import();
-    EXPECT_EQ(Text("Label3"), QStringLiteral("1 von 1 Songs hinzugefügt, 0 Titel waren bereits vorhanden"));
-    EXPECT_EQ(desk_.archive.RowAt(0).Titel, QStringLiteral("Zwei"));
+    EXPECT_EQ(Text("Label3"), u"1 von 1 Songs hinzugefügt, 0 Titel waren bereits vorhanden"_s);
+    EXPECT_EQ(archive.RowAt(0).Titel, u"Zwei"_s);
+
+    Press("Command3");
+    EXPECT_EQ(Text("Label1"), u"4 Titel"_s);
+    Import();
+    EXPECT_EQ(Text("Label3"), u"2 von 4 Songs hinzugefügt, 1 Titel waren bereits vorhanden"_s);
+    auto& passedOver = Find<QListWidget>("lstAusgelassen");
+    ASSERT_EQ(passedOver.count(), 1);
+    EXPECT_TRUE(passedOver.item(0)->text().startsWith(u"zz kaputt.mp3: "_s));
+    EXPECT_TRUE(archive.HoldsPath(root_ + u"/Guns N' Roses/01 Eins.mp3"_s));
+    EXPECT_EQ(archive.RowCount(), 3);
+    EXPECT_EQ(Find<QProgressBar>("ProgressBar1").value(), 0);
 }
 
 TEST_F(frmTitelEinlesenTest, ClosingEndsARunningImportAndKeepsWhatIsAdded) {
@@ -161,19 +123,19 @@ TEST_F(frmTitelEinlesenTest, ClosingEndsARunningImportAndKeepsWhatIsAdded) {
     Press("Command1");
     dialog_.close();
     {
-        frmTitelEinlesen gone(desk_.archive, root_);
-        gone.findChild<QAction*>(QStringLiteral("UStandard"))->trigger(); // what its thread finds comes too late
+        frmTitelEinlesen gone(archive, root_);
+        gone.findChild<QAction*>(u"UStandard"_s)->trigger(); // what its thread finds comes too late
     }
     QApplication::processEvents();
     ASSERT_EQ(reports_.size(), 1);
     EXPECT_TRUE(reports_.first().cancelled);
     EXPECT_FALSE(dialog_.isVisible());
-    EXPECT_EQ(desk_.archive.Count(), reports_.first().added);
+    EXPECT_EQ(archive.Count(), reports_.first().added);
 }
 
 TEST_F(frmTitelEinlesenTest, AbbrechenEndsAScanAndTheDialogStays) {
     for (int i = 0; i < 50; ++i)
-        desk_.folder.Write(QStringLiteral("Musik/Ordner %1/a.mp3").arg(i), "x");
+        folder.Write(u"Musik/Ordner %1/a.mp3"_s.arg(i), "x");
     Press("MyButton1");
     EXPECT_FALSE(IsIdle());
     Press("cmdAbbrechen");
@@ -183,12 +145,5 @@ TEST_F(frmTitelEinlesenTest, AbbrechenEndsAScanAndTheDialogStays) {
     EXPECT_EQ(Files().size(), 54) << "a cancelled scan does not end the next one";
 }
 
-TEST_F(frmTitelEinlesenTest, ShowsTheStartFolderAndGivesTheChosenOne) {
-    const frmTitelEinlesen dialog(desk_.archive, root_);
-    EXPECT_EQ(dialog.Folder(), root_);
-    EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("Label5"))->text(), root_);
-}
-
 } // namespace
-
-} // namespace kalvo
+} // namespace kalvo::test

@@ -4,6 +4,7 @@
 #include "live/ui/PadButton.h"
 #include "live/ui/frmSampleEinstellungen.h"
 #include "playback/FakeDesk.h"
+#include "support/PartOf.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -13,18 +14,10 @@
 #include <QTreeWidget>
 #include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-template<typename Widget>
-Widget& PartIn(const QWidget& window, const QString& name) {
-    auto* found = window.findChild<Widget*>(name);
-    if (!found)
-        throw std::runtime_error(name.toStdString());
-    return *found;
-}
 
 void Mouse(QWidget& widget, QEvent::Type type, const QPoint& at) {
     const bool isRelease = type == QEvent::MouseButtonRelease;
@@ -33,7 +26,7 @@ void Mouse(QWidget& widget, QEvent::Type type, const QPoint& at) {
     QApplication::sendEvent(&widget, &event);
 }
 
-struct frmSampleTest : ::testing::Test, test::FakeDesk {
+struct frmSampleTest : ::testing::Test, FakeDesk {
     frmSampleTest() {
         settings.PutNumber(u"Sample"_s, u"Pegelabsenkung"_s, 40);
         SampleSlots slots;
@@ -41,76 +34,67 @@ struct frmSampleTest : ::testing::Test, test::FakeDesk {
         slots[9] = {u"Verkehrston"_s, u"/ton-4"_s};
         sampler.SetSlots(slots);
     }
-    QWidget& Pad(const frmSample& window, int pad) { return PartIn<QWidget>(window, u"cmdSample%1"_s.arg(pad)); }
 
     Settings settings{folder.Path(u"kalvo.ini"_s)};
     Sampler sampler{mixer};
 };
 
-TEST_F(frmSampleTest, APadSoundsFromThePressToTheReleaseWhereverThePointerIs) {
-    frmSample window(sampler, settings);
-    window.show();
+struct frmSamplePadsTest : frmSampleTest {
+    frmSamplePadsTest() { window.show(); }
+    /** What is held after an event for one of its controls. */
+    int HeldAfter(QWidget& widget, QEvent&& event) {
+        QApplication::sendEvent(&widget, &event);
+        return sampler.HeldPad();
+    }
+
+    frmSample window{sampler, settings};
+};
+
+TEST_F(frmSamplePadsTest, APadSoundsFromThePressToTheReleaseWhereverThePointerIs) {
     EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    EXPECT_EQ(PartIn<QAbstractButton>(window, u"cmdSample1"_s).text(), u"Tusch"_s);
-    EXPECT_EQ(PartIn<QAbstractButton>(window, u"cmdSample2"_s).text(), u"Kein Sample zugewiesen"_s);
-    QWidget& pad = Pad(window, 10);
+    EXPECT_EQ(Part<QAbstractButton>(window, "cmdSample1")->text(), u"Tusch"_s);
+    QWidget& pad = *Part(window, "cmdSample10");
     Mouse(pad, QEvent::MouseButtonPress, {5, 5});
     EXPECT_EQ(sampler.HeldPad(), 10);
     Mouse(pad, QEvent::MouseMove, {500, 500});
     EXPECT_EQ(sampler.HeldPad(), 10);
     Mouse(pad, QEvent::MouseButtonRelease, {500, 500});
     EXPECT_EQ(sampler.HeldPad(), 0);
-    Mouse(Pad(window, 2), QEvent::MouseButtonPress, {5, 5});
+    Mouse(*Part(window, "cmdSample2"), QEvent::MouseButtonPress, {5, 5});
     EXPECT_EQ(sampler.HeldPad(), 0) << "unassigned";
     Mouse(pad, QEvent::MouseButtonPress, {5, 5});
     window.hide();
     EXPECT_EQ(sampler.HeldPad(), 0) << "closing ends the sound";
 }
 
-TEST_F(frmSampleTest, APadIsHeldByTouchAndBySpaceBar) {
-    frmSample window(sampler, settings);
-    window.show();
-    QWidget& pad = Pad(window, 1);
+TEST_F(frmSamplePadsTest, APadIsHeldByTouchAndBySpaceBar) {
+    QWidget& pad = *Part(window, "cmdSample1");
     const QPointingDevice screen(u"Finger"_s, 1, QInputDevice::DeviceType::TouchScreen,
                                  QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position, 1, 0);
     for (const QEvent::Type end : {QEvent::TouchEnd, QEvent::TouchCancel}) {
-        QTouchEvent touch(QEvent::TouchBegin, &screen);
-        QApplication::sendEvent(&pad, &touch);
-        EXPECT_EQ(sampler.HeldPad(), 1);
-        QTouchEvent away(end, &screen);
-        QApplication::sendEvent(&pad, &away);
-        EXPECT_EQ(sampler.HeldPad(), 0);
+        EXPECT_EQ(HeldAfter(pad, QTouchEvent(QEvent::TouchBegin, &screen)), 1);
+        EXPECT_EQ(HeldAfter(pad, QTouchEvent(end, &screen)), 0);
     }
-    test::PressKey(pad, Qt::Key_Space);
-    EXPECT_EQ(sampler.HeldPad(), 1);
-    QKeyEvent repeat(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier, {}, true);
-    QApplication::sendEvent(&pad, &repeat);
-    EXPECT_EQ(sampler.HeldPad(), 1) << "repeats are no release";
-    QFocusEvent lost(QEvent::FocusOut);
-    QApplication::sendEvent(&pad, &lost);
-    EXPECT_EQ(sampler.HeldPad(), 0);
+    EXPECT_EQ(HeldAfter(pad, QKeyEvent(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier)), 1);
+    EXPECT_EQ(HeldAfter(pad, QKeyEvent(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier, {}, true)), 1)
+        << "repeats are no release";
+    EXPECT_EQ(HeldAfter(pad, QFocusEvent(QEvent::FocusOut)), 0);
 }
 
-TEST_F(frmSampleTest, TheLevelReductionIsShownAtOnceAndStoredAtTheEnd) {
-    {
-        frmSample window(sampler, settings);
-        window.show();
-        EXPECT_EQ(PartIn<QLabel>(window, u"Label1"_s).text(), u"40 % "_s);
-        PartIn<QSlider>(window, u"Slider1"_s).setValue(100);
-        EXPECT_EQ(PartIn<QLabel>(window, u"Label1"_s).text(), u"100 % "_s);
-        EXPECT_EQ(sampler.Reduction(), 100);
-        EXPECT_EQ(frmSample::StoredReduction(settings), 40) << "not before it closes";
-        window.close();
-        EXPECT_EQ(frmSample::StoredReduction(settings), 100);
-    }
+TEST_F(frmSamplePadsTest, TheLevelReductionIsShownAtOnceAndStoredAtTheEnd) {
+    EXPECT_EQ(Part<QLabel>(window, "Label1")->text(), u"40 % "_s);
+    Part<QSlider>(window, "Slider1")->setValue(100);
+    EXPECT_EQ(Part<QLabel>(window, "Label1")->text(), u"100 % "_s);
+    EXPECT_EQ(sampler.Reduction(), 100);
+    EXPECT_EQ(frmSample::StoredReduction(settings), 40) << "not before it closes";
+    window.close();
+    EXPECT_EQ(frmSample::StoredReduction(settings), 100);
     settings.PutSetting(u"Sample"_s, u"Pegelabsenkung"_s, u"viel"_s);
     EXPECT_EQ(frmSample::StoredReduction(settings), 50);
 }
 
-TEST_F(frmSampleTest, TheWindowIsDraggedFromItsSurfaceAndItsFrame) {
-    frmSample window(sampler, settings);
-    window.show();
-    for (QWidget* place : {static_cast<QWidget*>(&window), &PartIn<QWidget>(window, u"Frame1"_s)}) {
+TEST_F(frmSamplePadsTest, TheWindowIsDraggedFromItsSurfaceAndItsFrame) {
+    for (QWidget* place : {static_cast<QWidget*>(&window), Part(window, "Frame1")}) {
         window.move(100, 100);
         Mouse(*place, QEvent::MouseButtonPress, {1, 1});
         Mouse(*place, QEvent::MouseMove, {31, 21});
@@ -120,38 +104,38 @@ TEST_F(frmSampleTest, TheWindowIsDraggedFromItsSurfaceAndItsFrame) {
 }
 
 struct frmSampleEinstellungenTest : frmSampleTest {
-    frmSampleEinstellungen::Parts Parts() {
-        return {layer.Audio(), folder.Path(), [this](const SampleSlots& slots) {
-                    saved = slots;
-                    return writable;
-                }};
-    }
+    frmSampleEinstellungenTest() { window.show(); }
+    void Push(const char* name) { Part<QAbstractButton>(window, name)->click(); }
+
     SampleSlots saved;
     bool writable = true;
+    const std::function<bool(const SampleSlots&)> save = [this](const SampleSlots& slots) {
+        saved = slots;
+        return writable;
+    };
+    frmSampleEinstellungen window{sampler.Slots(), {layer.Audio(), folder.Path(), save}};
 };
 
 TEST_F(frmSampleEinstellungenTest, RowsAreEditedInTheFieldsAndWrittenAtTheEnd) {
-    frmSampleEinstellungen window(sampler.Slots(), Parts());
-    window.show();
-    auto& list = PartIn<QTreeWidget>(window, u"ListView1"_s);
-    auto& title = PartIn<QLineEdit>(window, u"txtTitel"_s);
-    auto& path = PartIn<QLineEdit>(window, u"txtTitelPfad"_s);
-    EXPECT_EQ(list.topLevelItemCount(), 10);
-    EXPECT_EQ(title.text(), u"Tusch"_s);
-    EXPECT_EQ(path.text(), u"/tusch-4"_s);
+    auto* list = Part<QTreeWidget>(window, "ListView1");
+    auto* title = Part<QLineEdit>(window, "txtTitel");
+    auto* path = Part<QLineEdit>(window, "txtTitelPfad");
+    EXPECT_EQ(list->topLevelItemCount(), 10);
+    EXPECT_EQ(title->text(), u"Tusch"_s);
+    EXPECT_EQ(path->text(), u"/tusch-4"_s);
     window.Choose(u"/m/Neuer Gong.wav"_s);
-    EXPECT_EQ(title.text(), u"Neuer Gong.wav"_s) << "the file's name";
-    title.clear();
-    title.insert(u"Gong"_s); // as typed
-    EXPECT_EQ(list.topLevelItem(0)->text(1), u"Gong"_s);
-    list.setCurrentItem(list.topLevelItem(9));
-    window.findChild<QAction*>(u"SampleLoeschen"_s)->trigger();
-    EXPECT_TRUE(path.text().isEmpty());
-    list.setCurrentItem(list.topLevelItem(1));
-    path.insert(u"/m/"_s + QString(150, u'x'));
-    test::Answers answers({u"ok"_s});
-    Q_EMIT path.editingFinished();
-    EXPECT_TRUE(path.text().isEmpty()) << "refused, not cut";
+    EXPECT_EQ(title->text(), u"Neuer Gong.wav"_s) << "the file's name";
+    title->clear();
+    title->insert(u"Gong"_s); // as typed
+    EXPECT_EQ(list->topLevelItem(0)->text(1), u"Gong"_s);
+    list->setCurrentItem(list->topLevelItem(9));
+    Part<QAction>(window, "SampleLoeschen")->trigger();
+    EXPECT_TRUE(path->text().isEmpty());
+    list->setCurrentItem(list->topLevelItem(1));
+    path->insert(u"/m/"_s + QString(150, u'x'));
+    Answers answers({u"ok"_s});
+    Q_EMIT path->editingFinished();
+    EXPECT_TRUE(path->text().isEmpty()) << "refused, not cut";
     EXPECT_TRUE(answers.Said().value(0).contains(u"Der Pfad ist zu lang"_s));
     window.close();
     EXPECT_EQ(saved[0], (SampleSlot{u"Gong"_s, u"/m/Neuer Gong.wav"_s}));
@@ -161,17 +145,15 @@ TEST_F(frmSampleEinstellungenTest, RowsAreEditedInTheFieldsAndWrittenAtTheEnd) {
 
 TEST_F(frmSampleEinstellungenTest, AFileIsTestedAndAFailedSaveKeepsTheWindow) {
     writable = false;
-    frmSampleEinstellungen window(sampler.Slots(), Parts());
-    window.show();
     const auto before = fake.streams.size();
-    PartIn<QAbstractButton>(window, u"Command2"_s).click();
+    Push("Command2");
     EXPECT_EQ(fake.streams.size(), before + 1);
     EXPECT_EQ(fake.streams.rbegin()->second.activity, audio::Activity::Playing);
-    PartIn<QAbstractButton>(window, u"Command3"_s).click();
+    Push("Command3");
     EXPECT_EQ(fake.streams.size(), before);
     window.Choose(u"/broken"_s);
-    test::Answers answers({u"ok"_s, u"Nein"_s, u"Ja"_s});
-    PartIn<QAbstractButton>(window, u"Command2"_s).click();
+    Answers answers({u"ok"_s, u"Nein"_s, u"Ja"_s});
+    Push("Command2");
     EXPECT_EQ(answers.Said().value(0), u"Sampler-Einstellungen|Kann diese Datei nicht wiedergeben!"_s);
     window.close();
     EXPECT_TRUE(window.isVisible());
@@ -180,4 +162,4 @@ TEST_F(frmSampleEinstellungenTest, AFileIsTestedAndAFailedSaveKeepsTheWindow) {
 }
 
 } // namespace
-} // namespace kalvo
+} // namespace kalvo::test

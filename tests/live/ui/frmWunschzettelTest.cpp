@@ -1,6 +1,7 @@
 #include "live/ui/frmWunschzettel.h"
 #include "archive/TestClock.h"
 #include "playlists/PlaylistSupport.h"
+#include "support/PartOf.h"
 #include "support/TestFolder.h"
 #include "widgets/TextTable.h"
 
@@ -10,95 +11,76 @@
 #include <gtest/gtest.h>
 
 namespace kalvo::test {
-namespace {
 
-using namespace Qt::StringLiterals;
-
-class frmWunschzettelTest : public ::testing::Test {
-protected:
+struct frmWunschzettelTest : ::testing::Test, TwoLists {
     frmWunschzettelTest() {
-        for (const char* name : {"a", "b", "c"})
-            Wished(QLatin1String(name));
+        for (const QString& name : {u"a"_s, u"b"_s, u"c"_s})
+            Wished(name);
+        window.emplace(list, first, second);
+        table = Part<TextTable>(*window, "ListView1");
     }
     void Wished(const QString& name) {
         list.Add({u"/music/"_s + name, WishDisplay(u"Mara Lind"_s, name), u"Anna"_s, {}});
     }
-    QStringList Row(const frmWunschzettel& window, int row) const {
-        const QAbstractItemModel* model = window.findChild<TextTable*>(u"ListView1"_s)->model();
-        QStringList texts;
-        for (int column = 0; column < model->columnCount(); ++column)
-            texts.append(model->index(row, column).data().toString());
-        return texts;
-    }
-    int Rows(const frmWunschzettel& window) const {
-        return window.findChild<TextTable*>(u"ListView1"_s)->model()->rowCount();
-    }
-    void Select(const frmWunschzettel& window, int row) const {
-        window.findChild<TextTable*>(u"ListView1"_s)->selectRow(row);
-    }
-    void Trigger(const frmWunschzettel& window, const QString& action) const {
-        window.findChild<QAction*>(action)->trigger();
-    }
+    QString Cell(int row, int column) const { return table->model()->index(row, column).data().toString(); }
+    QAction* Action(const QString& name) const { return window->findChild<QAction*>(name); }
 
     TestFolder folder;
     TestClock clock;
-    SystemRandom random;
-    Playlist first{1, random};
-    Playlist second{2, random};
     WishList list{folder.Path(u"WZ"_s), clock};
+    std::optional<frmWunschzettel> window;
+    TextTable* table = nullptr;
 };
 
 TEST_F(frmWunschzettelTest, ShowsTheWishesAndTheNewOnesWithTheirTimeAlone) {
-    frmWunschzettel window(list, first, second);
-    EXPECT_EQ(Row(window, 1), QStringList({u"Mara Lind - b"_s, u"Anna"_s, u"07.03.2026 20:15"_s, QString()}));
-    Select(window, 2);
+    EXPECT_EQ(Cell(1, 0) + Cell(1, 1) + Cell(1, 2) + Cell(1, 3), u"Mara Lind - bAnna07.03.2026 20:15"_s);
+    table->selectRow(2);
     Wished(u"d"_s);
-    EXPECT_EQ(Row(window, 3).at(2), u"20:15"_s);
-    EXPECT_EQ(window.findChild<TextTable*>(u"ListView1"_s)->SelectedRows(), QList<int>{2});
-    EXPECT_EQ(window.windowTitle(), u"Wunschzettel (4)"_s);
+    EXPECT_EQ(Cell(3, 2), u"20:15"_s);
+    EXPECT_EQ(table->SelectedRows(), QList<int>{2});
+    EXPECT_EQ(window->windowTitle(), u"Wunschzettel (4)"_s);
 }
 
 TEST_F(frmWunschzettelTest, DeletedWishesComeBackWithoutLosingNewOnes) {
-    frmWunschzettel window(list, first, second);
-    Select(window, 0);
-    Trigger(window, u"TitelLoeschen"_s);
-    Select(window, 1);
-    Trigger(window, u"TitelLoeschen"_s);
+    for (const int row : {0, 1}) {
+        table->selectRow(row);
+        Action(u"TitelLoeschen"_s)->trigger();
+    }
     Wished(u"neu"_s);
-    EXPECT_EQ(Rows(window), 2);
-    Trigger(window, u"LoeschenRueckgaengig"_s);
-    Trigger(window, u"LoeschenRueckgaengig"_s);
-    EXPECT_FALSE(window.findChild<QAction*>(u"LoeschenRueckgaengig"_s)->isEnabled());
-    for (int row = 0; row < 4; ++row)
-        EXPECT_EQ(NamesOfWish(Row(window, row).at(0)).title, QStringList({u"a"_s, u"b"_s, u"c"_s, u"neu"_s}).at(row));
+    EXPECT_EQ(table->model()->rowCount(), 2);
+    Action(u"LoeschenRueckgaengig"_s)->trigger();
+    Action(u"LoeschenRueckgaengig"_s)->trigger();
+    EXPECT_FALSE(Action(u"LoeschenRueckgaengig"_s)->isEnabled());
+    QStringList titles;
+    for (int row = 0; row < table->model()->rowCount(); ++row)
+        titles.append(NamesOfWish(Cell(row, 0)).title);
+    EXPECT_EQ(titles, QStringList({u"a"_s, u"b"_s, u"c"_s, u"neu"_s}));
 }
 
 TEST_F(frmWunschzettelTest, AskedForWhatIsSelected) {
-    frmWunschzettel window(list, first, second);
     QStringList asked;
-    QObject::connect(&window, &frmWunschzettel::AddRequested, &window, [&asked](int player, const QList<Wish>& wishes) {
+    QObject::connect(&*window, &frmWunschzettel::AddRequested, [&asked](int player, const QList<Wish>& wishes) {
         asked.append(QString::number(player) + wishes.at(0).path);
     });
-    QObject::connect(&window, &frmWunschzettel::PlayRequested, &window,
+    QObject::connect(&*window, &frmWunschzettel::PlayRequested,
                      [&asked](const Wish& wish) { asked.append(u"play "_s + wish.path); });
-    for (const char* action : {"TitelzumPlayer1hinzufügen", "TitelzumPlayer2hinzufügen", "TitelAbspielen"})
-        EXPECT_FALSE(window.findChild<QAction*>(QString::fromUtf8(action))->isEnabled()) << action;
-    Select(window, 1);
-    for (const char* action : {"TitelzumPlayer1hinzufügen", "TitelzumPlayer2hinzufügen", "TitelAbspielen"})
-        Trigger(window, QString::fromUtf8(action));
+    const QStringList acts{u"TitelzumPlayer1hinzufügen"_s, u"TitelzumPlayer2hinzufügen"_s, u"TitelAbspielen"_s};
+    for (const QString& act : acts)
+        EXPECT_FALSE(Action(act)->isEnabled()) << act.toStdString();
+    table->selectRow(1);
+    for (const QString& act : acts)
+        Action(act)->trigger();
     EXPECT_EQ(asked, QStringList({u"1/music/b"_s, u"2/music/b"_s, u"play /music/b"_s}));
 }
 
 TEST_F(frmWunschzettelTest, ClosingAnEmptyListLeavesAnEmptyFile) {
+    window->show();
     list.Clear();
     QFile::remove(folder.Path(u"WZ"_s));
-    frmWunschzettel window(list, first, second);
-    EXPECT_FALSE(window.findChild<QLabel*>(u"lblLeer"_s)->isHidden());
-    window.show();
-    window.close();
+    EXPECT_FALSE(Part<QLabel>(*window, "lblLeer")->isHidden());
+    window->close();
     EXPECT_TRUE(QFile::exists(folder.Path(u"WZ"_s)));
     EXPECT_EQ(folder.Read(u"WZ"_s).size(), 0);
 }
 
-} // namespace
 } // namespace kalvo::test

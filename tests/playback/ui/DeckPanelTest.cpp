@@ -1,11 +1,8 @@
 #include "playback/ui/DeckPanel.h"
 #include "support/PartOf.h"
-#include "widgets/DeckHead.h"
-#include "widgets/ElidedLabel.h"
 #include "widgets/IconButton.h"
 #include "widgets/PositionSlider.h"
 #include "widgets/SkinStyle.h"
-#include "widgets/TimeLabel.h"
 
 #include <QApplication>
 #include <QPaintEvent>
@@ -15,73 +12,63 @@
 namespace kalvo {
 namespace {
 
+using namespace Qt::StringLiterals;
 using test::Part;
 
 DeckView OnAir() {
     DeckView view;
     view.signal = DeckSignal::OnAir;
-    view.caption = QStringLiteral("Player 1       3. von 17 in Party");
-    view.status = QStringLiteral("play");
-    view.artist = QStringLiteral("Nordlicht Kapelle");
-    view.title = QStringLiteral("Sommer in der Stadt");
-    view.bitrate = QStringLiteral("MP3 320 kbit/s");
-    view.time = QStringLiteral("04:44/04:55");
-    view.remaining = QStringLiteral("\u221200:11");
+    view.artist = u"Nordlicht Kapelle"_s;
+    view.title = u"Sommer in der Stadt"_s;
+    view.remaining = u"\u221200:11"_s;
     view.position = 0.5;
     view.lengthSeconds = 200;
     view.playing = true;
     return view;
 }
 
-TEST(DeckPanelTest, EveryTextStandsUnderItsName) {
+TEST(DeckPanelTest, ATitleOfHoursHasRoomAndTheNextOneIsLargeAgain) {
     DeckPanel deck(2);
     deck.SetView(OnAir());
-    const std::pair<const char*, const char*> texts[] = {{"LArtist2", "Nordlicht Kapelle"},
-                                                         {"LSong2", "Sommer in der Stadt"},
-                                                         {"lblbitrate2", "MP3 320 kbit/s"},
-                                                         {"LTiempo2", "04:44/04:55"},
-                                                         {"lblStatus2", "play"}};
-    for (const auto& [name, text] : texts)
-        EXPECT_EQ(Part<QLabel>(deck, name)->text().toStdString(), text) << name;
+    EXPECT_EQ(Part<QLabel>(deck, "LArtist2")->text(), u"Nordlicht Kapelle"_s);
+    EXPECT_EQ(Part<QLabel>(deck, "LSong2")->text(), u"Sommer in der Stadt"_s);
     EXPECT_EQ(Part<PositionSlider>(deck, "SPos2")->value(), 100000);
     EXPECT_TRUE(Part<IconButton>(deck, "cmdPlay2")->IsOn());
     auto* remaining = Part<QLabel>(deck, "lblRest2");
     const int usual = remaining->sizeHint().width();
     DeckView hours = OnAir();
     hours.lengthSeconds = 45296;
-    hours.remaining = QStringLiteral("\u221212:34:56");
+    hours.remaining = u"\u221212:34:56"_s;
     deck.SetView(hours);
     EXPECT_GT(remaining->sizeHint().width(), usual);
-    DeckView stopped;
-    stopped.status = QStringLiteral("stop");
-    deck.SetView(stopped);
-    EXPECT_EQ(remaining->sizeHint().width(), usual) << "large again at the next title";
-    EXPECT_EQ(Part<QLabel>(deck, "LTiempo2")->text(), QStringLiteral("00:00/00:00"));
+    deck.SetView({});
+    EXPECT_EQ(remaining->sizeHint().width(), usual);
+    EXPECT_EQ(Part<QLabel>(deck, "LTiempo2")->text(), u"00:00/00:00"_s);
     EXPECT_FALSE(Part<IconButton>(deck, "cmdPlay2")->IsOn());
 }
 
 TEST(DeckPanelTest, EachButtonTellsItsOwnSignalAndNamesItsKey) {
-    struct Case {
+    const struct {
         const char* names[2];
         void (DeckPanel::*told)();
         const char* tips[2]; ///< ends of the tooltips
-    };
-    const Case cases[] = {{{"cmdPlay1", "cmdPlay2"}, &DeckPanel::PlayClicked, {"(F1)", "(F5)"}},
-                          {{"cmdPause1", "cmdPause2"}, &DeckPanel::PauseClicked, {"(F3)", "(F7)"}},
-                          {{"cmdStop1", "cmdStop2"}, &DeckPanel::StopClicked, {"(F2)", "(F6)"}},
-                          {{"Command1", "Command3"}, &DeckPanel::NextClicked, {"(F4)", "(F8)"}},
-                          {{"Command2", "Command4"}, &DeckPanel::MuteClicked, {"", ""}},
-                          {{"cmdAnfang1", "cmdAnfang2"}, &DeckPanel::ToStartClicked, {"", ""}}};
+    } cases[] = {{{"cmdPlay1", "cmdPlay2"}, &DeckPanel::PlayClicked, {"(F1)", "(F5)"}},
+                 {{"cmdPause1", "cmdPause2"}, &DeckPanel::PauseClicked, {"(F3)", "(F7)"}},
+                 {{"cmdStop1", "cmdStop2"}, &DeckPanel::StopClicked, {"(F2)", "(F6)"}},
+                 {{"Command1", "Command3"}, &DeckPanel::NextClicked, {"(F4)", "(F8)"}},
+                 {{"Command2", "Command4"}, &DeckPanel::MuteClicked, {"", ""}},
+                 {{"cmdAnfang1", "cmdAnfang2"}, &DeckPanel::ToStartClicked, {"", ""}}};
     for (const int number : {1, 2}) {
         DeckPanel deck(number);
-        for (const Case& c : cases) {
+        for (const auto& c : cases) {
             int told = 0;
             QObject::connect(&deck, c.told, &deck, [&told] { ++told; });
             auto* button = Part<QPushButton>(deck, c.names[number - 1]);
             button->click();
             EXPECT_EQ(told, 1) << c.names[number - 1];
-            EXPECT_TRUE(button->accessibleName().startsWith(QStringLiteral("Player %1: ").arg(number)));
+            EXPECT_TRUE(button->accessibleName().startsWith(u"Player %1: "_s.arg(number)));
             EXPECT_TRUE(button->toolTip().endsWith(QLatin1String(c.tips[number - 1]))) << c.names[number - 1];
+            EXPECT_GE(std::min(button->sizeHint().width(), button->sizeHint().height()), 44) << "for fingers";
         }
     }
 }
@@ -94,35 +81,29 @@ TEST(DeckPanelTest, OnlyTheUserChangesThePitchAloud) {
     view.pitchPermille = -15;
     deck.SetView(view);
     EXPECT_EQ(Part<QSlider>(deck, "HScroll2")->value(), -15);
-    EXPECT_EQ(Part<QLabel>(deck, "lblPitch1")->text(), QStringLiteral("\u22121,5 %"));
+    EXPECT_EQ(Part<QLabel>(deck, "lblPitch1")->text(), u"\u22121,5 %"_s);
     Part<QSlider>(deck, "HScroll2")->setValue(20);
     EXPECT_THAT(told, ::testing::ElementsAre(20));
 }
 
 TEST(DeckPanelTest, RedBelongsToTheDeckOnAirAlone) {
-    SkinStyle::Apply(*qApp, QStringLiteral("Dark Blue"), {}, {});
+    SkinStyle::Apply(*qApp, u"Dark Blue"_s, {}, {});
     const Skin& skin = SkinStyle::Colours();
-    struct Case {
+    const struct {
         DeckSignal shown;
         QColor frame, head;
-        const char* word;
-    };
-    const Case cases[] = {{DeckSignal::OnAir, skin.onAir, skin.onAir, "ON AIR"},
-                          {DeckSignal::Muted, skin.onAir, skin.warningFill, "STUMM"},
-                          {DeckSignal::Running, skin.line, skin.panel, "LÄUFT"},
-                          {DeckSignal::Paused, skin.line, skin.panel, "PAUSE"},
-                          {DeckSignal::Ready, skin.line, skin.panel, "BEREIT"},
-                          {DeckSignal::None, skin.line, skin.panel, ""}};
+    } cases[] = {{DeckSignal::OnAir, skin.onAir, skin.onAir},  {DeckSignal::Muted, skin.onAir, skin.warningFill},
+                 {DeckSignal::Running, skin.line, skin.panel}, {DeckSignal::Paused, skin.line, skin.panel},
+                 {DeckSignal::Ready, skin.line, skin.panel},   {DeckSignal::None, skin.line, skin.panel}};
     DeckPanel deck(1);
     deck.resize(480, 318);
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         DeckView view = OnAir();
         view.signal = c.shown;
         deck.SetView(view);
         const QImage image = deck.grab().toImage();
         EXPECT_EQ(image.pixelColor(1, image.height() / 2), c.frame) << int(c.shown);
         EXPECT_EQ(image.pixelColor(SkinStyle::Units().Of(3.4), 5), c.head) << int(c.shown);
-        EXPECT_EQ(DeckHead::WordOf(c.shown), QString::fromUtf8(c.word));
     }
 }
 
@@ -149,8 +130,7 @@ TEST(DeckPanelTest, ATickRepaintsOnlyWhatMoved) {
         QApplication::processEvents();
     };
     show();
-    PaintCounter position;
-    PaintCounter title;
+    PaintCounter position, title;
     Part(deck, "SPos1")->installEventFilter(&position);
     Part(deck, "LSong1")->installEventFilter(&title);
     show();

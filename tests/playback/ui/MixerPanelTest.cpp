@@ -1,24 +1,17 @@
 #include "playback/ui/MixerPanel.h"
-#include "playback/ui/DeckPanel.h"
 #include "support/PartOf.h"
 #include "widgets/IconButton.h"
-#include "widgets/SkinStyle.h"
-#include "widgets/TimeLabel.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QFontInfo>
-#include <QHBoxLayout>
 #include <QSlider>
 #include <gmock/gmock.h>
 
 namespace kalvo {
 namespace {
 
-using ::testing::ElementsAre;
-
+using namespace Qt::StringLiterals;
 using test::Part;
 
 TEST(MixerPanelTest, SettersAreSilentExceptTheFader) {
@@ -33,8 +26,8 @@ TEST(MixerPanelTest, SettersAreSilentExceptTheFader) {
     QObject::connect(&mixer, &MixerPanel::AutomaticToggled, &mixer, count);
     QObject::connect(&mixer, &MixerPanel::FaderChanged, &mixer, [&](int position) { fader.push_back(position); });
     mixer.SetVolume(80);
-    mixer.SetMode(QStringLiteral("Fade-CrossOver"));
-    mixer.SetMode(QStringLiteral("Unknown"));
+    mixer.SetMode(u"Fade-CrossOver"_s);
+    mixer.SetMode(u"Unknown"_s);
     mixer.SetSpeed(5);
     mixer.SetSpeed(7);
     mixer.SetContinuous(true);
@@ -42,11 +35,10 @@ TEST(MixerPanelTest, SettersAreSilentExceptTheFader) {
     mixer.SetFader(-101);
     mixer.SetFader(-100);
     EXPECT_EQ(told, 0);
-    EXPECT_THAT(fader, ElementsAre(-100));
-    EXPECT_EQ(Part<QSlider>(mixer, "hscroll1")->value(), 80);
-    EXPECT_EQ(Part<QLabel>(mixer, "lblGesamtlautstaerke")->text(), QStringLiteral("80"));
-    EXPECT_EQ(Part<QComboBox>(mixer, "cboModus")->currentText(), QStringLiteral("Fade-CrossOver"));
-    EXPECT_EQ(Part<QComboBox>(mixer, "cboTempo")->currentText(), QStringLiteral("Tempo: sehr schnell"));
+    EXPECT_THAT(fader, testing::ElementsAre(-100));
+    EXPECT_EQ(Part<QLabel>(mixer, "lblGesamtlautstaerke")->text(), u"80"_s);
+    EXPECT_EQ(Part<QComboBox>(mixer, "cboModus")->currentText(), u"Fade-CrossOver"_s);
+    EXPECT_EQ(Part<QComboBox>(mixer, "cboTempo")->currentText(), u"Tempo: sehr schnell"_s);
 }
 
 TEST(MixerPanelTest, ChoicesOfTheUserAreTold) {
@@ -74,80 +66,12 @@ TEST(MixerPanelTest, TheHandOverLineTellsBriefAndInFull) {
     MixerPanel mixer;
     auto* line = Part<HandOverLine>(mixer, "lblUebergabe");
     mixer.SetHandOver({HandOverView::Kind::Rest, 0, 9});
-    EXPECT_EQ(line->Text(), QStringLiteral("Übergabe 9 s vor Ende"));
+    EXPECT_EQ(line->Text(), u"Übergabe 9 s vor Ende"_s);
     mixer.SetHandOver({HandOverView::Kind::Coming, 2, 2});
-    EXPECT_EQ(line->Text(), QStringLiteral("Übergabe an Player 2 in 2 s"));
+    EXPECT_EQ(line->Text(), u"Übergabe an Player 2 in 2 s"_s);
     mixer.SetLayoutMode(LayoutMode::Narrow);
-    EXPECT_EQ(line->Text(), QStringLiteral("Übergabe in 2 s"));
+    EXPECT_EQ(line->Text(), u"Übergabe in 2 s"_s);
 }
-
-/** Deck, mixer and deck side by side as in the main window. */
-class Console : public QWidget {
-public:
-    Console(int width, int height) {
-        const FontUnits& units = SkinStyle::Units();
-        auto* row = new QHBoxLayout(this);
-        row->setContentsMargins(units.Gap(2), 0, units.Gap(2), 0);
-        row->setSpacing(units.Gap(2));
-        row->addWidget(&deck1, 1);
-        row->addWidget(&mixer);
-        row->addWidget(&deck2, 1);
-        const LayoutMode mode = LayoutModeFor(width, units.F(), height);
-        deck1.SetLayoutMode(mode);
-        mixer.SetLayoutMode(mode);
-        deck2.SetLayoutMode(mode);
-        DeckView view;
-        view.title = QStringLiteral("Ein Titel mit einem sehr langen Namen, der nirgends hineinpasst");
-        view.artist = QStringLiteral("Eine Kapelle mit einem sehr langen Namen");
-        view.remaining = QStringLiteral("\u221259:59");
-        deck1.SetView(view);
-        deck2.SetView(view);
-        resize(width, units.ConsoleHeight(mode));
-        show();
-        QApplication::processEvents();
-    }
-
-    DeckPanel deck1{1}, deck2{2};
-    MixerPanel mixer;
-};
-
-class ConsoleFits : public ::testing::TestWithParam<std::tuple<const char*, const char*, int, int>> {};
-
-TEST_P(ConsoleFits, WithoutCutTextsOrSmallButtons) {
-    const auto& [schriftgrad, buttongroesse, width, height] = GetParam();
-    SkinStyle::Apply(*qApp, QStringLiteral("Grey"), QString::fromUtf8(schriftgrad), QString::fromLatin1(buttongroesse));
-    Console console(width, height);
-    EXPECT_EQ(console.width(), width) << "needs more room than the window has";
-    EXPECT_LE(console.minimumSizeHint().width(), width);
-    EXPECT_LE(console.minimumSizeHint().height(), height / 2) << "lists and archive need the rest";
-    for (auto* label : console.findChildren<TimeLabel*>()) {
-        if (label->isVisible()) {
-            const QFont fitting = label->FittingFont();
-            EXPECT_GE(label->width(), QFontMetrics(fitting).horizontalAdvance(label->text()))
-                << label->objectName().toStdString();
-            EXPECT_GE(QFontInfo(fitting).pixelSize(), 0.75 * QFontInfo(label->font()).pixelSize())
-                << label->objectName().toStdString();
-        }
-    }
-    for (auto* button : console.findChildren<QAbstractButton*>()) {
-        if (!button->isVisible())
-            continue;
-        const QString name = button->objectName();
-        EXPECT_GE(button->width(), button->sizeHint().width()) << name.toStdString();
-        EXPECT_GE(button->height(), button->sizeHint().height()) << name.toStdString();
-        if (qobject_cast<IconButton*>(button)) {
-            EXPECT_GE(qMin(button->width(), button->height()), 44) << name.toStdString();
-        }
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Sizes, ConsoleFits,
-    ::testing::Values(std::tuple("klein", "klein", 800, 600), std::tuple("mittel", "klein", 800, 600),
-                      std::tuple("groß", "klein", 800, 600), std::tuple("groß", "gross", 800, 600),
-                      std::tuple("groß", "gross", 800, 1000), std::tuple("klein", "klein", 1280, 800),
-                      std::tuple("groß", "gross", 1280, 800), std::tuple("mittel", "gross", 1920, 1080),
-                      std::tuple("klein", "gross", 992, 740), std::tuple("klein", "klein", 1024, 560)));
 
 } // namespace
 } // namespace kalvo

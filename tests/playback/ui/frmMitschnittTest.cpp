@@ -6,7 +6,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <gtest/gtest.h>
 
 namespace kalvo {
 namespace {

@@ -4,6 +4,7 @@
 #include "base/Clock.h"
 #include "base/Settings.h"
 #include "playback/FakeDesk.h"
+#include "support/PartOf.h"
 #include "support/SoundMaker.h"
 #include "support/WaitUntil.h"
 #include "widgets/xMessageBox.h"
@@ -12,12 +13,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
-#include <gtest/gtest.h>
 
 namespace kalvo {
 namespace {
 
 using namespace Qt::StringLiterals;
+using test::Part;
 
 /** Three titles in two lists of a desk that makes no sound; the rehearsal's own library renders them. */
 struct frmProbelaufTest : ::testing::Test {
@@ -35,9 +36,9 @@ struct frmProbelaufTest : ::testing::Test {
         window.show();
         ASSERT_TRUE(test::WaitUntil([this] { return !rehearsal.IsRunning(); }));
     }
-    QPushButton& Button(const char* name) { return *window.findChild<QPushButton*>(QLatin1String(name)); }
-    QString Text(const char* label) const { return window.findChild<QLabel*>(QLatin1String(label))->text(); }
-    int Row() const { return window.findChild<QTableView*>(u"Uebergaenge"_s)->currentIndex().row(); }
+    QPushButton& Button(const char* name) { return *Part<QPushButton>(window, name); }
+    QString Text(const char* label) { return Part<QLabel>(window, label)->text(); }
+    int Row() { return Part<QTableView>(window, "Uebergaenge")->currentIndex().row(); }
     std::size_t Sounding() const { return desk.fake.streams.size(); }
 
     test::FakeDesk desk;
@@ -71,8 +72,7 @@ TEST_F(frmProbelaufTest, JointsAreHeardOneByOneOrAllInTurn) {
     ASSERT_TRUE(test::WaitUntil([this] { return Sounding() == 1; }));
     EXPECT_EQ(Row(), 0);
     desk.fake.Advance(1e9);
-    ASSERT_TRUE(test::WaitUntil([this] { return Row() == 1; })) << "the next one by itself";
-    ASSERT_TRUE(test::WaitUntil([this] { return Sounding() == 1; }));
+    ASSERT_TRUE(test::WaitUntil([this] { return Row() == 1 && Sounding() == 1; })) << "the next one by itself";
     desk.fake.Advance(1e9);
     ASSERT_TRUE(test::WaitUntil([this] { return Sounding() == 0; })) << "and after the last one nothing";
     Button("cmdVorheriger").click();
@@ -89,7 +89,7 @@ TEST_F(frmProbelaufTest, WhatIsLookedAtIsRenderedAndMeasured) {
     QObject::connect(&window, &frmProbelauf::JointChosen, [&chosen](const QStringList& paths) { chosen = paths; });
     Rehearse(true);
     EXPECT_EQ(chosen, (QStringList{data.Path(u"t0-30.wav"_s), data.Path(u"t1-30.wav"_s)})) << "the first one by itself";
-    window.findChild<QTableView*>(u"Uebergaenge"_s)->selectRow(1);
+    Part<QTableView>(window, "Uebergaenge")->selectRow(1);
     EXPECT_EQ(rehearsal.Wanted(), 1);
     EXPECT_EQ(chosen, (QStringList{data.Path(u"t1-30.wav"_s), data.Path(u"t2-30.wav"_s)}));
 }

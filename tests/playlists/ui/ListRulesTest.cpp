@@ -1,8 +1,6 @@
 // Both lists and their panels against the rules of playlists as they are written down, in thousands of random acts.
 
-#include "playlists/AnsweredQuestions.h"
 #include "playlists/NextTitle.h"
-#include "playlists/PlaylistActions.h"
 #include "playlists/PlaylistSupport.h"
 #include "playlists/ui/PlaylistPanel.h"
 
@@ -12,8 +10,7 @@
 #include <algorithm>
 #include <random>
 
-namespace kalvo {
-
+namespace kalvo::test {
 namespace {
 
 /** The same numbers for the lists and for the oracle, each drawing its own. */
@@ -34,18 +31,22 @@ bool Exists(const QString& path) {
 /** One list, as its rules say it word for word; rows count from 1. */
 struct Oracle {
     struct Item {
-        QString title;
-        QString key;
+        QString title, key;
         int icon = 0;
-        bool isRed = false;
-        bool isPassedOver = false;
-        bool isSelected = false;
+        bool isRed = false, isPassedOver = false, isSelected = false;
     };
     std::vector<Item> items;
     bool isSorting = false;
 
     int Count() const { return static_cast<int>(items.size()); }
     Item& At(int row) { return items.at(static_cast<std::size_t>(row - 1)); }
+    /** The first row whose field has this value, 0 without one. */
+    template<typename Value>
+    int First(Value Item::*field, Value value) const {
+        const auto found =
+            std::find_if(items.begin(), items.end(), [&](const Item& item) { return item.*field == value; });
+        return found == items.end() ? 0 : static_cast<int>(found - items.begin()) + 1;
+    }
     void Paint(int row, bool passedOver) {
         for (Item& item : items)
             item.isRed = item.isPassedOver = false;
@@ -53,9 +54,10 @@ struct Oracle {
         At(row).isPassedOver = passedOver;
     }
     void Sort() {
-        std::stable_sort(items.begin(), items.end(), [](const Item& left, const Item& right) {
-            return left.key.toStdString() < right.key.toStdString();
-        });
+        const auto isBefore = [](const Item& one, const Item& two) {
+            return one.key.toStdString() < two.key.toStdString();
+        };
+        std::stable_sort(items.begin(), items.end(), isBefore);
     }
     void Append(const Item& item) {
         items.push_back(item);
@@ -71,18 +73,12 @@ struct Oracle {
     /** Row of the title to load, 0 at the end. */
     int Next(bool removesPlayed) {
         for (;;) {
-            int p = 0;
-            for (int row = Count(); row >= 1; --row)
-                p = At(row).isRed ? row : p;
-            p = p + 1;
+            int p = First(&Item::isRed, true) + 1;
             if (removesPlayed && p > 1 && !At(p - 1).isPassedOver) { // a title without a file was not played
                 items.erase(items.begin() + p - 2);
                 p = p - 1;
             }
-            int marked = 0;
-            for (int row = Count(); row >= 1; --row)
-                marked = At(row).icon == 2 ? row : marked;
-            if (marked > 0)
+            if (const int marked = First(&Item::icon, 2); marked > 0)
                 p = marked;
             else if (p > Count())
                 return 0;
@@ -98,15 +94,12 @@ struct Oracle {
     std::string Shown() const {
         std::string text;
         for (const Item& item : items)
-            text += test::Sign(item.isRed, item.icon) + item.title.toStdString() + item.key.toStdString();
+            text += Sign(item.isRed, item.icon) + item.title.toStdString() + item.key.toStdString();
         return text;
     }
     std::string Caption(int number) const {
-        int selected = 0;
-        for (int row = static_cast<int>(items.size()); row >= 1; --row)
-            selected = items.at(static_cast<std::size_t>(row - 1)).isSelected ? row : selected;
-        return "Player " + std::to_string(number) + "       " + std::to_string(selected) + ". von " +
-               std::to_string(items.size()) + " in Standard";
+        return "Player " + std::to_string(number) + "       " + std::to_string(First(&Item::isSelected, true)) +
+               ". von " + std::to_string(items.size()) + " in Standard";
     }
 };
 
@@ -114,6 +107,8 @@ struct ListRulesTest : ::testing::Test {
     using Lists = std::array<Oracle, 2>;
 
     int Roll(int sides) { return static_cast<int>(dice() % static_cast<unsigned>(sides)); }
+    Oracle& OracleOf(int number) { return oracles.at(static_cast<std::size_t>(number - 1)); }
+    PlaylistPanel& PanelOf(int number) { return number == 1 ? first : second; }
     /** Rows of about a third of a list. */
     QList<int> SomeRows(int count) {
         QList<int> rows;
@@ -128,10 +123,11 @@ struct ListRulesTest : ::testing::Test {
         at = state;
         const Lists before = std::exchange(oracles, history.at(at));
         for (std::size_t list = 0; list < 2; ++list) {
-            const bool isUntouched = oracles.at(list).Shown() == before.at(list).Shown() &&
-                                     oracles.at(list).isSorting == before.at(list).isSorting;
-            for (std::size_t row = 0; row < oracles.at(list).items.size(); ++row)
-                oracles.at(list).items[row].isSelected = isUntouched && before.at(list).items[row].isSelected;
+            Oracle& now = oracles.at(list);
+            const Oracle& then = before.at(list);
+            const bool isUntouched = now.Shown() == then.Shown() && now.isSorting == then.isSorting;
+            for (std::size_t row = 0; row < now.items.size(); ++row)
+                now.items[row].isSelected = isUntouched && then.items[row].isSelected;
         }
     }
     /** Takes rows out of an oracle's list, in their order. */
@@ -146,19 +142,16 @@ struct ListRulesTest : ::testing::Test {
     void Player(int number);
     void Compare(int step) {
         for (const int number : {1, 2}) {
-            Oracle& oracle = oracles.at(static_cast<std::size_t>(number - 1));
-            ASSERT_EQ(test::Shown(actions.List(number), true), oracle.Shown()) << "step " << step;
-            PlaylistPanel& panel = number == 1 ? first : second;
-            ASSERT_EQ(panel.findChild<QLabel*>(QStringLiteral("Label%1").arg(15 + number))->text().toStdString(),
-                      oracle.Caption(number))
-                << "step " << step;
+            ASSERT_EQ(Shown(actions.List(number), true), OracleOf(number).Shown()) << "step " << step;
+            const auto* caption = PanelOf(number).findChild<QLabel*>(u"Label%1"_s.arg(15 + number));
+            ASSERT_EQ(caption->text().toStdString(), OracleOf(number).Caption(number)) << "step " << step;
         }
     }
 
     std::mt19937 dice{20261121};
     Numbers numbers, own;
     Playlist list1{1, numbers}, list2{2, numbers};
-    test::AnsweredQuestions questions;
+    AnsweredQuestions questions;
     PlaylistActions actions{list1, list2, questions};
     QUndoStack& stack = actions.Undo().Stack();
     PlaylistPanel first{list1}, second{list2};
@@ -177,7 +170,7 @@ void ListRulesTest::Player(int number) {
     EXPECT_EQ(coming, row < 0 ? 0 : list.At(row).id);
     if (row >= 0)
         list.SetCurrent(row);
-    EXPECT_EQ(oracles.at(static_cast<std::size_t>(number - 1)).Next(removesPlayed), row + 1);
+    EXPECT_EQ(OracleOf(number).Next(removesPlayed), row + 1);
     stack.clear();
     history = {oracles};
     at = 0;
@@ -186,8 +179,8 @@ void ListRulesTest::Player(int number) {
 /** What the user does. */
 void ListRulesTest::Act(int number) {
     Playlist& list = actions.List(number);
-    Oracle& oracle = oracles.at(static_cast<std::size_t>(number - 1));
-    Oracle& other = oracles.at(static_cast<std::size_t>(2 - number));
+    Oracle& oracle = OracleOf(number);
+    Oracle& other = OracleOf(3 - number);
     const int count = list.Count();
     const QList<int> rows = SomeRows(count);
     const int row = count > 0 ? Roll(count) : -1;
@@ -209,12 +202,8 @@ void ListRulesTest::Act(int number) {
     }
     case 2:
         actions.MoveToList(3 - number, rows);
-        for (Oracle::Item item : Take(oracle, rows)) {
-            item = {item.title, own.Key()};
-            other.items.push_back(item);
-        }
-        if (other.isSorting)
-            other.Sort();
+        for (const Oracle::Item& item : Take(oracle, rows))
+            other.Append({item.title, own.Key()});
         break;
     case 3:
         actions.MarkPlayNext({row});
@@ -231,16 +220,16 @@ void ListRulesTest::Act(int number) {
         oracle.Shuffle(own);
         break;
     case 6:
-        questions.answers = {QStringLiteral("Ja")};
+        questions.answers = {u"Ja"_s};
         if (Roll(8) == 0 && actions.RemoveAll())
             oracle = {};
         break;
     case 7:
-        actions.AddEntries(number, {test::Entry(title, {})});
+        actions.AddEntries(number, {Entry(title, {})});
         oracle.Append({title, own.Key()});
         break;
     default:
-        actions.AddEntries(number, {test::Entry(title, {})}, target);
+        actions.AddEntries(number, {Entry(title, {})}, target);
         oracle.isSorting = false;
         oracle.items.insert(oracle.items.begin() + target, {title, own.Key()});
     }
@@ -259,10 +248,9 @@ TEST_F(ListRulesTest, HoldThroughThousandsOfActs) {
             GoTo(std::min(at + 1, history.size() - 1));
         } else if (Roll(4) == 0 && !actions.List(number).IsEmpty()) {
             const int row = Roll(actions.List(number).Count());
-            (number == 1 ? first : second).View().selectRow(row);
-            Oracle& oracle = oracles.at(static_cast<std::size_t>(number - 1));
-            for (int one = 1; one <= oracle.Count(); ++one)
-                oracle.At(one).isSelected = one == row + 1;
+            PanelOf(number).View().selectRow(row);
+            for (int one = 1; one <= OracleOf(number).Count(); ++one)
+                OracleOf(number).At(one).isSelected = one == row + 1;
         } else {
             const int index = stack.index();
             Act(number);
@@ -276,5 +264,4 @@ TEST_F(ListRulesTest, HoldThroughThousandsOfActs) {
 }
 
 } // namespace
-
-} // namespace kalvo
+} // namespace kalvo::test

@@ -1,11 +1,11 @@
 #include "playlists/ui/PlaylistPanel.h"
 
 #include "archive/TitleRow.h"
+#include "playlists/PlaylistSupport.h"
 #include "playlists/ui/PlaylistHeader.h"
 #include "widgets/DragTypes.h"
 #include "widgets/SkinStyle.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
@@ -14,16 +14,12 @@
 #include <QUrl>
 #include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 
-class PlaylistPanelTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        SkinStyle::Apply(*qApp, QStringLiteral("Dark Blue"), QStringLiteral("klein"), {});
-        for (const char* name : {"a", "b", "c", "d", "e"}) {
-            const QString title = QString::fromUtf8(name);
-            list.Append({{title, QStringLiteral("Wer"), QStringLiteral("01:00"), {}, {}, u'/' + title}});
-        }
+struct PlaylistPanelTest : ::testing::Test {
+    PlaylistPanelTest() {
+        SkinStyle::Apply(*qApp, u"Dark Blue"_s, u"klein"_s, {});
+        list.Append(EntriesOf("abcde"));
         panel.resize(600, 400);
         panel.show();
         QApplication::processEvents();
@@ -43,7 +39,7 @@ protected:
             text += Row(row);
         return text;
     }
-    QString Caption() const { return panel.findChild<QLabel*>(QStringLiteral("Label16"))->text(); }
+    QString Caption() const { return panel.findChild<QLabel*>(u"Label16"_s)->text(); }
     void Select(const QList<int>& rows) {
         view.clearSelection();
         for (const int row : rows)
@@ -54,11 +50,11 @@ protected:
         QApplication::sendEvent(&view, &press);
     }
     /** In the upper part of a row; behind the last one the empty room. */
-    bool Drop(const QMimeData& data, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    bool Drop(const QMimeData& data, int row) {
         const QPointF at(100, row * SkinStyle::Units().TableRow() + 3);
-        QDragEnterEvent enter(at.toPoint(), Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+        QDragEnterEvent enter(at.toPoint(), Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(view.viewport(), &enter);
-        QDropEvent drop(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+        QDropEvent drop(at, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         drop.ignore();
         QApplication::sendEvent(view.viewport(), &drop);
         return drop.isAccepted();
@@ -72,12 +68,12 @@ protected:
 };
 
 TEST_F(PlaylistPanelTest, TheCaptionFollowsTheNameUntilItIsReset) {
-    panel.SetPlaylistName(QStringLiteral("Party"));
-    EXPECT_EQ(Caption(), QStringLiteral("Player 1       0. von 5 in Party"));
+    panel.SetPlaylistName(u"Party"_s);
+    EXPECT_EQ(Caption(), u"Player 1       0. von 5 in Party"_s);
     panel.ResetCaption();
-    EXPECT_EQ(Caption(), QStringLiteral("Player 1"));
+    EXPECT_EQ(Caption(), u"Player 1"_s);
     Select({3, 1});
-    EXPECT_EQ(Caption(), QStringLiteral("Player 1       2. von 5 in Party"));
+    EXPECT_EQ(Caption(), u"Player 1       2. von 5 in Party"_s);
 }
 
 TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
@@ -91,8 +87,6 @@ TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
                       Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(view.viewport(), &press);
     EXPECT_EQ(active, QList<int>{1}) << "also when it is selected already";
-    EXPECT_EQ(view.objectName(), QStringLiteral("List1"));
-    EXPECT_EQ(view.accessibleName(), QStringLiteral("Wiedergabeliste 1"));
 }
 
 TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
@@ -107,7 +101,7 @@ TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
     Press(Qt::Key_Down, Qt::ControlModifier);
     EXPECT_EQ(heard, "M01>3M12>4") << "the selection goes along";
     Press(Qt::Key_Up, Qt::ControlModifier);
-    EXPECT_EQ(list.At(1).title, QStringLiteral("a"));
+    EXPECT_EQ(list.At(1).title, u"a"_s);
     heard.clear();
     Press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
     Press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
@@ -121,7 +115,6 @@ TEST_F(PlaylistPanelTest, KeysAskForTheirActs) {
 
 TEST_F(PlaylistPanelTest, DropsTellWhatAndWhere) {
     EXPECT_TRUE(list.flags(list.index(0, Playlist::Title)) & Qt::ItemIsDragEnabled) << "or no drag ever begins";
-    EXPECT_FALSE(list.flags({}).testFlag(Qt::ItemIsDragEnabled));
     QList<PlaylistEntry> wished = list.Entries();
     wished[2].origin = EntryOrigin::Wish;
     list.Replace(wished);
@@ -139,37 +132,31 @@ TEST_F(PlaylistPanelTest, DropsTellWhatAndWhere) {
     EXPECT_TRUE(Drop(*PlaylistDrag::Pack(list, {2, 3}), 1));
     EXPECT_EQ(dropped, "1c20") << "from another program: a copy";
     QMimeData data;
-    TitleRecord title;
-    title.Titel = QStringLiteral("T");
-    title.Extra4 = QStringLiteral("128");
+    TitleRecord title = TitlesOf("T").front();
+    title.Extra4 = u"128"_s;
     DragTypes::Put(data, DragTypes::ArchiveTitles(), {TitleRow::Pack(title)});
     EXPECT_TRUE(Drop(data, 9));
     EXPECT_EQ(dropped, "5T128") << "below the last row: at the end";
     data.clear();
-    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/m/ä.mp3")), QUrl(QStringLiteral("http://x/y.mp3"))});
+    data.setUrls({QUrl::fromLocalFile(u"/m/ä.mp3"_s), QUrl(u"http://x/y.mp3"_s)});
     EXPECT_TRUE(Drop(data, 0));
     EXPECT_EQ(dropped, "0/m/ä.mp3");
     data.clear();
-    data.setText(QStringLiteral("x"));
+    data.setText(u"x"_s);
     EXPECT_FALSE(Drop(data, 0));
 }
 
 TEST_F(PlaylistPanelTest, FoldsWithTheLayout) {
-    panel.SetEndTime(QStringLiteral("Rest 00:58:12"), QStringLiteral("bis 00:39"));
-    const auto end = [this] { return panel.findChild<PlaylistHeader*>()->End().text(); };
-    const struct {
-        LayoutMode mode;
-        bool showsArtist;
-        bool showsHeads;
-        const char* end;
-    } cases[] = {{LayoutMode::Narrow, false, false, "bis 00:39"},
-                 {LayoutMode::Wide, true, true, "Rest 00:58:12, bis 00:39"},
-                 {LayoutMode::Normal, true, false, "Rest 00:58:12, bis 00:39"}};
+    panel.SetEndTime(u"Rest 00:58:12"_s, u"bis 00:39"_s);
+    const QString all = u"Rest 00:58:12, bis 00:39"_s;
+    const std::tuple<LayoutMode, bool, bool, QString> cases[] = {{LayoutMode::Narrow, false, false, u"bis 00:39"_s},
+                                                                 {LayoutMode::Wide, true, true, all},
+                                                                 {LayoutMode::Normal, true, false, all}};
     for (const auto& [mode, showsArtist, showsHeads, text] : cases) {
         panel.SetLayoutMode(mode);
         EXPECT_EQ(!view.isColumnHidden(Playlist::Artist), showsArtist);
         EXPECT_EQ(!view.horizontalHeader()->isHidden(), showsHeads);
-        EXPECT_EQ(end().toStdString(), text);
+        EXPECT_EQ(panel.findChild<PlaylistHeader*>()->End().text(), text);
         EXPECT_EQ(view.horizontalHeader()->length(), view.viewport()->width()) << "the columns fill the width";
     }
 }
@@ -190,16 +177,16 @@ TEST_F(PlaylistPanelTest, TheRedEntryIsSeenSelectedOrNot) {
 }
 
 TEST_F(PlaylistPanelTest, WhatComesNextIsScrolledIntoView) {
-    QList<PlaylistEntry> many(500, list.At(0));
-    list.Append(many);
+    list.Append(QList<PlaylistEntry>(500, list.At(0)));
+    const auto isSeen = [this](int row) {
+        return view.viewport()->rect().contains(view.visualRect(list.index(row, Playlist::Title)).center());
+    };
     view.ShowComing(300);
-    const QRect room = view.viewport()->rect();
-    EXPECT_TRUE(room.contains(view.visualRect(list.index(300, Playlist::Title)).center()));
-    EXPECT_TRUE(room.contains(view.visualRect(list.index(303, Playlist::Title)).center()));
+    EXPECT_TRUE(isSeen(300) && isSeen(303));
     list.SetCurrent(3);
-    EXPECT_TRUE(room.contains(view.visualRect(list.index(300, Playlist::Title)).center())) << "a load alone scrolls";
+    EXPECT_TRUE(isSeen(300)) << "a load alone scrolls";
     view.ShowComing(list.Count() - 1);
-    EXPECT_TRUE(room.contains(view.visualRect(list.index(list.Count() - 1, Playlist::Title)).center()));
+    EXPECT_TRUE(isSeen(list.Count() - 1));
 }
 
-} // namespace kalvo
+} // namespace kalvo::test

@@ -1,95 +1,63 @@
 #include "playlists/ui/frmCharts.h"
 
+#include "archive/ui/WindowActs.h"
 #include "base/Clock.h"
-#include "playlists/AnsweredQuestions.h"
+#include "playlists/PlaylistSupport.h"
 #include "support/TestFolder.h"
 #include "widgets/TextTable.h"
-#include "widgets/xMessageBox.h"
 
 #include <QAction>
-#include <QApplication>
-#include <QLabel>
 #include <QPrinter>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTimer>
 #include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 
-namespace {
-
-class frmChartsTest : public ::testing::Test {
-protected:
-    void Fill(int titles) {
+struct frmChartsTest : ::testing::Test {
+    void Count(int number, const QDateTime& when) {
+        charts.Count(PlaySource::Player1, u"/m/%1.mp3"_s.arg(number), u"T%1"_s.arg(number), u"Wer"_s, when);
+    }
+    /** Opens the window on so many titles, each played once to three times. */
+    void Open(int titles, int limit = 200) {
         for (int number = 0; number < titles; ++number) {
             for (int play = 0; play <= number % 3; ++play)
-                charts.Count(PlaySource::Player1, QStringLiteral("/m/%1.mp3").arg(number),
-                             QStringLiteral("T%1").arg(number), QStringLiteral("Wer"),
-                             QDateTime(QDate(2026, 11, 21), QTime(20, 0)));
+                Count(number, evening);
         }
-    }
-    /** Presses a button of the question that the action opens; gives its caption and text. */
-    QString Answer(const char* action, const QString& button) {
-        QString asked;
-        QTimer::singleShot(0, [&asked, button] {
-            auto* box = qobject_cast<xMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_NE(box, nullptr);
-            asked = box->windowTitle() + u'|' + box->findChild<QLabel*>(QStringLiteral("lblText"))->text();
-            for (QPushButton* one : box->findChildren<QPushButton*>()) {
-                if (one->text() == button)
-                    one->click();
-            }
-        });
-        Action(action)->trigger();
-        return asked;
-    }
-    QAction* Action(const char* name) { return window->findChild<QAction*>(QString::fromLatin1(name)); }
-    void Open(int limit = 200) {
         window = std::make_unique<frmCharts>(charts, limit, questions, clock);
         table = window->findChild<TextTable*>();
     }
+    void Trigger(const char* action) { window->findChild<QAction*>(QLatin1String(action))->trigger(); }
+    /** Presses a button of the question that the action opens; gives its caption and text. */
+    QString Answer(const char* action, const QString& button) {
+        Answers answers({button});
+        Trigger(action);
+        EXPECT_TRUE(answers.AllGiven());
+        return answers.Said().value(0);
+    }
     QString Cell(int row, int column) const { return table->model()->index(row, column).data().toString(); }
 
-    test::TestFolder folder;
+    const QDateTime evening{QDate(2026, 11, 21), QTime(20, 0)};
+    TestFolder folder;
     SystemClock clock;
-    test::AnsweredQuestions questions;
-    ChartsFile charts{folder.Path(QStringLiteral("Charts")), clock};
+    AnsweredQuestions questions;
+    ChartsFile charts{folder.Path(u"Charts"_s), clock};
     std::unique_ptr<frmCharts> window;
     TextTable* table = nullptr;
 };
 
-} // namespace
-
-TEST_F(frmChartsTest, ShowsTheRanking) {
-    Fill(5);
-    Open(4);
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("Kalvo - Charts  << Titelanzahl: 5 >>  << Titelbegrenzung: 4 >>"));
-    QStringList headers;
-    for (int column = 0; column < table->model()->columnCount(); ++column)
-        headers.append(table->model()->headerData(column, Qt::Horizontal).toString());
-    EXPECT_EQ(headers.join(u'|'),
-              QStringLiteral("Platz|Interpret|Titel|Player1|Player2|Archiv|Gesamt|Zuletzt Gespielt"));
-    EXPECT_EQ(table->model()->rowCount(), 4);
-    EXPECT_EQ(Cell(0, 2) + Cell(0, 6) + Cell(3, 2), QStringLiteral("T23T0"));
-}
-
 TEST_F(frmChartsTest, APlayMovesItsRowAndLeavesTheRest) {
-    Fill(300);
-    Open(250);
+    Open(300, 250);
+    EXPECT_EQ(window->windowTitle(), u"Kalvo - Charts  << Titelanzahl: 300 >>  << Titelbegrenzung: 250 >>"_s);
+    EXPECT_EQ(Cell(0, 2) + Cell(0, 6) + Cell(249, 6), u"T10131"_s);
     table->resize(400, 200);
     table->selectRow(100);
     table->scrollTo(table->model()->index(120, 0));
     const int place = table->verticalScrollBar()->value();
     const QString selected = Cell(100, 2);
-    const auto play = [this](const QString& title, int day) {
-        const QString path = QStringLiteral("/m/%1.mp3").arg(title.mid(1));
-        charts.Count(PlaySource::Player1, path, title, {}, QDateTime(QDate(2026, 11, day), QTime(20, 0)));
-        window->TakePlay(path, title);
-    };
-    play(QStringLiteral("T299"), 22); // from the first rows to the top
-    play(QStringLiteral("T297"), 22); // from below the limit
-    play(QStringLiteral("T999"), 22); // new, and below the limit
+    for (const int number : {299, 297, 999}) { // from the first rows to the top, from below the limit, and a new one
+        Count(number, evening.addDays(1));
+        window->TakePlay(u"/m/%1.mp3"_s.arg(number), u"T%1"_s.arg(number));
+    }
     EXPECT_EQ(table->verticalScrollBar()->value(), place);
     ASSERT_EQ(table->SelectedRows().size(), 1);
     EXPECT_EQ(Cell(table->SelectedRows().front(), 2), selected);
@@ -105,49 +73,45 @@ TEST_F(frmChartsTest, APlayMovesItsRowAndLeavesTheRest) {
 }
 
 TEST_F(frmChartsTest, DeletesMarkedTitlesOrAll) {
-    Fill(4);
-    Open();
+    Open(4);
     table->selectRow(0);
-    Action("MarkierteTitelLoeschen")->trigger();
+    Trigger("MarkierteTitelLoeschen");
     EXPECT_EQ(charts.Size(), 3);
-    EXPECT_EQ(Answer("AlleTitelLoeschen", QStringLiteral("Nein")),
-              QStringLiteral("Löschen|Achtung+++ Die gesamten Charts löschen? +++Achtung"));
+    EXPECT_EQ(Answer("AlleTitelLoeschen", u"Nein"_s), u"Löschen|Achtung+++ Die gesamten Charts löschen? +++Achtung"_s);
     EXPECT_EQ(charts.Size(), 3);
-    Answer("AlleTitelLoeschen", QStringLiteral("Ja"));
+    Answer("AlleTitelLoeschen", u"Ja"_s);
     EXPECT_EQ(charts.Size(), 0);
     EXPECT_EQ(table->model()->rowCount(), 0);
 }
 
 TEST_F(frmChartsTest, SendsMarkedTitlesToTheLists) {
-    Fill(3);
-    Open();
+    Open(3);
     QStringList sent;
     QObject::connect(window.get(), &frmCharts::TitlesWanted, [&sent](int player, const QList<ChartEntry>& titles) {
         sent.append(QString::number(player) + titles.front().title + QString::number(titles.size()));
     });
-    Action("TitelInPlayer1Wiedergeben")->trigger();
+    Trigger("TitelInPlayer1Wiedergeben");
     table->selectRow(1);
-    Action("TitelInPlayer2Wiedergeben")->trigger();
-    Action("AllesMarkieren")->trigger();
-    Action("TitelInBeidenPlayerWiedergeben")->trigger();
-    EXPECT_EQ(sent.join(u' '), QStringLiteral("2T11 0T23"));
+    Trigger("TitelInPlayer2Wiedergeben");
+    Trigger("AllesMarkieren");
+    Trigger("TitelInBeidenPlayerWiedergeben");
+    EXPECT_EQ(sent.join(u' '), u"2T11 0T23"_s);
 }
 
 TEST_F(frmChartsTest, AsksBeforeItPrints) {
-    Fill(130);
-    Open(120);
-    EXPECT_EQ(Answer("ChartsDrucken", QStringLiteral("Nein")),
-              QStringLiteral("Charts drucken|Sollen 120 Titel auf 3 Seiten ausgedruckt werden?"));
+    Open(130, 120);
+    EXPECT_EQ(Answer("ChartsDrucken", u"Nein"_s),
+              u"Charts drucken|Sollen 120 Titel auf 3 Seiten ausgedruckt werden?"_s);
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(folder.Path(QStringLiteral("c.pdf")));
+    printer.setOutputFileName(folder.Path(u"c.pdf"_s));
     ASSERT_TRUE(window->PrintOn(printer));
-    const QByteArray pdf = folder.Read(QStringLiteral("c.pdf"));
+    const QByteArray pdf = folder.Read(u"c.pdf"_s);
     EXPECT_TRUE(pdf.startsWith("%PDF"));
     EXPECT_TRUE(pdf.contains("/Count 3")) << "pages";
-    ASSERT_TRUE(window->ExportTo(folder.Path(QStringLiteral("c.csv"))));
-    EXPECT_EQ(folder.Read(QStringLiteral("c.csv")).count('\n'), 121);
+    ASSERT_TRUE(window->ExportTo(folder.Path(u"c.csv"_s)));
+    EXPECT_EQ(folder.Read(u"c.csv"_s).count('\n'), 121);
 }
 
-} // namespace kalvo
+} // namespace kalvo::test

@@ -2,160 +2,148 @@
 
 #include "base/DataFolder.h"
 #include "base/Settings.h"
-#include "support/SoundMaker.h"
-#include "support/TestFolder.h"
+#include "support/PartOf.h"
 #include "support/WaitUntil.h"
-#include "tags/clsAudioGenie.h"
+#include "tags/TagTest.h"
 #include "tags/ui/PicturePage.h"
 
-#include <QAbstractButton>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QImage>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
-#include <gtest/gtest.h>
 
-namespace kalvo {
+namespace kalvo::test {
 namespace {
 
-struct frmTagEditorTest : ::testing::Test {
+using namespace Qt::StringLiterals;
+
+struct frmTagEditorTest : TagTest {
     frmTagEditorTest() {
         QObject::connect(&editor, &frmTagEditor::FileSaved, &editor,
                          [this](const TagSaved& one) { saved += one.path; });
     }
-    QString Sound(const QString& name, const QString& title, const QString& artist) {
-        test::SoundSpec spec;
-        spec.title = title;
-        spec.artist = artist;
-        return test::MakeSound(folder.Path(), name, spec);
+    QString Titled(const QString& name, const QString& title = u"Titel"_s) const {
+        return Sound(name, {.title = title, .artist = u"Wer"_s});
     }
-    template<typename Widget>
-    Widget* Part(const char* name) {
-        auto* part = editor.findChild<Widget*>(QLatin1String(name));
-        EXPECT_NE(part, nullptr) << name;
-        return part;
-    }
+    QString Line(const char* name) { return Part<QLineEdit>(editor, name)->text(); }
+    void Press(const char* name) { Part<QPushButton>(editor, name)->click(); }
     void Open(const QStringList& paths) {
         editor.Edit(paths);
-        ASSERT_TRUE(test::WaitUntil([&] { return Part<QGroupBox>("grpID3v2")->isEnabled(); }));
+        ASSERT_TRUE(WaitUntil([&] { return Part<QGroupBox>(editor, "grpID3v2")->isEnabled(); }));
     }
     /** As the user types: replaced as a whole. */
     void Type(const char* name, const QString& text) {
-        auto* line = Part<QLineEdit>(name);
+        auto* line = Part<QLineEdit>(editor, name);
         line->selectAll();
         line->insert(text);
         Q_EMIT line->textEdited(text);
     }
-    void Save(qsizetype files) {
-        Part<QPushButton>("cmdSpeichern")->click();
-        ASSERT_TRUE(test::WaitUntil([&] {
-            return saved.size() == files && Part<QGroupBox>("grpID3v2")->isEnabled() &&
-                   !Part<QPushButton>("cmdSpeichern")->isEnabled();
+    void SaveAll(qsizetype files) {
+        Press("cmdSpeichern");
+        ASSERT_TRUE(WaitUntil([&] {
+            return saved.size() == files && Part<QGroupBox>(editor, "grpID3v2")->isEnabled() &&
+                   !Part<QPushButton>(editor, "cmdSpeichern")->isEnabled();
         }));
     }
 
-    test::TestFolder folder;
-    Settings settings{folder.Path(QStringLiteral("kalvo.ini"))};
-    DataFolder data{folder.Path(QStringLiteral("Kalvo"))};
+    Settings settings{folder.Path(u"kalvo.ini"_s)};
+    DataFolder data{folder.Path(u"Kalvo"_s)};
     frmTagEditor editor{{settings, data}};
     QStringList saved;
-    clsAudioGenie tags;
 };
 
 TEST_F(frmTagEditorTest, ShowsBothTagsAndWritesWhatWasTyped) {
-    const QString path = Sound(QStringLiteral("a.mp3"), QStringLiteral("Titel"), QStringLiteral("Wer"));
+    const QString path = Titled(u"a.mp3"_s);
     Open({path});
-    EXPECT_EQ(Part<QLineEdit>("txtTitelV1")->text(), QStringLiteral("Titel"));
-    EXPECT_EQ(Part<QLineEdit>("txtInterpretV2")->text(), QStringLiteral("Wer"));
-    EXPECT_FALSE(Part<QPushButton>("cmdSpeichern")->isEnabled()) << "nothing was edited";
-    const QString longTitle = QStringLiteral("Ein Titel mit weit mehr als dreißig Zeichen");
+    EXPECT_EQ(Line("txtTitelV1"), u"Titel"_s);
+    EXPECT_EQ(Line("txtInterpretV2"), u"Wer"_s);
+    EXPECT_FALSE(Part<QPushButton>(editor, "cmdSpeichern")->isEnabled()) << "nothing was edited";
+    const QString longTitle = u"Ein Titel mit weit mehr als dreißig Zeichen"_s;
     Type("txtTitelV2", longTitle);
-    Part<QPushButton>("cmdNachV1")->click(); // takes over what fits
-    Part<QPlainTextEdit>("txtLyrics")->setPlainText(QStringLiteral("Strophe"));
-    Save(1);
+    Press("cmdNachV1"); // takes over what fits
+    Part<QPlainTextEdit>(editor, "txtLyrics")->setPlainText(u"Strophe"_s);
+    SaveAll(1);
     tags.AUDIOAnalyzeFileW(path);
-    EXPECT_EQ(tags.ID3V2GetTextFrameW(FrameId("TIT2")), longTitle);
+    EXPECT_EQ(Text("TIT2"), longTitle);
     EXPECT_EQ(tags.ID3V1GetTitleW(), longTitle.left(30));
-    EXPECT_EQ(tags.ID3V2GetLyricW(1), QStringLiteral("Strophe"));
+    EXPECT_EQ(tags.ID3V2GetLyricW(1), u"Strophe"_s);
 }
 
 TEST_F(frmTagEditorTest, OfSeveralFilesOnlyTheEditedFieldIsWritten) {
-    const QString mp3 = Sound(QStringLiteral("a.mp3"), QStringLiteral("Eins"), QStringLiteral("Wer"));
-    const QString ogg = Sound(QStringLiteral("b.ogg"), QStringLiteral("Zwei"), QStringLiteral("Wer"));
+    const QString mp3 = Titled(u"a.mp3"_s, u"Eins"_s);
+    const QString ogg = Titled(u"b.ogg"_s, u"Zwei"_s);
     Open({mp3, ogg});
-    EXPECT_EQ(Part<QLineEdit>("txtTitelV2")->text(), QString());
-    EXPECT_EQ(Part<QLineEdit>("txtTitelV2")->placeholderText(), QStringLiteral("(verschieden)"));
-    EXPECT_EQ(Part<QLineEdit>("txtInterpretV2")->text(), QStringLiteral("Wer"));
-    Type("txtAlbumV2", QStringLiteral("Gemeinsam"));
-    Save(2);
+    EXPECT_EQ(Line("txtTitelV2"), QString());
+    EXPECT_EQ(Part<QLineEdit>(editor, "txtTitelV2")->placeholderText(), u"(verschieden)"_s);
+    EXPECT_EQ(Line("txtInterpretV2"), u"Wer"_s);
+    Type("txtAlbumV2", u"Gemeinsam"_s);
+    SaveAll(2);
     for (const QString& path : {mp3, ogg}) {
         tags.AUDIOAnalyzeFileW(path);
-        EXPECT_EQ(tags.ID3V2GetTextFrameW(FrameId("TALB")), QStringLiteral("Gemeinsam"));
-        EXPECT_EQ(tags.ID3V2GetTextFrameW(FrameId("TIT2")),
-                  path == mp3 ? QStringLiteral("Eins") : QStringLiteral("Zwei"));
+        EXPECT_EQ(Text("TALB"), u"Gemeinsam"_s);
+        EXPECT_EQ(Text("TIT2"), path == mp3 ? u"Eins"_s : u"Zwei"_s);
     }
 }
 
 TEST_F(frmTagEditorTest, WhatIsBeingSavedIsWrittenBeforeTheProgramEnds) {
     QStringList paths;
     for (int file = 0; file < 5; ++file)
-        paths += Sound(QStringLiteral("%1.mp3").arg(file), QStringLiteral("Titel"), QStringLiteral("Wer"));
+        paths += Titled(u"%1.mp3"_s.arg(file));
     Open(paths);
-    Type("txtInterpretV2", QStringLiteral("Alle"));
-    Part<QPushButton>("cmdSpeichern")->click();
+    Type("txtInterpretV2", u"Alle"_s);
+    Press("cmdSpeichern");
     editor.FinishSaving();
     EXPECT_EQ(saved, paths);
     for (const QString& path : paths) {
         tags.AUDIOAnalyzeFileW(path);
-        EXPECT_EQ(tags.ID3V2GetTextFrameW(FrameId("TPE1")), QStringLiteral("Alle"));
+        EXPECT_EQ(Text("TPE1"), u"Alle"_s);
     }
 }
 
 TEST_F(frmTagEditorTest, PicturesAreAddedDescribedAndRemoved) {
-    const QString cover = folder.Path(QStringLiteral("cover.png"));
+    const QString cover = folder.Path(u"cover.png"_s);
     QImage image(8, 8, QImage::Format_RGB32);
     image.fill(Qt::red);
     ASSERT_TRUE(image.save(cover));
-    const QString path = Sound(QStringLiteral("b.ogg"), QStringLiteral("Titel"), QStringLiteral("Wer"));
+    const QString path = Titled(u"b.ogg"_s);
     Open({path});
     editor.findChild<PicturePage*>()->AddFile(cover);
-    Type("txtBildBeschreibung", QStringLiteral("Hülle"));
-    Save(1);
+    Type("txtBildBeschreibung", u"Hülle"_s);
+    SaveAll(1);
     tags.AUDIOAnalyzeFileW(path);
-    EXPECT_EQ(tags.ID3V2GetPictureMimeW(1), QStringLiteral("image/png"));
-    EXPECT_EQ(tags.ID3V2GetPictureDescriptionW(1), QStringLiteral("Hülle"));
+    EXPECT_EQ(tags.ID3V2GetPictureMimeW(1), u"image/png"_s);
+    EXPECT_EQ(tags.ID3V2GetPictureDescriptionW(1), u"Hülle"_s);
     EXPECT_EQ(tags.ID3V2GetPictureTypeW(1), 3);
-    EXPECT_EQ(Part<QTableWidget>("lstImages")->rowCount(), 1);
-    Part<QPushButton>("cmdBildWeg")->click();
-    Save(2);
+    EXPECT_EQ(Part<QTableWidget>(editor, "lstImages")->rowCount(), 1);
+    Press("cmdBildWeg");
+    SaveAll(2);
     tags.AUDIOAnalyzeFileW(path);
     EXPECT_EQ(tags.ID3V2GetFrameCountW(FrameId("APIC")), 0);
 }
 
 TEST_F(frmTagEditorTest, KeepsItsSizeAndThePicturesFolder) {
     const TagEditorSettings kept(settings, data);
-    EXPECT_EQ(kept.PictureFolder(), data.Path(QStringLiteral("\\Bilder")));
+    EXPECT_EQ(kept.PictureFolder(), data.Path(u"\\Bilder"_s));
     const auto stored = [this](const char* section, const char* key) {
-        return settings.GetSetting(QLatin1String(section), QLatin1String(key), QStringLiteral("keiner"));
+        return settings.GetSetting(QLatin1String(section), QLatin1String(key), u"keiner"_s);
     };
-    for (const QString& pictures : {data.Path(QStringLiteral("\\Bilder")), folder.Path(QStringLiteral("Hüllen"))}) {
+    for (const QString& pictures : {data.Path(u"\\Bilder"_s), folder.Path(u"Hüllen"_s)}) {
         frmTagEditor other({settings, data});
-        other.findChild<QAbstractButton*>(QStringLiteral("cmdKlein"))->click();
-        EXPECT_TRUE(other.findChild<QWidget*>(QStringLiteral("tabSeiten"))->isHidden());
-        EXPECT_EQ(stored("Style", "Bearbeitung"), QStringLiteral("klein"));
+        Part<QAbstractButton>(other, "cmdKlein")->click();
+        EXPECT_TRUE(Part<QWidget>(other, "tabSeiten")->isHidden());
+        EXPECT_EQ(stored("Style", "Bearbeitung"), u"klein"_s);
         other.findChild<PicturePage*>()->SetFolder(pictures);
     }
-    EXPECT_EQ(stored("TagBearbeitung", "BildOrdner"), folder.Path(QStringLiteral("Hüllen")));
+    EXPECT_EQ(stored("TagBearbeitung", "BildOrdner"), folder.Path(u"Hüllen"_s));
     frmTagEditor again({settings, data});
-    EXPECT_TRUE(again.findChild<QWidget*>(QStringLiteral("tabSeiten"))->isHidden());
-    EXPECT_EQ(again.findChild<PicturePage*>()->Folder(), folder.Path(QStringLiteral("Hüllen")));
-    again.findChild<QAbstractButton*>(QStringLiteral("cmdGross"))->click();
-    EXPECT_FALSE(again.findChild<QWidget*>(QStringLiteral("tabSeiten"))->isHidden());
-    EXPECT_EQ(stored("Style", "Bearbeitung"), QStringLiteral("groß"));
+    EXPECT_TRUE(Part<QWidget>(again, "tabSeiten")->isHidden());
+    EXPECT_EQ(again.findChild<PicturePage*>()->Folder(), folder.Path(u"Hüllen"_s));
+    Part<QAbstractButton>(again, "cmdGross")->click();
+    EXPECT_FALSE(Part<QWidget>(again, "tabSeiten")->isHidden());
+    EXPECT_EQ(stored("Style", "Bearbeitung"), u"groß"_s);
 }
 
 } // namespace
-} // namespace kalvo
+} // namespace kalvo::test
