@@ -6,8 +6,8 @@
 Peers come from Debian; one that is missing is left out and said, or installed with --installieren. Everything runs in
 homes below --daten (about 1.5 GB, made once), with a screen, a sound server and a message bus that nobody else uses.
 Each round lets the programs take turns. Figures are kept in the data folder, so that rounds can be taken one by one
-while the machine is quiet; the table of all of them is printed at the end. Needs Xvfb, pulseaudio, dbus-daemon, lame,
-oggenc and python3-mutagen.
+while the machine is quiet; the table of all of them is printed at the end. What it works with (TOOLS) is installed with
+--installieren too.
 """
 import argparse
 import contextlib
@@ -25,6 +25,8 @@ import time
 
 from peers import machine, programs, titles
 
+TOOLS = ("dbus", "lame", "libx11-6", "libxtst6", "pulseaudio", "pulseaudio-utils", "python3-mutagen", "vorbis-tools",
+         "xvfb")
 IMPORTED, STARTED = 20000, 100000
 TONES = (330, 440)
 TITLE_SECONDS = 240
@@ -131,13 +133,17 @@ def measure_play(program, data, figures, long):
         program.close()
 
 
-def present(room, binary, install):
+def install(*packages):
+    subprocess.run(["apt-get", "install", "-y", "-qq", "--no-install-recommends", *packages], check=True,
+                   stdout=sys.stderr)
+
+
+def present(room, binary, may_install):
     """The programs that can be measured; missing ones are installed or named."""
     found = [programs.Kalvo(room, binary)]
     for peer in (make(room) for make in programs.PEERS):
-        if not peer.version() and install:
-            subprocess.run(["apt-get", "install", "-y", "-qq", "--no-install-recommends", peer.package,
-                            *peer.needs], check=True, stdout=sys.stderr)
+        if not peer.version() and may_install:
+            install(peer.package, *peer.needs)
         if peer.version():
             found.append(peer)
         else:
@@ -194,7 +200,7 @@ def self_test():
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("program", nargs="?", type=lambda name: str(pathlib.Path(name).resolve()))
-    parser.add_argument("--installieren", action="store_true", help="install missing peers by apt-get")
+    parser.add_argument("--installieren", action="store_true", help="install missing peers and tools by apt-get")
     parser.add_argument("--daten", type=pathlib.Path, help="keep data and figures there (else: made and removed)")
     parser.add_argument("--nur", nargs="+", choices=PARTS, default=PARTS, help="only these parts")
     parser.add_argument("--programme", nargs="+", help="only these programs")
@@ -205,6 +211,8 @@ def main():
         return self_test()
     if not arguments.program:
         parser.error("which program is Kalvo?")
+    if arguments.installieren:
+        install(*TOOLS)
     signal.signal(signal.SIGTERM, lambda *_: sys.exit("stopped"))  # what was started ends with it
     with contextlib.ExitStack() as stack:
         data = arguments.daten or pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory()))
