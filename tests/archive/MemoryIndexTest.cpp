@@ -33,6 +33,15 @@ public:
         index.Pack();
     }
 
+    void Change(qint64 nr, ArchiveField field, const char* text) {
+        titles_[static_cast<std::size_t>(nr - 1)][Place(field)] = text;
+        TitleRecord record;
+        for (const ArchiveField each : kTextFields)
+            FieldPlace(record, each) = QString::fromStdString(Text(nr, each));
+        record.Nr = nr;
+        index.Put(record);
+    }
+
     /** Whether the title of this number stands before the other one. */
     bool IsBefore(qint64 left, qint64 right, const QList<RecordOrder>& order) const {
         for (const RecordOrder& key : order)
@@ -68,6 +77,7 @@ TEST(MemoryIndexTest, ManyTitlesComeInEveryOrderAlsoWhenAThirdOfThemHasGone) {
                                               {{Titel, true}},
                                               {{Pfad, true}},
                                               {{Album, true}, {Extra3, false}},
+                                              {{Album, false}, {Extra3, false}},
                                               {{Extra3, false}},
                                               {{Album, false}, {Titel, true}},
                                               {{Extra3, true}, {Album, false}, {Pfad, true}}};
@@ -84,6 +94,8 @@ TEST(MemoryIndexTest, ManyTitlesComeInEveryOrderAlsoWhenAThirdOfThemHasGone) {
         }
     };
     expectOrders("all", 0);
+    titles.Change(77, Album, "album zz");
+    expectOrders("one on another album", 0);
     std::vector<qint64> third;
     for (qint64 nr = 1; nr <= ManyTitles::kTitles; nr += 3)
         third.push_back(nr);

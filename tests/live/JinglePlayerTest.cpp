@@ -64,6 +64,12 @@ TEST_F(JinglePlayerTest, SilencesThePlayersWhichRunOnAndSetsThemTo100) {
     Run(1.5);
     mixer.Play(2, -1);
     EXPECT_EQ(Volume(2), 61) << "a player that starts follows the fader";
+    jingles.Add({u"/j-1"_s});
+    Run(1.5);
+    EXPECT_EQ(Volume(2), 100);
+    mixer.ToggleMute(2);
+    mixer.ToggleMute(2);
+    EXPECT_EQ(Volume(2), 61) << "as one whose mute ends";
 }
 
 TEST_F(JinglePlayerTest, PlaysOneAfterTheOtherWithoutMusicBetweenThem) {
