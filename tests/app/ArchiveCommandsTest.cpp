@@ -4,10 +4,10 @@
 #include "app/WindowValues.h"
 #include "archive/ui/ArchiveDesk.h"
 #include "archive/ui/ArchivePanel.h"
-#include "archive/ui/WindowActs.h"
 #include "archive/ui/frmSuchen.h"
 #include "archive/ui/frmTitelLoeschen.h"
 #include "support/PartOf.h"
+#include "support/WindowActs.h"
 
 #include <QtWidgets>
 

@@ -3,10 +3,10 @@
 #include "app/Desk.h"
 #include "app/Form1.h"
 #include "archive/ui/ArchivePanel.h"
-#include "archive/ui/WindowActs.h"
 #include "playback/FakeAudio.h"
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
+#include "support/WindowActs.h"
 
 #include <QtWidgets> // a test may look at any part of the window
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "widgets/DialogKeys.h"
 #include "widgets/Mnemonics.h"
 
-#include "archive/ui/WindowActs.h"
+#include "support/WindowActs.h"
 
 #include <QtWidgets>
 #include <gtest/gtest.h>

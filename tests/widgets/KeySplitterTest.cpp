@@ -1,6 +1,6 @@
 #include "widgets/KeySplitter.h"
 
-#include "archive/ui/WindowActs.h"
+#include "support/WindowActs.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/Spoken.h"
 

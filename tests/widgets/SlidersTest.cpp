@@ -3,7 +3,7 @@
 #include "widgets/PositionSlider.h"
 #include "widgets/SkinStyle.h"
 
-#include "archive/ui/WindowActs.h"
+#include "support/WindowActs.h"
 
 #include <QtWidgets>
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "widgets/xMessageBox.h"
 
-#include "archive/ui/WindowActs.h"
 #include "support/TestFolder.h"
+#include "support/WindowActs.h"
 #include "widgets/SavePath.h"
 
 #include <QtWidgets>

@@ -4,7 +4,7 @@
 #include "archive/ArchiveStatements.h"
 #include "archive/ui/ArchiveDesk.h"
 #include "archive/ui/ArchiveHeader.h"
-#include "archive/ui/WindowActs.h"
+#include "support/WindowActs.h"
 
 #include <QHeaderView>
 #include <QScrollBar>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "archive/ui/ArchiveDesk.h"
-#include "archive/ui/WindowActs.h"
+#include "support/WindowActs.h"
 
 #include <QLabel>
 

@@ -1,7 +1,6 @@
 #include "live/ui/frmAutoDj.h"
 #include "archive/CategoryLists.h"
 #include "archive/TestClock.h"
-#include "archive/ui/WindowActs.h"
 #include "live/AutoDjRefill.h"
 #include "live/FakeTitles.h"
 #include "live/ui/ValueView.h"
@@ -9,6 +8,7 @@
 #include "support/PartOf.h"
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
+#include "support/WindowActs.h"
 
 #include <QComboBox>
 #include <QFile>

@@ -1,11 +1,11 @@
 #include "live/ui/frmJingle.h"
 
-#include "archive/ui/WindowActs.h"
 #include "live/WallClock.h"
 #include "live/ui/frmJingleAnzeige.h"
 #include "live/ui/frmTerminPlay.h"
 #include "playback/FakeDesk.h"
 #include "support/PartOf.h"
+#include "support/WindowActs.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -1,10 +1,10 @@
 #include "live/ui/frmSample.h"
 
-#include "archive/ui/WindowActs.h"
 #include "live/ui/PadButton.h"
 #include "live/ui/frmSampleEinstellungen.h"
 #include "playback/FakeDesk.h"
 #include "support/PartOf.h"
+#include "support/WindowActs.h"
 
 #include <QLabel>
 #include <QLineEdit>

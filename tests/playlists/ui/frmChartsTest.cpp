@@ -1,9 +1,9 @@
 #include "playlists/ui/frmCharts.h"
 
-#include "archive/ui/WindowActs.h"
 #include "base/Clock.h"
 #include "playlists/PlaylistSupport.h"
 #include "support/TestFolder.h"
+#include "support/WindowActs.h"
 #include "widgets/TextTable.h"
 
 #include <QAction>
