@@ -1,6 +1,7 @@
 // The part of MemoryIndex that answers record sources.
 
 #include "archive/MemoryIndex.h"
+#include "archive/RankSort.h"
 #include "archive/TextFolding.h"
 
 #include <charconv>
@@ -8,6 +9,9 @@
 namespace kalvo {
 
 namespace {
+
+/** Rows from which on a second thread helps to search them. */
+constexpr std::size_t kWorthSearchThread = 50'000;
 
 /** Between artist and title. */
 constexpr std::string_view kSeparator = " - ";
@@ -28,14 +32,23 @@ bool MayCrossSeparator(std::string_view needle) {
 BitSet MemoryIndex::Matching(const QList<RecordCondition>& conditions) const {
     if (conditions.isEmpty())
         return alive_;
-    BitSet rows(ids_.size());
+    std::vector<std::pair<ArchiveField, LikePattern>> patterns;
     for (const RecordCondition& condition : conditions) {
-        const LikePattern pattern(TextFolding::Folded(condition.text), condition.like);
+        const auto& [field, pattern] =
+            patterns.emplace_back(condition.field, LikePattern(TextFolding::Folded(condition.text), condition.like));
         if (pattern.IsContains() && pattern.LongestPiece().empty())
             return alive_;
-        MatchField(condition.field, pattern, rows);
     }
-    return rows &= alive_;
+    std::array<BitSet, 2> found{BitSet(ids_.size()), BitSet(ids_.size())};
+    InHalves(
+        patterns.size(), ids_.size(),
+        [&](std::size_t half, std::size_t begin, std::size_t end) {
+            for (std::size_t i = begin; i < end; ++i)
+                MatchField(patterns[i].first, patterns[i].second, found.at(half));
+        },
+        kWorthSearchThread);
+    found.front() |= found.back();
+    return found.front() &= alive_;
 }
 
 void MemoryIndex::MatchField(ArchiveField field, const LikePattern& pattern, BitSet& rows) const {

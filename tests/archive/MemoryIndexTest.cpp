@@ -37,7 +37,7 @@ public:
         titles_[static_cast<std::size_t>(nr - 1)][Place(field)] = text;
         TitleRecord record;
         for (const ArchiveField each : kTextFields)
-            FieldPlace(record, each) = QString::fromStdString(Text(nr, each));
+            FieldPlace(record, each) = QString::fromStdString(TextOf(nr, each));
         record.Nr = nr;
         index.Put(record);
     }
@@ -45,16 +45,28 @@ public:
     /** Whether the title of this number stands before the other one. */
     bool IsBefore(qint64 left, qint64 right, const QList<RecordOrder>& order) const {
         for (const RecordOrder& key : order)
-            if (const int found = Text(left, key.field).compare(Text(right, key.field)); found != 0)
+            if (const int found = TextOf(left, key.field).compare(TextOf(right, key.field)); found != 0)
                 return (found < 0) != key.descending;
         return left < right;
+    }
+
+    using Text = std::pair<ArchiveField, std::string>;
+    /** Numbers of those that hold one of the texts, or are the last one. */
+    std::vector<qint64> Holding(const std::vector<Text>& held, const Text& whole) const {
+        std::vector<qint64> numbers;
+        for (qint64 nr = 1; nr <= kTitles; ++nr)
+            if (TextOf(nr, whole.first) == whole.second || std::any_of(held.begin(), held.end(), [&](const Text& text) {
+                    return TextOf(nr, text.first).find(text.second) != std::string::npos;
+                }))
+                numbers.push_back(nr);
+        return numbers;
     }
 
     MemoryIndex index;
 
 private:
     static std::size_t Place(ArchiveField field) { return static_cast<std::size_t>(field) - 1; }
-    const std::string& Text(qint64 nr, ArchiveField field) const {
+    const std::string& TextOf(qint64 nr, ArchiveField field) const {
         return titles_[static_cast<std::size_t>(nr - 1)][Place(field)];
     }
 
@@ -105,6 +117,17 @@ TEST(MemoryIndexTest, ManyTitlesComeInEveryOrderAlsoWhenAThirdOfThemHasGone) {
     titles.index.Append(kLongNumber, {});
     expectOrders("a number of more than 32 bits", 1);
     EXPECT_EQ(titles.index.Count(), static_cast<qint64>(left) + 1);
+}
+
+TEST(MemoryIndexTest, ManyTitlesAreSearchedInEveryField) {
+    ManyTitles titles;
+    const QList<RecordCondition> conditions{{Titel, true, QStringLiteral("*le 77*")},
+                                            {Interpret, true, QStringLiteral("*st 19*")},
+                                            {Album, false, QStringLiteral("ALBUM 5")},
+                                            {Pfad, true, QStringLiteral("*/33/4*")}};
+    std::vector<qint64> found = titles.index.Select({conditions, {}});
+    std::sort(found.begin(), found.end());
+    EXPECT_EQ(found, titles.Holding({{Titel, "le 77"}, {Interpret, "st 19"}, {Pfad, "/33/4"}}, {Album, "album 5"}));
 }
 
 } // namespace kalvo::test
