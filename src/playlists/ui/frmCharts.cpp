@@ -32,7 +32,7 @@ frmCharts::frmCharts(ChartsFile& charts, int limit, PlaylistQuestions& questions
       questions_(questions),
       clock_(clock),
       model_(new TextTableModel(ChartsRanking::Headers(), {0, 3, 4, 5, 6}, this)),
-      table_(new TextTable(*model_, {3.6, 0, 0, 4.6, 4.6, 4.2, 4.6, 12}, this)) {
+      table_(new TextTable(*model_, {3.6, 0, 0, 4.6, 4.6, 4.2, 4.6, 13.4}, this)) {
     setObjectName(QStringLiteral("frmCharts"));
     table_->setObjectName(QStringLiteral("ListView1"));
     table_->setAccessibleName(QStringLiteral("Charts"));
