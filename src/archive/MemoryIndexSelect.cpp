@@ -1,7 +1,7 @@
 // The part of MemoryIndex that answers record sources.
 
+#include "archive/InHalves.h"
 #include "archive/MemoryIndex.h"
-#include "archive/RankSort.h"
 #include "archive/TextFolding.h"
 
 #include <charconv>

@@ -1,32 +1,18 @@
 #pragma once
 
+#include "archive/InHalves.h"
+
 #include <QtGlobal>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <future>
 #include <span>
 #include <utility>
 #include <vector>
 
 namespace kalvo {
-
-/** Rows that are worth a second thread. */
-inline constexpr std::size_t kWorthThread = 150'000;
-
-/** Calls work(half, begin, end) for half 0 and half 1 of so many things; both at once from so many rows on. */
-template<typename Work>
-void InHalves(std::size_t things, std::size_t rows, Work work, std::size_t worthThread = kWorthThread) {
-    const std::size_t middle = rows < worthThread ? things : things / 2;
-    std::future<void> second;
-    if (middle < things)
-        second = std::async(work, 1, middle, things); // runs in get() when there is no thread to be had
-    work(0, 0, middle);
-    if (second.valid())
-        second.get();
-}
 
 /** SortByRank() for rows that are much fewer than the ranks. */
 template<typename Value, typename RankAt, typename ValueAt>
