@@ -86,6 +86,7 @@ public:
         Marking();
         Categories();
         Deleting();
+        Writing();
     }
 
 private:
@@ -173,6 +174,22 @@ private:
         });
     }
 
+    void Writing() {
+        TitleRecord title;
+        title.Titel = QStringLiteral("Neu");
+        title.Interpret = QStringLiteral("Niemand");
+        title.Pfad = QStringLiteral("/neu.mp3");
+        Measure("a new title", [&] {
+            filled_.archive.AddTitle(title);
+            panel_.Refresh();
+        });
+        Measure("its title changed", [&] {
+            title.Titel = QStringLiteral("Anders");
+            filled_.archive.UpdateRecord(title);
+            panel_.Refresh();
+        });
+    }
+
     bench::FilledArchive& filled_;
     Settings settings_;
     ArchivePanel panel_;
@@ -188,6 +205,7 @@ int main(int argc, char** argv) {
     if (sizes.isEmpty())
         sizes = {QStringLiteral("100000"), QStringLiteral("1000000")};
     for (const QString& size : std::as_const(sizes))
-        Desk(size.toInt()).Run();
+        if (const int titles = size.toInt(); titles > 0)
+            Desk(titles).Run();
     return 0;
 }

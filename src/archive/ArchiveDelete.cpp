@@ -71,8 +71,7 @@ void Archive::TakeRestored(const QList<qint64>& numbers) {
     if (numbers.size() > kPutSingly)
         index_.reset();
     if (index_)
-        for (const TitleRecord& record : database_.Read(numbers))
-            index_->Put(record);
+        index_->Put(database_.Read(numbers));
     if (!index_ || isLoading_)
         StartLoading();
 }

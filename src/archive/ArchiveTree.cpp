@@ -2,6 +2,8 @@
 
 #include "archive/ArchiveStatements.h"
 
+#include <QStringTokenizer>
+
 namespace kalvo::ArchiveTree {
 
 namespace {
@@ -19,27 +21,35 @@ std::optional<ArchiveField> FieldOfValue(QStringView key) {
     return length == key.size() ? std::nullopt : CategoryLists::FieldOf(key.first(length));
 }
 
-Node CategoryNode(ArchiveField field, const QStringList& values) {
-    Node category{CategoryLists::Name(field), CategoryLists::Name(field), u"ordner"_s, {}};
-    category.values.reserve(values.size());
-    for (qsizetype i = 0; i < values.size(); ++i)
-        if (!values.at(i).isEmpty())
-            category.values.append({category.key + QString::number(i), values.at(i), u"auswahl"_s, {}});
+Branch Category(ArchiveField field, const QString& joined) {
+    Branch category{{CategoryLists::Name(field), CategoryLists::Name(field), u"ordner"_s}, joined};
+    int index = 0;
+    for (const QStringView value : QStringTokenizer(joined, u'\n')) {
+        if (!value.isEmpty())
+            category.shown.append(
+                {index, static_cast<int>(value.begin() - joined.cbegin()), static_cast<int>(value.size())});
+        ++index;
+    }
     return category;
 }
 
 } // namespace
 
-std::optional<QList<Node>> Fill(const DataFolder& folder) {
-    QList<Node> nodes{
-        {kClose, kClose, u"schließen"_s, {}}, {kRebuild, kRebuild, u"aktualisieren"_s, {}}, {{}, u" "_s, {}, {}}};
+Node Branch::ValueAt(int row) const {
+    const Value& value = shown.at(row);
+    return {node.key + QString::number(value.index), joined.mid(value.begin, value.length), u"auswahl"_s};
+}
+
+std::optional<QList<Branch>> Fill(const DataFolder& folder) {
+    QList<Branch> branches{
+        {{kClose, kClose, u"schließen"_s}}, {{kRebuild, kRebuild, u"aktualisieren"_s}}, {{{}, u" "_s, {}}}};
     for (const ArchiveField field : CategoryLists::kFields) {
-        const auto values = CategoryLists::Read(folder, field);
-        if (!values)
+        const auto joined = CategoryLists::ReadJoined(folder, field);
+        if (!joined)
             return std::nullopt;
-        nodes.append(CategoryNode(field, *values));
+        branches.append(Category(field, *joined));
     }
-    return nodes;
+    return branches;
 }
 
 Click ClickOn(QStringView key) {

@@ -10,8 +10,23 @@ namespace kalvo::ArchiveTree {
 struct Node {
     QString key; ///< empty: the spacer
     QString text;
-    QString image;      ///< name of the icon, empty for none
-    QList<Node> values; ///< of a category
+    QString image; ///< name of the icon, empty for none
+};
+
+/** A node of the top level and the values below it, maybe hundreds of thousands: their nodes are made on demand. */
+struct Branch {
+    struct Value {
+        int index; ///< in the list, with the empty ones
+        int begin; ///< in the joined values
+        int length;
+    };
+    Node node;
+    QString joined = {};     ///< of a category: its values, one after another
+    QList<Value> shown = {}; ///< those that are not empty
+
+    int Count() const { return static_cast<int>(shown.size()); }
+    /** Of the value in this row, below Count(). */
+    Node ValueAt(int row) const;
 };
 
 /**
@@ -19,7 +34,7 @@ struct Node {
  * A value's key is its category and its index in the list, counted with the empty values that are left out. None when
  * a category file is missing: then the lists are to be built first.
  */
-std::optional<QList<Node>> Fill(const DataFolder& folder);
+std::optional<QList<Branch>> Fill(const DataFolder& folder);
 
 enum class Click { Close, Rebuild, Value, Nothing };
 /** What a click on a node means; Nothing for the spacer and the categories. */

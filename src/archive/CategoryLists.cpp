@@ -30,14 +30,21 @@ std::optional<ArchiveField> FieldOf(QStringView name) {
     return found == kFields.end() ? std::nullopt : std::optional(*found);
 }
 
-std::optional<QStringList> Read(const DataFolder& folder, ArchiveField field) {
+std::optional<QString> ReadJoined(const DataFolder& folder, ArchiveField field) {
     QFile file(PathOf(folder, field));
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QString line = AnsiText::Decode(file.readAll());
     while (line.endsWith(u'\n') || line.endsWith(u'\r'))
         line.chop(1);
-    return line.isEmpty() ? QStringList() : line.split(u'\n');
+    return line;
+}
+
+std::optional<QStringList> Read(const DataFolder& folder, ArchiveField field) {
+    const auto joined = ReadJoined(folder, field);
+    if (!joined)
+        return std::nullopt;
+    return joined->isEmpty() ? QStringList() : joined->split(u'\n');
 }
 
 bool Write(const DataFolder& folder, ArchiveField field, const QStringList& values) {
@@ -52,9 +59,9 @@ std::optional<ArchiveField> FieldOfCaption(QStringView caption) {
     return FieldOf(caption.left(caption.indexOf(u' ') < 0 ? caption.size() : caption.indexOf(u' ')));
 }
 
-QStringList Entries(const DataFolder& folder, ArchiveField field) {
+QStringList Entries(const QStringList& values) {
     QStringList entries{AllEntry()};
-    for (const QString& value : Read(folder, field).value_or(QStringList()))
+    for (const QString& value : values)
         if (const QString trimmed = value.trimmed(); !trimmed.isEmpty())
             entries.append(trimmed);
     return entries;

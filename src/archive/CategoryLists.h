@@ -20,7 +20,9 @@ QString Name(ArchiveField field);
 /** Field of such a name, letter for letter; none for anything else. */
 std::optional<ArchiveField> FieldOf(QStringView name);
 
-/** The file's values as they stand, empty ones included; none when there is no such file or it cannot be read. */
+/** The file's values as they stand, joined by line feeds; none when there is no such file or it cannot be read. */
+std::optional<QString> ReadJoined(const DataFolder& folder, ArchiveField field);
+/** The same, each by itself, empty ones included. */
 std::optional<QStringList> Read(const DataFolder& folder, ArchiveField field);
 /** Replaces the file atomically; false, with the old one in place, when it cannot be written. */
 bool Write(const DataFolder& folder, ArchiveField field, const QStringList& values);
@@ -29,8 +31,8 @@ bool Write(const DataFolder& folder, ArchiveField field, const QStringList& valu
 QString AllEntry();
 /** Field of a column whose head opens a value list; the caption may carry a direction mark. */
 std::optional<ArchiveField> FieldOfCaption(QStringView caption);
-/** The list's entries: "<alle>", then the values, trimmed, without empty ones. A missing file gives "<alle>" alone. */
-QStringList Entries(const DataFolder& folder, ArchiveField field);
+/** The list's entries: "<alle>", then the values, trimmed, without empty ones. */
+QStringList Entries(const QStringList& values);
 /** The record source of a chosen entry. */
 QString Statement(ArchiveField field, const QString& entry);
 

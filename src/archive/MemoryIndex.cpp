@@ -5,6 +5,7 @@
 #include "archive/TextFolding.h"
 
 #include <future>
+#include <tuple>
 #include <utility>
 
 namespace kalvo {
@@ -81,7 +82,17 @@ void MemoryIndex::Append(qint64 nr, const Texts& texts) {
     }
 }
 
-void MemoryIndex::Put(const TitleRecord& record) {
+void MemoryIndex::Put(const QList<TitleRecord>& records) {
+    std::vector<qint64> numbers;
+    numbers.reserve(static_cast<std::size_t>(records.size()));
+    for (const TitleRecord& record : records)
+        numbers.push_back(record.Nr);
+    const std::vector<std::uint32_t> rows = RowsOf(numbers);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        PutAt(rows[i], records.at(static_cast<qsizetype>(i)));
+}
+
+void MemoryIndex::PutAt(std::uint32_t row, const TitleRecord& record) {
     std::array<QByteArray, kTextFields.size()> utf8;
     Texts texts;
     for (const ArchiveField field : kTextFields) {
@@ -89,15 +100,18 @@ void MemoryIndex::Put(const TitleRecord& record) {
         bytes = FieldText(record, field).toUtf8();
         texts[PlaceIn(field)] = {bytes.constData(), static_cast<std::size_t>(bytes.size())};
     }
-    if (const auto row = RowOf(record.Nr)) {
-        if (UpdateInPlace(*row, texts))
-            return;
-        alive_.Clear(*row);
+    const bool isAlive = row != kNoRow && alive_.Test(row);
+    if (row != kNoRow && UpdateInPlace(row, texts)) {
+        alive_.Set(row);
+        dead_ -= isAlive ? 0 : 1;
+        return;
+    }
+    if (isAlive) {
+        alive_.Clear(row);
         ++dead_;
     }
     Append(record.Nr, texts);
-    const auto row = static_cast<std::uint32_t>(ids_.size() - 1);
-    AddPath(row);
+    AddPath(static_cast<std::uint32_t>(ids_.size() - 1));
 }
 
 void MemoryIndex::Remove(std::vector<qint64> numbers) {
@@ -110,13 +124,25 @@ void MemoryIndex::Remove(std::vector<qint64> numbers) {
     });
 }
 
-std::optional<std::size_t> MemoryIndex::RowOf(qint64 nr) const {
-    if (nr > highest_)
-        return std::nullopt;
-    for (auto at = ids_.begin(); (at = std::find(at, ids_.end(), nr)) != ids_.end(); ++at)
-        if (const auto row = static_cast<std::size_t>(at - ids_.begin()); alive_.Test(row))
-            return row;
-    return std::nullopt;
+/** Of several rows of one number, all but the last are dead. */
+std::vector<std::uint32_t> MemoryIndex::RowsOf(const std::vector<qint64>& numbers) const {
+    std::vector<std::uint32_t> rows(numbers.size(), kNoRow);
+    std::vector<std::pair<qint64, std::size_t>> sorted;
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        if (numbers[i] <= highest_)
+            sorted.emplace_back(numbers[i], i);
+    if (sorted.empty())
+        return rows;
+    std::sort(sorted.begin(), sorted.end());
+    const auto below = [](const auto& entry, qint64 nr) { return entry.first < nr; };
+    for (std::uint32_t row = 0; row < ids_.size(); ++row) {
+        if (ids_[row] < sorted.front().first || ids_[row] > sorted.back().first)
+            continue;
+        const auto found = std::lower_bound(sorted.begin(), sorted.end(), ids_[row], below);
+        if (found->first == ids_[row])
+            rows[found->second] = row;
+    }
+    return rows;
 }
 
 /** Possible where nothing changes that the rows are ordered or found by. */
@@ -185,10 +211,24 @@ void MemoryIndex::Settle() {
         return TextFolding::Compare(titles_.At(left), titles_.At(right));
     });
     RankPaths();
-    order_ = DefaultOrder(titleRanks_.Order());
+    OrderNewRows();
     position_.resize(order_.size());
     for (std::uint32_t i = 0; i < order_.size(); ++i)
         position_[order_[i]] = i;
+}
+
+void MemoryIndex::OrderNewRows() {
+    std::vector<std::uint32_t> added(ids_.size() - order_.size());
+    std::iota(added.begin(), added.end(), static_cast<std::uint32_t>(order_.size()));
+    const Column& artists = ColumnOf(ArchiveField::Interpret);
+    const auto artistRanks = artists.dictionary.Ranks().Ranks();
+    const auto titleRanks = titleRanks_.Ranks();
+    const auto keyOf = [&](std::uint32_t row) {
+        return std::tuple(artistRanks[artists.codes[row]], titleRanks[row], row);
+    };
+    const auto less = [&](std::uint32_t left, std::uint32_t right) { return keyOf(left) < keyOf(right); };
+    std::sort(added.begin(), added.end(), less);
+    order_ = Merged(order_, added, less);
 }
 
 void MemoryIndex::RankPaths() {

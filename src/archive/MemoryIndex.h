@@ -19,8 +19,9 @@ namespace kalvo {
  *
  * Rows are numbered as they come. Titles and file names are swept as whole texts; all other fields, and the folder part
  * of the path, are codes into dictionaries of their distinct values, so that a search looks at each value once. A row
- * whose texts change is marked dead and appended anew; Pack() drops the dead ones and brings the rows into the default
- * order, Interpret and Titel, so that what a search finds is in order already.
+ * whose texts change is marked dead and appended anew; a removed one is marked dead and revived when it is put again.
+ * Pack() drops the dead ones and brings the rows into the default order, Interpret and Titel, so that what a search
+ * finds is in order already.
  *
  * One thread at a time: the one that loads it, then the UI thread.
  */
@@ -31,7 +32,9 @@ public:
     /** For loading: texts in UTF-8, in the order of kTextFields; the number is new. Pack() is to follow. */
     void Append(qint64 nr, const Texts& texts);
     /** Adds a title or replaces the one of the same number. */
-    void Put(const TitleRecord& record);
+    void Put(const TitleRecord& record) { Put(QList{record}); }
+    /** The same for many at once; each number comes once. */
+    void Put(const QList<TitleRecord>& records);
     /** Unknown numbers are passed over. */
     void Remove(std::vector<qint64> numbers);
     /** Ranks what has been written since; called by Select() too. */
@@ -56,6 +59,8 @@ public:
     std::size_t Bytes() const;
 
 private:
+    static constexpr std::uint32_t kNoRow = 0xFFFFFFFFU;
+
     struct ShortText {
         std::uint64_t text = 0; ///< up to seven bytes as they came, and their number
         std::uint32_t code = 0;
@@ -98,7 +103,12 @@ private:
     /** Artist + " - " + title. */
     std::string HeadingOf(std::size_t row) const;
     int ComparePaths(std::uint32_t left, std::uint32_t right) const;
-    std::optional<std::size_t> RowOf(qint64 nr) const;
+    /** The latest row of each number, alive or dead; kNoRow where there is none. */
+    std::vector<std::uint32_t> RowsOf(const std::vector<qint64>& numbers) const;
+    /** row: the latest of the title's number. A dead one that fits comes back to life. */
+    void PutAt(std::uint32_t row, const TitleRecord& record);
+    /** Takes the rows that came since the last order into it. */
+    void OrderNewRows();
     bool UpdateInPlace(std::size_t row, const Texts& texts);
     void SortAlbums();
     void Reorder(const std::vector<std::uint32_t>& rows);

@@ -10,6 +10,23 @@
 
 namespace kalvo {
 
+/** The sorted order with the sorted further things in their places, behind those that they are equal to. */
+template<typename Less>
+std::vector<std::uint32_t> Merged(const std::vector<std::uint32_t>& order, const std::vector<std::uint32_t>& added,
+                                  Less less) {
+    std::vector<std::uint32_t> merged;
+    merged.reserve(order.size() + added.size());
+    auto from = order.begin();
+    for (const std::uint32_t thing : added) {
+        const auto to = std::upper_bound(from, order.end(), thing, less);
+        merged.insert(merged.end(), from, to);
+        merged.push_back(thing);
+        from = to;
+    }
+    merged.insert(merged.end(), from, order.end());
+    return merged;
+}
+
 /** A sorted order of numbered things and the rank of each; equal things share a rank. Grows without sorting anew. */
 class SortRanks {
 public:
@@ -32,7 +49,7 @@ public:
         std::iota(added.begin(), added.end(), known);
         const auto less = [&](std::uint32_t left, std::uint32_t right) { return compare(left, right) < 0; };
         std::stable_sort(added.begin(), added.end(), less);
-        order_ = Merged(added, less);
+        order_ = Merged(order_, added, less);
         rank_.resize(size, 0);
         const std::vector<std::uint32_t> old = known == 0 ? std::vector<std::uint32_t>() : rank_;
         Rank([&](std::size_t place) {
@@ -54,21 +71,6 @@ public:
     }
 
 private:
-    template<typename Less>
-    std::vector<std::uint32_t> Merged(const std::vector<std::uint32_t>& added, Less less) const {
-        std::vector<std::uint32_t> merged;
-        merged.reserve(order_.size() + added.size());
-        auto from = order_.begin();
-        for (const std::uint32_t thing : added) {
-            const auto to = std::upper_bound(from, order_.end(), thing, less);
-            merged.insert(merged.end(), from, to);
-            merged.push_back(thing);
-            from = to;
-        }
-        merged.insert(merged.end(), from, order_.end());
-        return merged;
-    }
-
     template<typename Tied>
     void Rank(Tied tied) {
         tied_ = BitSet(order_.size());

@@ -66,8 +66,8 @@ TEST_F(CategoryListsTest, AFileIsOneLineOfValues) {
 
 TEST_F(CategoryListsTest, ColumnListsOfferTrimmedValues) {
     ASSERT_TRUE(CategoryLists::Write(data, Album, {u" Best "_s, u"  "_s, QString(), u"Gold"_s}));
-    EXPECT_EQ(CategoryLists::Entries(data, Album).join(u'|'), u"<alle>|Best|Gold"_s);
-    EXPECT_EQ(CategoryLists::Entries(data, Stil), QStringList{u"<alle>"_s});
+    EXPECT_EQ(CategoryLists::Entries(*CategoryLists::Read(data, Album)).join(u'|'), u"<alle>|Best|Gold"_s);
+    EXPECT_EQ(CategoryLists::Entries({}), QStringList{u"<alle>"_s});
     const std::pair<QString, std::optional<ArchiveField>> captions[] = {
         {u"Album"_s, Album},        {u"Interpret <"_s, Interpret}, {u"Kommentar >"_s, Extra1},
         {u"Titel"_s, {}},           {u"Zuletzt Gespielt"_s, {}},   {u"Extra1"_s, {}},
@@ -78,13 +78,13 @@ TEST_F(CategoryListsTest, ColumnListsOfferTrimmedValues) {
 
 TEST_F(CategoryListsTest, ATreesValueKnowsItsPlaceAndItsStatement) {
     WriteAll({u"Abba"_s, QString(), u"O'Neil"_s});
-    const auto nodes = ArchiveTree::Fill(data);
-    ASSERT_TRUE(nodes);
-    const ArchiveTree::Node& comments = nodes->last();
-    ASSERT_EQ(comments.values.size(), 2);
-    EXPECT_EQ(comments.values.at(1).key, u"Kommentar2"_s);
-    EXPECT_EQ(comments.values.at(1).image, u"auswahl"_s);
-    EXPECT_EQ(ArchiveTree::Statement(comments.values.at(1).key, comments.values.at(1).text),
+    const auto branches = ArchiveTree::Fill(data);
+    ASSERT_TRUE(branches);
+    ASSERT_EQ(branches->last().Count(), 2);
+    const ArchiveTree::Node comment = branches->last().ValueAt(1);
+    EXPECT_EQ(comment.key, u"Kommentar2"_s);
+    EXPECT_EQ(comment.image, u"auswahl"_s);
+    EXPECT_EQ(ArchiveTree::Statement(comment.key, comment.text),
               u"SELECT * FROM Daten  Where Extra1 Like 'O*Neil' Order By Interpret, Titel"_s);
     ASSERT_TRUE(QDir(data.Root()).remove(u"Stil"_s));
     EXPECT_FALSE(ArchiveTree::Fill(data));
@@ -101,7 +101,7 @@ TEST_F(CategoryBuildTest, CollectsSpellingsInTheOrderOfTheArtists) {
     EXPECT_EQ(Values(Interpret), u"Abba|abba|Zappa"_s);
     EXPECT_EQ(Values(Album), u"Gold|Live|gold"_s);
     EXPECT_EQ(Values(Stil), u"Pop|Rock|rock"_s);
-    EXPECT_EQ(CategoryLists::Entries(data, Extra1).join(u'|'), u"<alle>|laut|für"_s);
+    EXPECT_EQ(CategoryLists::Entries(*CategoryLists::Read(data, Extra1)).join(u'|'), u"<alle>|laut|für"_s);
     EXPECT_TRUE(ArchiveTree::Fill(data));
 }
 

@@ -35,11 +35,15 @@ public:
 
     void Change(qint64 nr, ArchiveField field, const char* text) {
         titles_[static_cast<std::size_t>(nr - 1)][Place(field)] = text;
+        index.Put(Record(nr));
+    }
+
+    TitleRecord Record(qint64 nr) const {
         TitleRecord record;
         for (const ArchiveField each : kTextFields)
             FieldPlace(record, each) = QString::fromStdString(TextOf(nr, each));
         record.Nr = nr;
-        index.Put(record);
+        return record;
     }
 
     /** Whether the title of this number stands before the other one. */
@@ -108,12 +112,31 @@ TEST(MemoryIndexTest, ManyTitlesComeInEveryOrderAlsoWhenAThirdOfThemHasGone) {
     expectOrders("all", 0);
     titles.Change(77, Album, "album zz");
     expectOrders("one on another album", 0);
-    std::vector<qint64> third;
-    for (qint64 nr = 1; nr <= ManyTitles::kTitles; nr += 3)
-        third.push_back(nr);
-    titles.index.Remove(third);
-    left -= third.size();
+    const auto remove = [&](qint64 every) {
+        std::vector<qint64> gone;
+        for (qint64 nr = 1; nr <= ManyTitles::kTitles; nr += every)
+            gone.push_back(nr);
+        titles.index.Remove(gone);
+        left = static_cast<std::size_t>(titles.index.Count());
+        return gone;
+    };
+    const std::vector<qint64> gone = remove(5);
+    EXPECT_EQ(left, ManyTitles::kTitles - gone.size());
     expectOrders("some gone", 0);
+    QList<TitleRecord> back;
+    for (std::size_t i = 0; i < gone.size(); i += 2)
+        back.append(titles.Record(gone[i]));
+    titles.index.Put(back);
+    left += static_cast<std::size_t>(back.size());
+    expectOrders("half of them back", 0);
+    EXPECT_TRUE(titles.index.FindPath(back.last().Pfad));
+    titles.Change(gone[0], Titel, "title back");
+    titles.Change(gone[2], Interpret, "artist 0");
+    titles.Change(gone[1], Album, "album back");
+    ++left;
+    expectOrders("changed when and after they came back", 0);
+    remove(3);
+    expectOrders("a third gone", 0);
     titles.index.Append(kLongNumber, {});
     expectOrders("a number of more than 32 bits", 1);
     EXPECT_EQ(titles.index.Count(), static_cast<qint64>(left) + 1);

@@ -25,17 +25,18 @@ ArchiveCategories::ArchiveCategories(Archive& archive, const DataFolder& folder,
 }
 
 void ArchiveCategories::FillArchiveTree() {
-    if (const auto nodes = ArchiveTree::Fill(folder_))
-        tree_->SetNodes(*nodes);
+    if (const auto branches = ArchiveTree::Fill(folder_))
+        tree_->SetBranches(*branches);
     else
         BuildCategoryLists([this] { FillArchiveTree(); });
 }
 
 void ArchiveCategories::OpenValueList(ArchiveField field, const QRect& head) {
-    if (!CategoryLists::Read(folder_, field))
+    const auto values = CategoryLists::Read(folder_, field);
+    if (!values)
         return BuildCategoryLists([this, field, head] { OpenValueList(field, head); });
     listed_ = field;
-    valueList_->Open(CategoryLists::Entries(folder_, field), head);
+    valueList_->Open(CategoryLists::Entries(*values), head);
 }
 
 void ArchiveCategories::BuildCategoryLists(std::function<void()> then) {

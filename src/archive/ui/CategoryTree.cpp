@@ -26,12 +26,12 @@ QString CategoryTree::SelectedValue() const {
     const QModelIndexList selected = selectionModel()->selectedIndexes();
     if (selected.isEmpty())
         return {};
-    const ArchiveTree::Node& node = model_->NodeAt(selected.first());
+    const ArchiveTree::Node node = model_->NodeAt(selected.first());
     return ArchiveTree::ClickOn(node.key) == ArchiveTree::Click::Value ? node.text : QString();
 }
 
 void CategoryTree::Choose(const QModelIndex& index) {
-    const ArchiveTree::Node& node = model_->NodeAt(index);
+    const ArchiveTree::Node node = model_->NodeAt(index);
     switch (ArchiveTree::ClickOn(node.key)) {
     case ArchiveTree::Click::Close:
         clearSelection();

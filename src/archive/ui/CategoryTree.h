@@ -14,7 +14,7 @@ public:
     explicit CategoryTree(QWidget* parent = nullptr);
 
     /** All categories are collapsed then, nothing is selected. */
-    void SetNodes(const QList<ArchiveTree::Node>& nodes) { model_->SetNodes(nodes); }
+    void SetBranches(const QList<ArchiveTree::Branch>& branches) { model_->SetBranches(branches); }
     /** Text of the selected value node; empty when another node or none is selected. */
     QString SelectedValue() const;
 

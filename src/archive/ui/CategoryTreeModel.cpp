@@ -21,16 +21,16 @@ QString IconOf(const QString& image) {
 
 } // namespace
 
-void CategoryTreeModel::SetNodes(QList<ArchiveTree::Node> nodes) {
+void CategoryTreeModel::SetBranches(QList<ArchiveTree::Branch> branches) {
     beginResetModel();
-    nodes_ = std::move(nodes);
+    branches_ = std::move(branches);
     endResetModel();
 }
 
-const ArchiveTree::Node& CategoryTreeModel::NodeAt(const QModelIndex& index) const {
+ArchiveTree::Node CategoryTreeModel::NodeAt(const QModelIndex& index) const {
     if (index.internalId() == topId)
-        return nodes_[index.row()];
-    return nodes_[static_cast<qsizetype>(index.internalId()) - 1].values[index.row()];
+        return branches_[index.row()].node;
+    return branches_[static_cast<qsizetype>(index.internalId()) - 1].ValueAt(index.row());
 }
 
 QModelIndex CategoryTreeModel::index(int row, int column, const QModelIndex& parent) const {
@@ -47,14 +47,14 @@ QModelIndex CategoryTreeModel::parent(const QModelIndex& child) const {
 
 int CategoryTreeModel::rowCount(const QModelIndex& parent) const {
     if (!parent.isValid())
-        return static_cast<int>(nodes_.size());
-    return static_cast<int>(NodeAt(parent).values.size());
+        return static_cast<int>(branches_.size());
+    return parent.internalId() == topId ? branches_[parent.row()].Count() : 0;
 }
 
 QVariant CategoryTreeModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
-    const ArchiveTree::Node& node = NodeAt(index);
+    const ArchiveTree::Node node = NodeAt(index);
     switch (role) {
     case Qt::DisplayRole:
         return node.text;
@@ -69,8 +69,10 @@ QVariant CategoryTreeModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-/** The spacer, which has no key, cannot be selected. */
+/** The spacer, which has no key, cannot be selected. Asked for every value when a category unfolds. */
 Qt::ItemFlags CategoryTreeModel::flags(const QModelIndex& index) const {
+    if (index.isValid() && index.internalId() != topId)
+        return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
     if (!index.isValid() || NodeAt(index).key.isEmpty())
         return Qt::ItemIsEnabled;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable;

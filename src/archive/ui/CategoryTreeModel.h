@@ -17,9 +17,9 @@ public:
 
     using QAbstractItemModel::QAbstractItemModel;
 
-    void SetNodes(QList<ArchiveTree::Node> nodes);
+    void SetBranches(QList<ArchiveTree::Branch> branches);
 
-    const ArchiveTree::Node& NodeAt(const QModelIndex& index) const;
+    ArchiveTree::Node NodeAt(const QModelIndex& index) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;
@@ -29,7 +29,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
-    QList<ArchiveTree::Node> nodes_;
+    QList<ArchiveTree::Branch> branches_;
 };
 
 } // namespace kalvo
