@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <numeric>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace kalvo {
@@ -35,7 +36,11 @@ public:
     void Assign(std::vector<std::uint32_t> order, Tied tied) {
         order_ = std::move(order);
         rank_.resize(order_.size());
-        Rank(tied);
+        tied_ = BitSet(order_.size());
+        for (std::size_t place = 1; place < order_.size(); ++place)
+            if (tied(place))
+                tied_.Set(place);
+        RankFrom(0);
         SortTies();
     }
 
@@ -51,12 +56,17 @@ public:
         std::stable_sort(added.begin(), added.end(), less);
         order_ = Merged(order_, added, less);
         rank_.resize(size, 0);
-        const std::vector<std::uint32_t> old = known == 0 ? std::vector<std::uint32_t>() : rank_;
-        Rank([&](std::size_t place) {
-            const std::uint32_t left = order_[place - 1];
-            const std::uint32_t right = order_[place];
-            return left < known && right < known ? old[left] == old[right] : compare(left, right) == 0;
-        });
+        const BitSet before = std::exchange(tied_, BitSet(size));
+        std::size_t old = 0;
+        std::size_t first = size;
+        for (std::size_t place = 0; place < size; ++place) {
+            const bool isNew = order_[place] >= known;
+            if (isNew)
+                first = std::min(first, place);
+            if (isNew ? place > 0 && compare(order_[place - 1], order_[place]) == 0 : before.Test(old++))
+                tied_.Set(place);
+        }
+        RankFrom(first);
     }
 
     std::size_t Size() const { return order_.size(); }
@@ -71,16 +81,12 @@ public:
     }
 
 private:
-    template<typename Tied>
-    void Rank(Tied tied) {
-        tied_ = BitSet(order_.size());
-        std::uint32_t rank = 0;
-        for (std::size_t i = 0; i < order_.size(); ++i) {
-            if (i > 0 && tied(i))
-                tied_.Set(i);
-            else if (i > 0)
-                ++rank;
-            rank_[order_[i]] = rank;
+    /** Ranks what stands from this place on. */
+    void RankFrom(std::size_t first) {
+        std::uint32_t rank = first == 0 ? 0 : rank_[order_[first - 1]];
+        for (std::size_t place = first; place < order_.size(); ++place) {
+            rank += place > 0 && !IsTied(place) ? 1 : 0;
+            rank_[order_[place]] = rank;
         }
     }
 
