@@ -10,11 +10,11 @@ namespace kalvo::test {
 
 /** One desk for all tests: its windows are opened anew each time. */
 struct GalleryTest : ::testing::Test {
-    static void SetUpTestSuite() { desk = std::make_unique<GalleryDesk>(); }
+    static void SetUpTestSuite() { desk = std::make_unique<gallery::GalleryDesk>(); }
     static void TearDownTestSuite() { desk.reset(); }
     void TearDown() override { EXPECT_EQ(desk->UnexpectedQuestions(), QStringList()); }
 
-    inline static std::unique_ptr<GalleryDesk> desk;
+    inline static std::unique_ptr<gallery::GalleryDesk> desk;
 };
 
 inline void ExpectNone(const QStringList& faults, const QString& name) {

@@ -36,6 +36,7 @@ namespace kalvo::test {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace gallery;
 
 /** Of a field for a time: Tab goes from the hour to the minute first. */
 constexpr int kSections = 2;

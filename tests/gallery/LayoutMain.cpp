@@ -7,7 +7,7 @@
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
-    const kalvo::test::GalleryScreen screen(QSize(800, 600));
+    const kalvo::gallery::GalleryScreen screen(QSize(800, 600));
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

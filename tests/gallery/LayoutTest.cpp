@@ -36,6 +36,7 @@ namespace kalvo::test {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace gallery;
 
 /** Rounding of texts' widths. */
 constexpr int kTolerance = 1;

@@ -12,7 +12,7 @@
 
 #include <stdexcept>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 namespace {
 
@@ -22,7 +22,7 @@ void BuildCategories(Desk& desk) {
     bool built = false;
     QObject::connect(&explorer, &frmExplorer::Built, &explorer, [&built] { built = true; });
     explorer.Start();
-    WaitUntil([&built] { return built; });
+    test::WaitUntil([&built] { return built; });
 }
 
 } // namespace
@@ -37,7 +37,7 @@ GalleryDesk::GalleryDesk(Content content)
         GalleryContent::WriteFiles(*desk_, music_);
     }
     window_ = std::make_unique<Form1>(*desk_, CommandLine());
-    if (!window_->Load() || !WaitUntil([this] { return desk_->archive.IsIndexReady(); }))
+    if (!window_->Load() || !test::WaitUntil([this] { return desk_->archive.IsIndexReady(); }))
         throw std::runtime_error("the main window does not load");
     if (content == Content::Evening) {
         GalleryContent::FillArchive(*desk_, music_);
@@ -80,4 +80,4 @@ void GalleryDesk::Settle() {
     }
 }
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

@@ -21,7 +21,7 @@
 
 #include <stdexcept>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 namespace {
 
@@ -70,7 +70,7 @@ void WaitForSide(const QWidget& window) {
     const auto isThere = [cover, jingle] {
         return !cover->isVisible() || (cover->accessibleName() == u"Coverbild"_s && !jingle->text().isEmpty());
     };
-    WaitUntil(isThere, std::chrono::seconds(5));
+    test::WaitUntil(isThere, std::chrono::seconds(5));
 }
 
 void Resize(GalleryDesk& desk, const QSize& size) {
@@ -151,13 +151,13 @@ void Run(const QCommandLineParser& line) {
 
 } // namespace
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery
 
 int main(int argc, char** argv) {
     const int scale = std::max(1, qEnvironmentVariableIntValue("QT_SCALE_FACTOR"));
-    const kalvo::test::GalleryScreen screen(QSize(1920, 1080) * scale);
+    const kalvo::gallery::GalleryScreen screen(QSize(1920, 1080) * scale);
     QApplication application(argc, argv);
-    kalvo::test::SpeakGerman(application);
+    kalvo::gallery::SpeakGerman(application);
     QCommandLineParser line;
     line.addPositionalArgument(QStringLiteral("Ordner"), QStringLiteral("wohin die Bilder kommen"));
     line.addOption({QStringLiteral("alle"), QStringLiteral("jedes Fenster in jedem Skin und Schriftgrad")});
@@ -167,7 +167,7 @@ int main(int argc, char** argv) {
     if (line.positionalArguments().size() != 1)
         line.showHelp(2);
     try {
-        kalvo::test::Run(line);
+        kalvo::gallery::Run(line);
     } catch (const std::exception& failure) {
         QTextStream(stderr) << failure.what() << '\n';
         return 1;

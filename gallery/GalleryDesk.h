@@ -10,7 +10,7 @@
 
 #include <memory>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 class StageAudio;
 
@@ -39,7 +39,7 @@ public:
 private:
     void CloseQuestion();
 
-    TestFolder folder_;
+    test::TestFolder folder_;
     QTemporaryDir musicFolder_; ///< its path is shown
     QStringList music_;
     StageAudio* audio_ = nullptr;
@@ -49,4 +49,4 @@ private:
     QTimer guard_;
 };
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

@@ -7,7 +7,7 @@
 
 class QWidget;
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 /** name: of the window, with what it shows behind a hyphen where it shows several things: "frmOptionen-Stil". */
 using GalleryVisit = std::function<void(const QString& name, QWidget& window)>;
@@ -27,4 +27,4 @@ void VisitMenus(GalleryDesk& desk, const GalleryVisit& visit);
 /** Questions and messages of the program, the longest and the shortest of each kind. */
 void VisitMessages(GalleryDesk& desk, const GalleryVisit& visit);
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

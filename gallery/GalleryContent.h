@@ -2,7 +2,7 @@
 
 #include "app/Desk.h"
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 class StageAudio;
 
@@ -21,4 +21,4 @@ void PutOnAir(Desk& desk, StageAudio& audio, const QStringList& music);
 
 } // namespace GalleryContent
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

@@ -4,15 +4,15 @@
 
 #include <array>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 /** Three cards, music that can be seen, and files as long as they are said to be. Nothing sounds. */
-class StageAudio : public FakeAudio {
+class StageAudio : public test::FakeAudio {
 public:
     std::map<std::string, double> lengths; ///< seconds, by path; other files have four minutes
 
     audio::Handle StreamCreateFile(audio::Output output, const std::string& path) override {
-        const audio::Handle handle = FakeAudio::StreamCreateFile(output, path);
+        const audio::Handle handle = test::FakeAudio::StreamCreateFile(output, path);
         if (handle != 0) {
             const auto known = lengths.find(path);
             At(handle).length = known == lengths.end() ? 240 : known->second;
@@ -28,7 +28,7 @@ public:
     bool GetInfo(audio::Output output, audio::OutputInfo& info) const override {
         info.deviceName = "USB-Audio, Analog Stereo";
         info.sampleRate = kStageRate;
-        return FakeAudio::GetInfo(output, info);
+        return test::FakeAudio::GetInfo(output, info);
     }
     audio::Levels ChannelGetLevel(audio::Handle handle) override {
         return At(handle).activity == audio::Activity::Playing ? GetOutputLevels({}) : audio::Levels();
@@ -55,4 +55,4 @@ private:
     static constexpr int kStageRate = 48000;
 };
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

@@ -15,7 +15,7 @@
 #include <QImage>
 #include <QPainter>
 
-namespace kalvo::test::GalleryContent {
+namespace kalvo::gallery::GalleryContent {
 
 namespace {
 
@@ -288,4 +288,4 @@ void PutOnAir(Desk& desk, StageAudio& audio, const QStringList& music) {
     desk.mixer.SeekSeconds(1, Seconds(kFiles.front()) - 11);
 }
 
-} // namespace kalvo::test::GalleryContent
+} // namespace kalvo::gallery::GalleryContent

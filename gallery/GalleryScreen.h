@@ -4,7 +4,7 @@
 #include <QSize>
 #include <QTemporaryFile>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 /** The only screen of a program that draws into memory. To be made before the application, and to outlive it. */
 class GalleryScreen {
@@ -25,4 +25,4 @@ private:
     QTemporaryFile description_;
 };
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

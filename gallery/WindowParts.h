@@ -3,7 +3,7 @@
 #include <QList>
 #include <QWidget>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 /** The window's own parts that are shown, also such as are scrolled away. */
 template<typename Part = QWidget>
@@ -28,4 +28,4 @@ bool IsA(const QWidget& part) {
 /** For a line that tells a fault: class, name, text and place. */
 QString NameOf(const QWidget& part);
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

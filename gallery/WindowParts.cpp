@@ -6,7 +6,7 @@
 #include <QMenuBar>
 #include <QTabBar>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 using namespace Qt::StringLiterals;
 
@@ -29,4 +29,4 @@ QList<QWidget*> PartsOf(const QWidget& window) {
     return parts;
 }
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery

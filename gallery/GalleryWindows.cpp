@@ -31,7 +31,7 @@
 
 #include <stdexcept>
 
-namespace kalvo::test {
+namespace kalvo::gallery {
 
 namespace {
 
@@ -51,7 +51,7 @@ void SelectRow(QAbstractItemView& view, int row) {
 
 /** Waits for what the window's threads find; the picture tells when they did not. */
 void WaitForRows(QAbstractItemView& view, int rows) {
-    WaitUntil([&] { return view.model()->rowCount() >= rows; }, std::chrono::seconds(5));
+    test::WaitUntil([&] { return view.model()->rowCount() >= rows; }, std::chrono::seconds(5));
 }
 
 /** Opens a modeless window by its menu command. */
@@ -124,7 +124,7 @@ void ShowForm1(GalleryDesk& desk, const GalleryVisit& visit) {
     Form1& window = desk.Window();
     In<QLineEdit>(window, "Text1").setText(u"nacht"_s);
     auto& grid = In<QAbstractItemView>(window, "DataGrid2");
-    WaitUntil([&grid] { return grid.model()->rowCount() < 20; }, std::chrono::seconds(5));
+    test::WaitUntil([&grid] { return grid.model()->rowCount() < 20; }, std::chrono::seconds(5));
     SelectRow(grid, 1);
     SelectRow(In<QAbstractItemView>(window, "List1"), 2);
     SelectRow(In<QAbstractItemView>(window, "List2"), 4);
@@ -149,8 +149,8 @@ void FindDuplicates(GalleryDesk& /*desk*/, QDialog& window) {
 void OfferFiles(GalleryDesk& desk, QDialog& window) {
     static_cast<frmTitelEinlesen&>(window).Offer(desk.Music());
     auto& tree = In<QTreeView>(window, "ExplorerTreeView1"); // reads the folders beside the window
-    WaitUntil([&tree] { return tree.viewport()->rect().contains(tree.visualRect(tree.currentIndex()).center()); },
-              std::chrono::seconds(2));
+    test::WaitUntil([&tree] { return tree.viewport()->rect().contains(tree.visualRect(tree.currentIndex()).center()); },
+                    std::chrono::seconds(2));
 }
 
 void ShowExplorer(GalleryDesk& desk, const GalleryVisit& visit) {
@@ -162,7 +162,7 @@ void ShowExplorer(GalleryDesk& desk, const GalleryVisit& visit) {
 
 void FinishCheck(GalleryDesk& /*desk*/, QDialog& window) {
     auto& again = In<QPushButton>(window, "cmdPruefen");
-    WaitUntil([&again] { return again.isEnabled(); }, std::chrono::seconds(5));
+    test::WaitUntil([&again] { return again.isEnabled(); }, std::chrono::seconds(5));
 }
 
 void ChooseStyles(GalleryDesk& /*desk*/, QDialog& window) {
@@ -178,7 +178,7 @@ void ChooseStyles(GalleryDesk& /*desk*/, QDialog& window) {
 void WaitForWave(GalleryDesk& /*desk*/, QDialog& window) {
     auto& position = In<PositionSlider>(window, "Slider1");
     const QImage flat = position.grab().toImage();
-    WaitUntil([&] { return position.grab().toImage() != flat; }, std::chrono::seconds(2));
+    test::WaitUntil([&] { return position.grab().toImage() != flat; }, std::chrono::seconds(2));
 }
 
 void PlanRehearsal(GalleryDesk& /*desk*/, QDialog& window) {
@@ -210,7 +210,7 @@ void ShowJingleDisplay(GalleryDesk& desk, const GalleryVisit& visit) {
     JinglePlayer player(desk.Desk().mixer);
     frmJingleAnzeige window(player, &desk.Window());
     player.Add({u"/home/studio/Kalvo/Sample/Stationskennung.mp3"_s, JingleDue::Daily, false});
-    WaitUntil([&player] {
+    test::WaitUntil([&player] {
         player.Tick();
         return player.IsPlaying();
     });
@@ -250,7 +250,7 @@ void ShowRecording(GalleryDesk& desk, const GalleryVisit& visit) {
 void ShowTagEditor(GalleryDesk& desk, const GalleryVisit& visit) {
     In<QLineEdit>(desk.Window(), "Text1").setText(u"sommer"_s);
     auto& grid = In<QAbstractItemView>(desk.Window(), "DataGrid2");
-    WaitUntil([&grid] { return grid.model()->rowCount() < 6; }, std::chrono::seconds(5));
+    test::WaitUntil([&grid] { return grid.model()->rowCount() < 6; }, std::chrono::seconds(5));
     for (int row = 0; row < grid.model()->rowCount(); ++row) {
         if (grid.model()->index(row, 0).data().toString() == u"Sommer in der Stadt")
             SelectRow(grid, row);
@@ -377,4 +377,4 @@ void VisitMessages(GalleryDesk& desk, const GalleryVisit& visit) {
         ok, Sign::Warning);
 }
 
-} // namespace kalvo::test
+} // namespace kalvo::gallery
