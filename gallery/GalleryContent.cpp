@@ -3,9 +3,11 @@
 #include "app/WindowValues.h"
 #include "base/PlayTime.h"
 #include "gallery/StageAudio.h"
+#include "live/InspectedTitle.h"
 #include "live/JingleFile.h"
 #include "live/SampleFile.h"
 #include "playback/OutputChoice.h"
+#include "playback/TitleStore.h"
 #include "playback/WaveformCache.h"
 #include "playlists/PlaylistActions.h"
 
@@ -146,24 +148,31 @@ void PaintCover(const QString& folder) {
     image.save(folder + u"/cover.png"_s);
 }
 
-void WriteSamples(Desk& desk) {
+/** Beside the music; the files in it are empty. */
+QString SampleOf(const QStringList& music, const QString& name) {
+    const QString folder = QFileInfo(QFileInfo(music.constFirst()).path()).path();
+    QString path = folder + u"/Kalvo/Sample/"_s + name + u".mp3"_s;
+    Touch(path);
+    return path;
+}
+
+void WriteSamples(Desk& desk, const QStringList& music) {
     const char* names[] = {
         "Tusch",        "Countdown 5 s",   "",           "Trommelwirbel", "Gleich geht's weiter", "Glocke", "Applaus",
         "Airhorn kurz", "Stationskennung", "Verkehrston"};
     SampleSlots slots;
     for (std::size_t pad = 0; pad < slots.size(); ++pad) {
         if (const QString name = Text(names[pad]); !name.isEmpty())
-            slots.at(pad) = {name, u"/home/studio/Kalvo/Sample/"_s + name + u".mp3"_s};
+            slots.at(pad) = {name, SampleOf(music, name)};
     }
     SampleFile(desk.folder.Path(u"\\sample.dll"_s), desk.clock).Write(slots);
 }
 
-void WriteJingles(Desk& desk) {
+void WriteJingles(Desk& desk, const QStringList& music) {
     JingleFile file(desk.folder.Path(u"\\TerminPlayNeu.dll"_s), desk.settings, desk.clock);
     JingleRecords records = file.Read();
-    const QString folder = u"/home/studio/Kalvo/Sample/"_s;
-    const auto fill = [&records, &folder](std::size_t place, const QString& name, const QList<JingleSlot>& slots) {
-        records.at(place).path = folder + name;
+    const auto fill = [&records, &music](std::size_t place, const QString& name, const QList<JingleSlot>& slots) {
+        records.at(place).path = SampleOf(music, name);
         records.at(place).active = true;
         for (qsizetype slot = 0; slot < slots.size(); ++slot)
             records.at(place).slots.at(static_cast<std::size_t>(slot)) = slots.at(slot);
@@ -171,9 +180,9 @@ void WriteJingles(Desk& desk) {
     // Hours away: nothing is to be due while somebody looks.
     const QTime later(desk.clock.Now().time().addSecs(6 * 3600).hour(), 0);
     const auto at = [&later](int minutes) { return later.addSecs(60 * minutes).toString(u"HH:mm"_s); };
-    fill(0, u"Stationskennung.mp3"_s, {{JingleSlot::Daily(), {}, at(0)}, {JingleSlot::Daily(), {}, at(30)}});
-    fill(1, u"Verkehrston.mp3"_s, {{JingleSlot::Daily(), {}, at(15)}});
-    fill(2, u"Gleich wird getanzt.mp3"_s, {{JingleSlot::Weekly(), u"Samstag"_s, at(55)}});
+    fill(0, u"Stationskennung"_s, {{JingleSlot::Daily(), {}, at(0)}, {JingleSlot::Daily(), {}, at(30)}});
+    fill(1, u"Verkehrston"_s, {{JingleSlot::Daily(), {}, at(15)}});
+    fill(2, u"Gleich wird getanzt"_s, {{JingleSlot::Weekly(), u"Samstag"_s, at(55)}});
     records[2].active = false;
     records[1].afterTitle = true;
     file.Write(records);
@@ -196,6 +205,25 @@ void WriteEvening(Desk& desk, const QStringList& music) {
         start = start.addSecs(played.played);
     }
 }
+
+/** What the check before the show knows of the files, which are empty or shorter than their titles. */
+class Inspections {
+public:
+    explicit Inspections(Desk& desk)
+        : known_(desk.folder.Path(u"\\Vorpruefung.db"_s), TitleRows::Access::Write, desk.clock) {}
+
+    void Keep(const TitleRecord& title) {
+        audio::TitleInspection found;
+        found.decoded = PlayTime::Parse(title.Zeit);
+        found.silenceAtEnd = title.Titel == u"Regen auf Glas"_s || title.Titel == u"Southbound"_s ? 9 : 0.4;
+        found.clippedRuns = title.Titel == u"Lighthouse Disco"_s ? 46 : 0;
+        found.measures = {title.Titel == u"Über den Dächern"_s ? -23.5 : -11.0, 0.98, title.Extra4.toDouble()};
+        known_.Put(title.Pfad, {FileStamp::Of(title.Pfad), found});
+    }
+
+private:
+    TitleStore<InspectedTitle> known_;
+};
 
 void WriteCharts(Desk& desk, const QStringList& music) {
     QDateTime when = desk.clock.Now().addDays(-20);
@@ -221,24 +249,27 @@ void WriteFiles(Desk& desk, const QStringList& music) {
     WindowValues values;
     values.importFolder = QFileInfo(music.constFirst()).path();
     values.Write(desk.folder.Path(u"\\kalvo.dll"_s));
-    WriteSamples(desk);
-    WriteJingles(desk);
+    WriteSamples(desk, music);
+    WriteJingles(desk, music);
     WriteEvening(desk, music);
     WriteCharts(desk, music);
 }
 
 void FillArchive(Desk& desk, const QStringList& music) {
     const QDateTime now = desk.clock.Now();
+    Inspections inspections(desk);
     for (std::size_t index = 0; index < kFiles.size(); ++index) {
         TitleRecord record = RecordOf(kFiles.at(index), music.at(static_cast<qsizetype>(index)));
         record.Extra2 = now.addDays(-3 * static_cast<qint64>(index)).toString(u"yyyy.MM.dd, HH:mm"_s);
         desk.archive.AddTitle(record);
+        inspections.Keep(record);
     }
     for (std::size_t index = 0; index < kOthers.size(); ++index) {
         TitleRecord record = Other(music, index);
         Touch(record.Pfad);
         record.Extra2 = index % 3 == 0 ? QString() : now.addDays(-40).toString(u"yyyy.MM.dd, HH:mm"_s);
         desk.archive.AddTitle(record);
+        inspections.Keep(record);
     }
     for (const std::size_t index : {2U, 9U}) {
         TitleRecord twice = Other(music, index);

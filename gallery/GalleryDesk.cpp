@@ -28,12 +28,12 @@ void BuildCategories(Desk& desk) {
 } // namespace
 
 GalleryDesk::GalleryDesk(Content content)
-    : musicFolder_(qEnvironmentVariable("KALVO_GALERIE_MUSIK", QDir::tempPath()) + QStringLiteral("/Musik-XXXXXX")) {
+    : shownFolder_(qEnvironmentVariable("KALVO_GALERIE_ORDNER", otherFolder_.path())) {
     auto library = std::make_unique<StageAudio>();
     audio_ = library.get();
     desk_ = std::make_unique<kalvo::Desk>(DataFolder(folder_.Path(QStringLiteral("Kalvo"))), std::move(library));
     if (content == Content::Evening) {
-        music_ = WriteDemoTitles(musicFolder_.path());
+        music_ = WriteDemoTitles(shownFolder_ + QStringLiteral("/Musik"));
         GalleryContent::WriteFiles(*desk_, music_);
     }
     window_ = std::make_unique<Form1>(*desk_, CommandLine());

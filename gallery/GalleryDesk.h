@@ -40,7 +40,8 @@ private:
     void CloseQuestion();
 
     test::TestFolder folder_;
-    QTemporaryDir musicFolder_; ///< its path is shown
+    QTemporaryDir otherFolder_;
+    QString shownFolder_; ///< of music and samples
     QStringList music_;
     StageAudio* audio_ = nullptr;
     std::unique_ptr<kalvo::Desk> desk_;

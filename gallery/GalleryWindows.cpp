@@ -151,6 +151,7 @@ void OfferFiles(GalleryDesk& desk, QDialog& window) {
     auto& tree = In<QTreeView>(window, "ExplorerTreeView1"); // reads the folders beside the window
     test::WaitUntil([&tree] { return tree.viewport()->rect().contains(tree.visualRect(tree.currentIndex()).center()); },
                     std::chrono::seconds(2));
+    tree.scrollTo(tree.currentIndex().parent(), QAbstractItemView::PositionAtTop);
 }
 
 void ShowExplorer(GalleryDesk& desk, const GalleryVisit& visit) {

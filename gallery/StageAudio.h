@@ -19,14 +19,11 @@ public:
         }
         return handle;
     }
-    std::string GetDeviceDescription(int device) override {
-        static const std::array<const char*, 4> kNames{"Kein Ton", "Standard", "USB-Audio, Analog Stereo",
-                                                       "Internes Audio, Analog Stereo"};
-        return device >= 0 && device < 4 ? kNames.at(static_cast<std::size_t>(device)) : "";
-    }
+    std::string GetDeviceDescription(int device) override { return Card(device); }
     bool Init(audio::Output, int, int, int) override { return true; }
     bool GetInfo(audio::Output output, audio::OutputInfo& info) const override {
-        info.deviceName = "USB-Audio, Analog Stereo";
+        info.device = output == audio::Output::Main ? 2 : 3;
+        info.deviceName = Card(info.device);
         info.sampleRate = kStageRate;
         return test::FakeAudio::GetInfo(output, info);
     }
@@ -47,6 +44,11 @@ public:
     }
 
 private:
+    static std::string Card(int device) {
+        static const std::array<const char*, 4> kNames{"Kein Ton", "Standard", "USB-Audio, Analog Stereo",
+                                                       "Internes Audio, Analog Stereo"};
+        return device >= 0 && device < 4 ? kNames.at(static_cast<std::size_t>(device)) : "";
+    }
     bool IsPlaying() const {
         return std::any_of(streams.begin(), streams.end(),
                            [](const auto& stream) { return stream.second.activity == audio::Activity::Playing; });
