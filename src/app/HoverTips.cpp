@@ -17,8 +17,8 @@ HoverTips::HoverTips(QObject* parent) : QObject(parent) {
     connect(&reader_, &HoverReader::Ready, this, &HoverTips::ShowWhatFollowed);
 }
 
-void HoverTips::Watch(QWidget& widget, SubjectAt subjectAt) {
-    watched_.insert(&widget, std::move(subjectAt));
+void HoverTips::Watch(QWidget& widget, const SubjectAt& subjectAt) {
+    watched_.insert(&widget, subjectAt);
     widget.installEventFilter(this);
     connect(&widget, &QObject::destroyed, this, [this](const QObject* gone) { watched_.remove(gone); });
 }

@@ -30,7 +30,7 @@ public:
 
     explicit HoverTips(QObject* parent = nullptr);
 
-    void Watch(QWidget& widget, SubjectAt subjectAt);
+    void Watch(QWidget& widget, const SubjectAt& subjectAt);
     /** The file's tags have changed. */
     void Forget(const QString& path) { reader_.Forget(path); }
 

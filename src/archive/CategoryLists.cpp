@@ -55,10 +55,6 @@ QString AllEntry() {
     return u"<alle>"_s;
 }
 
-std::optional<ArchiveField> FieldOfCaption(QStringView caption) {
-    return FieldOf(caption.left(caption.indexOf(u' ') < 0 ? caption.size() : caption.indexOf(u' ')));
-}
-
 QStringList Entries(const QStringList& values) {
     QStringList entries{AllEntry()};
     for (const QString& value : values)

@@ -29,8 +29,6 @@ bool Write(const DataFolder& folder, ArchiveField field, const QStringList& valu
 
 /** First entry of the list under a column's head: every title. */
 QString AllEntry();
-/** Field of a column whose head opens a value list; the caption may carry a direction mark. */
-std::optional<ArchiveField> FieldOfCaption(QStringView caption);
 /** The list's entries: "<alle>", then the values, trimmed, without empty ones. */
 QStringList Entries(const QStringList& values);
 /** The record source of a chosen entry. */
