@@ -1,21 +1,13 @@
-#include "archive/ArchiveDatabase.h"
 #include "archive/ChildProcess.h"
-#include "archive/TestClock.h"
-#include "support/TestFolder.h"
+#include "archive/ui/ArchiveDesk.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <gtest/gtest.h>
 
-#include <csignal>
 #include <sys/resource.h>
-#include <unistd.h>
 
 namespace kalvo::test {
-
 namespace {
-
-using namespace Qt::StringLiterals;
 
 TitleRecord Title(qint64 i) {
     TitleRecord record;
@@ -82,8 +74,6 @@ protected:
     TestFolder folder;
     QString path = folder.Path(u"Musikarchiv/default.mav"_s);
 };
-
-} // namespace
 
 TEST_F(ArchiveSafetyTest, AKilledImportKeepsEveryBatch) {
     qint64 before = 0;
@@ -228,4 +218,5 @@ TEST_F(ArchiveSafetyTest, TwoProgramsWriteIntoOneArchive) {
     EXPECT_EQ(TitlesLeft(), 601);
 }
 
+} // namespace
 } // namespace kalvo::test

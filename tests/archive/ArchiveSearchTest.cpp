@@ -1,16 +1,12 @@
 #include "archive/ArchiveSession.h"
 #include "archive/ArchiveStatements.h"
-#include "archive/ArchiveTree.h"
 #include "archive/PlainArchive.h"
 #include "archive/ui/ArchiveDesk.h"
 
 #include <random>
 
 namespace kalvo::test {
-
 namespace {
-
-using namespace Qt::StringLiterals;
 using enum ArchiveField;
 
 /** Random titles full of what makes searches go wrong, in a real archive and in the plain one beside it. */
@@ -122,8 +118,6 @@ PlainArchive::Wanted Holds(const QList<ArchiveField>& columns, const QString& te
     };
 }
 
-} // namespace
-
 TEST(ArchiveSearchTest, EveryWayOfSearchingGivesWhatAPlainListGives) {
     for (unsigned seed = 0; seed < 12; ++seed) {
         RandomTitles random(seed);
@@ -214,4 +208,5 @@ TEST(ArchiveSearchTest, ThePathOfAPlayedTitleIsFoundLikeTheImportFindsIt) {
     }
 }
 
+} // namespace
 } // namespace kalvo::test

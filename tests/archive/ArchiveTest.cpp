@@ -7,10 +7,7 @@
 #include <QFile>
 
 namespace kalvo::test {
-
 namespace {
-
-using namespace Qt::StringLiterals;
 
 class ArchiveTest : public ::testing::Test, protected ArchiveDesk {
 protected:
@@ -37,8 +34,6 @@ protected:
     QString defaultPath = data.Path(u"\\Musikarchiv\\default.mav"_s);
 };
 
-} // namespace
-
 TEST_F(ArchiveTest, FirstStartCreatesEverythingWhateverIsConfigured) {
     QStringList messages;
     QObject::connect(&archive, &Archive::Message, [&](const QString& text) { messages << text; });
@@ -56,7 +51,7 @@ TEST_F(ArchiveTest, FirstStartCreatesEverythingWhateverIsConfigured) {
 }
 
 TEST_F(ArchiveTest, AConfiguredArchiveCountsBesideADefaultOne) {
-    const QString elsewhere = folder.Path(u"other/mine.mav"_s);
+    const QString elsewhere = folder.Path(u"größe \"x\", 1/mine.mav"_s);
     WriteLayout(data, elsewhere);
     Reopen(data);
     EXPECT_EQ(archive.Path(), elsewhere);
@@ -69,31 +64,6 @@ TEST_F(ArchiveTest, AConfiguredArchiveCountsBesideADefaultOne) {
         EXPECT_EQ(archive.Path(), defaultPath) << "the data folder was moved here from " << before.toStdString();
         EXPECT_EQ(LayoutFile::Read(layoutPath).archivePath, defaultPath);
     }
-}
-
-TEST_F(ArchiveTest, LayoutFileKeepsItsTwelveValues) {
-    LayoutFile layout;
-    layout.columnWidths = {1500, 900, 0, 1, 2, 3, 4, 7};
-    layout.rowHeight = 14.25;
-    layout.archivePath = u"/musik/größe \"x\".mav"_s;
-    layout.playlistPath = u"/p.mav"_s;
-    ASSERT_TRUE(layout.Write(layoutPath));
-    EXPECT_TRUE(folder.Read(u"Kalvo/mp3tabelle.dll"_s).startsWith("4,1500,900,0,1,2,3,4,7,"));
-    const LayoutFile read = LayoutFile::Read(layoutPath);
-    EXPECT_EQ(read.columnWidths, layout.columnWidths);
-    EXPECT_EQ(read.rowHeight, layout.rowHeight);
-    EXPECT_EQ(read.archivePath, layout.archivePath);
-    EXPECT_EQ(read.playlistPath, layout.playlistPath);
-    EXPECT_EQ(LayoutFile::Read(data.Path(u"\\missing.dll"_s)).archivePath, QString());
-}
-
-TEST_F(ArchiveTest, AStatementItCannotUnderstandChangesNothing) {
-    Add(u"a"_s, u"eins"_s);
-    Add(u"b"_s, u"zwei"_s);
-    ASSERT_TRUE(archive.SetRecordSource(ArchiveStatements::QuickSearch(u"ein"_s, {ArchiveField::Titel})));
-    EXPECT_FALSE(archive.SetRecordSource(u"Select * From Daten Where Titel Like '*O'Neil*'"_s));
-    EXPECT_EQ(Shown(), u"eins"_s);
-    EXPECT_EQ(archive.CurrentRecordSource(), ArchiveStatements::QuickSearch(u"ein"_s, {ArchiveField::Titel}));
 }
 
 TEST_F(ArchiveTest, TakesSourcesAndTitlesWhileTheIndexLoads) {
@@ -140,30 +110,38 @@ TEST_F(ArchiveTest, ShowsWhatAnotherProgramWritesWhenItPauses) {
     EXPECT_EQ(Shown(), u"drei"_s);
 }
 
-TEST(ForeignWritesTest, AreReadWhenTheyPauseOrAtLastAfterManyLooks) {
-    ForeignWrites writes;
-    writes.Read(1);
-    EXPECT_FALSE(writes.AreDue(1));
-    EXPECT_FALSE(writes.AreDue(2));
-    EXPECT_TRUE(writes.AreDue(2));
-    writes.Read(2);
-    EXPECT_FALSE(writes.AreDue(2));
-    int looks = 1;
-    while (!writes.AreDue(2 + looks) && looks < 100)
-        ++looks;
-    EXPECT_EQ(looks, ForeignWrites::kPatience);
+TEST(LastPlayed, SortsStampsByTheirAge) {
+    const LastPlayedCounts counts = CountLastPlayed({{u"2026.11.21, 23:15"_s, 1},
+                                                     {u"22.11.2026 00:10:00"_s, 2},
+                                                     {u"2026.11.20, 00:00"_s, 4},
+                                                     {u"15.11.2026 12:00:00"_s, 8},
+                                                     {u"2026.11.14, 12:00"_s, 16},
+                                                     {u"2026.10.22, 12:00"_s, 32},
+                                                     {u"gestern"_s, 64},
+                                                     {QString(), 128}},
+                                                    QDate(2026, 11, 21));
+    EXPECT_EQ((QList<qint64>{counts.today, counts.week, counts.month, counts.earlier, counts.never, counts.Total()}),
+              (QList<qint64>{3, 12, 16, 96, 128, 255}));
+    EXPECT_EQ(LastPlayedStamp(QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5))), u"2026.01.02, 03:04"_s);
 }
 
-TEST_F(ArchiveTest, AnUpdatedRecordShowsAtOnce) {
-    Add(u"a"_s, u"eins"_s);
+TEST_F(ArchiveTest, CountsAndClearsTheStampsOfTheLastPlays) {
+    for (const char* stamp : {"2026.11.21, 23:15", "", "2026.11.21, 23:15", "x"}) {
+        TitleRecord title;
+        title.Titel = u"T"_s;
+        title.Pfad = u"/m/%1.mp3"_s.arg(archive.Count());
+        title.Extra2 = QString::fromLatin1(stamp);
+        ASSERT_TRUE(archive.AddTitle(title));
+    }
     archive.Refresh();
-    TitleRecord record = archive.RowAt(0);
-    record.Extra2 = u"07.03.2026"_s;
-    int changed = -1;
-    QObject::connect(&archive, &Archive::RowChanged, [&](int row) { changed = row; });
-    ASSERT_TRUE(archive.UpdateRecord(record));
-    EXPECT_EQ(changed, 0);
-    EXPECT_EQ(archive.RowAt(0).Extra2, u"07.03.2026"_s);
+    StampCounts stamps = archive.CountStamps();
+    std::sort(stamps.begin(), stamps.end());
+    EXPECT_EQ(stamps, (StampCounts{{QString(), 1}, {u"2026.11.21, 23:15"_s, 2}, {u"x"_s, 1}}));
+    ASSERT_TRUE(archive.ClearStamps());
+    EXPECT_EQ(archive.CountStamps(), (StampCounts{{QString(), 4}}));
+    EXPECT_TRUE(archive.SetRecordSource(u"Select * From Daten Where Extra2 Like '*2026*'"_s));
+    EXPECT_EQ(archive.RowCount(), 0) << "searches know it too";
 }
 
+} // namespace
 } // namespace kalvo::test

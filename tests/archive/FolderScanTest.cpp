@@ -1,17 +1,12 @@
 #include "archive/FolderScan.h"
 
-#include "support/TestFolder.h"
-
-#include <gtest/gtest.h>
+#include "archive/ui/ArchiveDesk.h"
 
 #include <filesystem>
 #include <fstream>
 
 namespace kalvo::test {
-
 namespace {
-
-using namespace Qt::StringLiterals;
 
 class FolderScanTest : public ::testing::TestWithParam<ScanMethod> {
 protected:
@@ -30,8 +25,6 @@ protected:
 
     TestFolder folder;
 };
-
-} // namespace
 
 TEST_P(FolderScanTest, TakesMusicFilesDepthFirst) {
     for (const QString& name : {u"b.mp3"_s, u"SONG.MP3"_s, u"song.mp3.bak"_s, u"song.wav"_s, u"Ä/x.Ogg"_s, u"B/y.mp3"_s,
@@ -87,14 +80,5 @@ TEST_P(FolderScanTest, TellsProgressAndCanBeCancelled) {
 
 INSTANTIATE_TEST_SUITE_P(BothMethods, FolderScanTest, ::testing::Values(ScanMethod::Standard, ScanMethod::Alternative));
 
-TEST(ScanRootTest, TakesAbsoluteLocalFoldersOnly) {
-    const TestFolder folder;
-    EXPECT_TRUE(IsScanRoot(folder.Path()));
-    for (const QString& root : {u""_s, u"music"_s, u"./music"_s, u"//server/share"_s, u"\\\\server\\share"_s,
-                                u"/does/not/exist"_s, folder.Write(u"file"_s, "x")}) {
-        EXPECT_FALSE(IsScanRoot(root)) << root.toStdString();
-        EXPECT_FALSE(ScanFolder(root, ScanMethod::Standard).validRoot);
-    }
-}
-
+} // namespace
 } // namespace kalvo::test

@@ -1,18 +1,14 @@
 #include "archive/GridColumns.h"
-#include "archive/TitleRow.h"
 
-#include "base/Settings.h"
-#include "support/TestFolder.h"
-
-#include <gtest/gtest.h>
+#include "archive/GridSort.h"
+#include "archive/ui/ArchiveDesk.h"
 
 #include <set>
 
-namespace kalvo {
-
+namespace kalvo::test {
 namespace {
 
-using namespace Qt::StringLiterals;
+using enum ArchiveField;
 
 constexpr int fontHeight = 13;
 
@@ -27,7 +23,7 @@ void ExpectEveryFieldOnce(const QList<GridColumn>& columns) {
 struct GridColumnsTest : ::testing::Test {
     QList<GridColumn> Stored() const { return GridColumns::Read(Settings(folder.Path(u"kalvo.ini"_s)), fontHeight); }
 
-    test::TestFolder folder;
+    TestFolder folder;
     Settings settings{folder.Path(u"kalvo.ini"_s)};
     QList<GridColumn> columns = GridColumns::Defaults(fontHeight);
 };
@@ -43,18 +39,6 @@ TEST_F(GridColumnsTest, NothingStoredGivesTheBuiltInLayoutThatFillsTheGrid) {
         EXPECT_LE(used, width);
         EXPECT_GT(used, width - static_cast<int>(kTextFields.size()));
     }
-}
-
-TEST_F(GridColumnsTest, WrittenColumnsComeBack) {
-    columns.move(7, 0);
-    columns[2].width = 1234;
-    columns[5].visible = false;
-    columns[3].caption = u"CD"_s;
-    GridColumns::Write(settings, columns);
-    EXPECT_EQ(Stored(), columns);
-    EXPECT_EQ(settings.GetSetting(u"MA8"_s, u"Caption"_s, {}), u"Kommentar"_s);
-    EXPECT_EQ(settings.GetSetting(u"MA8"_s, u"DataField"_s, {}), u"Extra1"_s);
-    EXPECT_FALSE(GridColumns::VisibleFields(columns).contains(columns[5].field));
 }
 
 TEST_F(GridColumnsTest, DamagedSectionsLoseNoField) {
@@ -100,19 +84,42 @@ TEST_F(GridColumnsTest, OneColumnAlwaysShows) {
     EXPECT_EQ(GridColumns::VisibleFields(Stored()).size(), 1);
 }
 
-TEST(TitleRowTest, PackedTitlesComeBackAndShortRowsStayEmpty) {
-    TitleRecord title;
-    title.Nr = 7;
-    title.Titel = u"Über allem"_s;
-    title.Pfad = u"/m/a.mp3"_s;
-    title.Extra4 = u"128"_s;
-    const TitleRecord back = TitleRow::Unpack(TitleRow::Pack(title));
-    EXPECT_EQ(back.Nr, 7);
-    for (const ArchiveField field : kTextFields)
-        EXPECT_EQ(FieldText(back, field), FieldText(title, field));
-    EXPECT_EQ(TitleRow::Unpack({u"x"_s, u"Titel"_s}).Pfad, QString());
+GridFilter Search(const QString& text) {
+    return {text, false, {}, {Titel, Interpret}};
+}
+
+TEST(GridSortTest, ClicksGiveStatementsAndTheMark) {
+    const GridFilter none = Search(u"a"_s);
+    const GridFilter typed = Search(u"ab"_s);
+    GridFilter tree = Search(u"abba"_s);
+    tree.treeShown = true;
+    tree.treeValue = u"Rock 'n' Roll"_s;
+    const QString rock = u"SELECT * FROM Daten  Where  Titel Like '*Rock *n* Roll*' or  Interpret Like "
+                         "'*Rock *n* Roll*'Order By "_s;
+    const struct {
+        ArchiveField field;
+        const GridFilter& filter;
+        QString statement; ///< empty: nothing changes
+        QString caption;   ///< of the field
+    } clicks[] = {{Titel, none, u"Select * From Daten Order By Titel, Interpret, Titel"_s, u"Titel >"_s},
+                  {Titel, none, u"Select * From Daten Order By Titel DESC, Interpret, Titel"_s, u"Titel <"_s},
+                  {Titel, none, u"Select * From Daten Order By Titel, Interpret, Titel"_s, u"Titel >"_s},
+                  {Extra2, typed, {}, u"Zuletzt Gespielt"_s},
+                  {Extra3, tree, {}, u"Track"_s},
+                  {Extra2, none, u"Select * From Daten Order By Extra2, Interpret, Titel"_s, u"Zuletzt Gespielt >"_s},
+                  {Album, none, u"Select * From Daten Order By Album, Album, Extra3"_s, u"Album >"_s},
+                  {Album, typed,
+                   u"SELECT * FROM Daten  Where  Titel Like '*ab*' or  Interpret Like '*ab*'"
+                   "Order By Album DESC, Interpret, Titel"_s,
+                   u"Album <"_s},
+                  {Extra1, tree, rock + u"Extra1, Interpret, Titel"_s, u"Kommentar >"_s}};
+    GridSort sort;
+    for (const auto& click : clicks) {
+        EXPECT_EQ(sort.HeaderClick(click.field, click.filter), click.statement);
+        EXPECT_EQ(sort.Caption(click.field), click.caption);
+    }
+    EXPECT_EQ(sort.Caption(Titel), u"Titel"_s) << "one column has the mark";
 }
 
 } // namespace
-
-} // namespace kalvo
+} // namespace kalvo::test

@@ -8,29 +8,13 @@
 #include <QFile>
 
 namespace kalvo::test {
-
 namespace {
-
-using namespace Qt::StringLiterals;
 
 class TitleImportTest : public ::testing::Test, protected ArchiveDesk {
 protected:
     QString Make(const QString& name, const QString& title = {}) const {
         const QString artist = title.isEmpty() ? QString() : u"Künstler"_s;
         return MakeSound(folder.Path(u"musik"_s), name, {.seconds = 0.6, .title = title, .artist = artist});
-    }
-
-    /** Starts the import of so many files; they are returned. */
-    QStringList StartMany(int files) {
-        const QString made = Make(u"made.mp3"_s, u"Titel"_s);
-        QStringList paths;
-        for (int i = 0; i < files; ++i) {
-            paths << folder.Path(u"musik/%1.mp3"_s.arg(i));
-            EXPECT_TRUE(QFile::copy(made, paths.last()));
-        }
-        QObject::connect(&import, &TitleImport::Finished, [this](const ImportReport& done) { report = done; });
-        import.Start(paths);
-        return paths;
     }
 
     QStringList Titles() {
@@ -41,11 +25,8 @@ protected:
         return titles;
     }
 
-    std::optional<ImportReport> report;
     TitleImport import{archive};
 };
-
-} // namespace
 
 TEST_F(TitleImportTest, AddsInTheOrderOfTheListAndOnlyOnce) {
     const QStringList paths = {Make(u"c.mp3"_s, u"Drei"_s), Make(u"a.ogg"_s, u"Eins"_s), Make(u"b'.mp3"_s, u"Zwei"_s),
@@ -81,28 +62,28 @@ TEST_F(TitleImportTest, CutsLongTextsAndKeepsThemInOneLine) {
     EXPECT_EQ(Titles(), QStringList{u"eins  zwei"_s + QString(190, u'ä')});
 }
 
-TEST_F(TitleImportTest, TellsEveryFileFromTheEventLoop) {
-    QStringList seen;
+TEST_F(TitleImportTest, TellsEveryFileFromTheEventLoopAndACancelKeepsWhatWasAdded) {
+    constexpr int files = 60;
+    const QString made = Make(u"made.mp3"_s, u"Titel"_s);
+    QStringList paths, seen;
+    for (int i = 0; i < files; ++i) {
+        paths << folder.Path(u"musik/%1.mp3"_s.arg(i));
+        EXPECT_TRUE(QFile::copy(made, paths.last()));
+    }
+    std::optional<ImportReport> report;
+    QObject::connect(&import, &TitleImport::Finished, [&](const ImportReport& done) { report = done; });
     QObject::connect(&import, &TitleImport::Progress, [&](const ImportProgress& progress) {
         seen << progress.path;
         EXPECT_EQ(progress.done, seen.size());
-        EXPECT_EQ(progress.marked, 40);
-    });
-    const QStringList paths = StartMany(40);
-    EXPECT_TRUE(import.IsRunning());
-    ASSERT_TRUE(WaitUntil([&] { return report.has_value(); }));
-    EXPECT_EQ(seen, paths);
-    EXPECT_EQ(report->added, 40);
-    EXPECT_FALSE(import.IsRunning());
-}
-
-TEST_F(TitleImportTest, ACancelKeepsWhatWasAdded) {
-    QObject::connect(&import, &TitleImport::Progress, [&](const ImportProgress& progress) {
+        EXPECT_EQ(progress.marked, files);
         if (progress.done == 7)
             import.Cancel();
     });
-    StartMany(60);
+    import.Start(paths);
+    EXPECT_TRUE(import.IsRunning());
     ASSERT_TRUE(WaitUntil([&] { return report.has_value(); }));
+    EXPECT_FALSE(import.IsRunning());
+    EXPECT_EQ(seen, paths.first(7));
     EXPECT_TRUE(report->cancelled);
     EXPECT_EQ(report->added, 7);
     Archive reopened(clock);
@@ -110,4 +91,5 @@ TEST_F(TitleImportTest, ACancelKeepsWhatWasAdded) {
     EXPECT_EQ(reopened.Count(), 7);
 }
 
+} // namespace
 } // namespace kalvo::test

@@ -11,8 +11,6 @@
 namespace kalvo::test {
 namespace {
 
-using namespace Qt::StringLiterals;
-
 class WatchedFoldersTest : public ::testing::Test, protected ArchiveDesk {
 protected:
     WatchedFoldersTest() { QDir().mkpath(music); }

@@ -9,6 +9,8 @@
 
 namespace kalvo::test {
 
+using namespace Qt::StringLiterals;
+
 /** An opened archive in a data folder of its own, with its settings. */
 struct ArchiveDesk {
     ArchiveDesk() {
@@ -23,13 +25,13 @@ struct ArchiveDesk {
         record.Titel = title;
         record.Album = album;
         record.Extra3 = track;
-        record.Pfad = QStringLiteral("/musik/%1 - %2.mp3").arg(artist, title);
+        record.Pfad = u"/musik/%1 - %2.mp3"_s.arg(artist, title);
         EXPECT_TRUE(archive.AddTitle(record).done);
     }
 
     TestFolder folder;
-    DataFolder data{folder.Path(QStringLiteral("Kalvo"))};
-    QString iniPath = data.Path(QStringLiteral("\\kalvo.ini"));
+    DataFolder data{folder.Path(u"Kalvo"_s)};
+    QString iniPath = data.Path(u"\\kalvo.ini"_s);
     Settings settings{iniPath};
     TestClock clock;
     Archive archive{clock};
