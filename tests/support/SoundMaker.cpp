@@ -67,27 +67,11 @@ QByteArray CoverBytes(int size) {
     return bytes;
 }
 
-struct TagOption {
-    QString SoundSpec::*value;
-    const char* lame;
-    const char* vorbis; ///< of oggenc and of opusenc, which takes abbreviations
-};
-
-constexpr TagOption kTagOptions[] = {
-    {&SoundSpec::title, "--tt", "--title"}, {&SoundSpec::artist, "--ta", "--artist"},
-    {&SoundSpec::album, "--tl", "--album"}, {&SoundSpec::genre, "--tg", "--genre"},
-    {&SoundSpec::year, "--ty", "--date"},   {&SoundSpec::track, "--tn", "--tracknum"},
-    {&SoundSpec::comment, "--tc", ""},
-};
-
-QStringList TagArguments(const SoundSpec& spec, const char* TagOption::*option) {
+QStringList TagArguments(const SoundSpec& spec, const QString& titleOption, const QString& artistOption) {
     QStringList arguments;
-    for (const TagOption& tag : kTagOptions) {
-        const QString name = QString::fromLatin1(tag.*option);
-        const QString& value = spec.*tag.value;
+    for (const auto& [option, value] : {std::pair(titleOption, spec.title), std::pair(artistOption, spec.artist)}) {
         if (!value.isEmpty())
-            arguments << (name.isEmpty() ? QStringList{u"--comment"_s, u"comment="_s + value}
-                                         : QStringList{name, value});
+            arguments << option << value;
     }
     return arguments;
 }
@@ -116,10 +100,11 @@ void Encode(const QString& wave, const QString& path, const SoundSpec& spec) {
             Write(wave + u".jpg"_s, CoverBytes(spec.coverBytes));
             arguments << u"--ti"_s << wave + u".jpg"_s;
         }
-        Run(u"lame"_s, arguments + TagArguments(spec, &TagOption::lame) + spec.options + QStringList{wave, path});
+        Run(u"lame"_s, arguments + TagArguments(spec, u"--tt"_s, u"--ta"_s) + spec.options + QStringList{wave, path});
         return;
     }
-    const QStringList options = QStringList{u"--quiet"_s} + TagArguments(spec, &TagOption::vorbis) + spec.options;
+    const QStringList options =
+        QStringList{u"--quiet"_s} + TagArguments(spec, u"--title"_s, u"--artist"_s) + spec.options;
     if (ending == u"ogg") {
         Run(u"oggenc"_s, QStringList{u"--utf8"_s} + options + QStringList{u"-o"_s, path, wave});
     } else {

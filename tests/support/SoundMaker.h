@@ -15,11 +15,6 @@ struct SoundSpec {
     QStringList options = {}; ///< further arguments of the encoder, e.g. {"-V", "2", "-t"}
     QString title = {};       ///< tags, written by the encoder where not empty (not into WAV)
     QString artist = {};
-    QString album = {};
-    QString genre = {};
-    QString year = {};
-    QString track = {};
-    QString comment = {};
     int coverBytes = 0; ///< size of a cover picture to embed in an MP3 (at most 128,000); 0 = none
     double fadeIn = 0;  ///< seconds in which the sound swells at its start; 0 = it starts abruptly
 

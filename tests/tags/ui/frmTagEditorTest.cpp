@@ -123,27 +123,5 @@ TEST_F(frmTagEditorTest, PicturesAreAddedDescribedAndRemoved) {
     EXPECT_EQ(tags.ID3V2GetFrameCountW(FrameId("APIC")), 0);
 }
 
-TEST_F(frmTagEditorTest, KeepsItsSizeAndThePicturesFolder) {
-    const TagEditorSettings kept(settings, data);
-    EXPECT_EQ(kept.PictureFolder(), data.Path(u"\\Bilder"_s));
-    const auto stored = [this](const char* section, const char* key) {
-        return settings.GetSetting(QLatin1String(section), QLatin1String(key), u"keiner"_s);
-    };
-    for (const QString& pictures : {data.Path(u"\\Bilder"_s), folder.Path(u"Hüllen"_s)}) {
-        frmTagEditor other({settings, data});
-        Part<QAbstractButton>(other, "cmdKlein")->click();
-        EXPECT_TRUE(Part<QWidget>(other, "tabSeiten")->isHidden());
-        EXPECT_EQ(stored("Style", "Bearbeitung"), u"klein"_s);
-        other.findChild<PicturePage*>()->SetFolder(pictures);
-    }
-    EXPECT_EQ(stored("TagBearbeitung", "BildOrdner"), folder.Path(u"Hüllen"_s));
-    frmTagEditor again({settings, data});
-    EXPECT_TRUE(Part<QWidget>(again, "tabSeiten")->isHidden());
-    EXPECT_EQ(again.findChild<PicturePage*>()->Folder(), folder.Path(u"Hüllen"_s));
-    Part<QAbstractButton>(again, "cmdGross")->click();
-    EXPECT_FALSE(Part<QWidget>(again, "tabSeiten")->isHidden());
-    EXPECT_EQ(stored("Style", "Bearbeitung"), u"groß"_s);
-}
-
 } // namespace
 } // namespace kalvo::test
