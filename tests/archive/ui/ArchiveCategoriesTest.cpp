@@ -13,8 +13,6 @@
 namespace kalvo::test {
 namespace {
 
-using namespace Qt::StringLiterals;
-
 class ArchiveCategoriesTest : public ArchiveWindowTest {
 protected:
     ArchiveCategoriesTest() {

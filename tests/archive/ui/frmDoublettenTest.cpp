@@ -7,13 +7,10 @@
 #include <QComboBox>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QTableView>
 
 namespace kalvo::test {
 namespace {
-
-using namespace Qt::StringLiterals;
 
 const QString kIdle = u"      Suche starten"_s;
 
@@ -157,17 +154,6 @@ TEST_F(frmDoublettenTest, CancellingAndAnEmptyArchiveSayso) {
     Press("Command1");
     EXPECT_EQ(Caption(), kIdle);
     EXPECT_EQ(Text("Label2"), u"Suche abgebrochen ..."_s);
-}
-
-TEST_F(frmDoublettenTest, FileInformationTellsTimesAndSize) {
-    AddFile(u"a/Lied.mp3"_s, u"Eins"_s, 2560);
-    AddFile(u"b/Lied.mp3"_s);
-    Search(0);
-    Answers answers({u"OK"_s});
-    Do("Dateiinformation", 0);
-    const QRegularExpression expected(
-        u"\\|Erstellt: .+\nZuletzt Geändert: .+\nLetzter Zugriff: .+\nDateigrösse: 2\\.5 KB$"_s);
-    EXPECT_TRUE(expected.match(answers.Said().value(0)).hasMatch()) << answers.Said().join(u'\n').toStdString();
 }
 
 } // namespace

@@ -13,8 +13,6 @@
 namespace kalvo::test {
 namespace {
 
-using namespace Qt::StringLiterals;
-
 class frmTitelEinlesenTest : public ArchiveWindowTest {
 protected:
     frmTitelEinlesenTest() {
@@ -77,8 +75,8 @@ TEST_F(frmTitelEinlesenTest, BothScansGiveTheSameMusicFilesOfTheStartFolder) {
 }
 
 TEST_F(frmTitelEinlesenTest, AnInvalidFolderIsRefused) {
-    for (const QString& invalid :
-         {u"Musik"_s, u"//server/musik"_s, u"\\\\server\\musik"_s, QString(), root_ + u"/fehlt"_s}) {
+    for (const QString& invalid : {u"Musik"_s, u"//server/musik"_s, u"\\\\server\\musik"_s, QString(),
+                                   root_ + u"/fehlt"_s, root_ + u"/song.wav"_s}) {
         SCOPED_TRACE(invalid.toStdString());
         Find<QLineEdit>("Label5").setText(invalid);
         const Answers answers({u"OK"_s});
