@@ -1,9 +1,7 @@
 #include "live/AutoDj.h"
-#include "archive/CategoryLists.h"
 #include "archive/TestClock.h"
 #include "live/AutoDjFill.h"
 #include "live/AutoDjRefill.h"
-#include "live/AutoDjValues.h"
 #include "live/FakeTitles.h"
 #include "live/TitleVersion.h"
 #include "playlists/PlaylistSupport.h"
@@ -59,17 +57,6 @@ TEST_F(AutoDjTest, AValueThenATitleAreDrawnByTheGivenStatement) {
     EXPECT_EQ(entry.origin, EntryOrigin::Automatic);
     EXPECT_EQ(entry.path, u"/m/Pat O'Neil/c"_s);
     EXPECT_EQ(entry.duration, u"05:00"_s);
-}
-
-TEST_F(AutoDjTest, StopsWithTheFirstTitleThatExceedsTheTime) {
-    source.AddNumbered(u"A"_s, 20);
-    task.seconds = 1800;
-    EXPECT_EQ(Run(), AutoDj::State::Reached);
-    EXPECT_EQ(run->Titles(), 7); // six reach the half hour, but do not exceed it
-    EXPECT_EQ(run->Seconds(), 2100);
-    EXPECT_EQ(run->Percent(), 100);
-    EXPECT_EQ(AutoDj::Message(37 * 3600 + 61),
-              u"Titel mit einer Gesamtspielzeit von: 37:01:01 der Wiedergabeliste hinzugefügt"_s);
 }
 
 TEST_F(AutoDjTest, BothListsGetTitlesInTurnAndASkippedDrawKeepsItsTurn) {
@@ -275,17 +262,6 @@ TEST_F(AutoDjStoreTest, ImpossibleValuesGetTheirDefaults) {
     EXPECT_TRUE(store.Saved().isEmpty());
     EXPECT_EQ(store.last, (AutoDjSelection{ArchiveField::Interpret, {u"a"_s}, 0, false, {}}));
     EXPECT_EQ(store.refill.below, 1);
-}
-
-TEST_F(AutoDjStoreTest, ValuesAreTrimmedSortedAndThereOnce) {
-    const DataFolder data(folder.Path());
-    EXPECT_FALSE(AutoDjValues::Read(data, ArchiveField::Stil));
-    CategoryLists::Write(data, ArchiveField::Stil, {u"Rock "_s, {}, u"Österreich"_s, u"pop"_s, u"Rock"_s, u"  "_s});
-    const std::optional<QStringList> values = AutoDjValues::Read(data, ArchiveField::Stil);
-    ASSERT_TRUE(values);
-    EXPECT_EQ(*values, QStringList({u"Österreich"_s, u"pop"_s, u"Rock"_s}));
-    EXPECT_EQ(AutoDjValues::Offered(*values, u"ROC"_s, {}), QStringList(u"Rock"_s));
-    EXPECT_EQ(AutoDjValues::Offered(*values, {}, {u"pop"_s}), QStringList({u"Österreich"_s, u"Rock"_s}));
 }
 
 } // namespace kalvo::test

@@ -72,7 +72,6 @@ TEST_F(GuestServerTest, RefusesWhatIsNoRequestOfItsPages) {
         {"GET /..%2f..%2fetc/passwd" + host + "\r\n", 404},
         {"GET /%00" + host + "\r\n", 404},
         {"DELETE /" + host + "\r\n", 405},
-        {"PUT /wunsch" + host + "Content-Length: 4\r\n\r\nabcd", 405},
         {"POST /" + host + "Content-Length: 0\r\n\r\n", 405},
         {"POST /wunsch" + host + "Content-Length: 4097\r\n\r\n", 413},
         {"POST /wunsch" + host + "Content-Length: 99999999999999999999\r\n\r\n", 413},
@@ -117,13 +116,10 @@ TEST_F(GuestServerTest, ASlowGuestIsSentAwayAndNobodyWaitsForHim) {
     EXPECT_TRUE(Serves());
 }
 
-TEST_F(GuestServerTest, ManyConnectionsOfOneAddressAreTurnedAway) {
+TEST_F(GuestServerTest, AFloodOfOneAddressIsTurnedAwayWithoutAWish) {
     for (const auto& guest : Begin(100, "GET "))
         EXPECT_TRUE(guest->IsSentAway()) << "at once or when his time is over";
     EXPECT_TRUE(WaitUntil([this] { return Serves(); }));
-}
-
-TEST_F(GuestServerTest, AFloodIsAnsweredWithoutAWish) {
     std::atomic<int> answered = 0;
     std::vector<std::thread> flood;
     for (int i = 0; i < 3; ++i) {

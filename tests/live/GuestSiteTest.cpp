@@ -69,11 +69,8 @@ TEST_F(GuestSiteTest, ShowsTitlesAsTextWhateverTheyAreCalled) {
 }
 
 TEST_F(GuestSiteTest, SaysHowMuchWasFound) {
-    EXPECT_TRUE(Get("/treffer").body.contains("Gib einen Interpreten"));
     EXPECT_TRUE(Found(u"regen"_s).contains("2 Titel gefunden"));
     EXPECT_TRUE(Found(u"xyz"_s).contains("Nichts gefunden"));
-    GuestSite loading(clock, [](const GuestWish&) {});
-    EXPECT_TRUE(loading.Answer(Request("/treffer", {{"q", u"regen"_s}})).body.contains("geladen"));
     site.DropCatalog();
     EXPECT_TRUE(Found(u"regen"_s).contains("geladen"));
 }
@@ -239,15 +236,12 @@ TEST(GuestCatalogTest, FindsWordsInArtistAndTitleWithoutCaseAndAccents) {
         {"männer", {7}},
         {"MANNER", {7}},
         {"grün män", {7}},
-        {"män grün", {7}},
         {"strasse älgfors", {3}},
         {"  regen ", {5, 3}}, // what begins with the word comes first
         {"regen zitter", {5}},
         {"regen männer", {}},
         {"", {}},
-        {" \t", {}},
         {"%", {}},
-        {"*", {}},
         {"\x01", {}},
         {"a b c d e f g h nirgends", {}}};
     for (const auto& [text, numbers] : cases)

@@ -235,6 +235,9 @@ TEST_F(PreshowCheckTest, ChangedListsAreFollowedWhileItRuns) {
     Fill({u"a"_s, u"kaputt"_s});
     check.Refresh();
     ASSERT_TRUE(WaitUntil([this] { return Errors() == 1; })) << "and after it has ended, too";
+    facts.emergencyTitle = folder.Path(u"fehlt"_s);
+    check.Refresh();
+    EXPECT_TRUE(WaitUntil([this] { return Errors(u"Notfalltitel"_s) == 1; }));
 }
 
 TEST_F(PreshowCheckTest, ACancelledCheckEndsAtOnce) {
@@ -247,13 +250,6 @@ TEST_F(PreshowCheckTest, ACancelledCheckEndsAtOnce) {
     gateOpen = true;
     Run();
     EXPECT_EQ(check.Done(), 2) << "and can be begun again";
-}
-
-TEST_F(PreshowCheckTest, AFileChosenMeanwhileIsLookedFor) {
-    Run();
-    facts.emergencyTitle = folder.Path(u"fehlt"_s);
-    check.Refresh();
-    EXPECT_TRUE(WaitUntil([this] { return Errors(u"Notfalltitel"_s) == 1; }));
 }
 
 } // namespace

@@ -23,7 +23,6 @@ struct WishListTest : ::testing::Test {
             titles.append(NamesOfWish(wish.display).title);
         return titles;
     }
-    QStringList Kept() const { return QDir(folder.Path()).entryList({u"WZ.*"_s}); }
 
     TestFolder folder;
     TestClock clock;
@@ -66,16 +65,6 @@ TEST_F(WishListTest, WhatDoesNotFitIsCut) {
     again.Load();
     EXPECT_EQ(again.Wishes().at(0).path, WishFile::StoredPath(list.Wishes().at(0).path));
     EXPECT_EQ(again.Wishes().at(0).display, WishFile::StoredDisplay(list.Wishes().at(0).display));
-}
-
-TEST_F(WishListTest, OddBytesAtTheEndAreKeptBesideTheFile) {
-    list.Add(Make(u"eins"_s));
-    folder.Write(u"WZ"_s, folder.Read(u"WZ"_s) + "halb");
-    EXPECT_EQ(Stored(), QStringList({u"eins"_s}));
-    list.Add(Make(u"zwei"_s));
-    EXPECT_EQ(Stored(), QStringList({u"eins"_s, u"zwei"_s}));
-    ASSERT_EQ(Kept().size(), 1);
-    EXPECT_EQ(folder.Read(Kept().at(0)), "halb");
 }
 
 TEST_F(WishListTest, ADamagedFileIsTold) {

@@ -93,16 +93,6 @@ TEST_F(frmSamplePadsTest, TheLevelReductionIsShownAtOnceAndStoredAtTheEnd) {
     EXPECT_EQ(frmSample::StoredReduction(settings), 50);
 }
 
-TEST_F(frmSamplePadsTest, TheWindowIsDraggedFromItsSurfaceAndItsFrame) {
-    for (QWidget* place : {static_cast<QWidget*>(&window), Part(window, "Frame1")}) {
-        window.move(100, 100);
-        Mouse(*place, QEvent::MouseButtonPress, {1, 1});
-        Mouse(*place, QEvent::MouseMove, {31, 21});
-        EXPECT_EQ(window.pos(), QPoint(130, 120)) << place->objectName().toStdString();
-        Mouse(*place, QEvent::MouseButtonRelease, {1, 1});
-    }
-}
-
 struct frmSampleEinstellungenTest : frmSampleTest {
     frmSampleEinstellungenTest() { window.show(); }
     void Push(const char* name) { Part<QAbstractButton>(window, name)->click(); }

@@ -63,19 +63,6 @@ TEST_F(frmVorpruefungTest, ShowsWhatIsWrongByItsWeightAndLeadsThere) {
     EXPECT_TRUE(QApplication::clipboard()->text().contains(u"- Liste 2, 3. Wach: Die Datei fehlt: "_s));
 }
 
-TEST_F(frmVorpruefungTest, TheChosenLineStaysChosenWhenTheListChanges) {
-    Check();
-    lines->setCurrentItem(Line(missing));
-    facts.mixing.continuous = false;
-    Check();
-    ASSERT_NE(Line(u"Stillstandswache"_s), nullptr);
-    ASSERT_NE(lines->currentItem(), nullptr);
-    EXPECT_EQ(lines->currentItem()->text(0), missing);
-    facts.lists = {};
-    Check();
-    EXPECT_EQ(Line(missing), nullptr);
-}
-
 /** A header asked to stretch a column does so later: here only while the window goes. */
 TEST_F(frmVorpruefungTest, GoesWhileItIsShown) {
     Check();
