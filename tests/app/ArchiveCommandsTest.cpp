@@ -1,110 +1,84 @@
-#include "app/ArchiveCommands.h"
-
-#include "app/DeskActions.h"
-#include "app/WindowValues.h"
-#include "archive/ui/ArchiveDesk.h"
-#include "archive/ui/ArchivePanel.h"
+#include "app/FakeWindow.h"
 #include "archive/ui/frmSuchen.h"
 #include "archive/ui/frmTitelLoeschen.h"
-#include "support/PartOf.h"
-#include "support/WindowActs.h"
-
-#include <QtWidgets>
 
 namespace kalvo {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-struct ArchiveCommandsTest : ::testing::Test {
+/** The main window with three titles in the archive. */
+struct ArchiveCommandsTest : test::FakeWindow {
     void SetUp() override {
-        for (const char* artist : {"Abba", "Juno", "Zoo"}) {
-            TitleRecord record;
-            record.Interpret = QString::fromLatin1(artist);
-            record.Pfad = desk_.folder.Write(record.Interpret + u".mp3"_s, "x");
-            EXPECT_TRUE(desk_.archive.AddTitle(record).done);
-        }
-        desk_.archive.Refresh();
-        actions_.BuildMenus(*window_.menuBar());
-        panel_ = new ArchivePanel(desk_.archive, desk_.settings, desk_.data, &window_);
-        window_.setCentralWidget(panel_);
-        window_.resize(1000, 400);
-        commands_ = new ArchiveCommands(desk_.archive, *panel_, actions_, values_, {new QWidget(&window_)}, window_);
-        QObject::connect(commands_, &ArchiveCommands::Told, [this](const QString& text) { told_ << text; });
-        window_.show();
+        Show();
+        for (const QString& artist : {u"Abba"_s, u"Juno"_s, u"Zoo"_s})
+            AddTitle(Title(artist, {}, folder.Write(artist + u".mp3"_s, "x")));
+        panel = window->findChild<ArchivePanel*>();
     }
-
-    QStringList Choose(const char* action, const QStringList& answers = {}) {
+    QStringList Choose(const char* action, const QStringList& answers = {}) const {
         test::Answers given(answers);
-        test::Part<QAction>(window_, action)->trigger();
+        Trigger(action);
         EXPECT_TRUE(given.AllGiven());
         return given.Said();
     }
-    QUndoStack& Undo() { return commands_->UndoStack(); }
-    QString Count() { return test::Part<QLabel>(*panel_, "lblAnzahl")->text(); }
-    qint64 Titles() { return desk_.archive.Count(); }
+    QAction& Undo() const { return In<QAction>("Rueckgaengig"); }
+    qint64 Titles() const { return desk->archive.Count(); }
 
-    test::ArchiveDesk desk_;
-    WindowValues values_;
-    QMainWindow window_;
-    DeskActions actions_;
-    ArchivePanel* panel_ = nullptr;
-    ArchiveCommands* commands_ = nullptr;
-    QStringList told_;
+    ArchivePanel* panel = nullptr;
 };
 
 TEST_F(ArchiveCommandsTest, MarkedTitlesAreDeletedAfterAQuestionAndComeBack) {
+    In<QAbstractItemView>("DataGrid2").clearSelection();
     EXPECT_TRUE(Choose("TitelAusMusikarchivlLoeschen").isEmpty()) << "nothing is marked";
-    panel_->GoToRow(1);
+    panel->GoToRow(1);
     EXPECT_EQ(Choose("TitelAusMusikarchivlLoeschen", {u"Nein"_s}),
               QStringList(u"Löschen|Achtung+++ Die markierten Titel aus dem Musikarchiv löschen? +++Achtung"_s));
     EXPECT_EQ(Titles(), 3);
-    EXPECT_FALSE(Undo().canUndo());
+    EXPECT_FALSE(Undo().isEnabled());
     {
         const test::Answers answers({u"Ja"_s});
-        auto* grid = test::Part(*panel_, "DataGrid2");
-        grid->setFocus();
-        test::PressKey(*grid, Qt::Key_Delete); // the key belongs to the grid
+        auto& grid = In("DataGrid2");
+        grid.setFocus();
+        test::PressKey(grid, Qt::Key_Delete); // the key belongs to the grid
     }
     EXPECT_EQ(Titles(), 2);
-    EXPECT_EQ(panel_->CurrentRecord().Interpret, u"Zoo"_s) << "the title that took its place";
-    EXPECT_EQ(Undo().undoText(), u"Löschen aus dem Musikarchiv (1 Titel)"_s);
-    Undo().undo();
-    EXPECT_EQ(desk_.archive.RowAt(1).Interpret, u"Juno"_s);
-    EXPECT_FALSE(Undo().canUndo());
-    Undo().redo();
+    EXPECT_EQ(panel->CurrentRecord().Interpret, u"Zoo"_s) << "the title that took its place";
+    EXPECT_EQ(Undo().text(), u"&Rückgängig: Löschen aus dem Musikarchiv (1 Titel)"_s);
+    Undo().trigger();
+    EXPECT_EQ(desk->archive.RowAt(1).Interpret, u"Juno"_s);
+    EXPECT_FALSE(Undo().isEnabled());
+    Trigger("Wiederherstellen");
     EXPECT_EQ(Titles(), 2);
 }
 
 TEST_F(ArchiveCommandsTest, AnUndoThatFailsCanBeTriedAgain) {
-    panel_->GoToRow(0);
+    panel->GoToRow(0);
     Choose("TitelAusMusikarchivlLoeschen", {u"Ja"_s});
     SqliteDatabase other;
-    ASSERT_EQ(other.Open(desk_.archive.Path(), SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened);
+    ASSERT_EQ(other.Open(desk->archive.Path(), SqliteDatabase::Mode::ReadWrite), SqliteDatabase::Outcome::Opened);
     {
         const SqliteDatabase::Transaction writing(other);
-        Undo().undo();
+        Undo().trigger();
     }
     EXPECT_EQ(Titles(), 2);
-    EXPECT_EQ(told_.value(0), u"Das Musikarchiv wird von einem anderen Programm benutzt."_s);
+    EXPECT_TRUE(Text("lblMeldung").endsWith(u"Das Musikarchiv wird von einem anderen Programm benutzt."_s));
     QCoreApplication::sendPostedEvents();
-    Undo().undo();
+    Undo().trigger();
     EXPECT_EQ(Titles(), 3);
-    EXPECT_FALSE(Undo().canUndo());
+    EXPECT_FALSE(Undo().isEnabled());
 }
 
 TEST_F(ArchiveCommandsTest, OneTitleIsDeletedWithItsFileOnlyWhenTicked) {
     for (const bool withFile : {false, true}) {
-        panel_->GoToRow(0);
-        const QString path = panel_->CurrentRecord().Pfad;
+        panel->GoToRow(0);
+        const QString path = panel->CurrentRecord().Pfad;
         Choose("TitelMitDateiLoeschen");
-        auto* dialog = window_.findChild<frmTitelLoeschen*>();
-        ASSERT_TRUE(dialog);
-        EXPECT_EQ(test::Part<QLabel>(*dialog, "lblPfad")->text(), path);
-        test::Part<QCheckBox>(*dialog, "Check1")->setChecked(withFile);
-        test::Part<QAbstractButton>(*dialog, "Command2")->click();
+        auto& dialog = In<frmTitelLoeschen>("frmTitelLoeschen");
+        EXPECT_EQ(In<QLabel>(dialog, "lblPfad").text(), path);
+        In<QCheckBox>(dialog, "Check1").setChecked(withFile);
+        In<QAbstractButton>(dialog, "Command2").click();
         EXPECT_EQ(QFileInfo::exists(path), !withFile);
-        EXPECT_FALSE(desk_.archive.FindByPath(path).has_value());
+        EXPECT_FALSE(desk->archive.FindByPath(path).has_value());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     EXPECT_EQ(Titles(), 1);
@@ -114,33 +88,34 @@ TEST_F(ArchiveCommandsTest, TheWholeArchiveAsksTwice) {
     const QString first = u" Löschen|Achtung!!!, Das gesamte Musikarchiv löschen?"_s;
     const QString second = u" Löschen|Achtung+++ Sind Sie sicher? +++Achtung"_s;
     EXPECT_EQ(Choose("AlleTitelAusMusikarchivLoeschen", {u"Nein"_s}), QStringList(first));
-    EXPECT_EQ(Count(), u"0 Titel"_s);
+    EXPECT_EQ(Text("lblAnzahl"), u"0 Titel"_s);
     EXPECT_EQ(Choose("AlleTitelAusMusikarchivLoeschen", {u"Ja"_s, u"Abbrechen"_s}), QStringList({first, second}));
     EXPECT_EQ(Titles(), 3);
-    panel_->Refresh();
-    EXPECT_EQ(Count(), u"3 Titel"_s);
+    panel->Refresh();
+    EXPECT_EQ(Text("lblAnzahl"), u"3 Titel"_s);
     Choose("AlleTitelAusMusikarchivLoeschen", {u"Ja"_s, u"Ja"_s});
     EXPECT_EQ(Titles(), 0);
     EXPECT_EQ(Choose("EigenschaftenMusikarchiv", {u"OK"_s}),
               QStringList(u" Kalvo|Keine Titel im Musikarchiv vorhanden"_s));
-    Undo().undo();
+    Undo().trigger();
     EXPECT_EQ(Choose("EigenschaftenMusikarchiv", {u"OK"_s}), QStringList(u" Kalvo|Anzahl Titel im Musikarchiv: 3"_s));
 }
 
 TEST_F(ArchiveCommandsTest, TheSearchOpensOnceAndLeavesTheDeskFree) {
     Choose("Suchen");
     Choose("Suchen");
-    EXPECT_EQ(window_.findChildren<frmSuchen*>().size(), 1);
-    EXPECT_FALSE(window_.findChild<frmSuchen*>()->isModal());
+    EXPECT_EQ(window->findChildren<frmSuchen*>().size(), 1);
+    EXPECT_FALSE(window->findChild<frmSuchen*>()->isModal());
 }
 
 TEST_F(ArchiveCommandsTest, TheTreeIsKeptAsTheUserLeftIt) {
-    test::Part<QAbstractButton>(window_, "cmdKategorien")->click();
-    EXPECT_TRUE(values_.treeShown);
-    panel_->ShowTree(false);
-    values_.treeShown = true;
-    Q_EMIT desk_.archive.IndexReady();
-    EXPECT_TRUE(panel_->IsTreeShown());
+    In<QAbstractButton>("cmdKategorien").click();
+    EXPECT_TRUE(panel->IsTreeShown());
+    test::Answers answers({u"Ja"_s});
+    ASSERT_TRUE(window->close());
+    NextStart();
+    Show();
+    EXPECT_TRUE(test::WaitUntil([this] { return window->findChild<ArchivePanel*>()->IsTreeShown(); }));
 }
 
 } // namespace

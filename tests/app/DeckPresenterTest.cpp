@@ -51,12 +51,5 @@ TEST_F(DeckPresenterTest, CountsDownAndWarnsBeforeTheHandOver) {
     EXPECT_EQ(View(1).switchOverSeconds, 0);
 }
 
-TEST(LevelShare, IsEvenInDecibels) {
-    EXPECT_EQ(LevelShare(0), 0);
-    EXPECT_EQ(LevelShare(1), 1);
-    EXPECT_NEAR(LevelShare(0.0630957F), 0.5F, 1e-3F); // -24 dB
-    EXPECT_EQ(LevelShare(0.001F), 0);
-}
-
 } // namespace
 } // namespace kalvo

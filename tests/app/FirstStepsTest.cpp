@@ -24,12 +24,6 @@ TEST(FirstStepsStateTest, TheNextStepFollowsFromWhatIsThere) {
     }
 }
 
-TEST(FirstStepsStateTest, RowsAreSpreadOverTheWholeArchive) {
-    EXPECT_EQ(SpreadRows(0, 10), QList<int>());
-    EXPECT_EQ(SpreadRows(3, 10), (QList<int>{0, 1, 2}));
-    EXPECT_EQ(SpreadRows(1000, 4), (QList<int>{0, 250, 500, 750}));
-}
-
 /** A home with a music folder. */
 struct FirstStepsTest : test::FakeWindow {
     void SetUp() override {

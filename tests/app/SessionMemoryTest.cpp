@@ -153,17 +153,6 @@ TEST_F(SessionMemoryTest, APausedTitleIsOfferedToo) {
     EXPECT_EQ(next.desk->mixer.Activity(2), audio::Activity::Paused);
 }
 
-TEST_F(SessionMemoryTest, AnOrderlyEndLeavesNothingToOffer) {
-    {
-        Session session(Data());
-        session.desk->list1.Append({Entry("a-100")});
-        session.desk->mixer.PlayRow(1, 0);
-        session.Journal();
-        session.memory->End();
-    }
-    EXPECT_FALSE(QFile::exists(Data() + u"/sitzung.json"_s));
-}
-
 TEST_F(SessionMemoryTest, TheJournalIsNeverOlderThanThePlaylistFile) {
     Session session(Data());
     session.desk->list1.Append({Entry("a-100"), Entry("b-100")});

@@ -1,9 +1,6 @@
 #include "app/SideCommands.h"
 
 #include "app/FakeWindow.h"
-#include "live/JingleFile.h"
-#include "live/ui/frmJingle.h"
-#include "widgets/CoverView.h"
 #include "widgets/TextTable.h"
 
 namespace kalvo {
@@ -85,18 +82,6 @@ TEST_F(SideCommandsTest, TheMenuTakesTheColumnAwayAndTheSettingsKeepIt) {
     EXPECT_TRUE(IsBeside());
 }
 
-TEST_F(SideCommandsTest, TheCoverComesWithTheColumn) {
-    QImage(8, 8, QImage::Format_RGB32).save(folder.Path(u"cover.png"_s));
-    Start({1280, 800});
-    auto& cover = In<CoverView>("imgCover");
-    const auto isKnown = [&cover] { return cover.accessibleName() == u"Coverbild"_s; };
-    Resize(kWideWindow);
-    EXPECT_TRUE(test::WaitUntil(isKnown));
-    EXPECT_TRUE(cover.isVisible());
-    Trigger("CoverAnzeigen");
-    EXPECT_FALSE(cover.isVisible() || isKnown());
-}
-
 TEST_F(SideCommandsTest, WishesComeAndGoAndEnterPutsOneIntoTheActiveList) {
     Start();
     EXPECT_EQ(Text("lblWuensche"), u"keine Wünsche"_s);
@@ -117,24 +102,6 @@ TEST_F(SideCommandsTest, WishesComeAndGoAndEnterPutsOneIntoTheActiveList) {
     EXPECT_EQ(Wishes().size(), 1) << "hidden, it does nothing";
     Trigger("SeitenfeldAnzeigen");
     EXPECT_EQ(Text("lblWuensche"), u"2 Wünsche"_s);
-}
-
-TEST_F(SideCommandsTest, TheNextJingleIsToldWithItsTime) {
-    JingleFile file(desk->folder.Path(u"\\TerminPlayNeu.dll"_s), desk->settings, desk->clock);
-    JingleRecords records = file.Read();
-    Start();
-    EXPECT_TRUE(test::WaitUntil([this] { return Text("lblNaechsterJingle") == u"Kein Jingle geplant"_s; }));
-    EXPECT_EQ(Text("lblJingleZeit"), QString());
-    records[3].path = u"/jingles/Stationskennung.mp3"_s;
-    records[3].active = true;
-    records[3].slots[0] = {JingleSlot::Daily(), {}, desk->clock.Now().addSecs(7200).toString(u"HH:mm"_s)};
-    ASSERT_TRUE(file.Write(records));
-    Trigger("TerminPlay");
-    Q_EMIT In<frmJingle>("frmJingle").Saved();
-    EXPECT_TRUE(test::WaitUntil([this] {
-        return Text("lblNaechsterJingle") == u"Nächster Jingle: Stationskennung"_s &&
-               Text("lblJingleZeit").startsWith(u"in 01:"_s);
-    }));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "app/CommandLine.h"
 #include "app/SingleInstance.h"
-#include "app/StartDecisions.h"
 
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
@@ -16,43 +15,14 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-CommandLine Parse(const char* words) {
-    return ParseCommandLine(QString::fromLatin1(words).split(u' '));
-}
-
 TEST(CommandLine, TakesEveryOptionAndMakesPathsAbsolute) {
-    const CommandLine line = Parse("kalvo --datenordner daten/ --geraet=0 --mix aus.wav a.mp3 /b.ogg");
+    const CommandLine line =
+        ParseCommandLine(u"kalvo --datenordner daten/ --geraet=0 --mix aus.wav a.mp3 /b.ogg"_s.split(u' '));
     EXPECT_TRUE(line.error.isEmpty()) << line.error.toStdString();
     EXPECT_EQ(line.dataFolder, QDir::current().absoluteFilePath(u"daten"_s));
     EXPECT_EQ(line.device, 0);
     EXPECT_EQ(line.mixOutput, QDir::current().absoluteFilePath(u"aus.wav"_s));
     EXPECT_EQ(line.files, QStringList({QDir::current().absoluteFilePath(u"a.mp3"_s), u"/b.ogg"_s}));
-}
-
-TEST(CommandLine, OpensTheWindowUnlessTheJobNeedsNone) {
-    for (const char* words : {"kalvo", "kalvo --vorfuehrung --ohne-startauswahl", "kalvo titel.mp3"})
-        EXPECT_FALSE(Parse(words).IsWindowless()) << words;
-    for (const char* words : {"kalvo --einlesen /musik", "kalvo --vorfuehrung --mix x.wav", "kalvo --mix x.wav a.mp3"})
-        EXPECT_TRUE(Parse(words).IsWindowless() && Parse(words).error.isEmpty()) << words;
-}
-
-TEST(CommandLine, RefusesWhatItCannotUnderstandInGerman) {
-    for (const char* words : {"kalvo --unsinn", "kalvo --geraet laut", "kalvo --geraet=-3", "kalvo --mix x.wav",
-                              "kalvo --einlesen", "kalvo --einlesen "})
-        EXPECT_FALSE(Parse(words).error.isEmpty()) << words;
-}
-
-TEST(StartDecisions, OfferThePlayerOnlyOnAWideScreenWithAllItNeeds) {
-    const std::tuple<int, bool, bool, const char*> cases[] = {{1280, true, true, ""},
-                                                              {1279, true, true, "mindestens 1280 Pixel"},
-                                                              {800, false, false, "mindestens 1280 Pixel"},
-                                                              {1920, false, true, "nicht installiert"},
-                                                              {1920, true, false, "erst beim nächsten Start"}};
-    for (const auto& [width, installed, archive, reason] : cases) {
-        const PlayerOffer offer = OfferPlayer(width, installed, archive);
-        EXPECT_TRUE(offer.reason.contains(QString::fromUtf8(reason))) << reason;
-        EXPECT_EQ(offer.enabled, *reason == '\0') << reason;
-    }
 }
 
 /** The files of a later start, handed over beside the first one's event loop. */

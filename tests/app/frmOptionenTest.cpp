@@ -134,20 +134,5 @@ TEST_F(frmOptionenTest, TonesAreAskedForWhereACardIs) {
     EXPECT_EQ(asked, (QList<int>{2, 3}));
 }
 
-TEST_F(frmOptionenTest, EveryPageFitsTheSmallestScreenAtTheLargestFont) {
-    SkinStyle::Apply(*qApp, u"Grey"_s, u"groß"_s, u"gross"_s);
-    Open(SomeValues());
-    dialog->resize(790, 560);
-    EXPECT_EQ(dialog->minimumSizeHint().boundedTo({790, 560}), dialog->minimumSizeHint());
-    auto& pages = Find<QListWidget>("lstSeiten");
-    for (int page = 0; page < pages.count(); ++page) {
-        pages.setCurrentRow(page);
-        QApplication::processEvents();
-        const QWidget* shown = Find<QStackedWidget>("Seiten").currentWidget();
-        EXPECT_LE(shown->findChild<QWidget*>(u"Seite"_s)->minimumSizeHint().width(), shown->width())
-            << pages.item(page)->text().toStdString();
-    }
-}
-
 } // namespace
 } // namespace kalvo

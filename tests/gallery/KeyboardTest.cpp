@@ -4,30 +4,7 @@
 #include "widgets/Mnemonics.h"
 #include "widgets/Spoken.h"
 
-#include <QAbstractItemView>
-#include <QAbstractSpinBox>
-#include <QAccessible>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QKeyEvent>
-#include <QKeySequence>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QRegularExpression>
-#include <QScrollBar>
-#include <QStringList>
-#include <QTabBar>
-#include <QToolButton>
-#include <QVBoxLayout>
+#include <QtWidgets> // any window holds any control
 
 #include <algorithm>
 #include <map>
@@ -321,35 +298,26 @@ TEST_F(GalleryTest, EveryWindowIsWorkedByKeysAndExplainsItself) {
         window.show(*desk, ExpectWorkedByKeys);
 }
 
-/** A dialog of two fields, a text and two buttons, as it ought to be. */
-struct KeyboardFaultsTest : ::testing::Test {
-    KeyboardFaultsTest() {
-        auto* column = new QVBoxLayout(&dialog);
-        auto* caption = new QLabel(u"&Name"_s);
-        caption->setBuddy(name);
-        for (QWidget* part : std::initializer_list<QWidget*>{caption, name, text, clear, accept})
-            column->addWidget(part);
-        text->setTabChangesFocus(true);
-        clear->setAutoDefault(false);
-        accept->setDefault(true);
-        dialog.show();
-        QApplication::processEvents();
-    }
-
+/** A dialog of two fields, a text and two buttons: sound at first, then with each fault in turn. */
+TEST(KeyboardFaultsTest, EachIsFoundAndNothingInASoundDialog) {
     QDialog dialog;
-    QLineEdit* name = new QLineEdit(&dialog);
-    QPlainTextEdit* text = new QPlainTextEdit(&dialog);
-    QPushButton* clear = new QPushButton(u"&Liste leeren"_s, &dialog);
-    QPushButton* accept = new QPushButton(u"&Fertig"_s, &dialog);
-};
-
-TEST_F(KeyboardFaultsTest, FindNothingInASoundDialog) {
+    auto* name = new QLineEdit(&dialog);
+    auto* text = new QPlainTextEdit(&dialog);
+    auto* clear = new QPushButton(u"&Liste leeren"_s, &dialog);
+    auto* accept = new QPushButton(u"&Fertig"_s, &dialog);
+    auto* caption = new QLabel(u"&Name"_s, &dialog);
+    auto* column = new QVBoxLayout(&dialog);
+    for (QWidget* part : std::initializer_list<QWidget*>{caption, name, text, clear, accept})
+        column->addWidget(part);
+    caption->setBuddy(name);
+    text->setTabChangesFocus(true);
+    clear->setAutoDefault(false);
+    accept->setDefault(true);
+    dialog.show();
+    QApplication::processEvents();
     EXPECT_EQ(TabOrder(dialog) + Letters(dialog) + DefaultButtons(dialog) + FirstFocus(dialog), QStringList());
     EXPECT_EQ(dialog.focusWidget(), name) << "as before";
-    EXPECT_EQ(Escape(dialog), QStringList());
-}
 
-TEST_F(KeyboardFaultsTest, FindWhatTabDoesWrong) {
     text->setTabChangesFocus(false);
     EXPECT_EQ(TabOrder(dialog).size(), 1) << "kept in the text";
     text->setTabChangesFocus(true);
@@ -358,9 +326,6 @@ TEST_F(KeyboardFaultsTest, FindWhatTabDoesWrong) {
     QWidget::setTabOrder(clear, accept);
     clear->setFocusPolicy(Qt::ClickFocus);
     EXPECT_EQ(TabOrder(dialog).size(), 1) << "passed over";
-}
-
-TEST_F(KeyboardFaultsTest, FindWrongLettersButtonsAndFocus) {
     accept->setText(u"&Los"_s);
     EXPECT_EQ(Letters(dialog).size(), 1) << "twice L";
     accept->setText(u"Fertig"_s);
@@ -372,6 +337,7 @@ TEST_F(KeyboardFaultsTest, FindWrongLettersButtonsAndFocus) {
     EXPECT_EQ(Unexplained(dialog), QStringList());
     accept->setText(u"+1"_s);
     EXPECT_EQ(Unexplained(dialog).size(), 1) << "a sign";
+    EXPECT_EQ(Escape(dialog), QStringList());
 }
 
 } // namespace

@@ -2,34 +2,15 @@
 #include "gallery/GalleryWindows.h"
 #include "gallery/WindowParts.h"
 #include "support/ProjectTexts.h"
+#include "widgets/Contrast.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Skin.h"
 #include "widgets/SkinStyle.h"
 #include "widgets/TimeLabel.h"
 
-#include <QAbstractScrollArea>
-#include <QAbstractSpinBox>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QImage>
-#include <QLabel>
-#include <QLayoutItem>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QProgressDialog>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QRegularExpression>
-#include <QSplitterHandle>
-#include <QStringList>
-#include <QStyle>
-#include <QStyleOption>
+#include <QtWidgets> // any window holds any control
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 
 namespace kalvo::test {
@@ -118,21 +99,6 @@ QStringList PairsOf(const QWidget& window, Predicate happens) {
     return pairs;
 }
 
-double Luminance(QRgb colour) {
-    const auto linear = [](int channel) {
-        const double share = channel / 255.0;
-        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
-}
-
-/** The ratio of two colours as WCAG defines it, 1 to 21. */
-double ContrastOf(QRgb first, QRgb second) {
-    const double one = Luminance(first) + 0.05;
-    const double other = Luminance(second) + 0.05;
-    return std::max(one, other) / std::min(one, other);
-}
-
 /** Of the text in this part of the picture: the commonest colour against the one that differs most from it. */
 double ContrastIn(const QImage& picture, const QRect& area) {
     std::map<QRgb, int> colours;
@@ -144,7 +110,7 @@ double ContrastIn(const QImage& picture, const QRect& area) {
                                          [](const auto& one, const auto& other) { return one.second < other.second; });
     double most = 1;
     for (const auto& [colour, count] : colours)
-        most = std::max(most, ContrastOf(colour, common->first));
+        most = std::max(most, Contrast(colour, common->first));
     return most;
 }
 
@@ -301,12 +267,23 @@ TEST_F(GalleryTest, KnowsEveryWindowOfTheProgram) {
 }
 
 TEST_F(GalleryTest, TheMainWindowIsSoundInEveryFontAndSize) {
+    const auto rowsIn = [](const char* view) {
+        const auto* table = desk->Window().findChild<QAbstractScrollArea*>(QString::fromLatin1(view));
+        return table->viewport()->height() / table->fontMetrics().height();
+    };
     for (const QString& font : kFontSizes) {
         desk->ShowLook(kSkin, font);
-        for (const QSize size : {kSmallest, QSize(1366, 768), QSize(1920, 1080), QSize(3840, 2160)}) {
+        for (const auto& [size, buttons] : {std::pair(kSmallest, "Buttongroesse_gross"),
+                                            {kSmallest, "Buttongroesse_klein"},
+                                            {QSize(1366, 768), "Buttongroesse_gross"},
+                                            {QSize(1920, 1080), "Buttongroesse_klein"},
+                                            {QSize(3840, 2160), "Buttongroesse_klein"}}) {
+            desk->Action(buttons).trigger();
             desk->Window().resize(size);
             GalleryDesk::Settle();
             EXPECT_EQ(desk->Window().size(), size);
+            EXPECT_GE(rowsIn("List1"), 2);
+            EXPECT_GE(rowsIn("DataGrid2"), 2);
             GalleryWindows().front().show(*desk, ExpectSound);
         }
     }
