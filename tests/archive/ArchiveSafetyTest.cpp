@@ -1,4 +1,4 @@
-#include "archive/ChildProcess.h"
+#include "archive/WriterProcess.h"
 #include "archive/ui/ArchiveDesk.h"
 
 #include <QFile>
@@ -46,8 +46,8 @@ protected:
 
     /** Kills a child that writes after so many reports; the last one that it wrote, or `certain`. */
     qint64 KillAfterReports(int reports, qint64 certain,
-                            const std::function<void(Writer&, const ChildProcess::Report&)>& work) {
-        ChildProcess child([&](const ChildProcess::Report& report) {
+                            const std::function<void(Writer&, const WriterProcess::Report&)>& work) {
+        WriterProcess child([&](const WriterProcess::Report& report) {
             Writer writer(path);
             work(writer, report);
         });
@@ -156,7 +156,7 @@ TEST_F(ArchiveSafetyTest, AKilledUpdateLosesNoTitle) {
 
 TEST_F(ArchiveSafetyTest, AFullDiskIsToldAndTakesNothingAway) {
     Fill(200);
-    ChildProcess child([&](const ChildProcess::Report& report) {
+    WriterProcess child([&](const WriterProcess::Report& report) {
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{1 << 20, 1 << 20};
         ::setrlimit(RLIMIT_FSIZE, &limit);
@@ -203,7 +203,7 @@ TEST_F(ArchiveSafetyTest, TwoProgramsWriteIntoOneArchive) {
         for (qint64 i = 0; i < 300; i += 10)
             writer.Add(i, i + 10);
     };
-    ChildProcess child([&](const ChildProcess::Report& report) {
+    WriterProcess child([&](const WriterProcess::Report& report) {
         Writer other(path);
         report(0);
         addAll(other);

@@ -157,12 +157,5 @@ TEST(ChartsRanking, RanksByTotalThenLastPlayThenTitle) {
     EXPECT_EQ(ChartsRanking({entry(1, 1, {}, {}), entry(2, 1, {}, {})}, 0).Shown(), 2);
 }
 
-TEST(ChartsRanking, ReadsItsLimit) {
-    const TestFolder folder;
-    EXPECT_EQ(ReadChartsLimit(folder.Path(u"x"_s)), 200);
-    EXPECT_EQ(ReadChartsLimit(folder.Write(u"x"_s, "\"50\"\r\n")), 50);
-    EXPECT_EQ(ReadChartsLimit(folder.Write(u"x"_s, "\"viele\"\r\n")), 200);
-}
-
 } // namespace
 } // namespace kalvo::test

@@ -68,9 +68,7 @@ TEST_F(PlaylistActionsTest, DropsEntriesEvenWhenTheListWentOnMeanwhile) {
     EXPECT_EQ(Shown(first), "ec");
 }
 
-struct ListUndoTest : ::testing::Test, ListDesk {};
-
-TEST_F(ListUndoTest, ThePlayerGoesOnInBetween) {
+TEST_F(PlaylistActionsTest, ThePlayerGoesOnBetweenActsThatAreTakenBack) {
     first.Append(EntriesOf("abcdef"));
     first.SetCurrent(0);
     actions.RemoveRows(1, {3, 4});
@@ -98,7 +96,7 @@ TEST_F(ListUndoTest, ThePlayerGoesOnInBetween) {
     EXPECT_EQ(first.At(0).path, u"/neu"_s) << "a moved file stays where it is now";
 }
 
-TEST_F(ListUndoTest, AQuestionInBetweenIsStillOneStep) {
+TEST_F(PlaylistActionsTest, AQuestionInBetweenIsStillOneStep) {
     first.Append(EntriesOf("a"));
     questions.answers = {u"Ja"_s};
     questions.meanwhile = [this] {
@@ -111,20 +109,6 @@ TEST_F(ListUndoTest, AQuestionInBetweenIsStillOneStep) {
     EXPECT_EQ(Shown(first), "!.aw") << "what the helper added while the question was open stays";
     stack.redo();
     EXPECT_EQ(first.Count(), 4);
-}
-
-TEST_F(ListUndoTest, TheNameBelongsToIt) {
-    QStringList names;
-    QObject::connect(&actions.Undo(), &ListUndo::NameChanged, [&names](const QString& name) { names.append(name); });
-    {
-        const ListUndo::Step step(actions.Undo(), u"x"_s);
-        actions.Undo().SetName(u"Party"_s);
-        actions.RemoveRows(1, {});
-        first.Append(EntriesOf("a"));
-    }
-    EXPECT_EQ(stack.count(), 1);
-    stack.undo();
-    EXPECT_EQ(names.join(u' '), u"Party Standard"_s);
 }
 
 } // namespace kalvo::test

@@ -9,17 +9,9 @@ namespace kalvo::test {
 
 // Sorting, moving and what comes next are held against their rules in ui/ListRulesTest.cpp.
 struct PlaylistTest : ::testing::Test {
-    ChosenRandom random;
+    SystemRandom random;
     Playlist list{1, random};
 };
-
-TEST_F(PlaylistTest, KeysAreWholeNumbersWithoutZeros) {
-    random.Choose({0.0, 0.47109, 0.99999999, 0.5});
-    for (const char* key : {"1", "4711", "10000"})
-        EXPECT_EQ(list.FreshShuffleKey().toStdString(), key);
-    list.Append({Entry(u"a"_s, {}), Entry(u"b"_s, u"7"_s)});
-    EXPECT_EQ(Shown(list, true), "a5001b7");
-}
 
 TEST_F(PlaylistTest, ATitleWithoutANameShowsItsFileAndTheCurrentOneIsRed) {
     list.Append({{{}, {}, {}, {}, {}, u"/musik/Lied 1.mp3"_s}, {{}, u"Abba"_s, {}, {}, {}, u"/musik/Lied 2.mp3"_s}});
@@ -51,14 +43,6 @@ TEST_F(PlaylistTest, SumsDurations) {
     EXPECT_EQ(RestText(3492), u"Rest 00:58:12"_s);
     EXPECT_EQ(RestText(360059), u"Rest 100:00:59"_s);
     EXPECT_EQ(UntilText(3492, QDateTime(QDate(2026, 1, 1), QTime(23, 41, 7))), u"bis 00:39"_s);
-}
-
-TEST(ListCaptionTest, IsWordedAsGivenWithTheNameOfThePath) {
-    EXPECT_EQ(ListCaption(1, 2, 17, u"Standard"_s), u"Player 1       3. von 17 in Standard"_s);
-    EXPECT_EQ(ListCaption(2, -1, 0, u"%1"_s), u"Player 2       0. von 0 in %1"_s);
-    EXPECT_EQ(PlaylistName(u"/a.wil/Party.wil"_s), u"Party"_s);
-    EXPECT_EQ(PlaylistName(u"D:\\x\\Som.mer.WIL"_s), u"Som.mer"_s);
-    EXPECT_EQ(PlaylistName(u"/x/default.mav"_s), u"Standard"_s);
 }
 
 TEST(CueTextTest, IsOnlyWhatItWrites) {

@@ -3,13 +3,12 @@
 #include "archive/TitleRow.h"
 #include "playlists/PlaylistSupport.h"
 #include "playlists/ui/PlaylistHeader.h"
+#include "support/WindowActs.h"
 #include "widgets/DragTypes.h"
 #include "widgets/SkinStyle.h"
 
-#include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMimeData>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -39,16 +38,12 @@ struct PlaylistPanelTest : ::testing::Test {
             text += Row(row);
         return text;
     }
-    QString Caption() const { return panel.findChild<QLabel*>(u"Label16"_s)->text(); }
     void Select(const QList<int>& rows) {
         view.clearSelection();
         for (const int row : rows)
             view.selectionModel()->select(list.index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QKeyEvent press(QEvent::KeyPress, key, modifiers);
-        QApplication::sendEvent(&view, &press);
-    }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) { PressKey(view, key, modifiers); }
     /** In the upper part of a row; behind the last one the empty room. */
     bool Drop(const QMimeData& data, int row) {
         const QPointF at(100, row * SkinStyle::Units().TableRow() + 3);
@@ -67,15 +62,6 @@ struct PlaylistPanelTest : ::testing::Test {
     std::string heard;
 };
 
-TEST_F(PlaylistPanelTest, TheCaptionFollowsTheNameUntilItIsReset) {
-    panel.SetPlaylistName(u"Party"_s);
-    EXPECT_EQ(Caption(), u"Player 1       0. von 5 in Party"_s);
-    panel.ResetCaption();
-    EXPECT_EQ(Caption(), u"Player 1"_s);
-    Select({3, 1});
-    EXPECT_EQ(Caption(), u"Player 1       2. von 5 in Party"_s);
-}
-
 TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
     QList<int> active;
     QObject::connect(&panel, &PlaylistPanel::Activated, [&active](int number) { active.append(number); });
@@ -83,9 +69,7 @@ TEST_F(PlaylistPanelTest, SelectingMakesTheListActive) {
     EXPECT_EQ(active.count(1), active.size());
     EXPECT_FALSE(active.isEmpty());
     active.clear();
-    QMouseEvent press(QEvent::MouseButtonPress, view.visualRect(list.index(2, 0)).center(), QPointF(), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view.viewport(), &press);
+    Click(*view.viewport(), view.visualRect(list.index(2, 0)).center());
     EXPECT_EQ(active, QList<int>{1}) << "also when it is selected already";
 }
 

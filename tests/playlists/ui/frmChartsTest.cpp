@@ -84,20 +84,6 @@ TEST_F(frmChartsTest, DeletesMarkedTitlesOrAll) {
     EXPECT_EQ(table->model()->rowCount(), 0);
 }
 
-TEST_F(frmChartsTest, SendsMarkedTitlesToTheLists) {
-    Open(3);
-    QStringList sent;
-    QObject::connect(window.get(), &frmCharts::TitlesWanted, [&sent](int player, const QList<ChartEntry>& titles) {
-        sent.append(QString::number(player) + titles.front().title + QString::number(titles.size()));
-    });
-    Trigger("TitelInPlayer1Wiedergeben");
-    table->selectRow(1);
-    Trigger("TitelInPlayer2Wiedergeben");
-    Trigger("AllesMarkieren");
-    Trigger("TitelInBeidenPlayerWiedergeben");
-    EXPECT_EQ(sent.join(u' '), u"2T11 0T23"_s);
-}
-
 TEST_F(frmChartsTest, AsksBeforeItPrints) {
     Open(130, 120);
     EXPECT_EQ(Answer("ChartsDrucken", u"Nein"_s),

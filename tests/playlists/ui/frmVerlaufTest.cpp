@@ -2,7 +2,6 @@
 
 #include "playlists/PlaylistSupport.h"
 #include "playlists/ui/frmWLEigenschaften.h"
-#include "playlists/ui/frmZuletztCount.h"
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
 #include "widgets/TextTable.h"
@@ -45,15 +44,6 @@ TEST(frmVerlaufTest, ShowsAndExportsAnEvening) {
     ASSERT_TRUE(window.ExportTo(folder.Path(u"a.txt"_s)) && window.ExportTo(folder.Path(u"a.csv"_s)));
     EXPECT_TRUE(folder.Read(u"a.txt"_s).startsWith("Gespielte Titel am 20.11.2026"));
     EXPECT_TRUE(folder.Read(u"a.csv"_s).contains(";Player;1;Wer;alt;03:20;03:10;"));
-}
-
-TEST(frmZuletztCountTest, ShowsCountsAndShares) {
-    frmZuletztCount window;
-    window.Show({1, 2, 0, 0, 5});
-    EXPECT_EQ(Cells(window, 0, {0, 1, 2}), u"heute112,5 %"_s);
-    EXPECT_EQ(Cells(window, 4, {0, 1}), u"noch nie5"_s);
-    window.Show({});
-    EXPECT_EQ(Cells(window, 0, {2}), u"0,0 %"_s);
 }
 
 TEST(frmWLEigenschaftenTest, AddsUpTitlesTimeAndSize) {

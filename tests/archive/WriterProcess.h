@@ -10,12 +10,12 @@
 namespace kalvo::test {
 
 /** A second process that writes while this one watches, kills and looks at what is left. */
-class ChildProcess {
+class WriterProcess {
 public:
     /** In the child: reports what it has done for certain. */
     using Report = std::function<void(qint64)>;
 
-    explicit ChildProcess(const std::function<void(const Report&)>& work) {
+    explicit WriterProcess(const std::function<void(const Report&)>& work) {
         int ends[2] = {-1, -1};
         if (::pipe(ends) != 0)
             return;
@@ -32,12 +32,12 @@ public:
         reports_ = ends[0];
     }
 
-    ~ChildProcess() {
+    ~WriterProcess() {
         Kill();
         ::close(reports_);
     }
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
+    WriterProcess(const WriterProcess&) = delete;
+    WriterProcess& operator=(const WriterProcess&) = delete;
 
     /** The next report; -1 when the child has ended. */
     qint64 Next() {
