@@ -76,6 +76,22 @@ TEST_F(AccessTest, TheBandsDividersAreFoundAndMovedByKeys) {
     EXPECT_EQ(window->focusWidget(), &upper) << "from the start again";
 }
 
+TEST_F(AccessTest, WindowsOpenOnceAndLeaveTheDeskFree) {
+    for (const auto& [action, name] : std::map<const char*, QString>{{"Suchen", u"frmSuchen"_s},
+                                                                     {"Doubletten", u"frmDoubletten"_s},
+                                                                     {"Mitschnitt", u"frmMitschnitt"_s},
+                                                                     {"Sampler", u"frmSample"_s},
+                                                                     {"Equalizer", u"frmEqualizer"_s},
+                                                                     {"MeineCharts", u"frmCharts"_s},
+                                                                     {"Wunschzettel", u"frmWunschzettel"_s}}) {
+        Trigger(action);
+        Trigger(action);
+        const QList<QDialog*> windows = window->findChildren<QDialog*>(name);
+        ASSERT_EQ(windows.size(), 1) << action;
+        EXPECT_TRUE(windows.front()->isVisible() && !windows.front()->isModal()) << action;
+    }
+}
+
 TEST_F(AccessTest, TheListOfKeysFindsPartsOfWords) {
     Trigger("Tastenuebersicht");
     auto& list = In<QDialog>("frmTasten");

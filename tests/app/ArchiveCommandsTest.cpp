@@ -1,5 +1,4 @@
 #include "app/FakeWindow.h"
-#include "archive/ui/frmSuchen.h"
 #include "archive/ui/frmTitelLoeschen.h"
 
 namespace kalvo {
@@ -99,13 +98,6 @@ TEST_F(ArchiveCommandsTest, TheWholeArchiveAsksTwice) {
               QStringList(u" Kalvo|Keine Titel im Musikarchiv vorhanden"_s));
     Undo().trigger();
     EXPECT_EQ(Choose("EigenschaftenMusikarchiv", {u"OK"_s}), QStringList(u" Kalvo|Anzahl Titel im Musikarchiv: 3"_s));
-}
-
-TEST_F(ArchiveCommandsTest, TheSearchOpensOnceAndLeavesTheDeskFree) {
-    Choose("Suchen");
-    Choose("Suchen");
-    EXPECT_EQ(window->findChildren<frmSuchen*>().size(), 1);
-    EXPECT_FALSE(window->findChild<frmSuchen*>()->isModal());
 }
 
 TEST_F(ArchiveCommandsTest, TheTreeIsKeptAsTheUserLeftIt) {

@@ -72,15 +72,5 @@ TEST(SingleInstance, ACrashedProgramKeepsNobodyOut) {
     EXPECT_TRUE(SingleInstance(DataFolder(place.Path(u"andere"_s))).IsFirst()) << "another folder";
 }
 
-TEST(SingleInstance, WithoutALockTheListeningTellsTheFirst) {
-    const test::TestFolder place;
-    place.Write(u"datei"_s, "a file where a folder is wanted");
-    const DataFolder folder(place.Path(u"datei/Kalvo"_s));
-    SingleInstance first(folder);
-    ASSERT_TRUE(first.IsFirst());
-    EXPECT_TRUE(HandOver(folder, {u"/a.mp3"_s}));
-    EXPECT_EQ(first.TakeFiles(), QStringList{u"/a.mp3"_s});
-}
-
 } // namespace
 } // namespace kalvo

@@ -38,15 +38,11 @@ TEST_F(MetaOutputTest, FollowsTheTitleOnAir) {
     desk->mixer.Stop(2);
     desk->mixer.Pause(1);
     EXPECT_EQ(Line(), u"Pause im Programm\n"_s);
-}
-
-TEST_F(MetaOutputTest, TakesTheAlternativeForATitleWithoutNames) {
+    desk->mixer.Stop(1);
+    desk->list1.Clear();
     Add(1, {}, u"  "_s);
     desk->mixer.Play(1, -1);
-    EXPECT_EQ(Line(), u"Kalvo spielt\n"_s);
-    desk->settings.PutSetting(u"Metadata"_s, u"Alternativ"_s, {});
-    In<MetaOutput>("").Refresh();
-    EXPECT_EQ(Line(), u"\n"_s);
+    EXPECT_EQ(Line(), u"Kalvo spielt\n"_s) << "for a title without names";
 }
 
 /** The main window with two titles that are no music, and a sample whose file is missing. */
@@ -94,21 +90,9 @@ TEST_F(PreshowCommandsTest, AListThatChangesIsLookedAtAgain) {
     EXPECT_EQ(fake->enumerations, enumerations + 1) << "until it is asked for";
 }
 
-using RecordingCommandsTest = test::FakeWindow;
+using DeckPicturesTest = test::FakeWindow;
 
-TEST_F(RecordingCommandsTest, TheRecordingsWindowKeepsItsFormatAndTellsTheRoom) {
-    ASSERT_TRUE(window->Load());
-    Trigger("Mitschnitt");
-    auto& dialog = In<QDialog>("frmMitschnitt");
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_FALSE(dialog.isModal());
-    EXPECT_TRUE(test::WaitUntil([&] { return In<QLabel>(dialog, "lblFrei").text().contains(u"reicht für"_s); }));
-    EXPECT_EQ(In<QLabel>(dialog, "lblOrdner").text(), folder.Path(u"Kalvo/Mitschnitte"_s));
-    Trigger("Mitschnitt");
-    EXPECT_EQ(window->findChildren<QDialog*>(u"frmMitschnitt"_s).size(), 1);
-}
-
-TEST_F(RecordingCommandsTest, TheCoversPlaceCanBeTakenAway) {
+TEST_F(DeckPicturesTest, TheCoversPlaceCanBeTakenAway) {
     Show();
     window->resize(1280, 800);
     auto& cover = In("imgCover1");

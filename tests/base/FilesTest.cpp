@@ -92,10 +92,5 @@ TEST(ModuleFileTest, WhatIsNoModuleGivesNothing) {
     EXPECT_FALSE(IsWholeModule(folder.Path()));
 }
 
-TEST(ModuleFileTest, TheVersionIsLowWordDotHighWord) {
-    EXPECT_EQ(VersionText(0x00000002), u"2.0"_s);
-    EXPECT_EQ(VersionText(0x00040002), u"2.4"_s);
-}
-
 } // namespace
 } // namespace kalvo

@@ -47,6 +47,7 @@ TEST_F(FixedRecordsTest, CutsTextsBetweenCharactersAndTakesWrongValuesAsEmpty) {
     const std::pair<Record, Record> cases[] = {{RecordOf(1, u" länger als sechs"_s), RecordOf(1, u"länger"_s)},
                                                {RecordOf(1, u"1234Čx"_s), RecordOf(1, u"1234Č"_s)},
                                                {RecordOf(1, u"12345Čx"_s), RecordOf(1, u"12345"_s)},
+                                               {RecordOf(1, u"Ča😀x"_s), RecordOf(1, u"Ča"_s)},
                                                {{u"text"_s, qint16{7}}, RecordOf(0, QString())},
                                                {{}, RecordOf(0, QString())}};
     for (const auto& [given, kept] : cases) {

@@ -36,17 +36,6 @@ TEST(AnsiText, EveryCharacterComesBack) {
     }
 }
 
-TEST(AnsiText, CutsBetweenCharacters) {
-    const std::tuple<QString, int, QString> cases[] = {
-        {u"Männer"_s, 3, u"Män"_s}, {u"Čert"_s, 1, {}},    {u"Čert"_s, 3, u"Če"_s}, {u"ab"_s, 5, u"ab"_s},
-        {u"ab"_s, 0, {}},           {u"a😀b"_s, 4, u"a"_s}, {u"a😀b"_s, 5, u"a😀"_s}};
-    for (const auto& [text, width, kept] : cases) {
-        const QByteArray bytes = AnsiText::EncodeCut(text, width);
-        EXPECT_LE(bytes.size(), width);
-        EXPECT_EQ(AnsiText::Decode(bytes), kept);
-    }
-}
-
 TEST(CsvText, FieldsComeBack) {
     const QStringList cases[] = {
         {QString()}, {u"a"_s, QString(), u"b"_s}, {u"a;b"_s, u"\""_s, u"\";\"\""_s}, {u"x\"y"_s, u" ä "_s, u"\"\""_s}};

@@ -244,15 +244,5 @@ TEST(ProgramTextsTest, LiteralsAreFoundAsTheyAreSeen) {
         EXPECT_FALSE(program.Has(other)) << other;
 }
 
-TEST(HandbookTextTest, MarksAndLabelsAreFound) {
-    const std::string page = "\n.. _fenster-frmA:\n\n:menuselection:`Datei --> Neu` :ref:`hier <ziel>` :doc:`seite`\n"
-                             ".. figure:: ../bild.png\n\n.. toctree::\n   :hidden:\n\n   eins\n   zwei-drei\n";
-    std::string marks;
-    for (const HandbookMark& mark : MarksOf(page))
-        marks += mark.name + '=' + mark.target + ' ';
-    EXPECT_EQ(marks, "guilabel=Datei guilabel=Neu ref=ziel doc=seite image=../bild.png doc=eins doc=zwei-drei ");
-    EXPECT_EQ(LabelsOf(page), std::vector<std::string>{"fenster-frma"});
-}
-
 } // namespace
 } // namespace kalvo::test

@@ -141,15 +141,5 @@ TEST(IncludeRules, TellStrayIncludesWithTheirLine) {
     }
 }
 
-TEST(IncludeRules, FilesThatHaveOutgrownTheirSizeAreTold) {
-    const auto violations = [](const char* path, std::size_t lines) {
-        return Violations(path, std::string(lines, '\n')).size();
-    };
-    EXPECT_EQ(violations("base/A.h", 200), 0U);
-    EXPECT_EQ(violations("base/A.h", 201), 1U);
-    EXPECT_EQ(violations("base/A.cpp", 500), 0U);
-    EXPECT_EQ(violations("base/A.cpp", 501), 1U);
-}
-
 } // namespace
 } // namespace kalvo::test

@@ -2,7 +2,6 @@
 
 #include "support/WindowActs.h"
 #include "widgets/SkinStyle.h"
-#include "widgets/Spoken.h"
 
 #include <QtWidgets>
 #include <gtest/gtest.h>
@@ -10,17 +9,13 @@
 namespace kalvo {
 namespace {
 
-using namespace Qt::StringLiterals;
-
 struct KeySplitterTest : ::testing::Test {
     KeySplitterTest() {
-        Spoken::Install();
         for (QWidget* part : {first, second}) {
             part->setFocusPolicy(Qt::StrongFocus);
             part->setMinimumHeight(50);
             splitter.addWidget(part);
         }
-        splitter.NameHandle(1, u"Teiler"_s, u"Teiler der Teile"_s);
         splitter.setChildrenCollapsible(false);
         splitter.resize(200, 600);
         splitter.setSizes({300, 300});
@@ -71,26 +66,6 @@ TEST_F(KeySplitterTest, EnterKeepsThePlaceAndEscapeDoesNot) {
     Moved(Qt::Key_Escape);
     EXPECT_EQ(splitter.focusWidget(), first);
     EXPECT_EQ(handle->y(), place);
-}
-
-TEST_F(KeySplitterTest, TheFocusIsSeenAndSpoken) {
-    const auto picture = [this] {
-        QImage image(handle->size(), QImage::Format_RGB32);
-        handle->render(&image);
-        return image;
-    };
-    const QImage focused = picture();
-    first->setFocus();
-    EXPECT_NE(picture(), focused);
-    QAccessibleInterface& spoken = *QAccessible::queryAccessibleInterface(handle);
-    QAccessibleValueInterface& value = *spoken.valueInterface();
-    EXPECT_EQ(spoken.role(), QAccessible::Splitter);
-    EXPECT_EQ(spoken.text(QAccessible::Name), u"Teiler der Teile"_s);
-    EXPECT_NEAR(value.currentValue().toInt(), 50, 2);
-    EXPECT_EQ(spoken.text(QAccessible::Value), value.currentValue().toString() + u" %"_s);
-    value.setCurrentValue(25);
-    EXPECT_NEAR(handle->y(), 150, 3);
-    EXPECT_EQ(value.currentValue().toInt(), 25);
 }
 
 } // namespace

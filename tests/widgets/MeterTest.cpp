@@ -76,22 +76,6 @@ TEST_F(MeterDisplayTest, EveryStyleLooksDifferentAndGrowsWithTheLevel) {
     EXPECT_EQ(looks.size(), 9U);
 }
 
-TEST_F(MeterDisplayTest, TheColourReplacesAllOfTheSkins) {
-    const QColor own(0x12, 0xab, 0xef);
-    for (const MeterStyle style : {MeterStyle::Analyzer, MeterStyle::Vertical, MeterStyle::Horizontal,
-                                   MeterStyle::TwoCircles, MeterStyle::OneEllipse}) {
-        SCOPED_TRACE(static_cast<int>(style));
-        display.SetStyle(style);
-        display.SetColour({});
-        display.Show(Reading(0.8F), start);
-        const QColor skins = style == MeterStyle::Analyzer ? SkinStyle::Colours().p1 : SkinStyle::Colours().meterLow;
-        EXPECT_GT(Count(skins), 20);
-        display.SetColour(own);
-        EXPECT_EQ(Count(skins), 0);
-        EXPECT_GT(Count(own), 20);
-    }
-}
-
 TEST_F(MeterDisplayTest, TheClippingLightStaysTwoSeconds) {
     MeterReading clipped = Reading(1);
     clipped.clipped = {false, true};

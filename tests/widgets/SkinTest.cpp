@@ -1,4 +1,5 @@
 #include "widgets/Skin.h"
+#include "widgets/Contrast.h"
 #include "widgets/FontUnits.h"
 #include "widgets/Icons.h"
 #include "widgets/SkinStyle.h"
@@ -6,25 +7,10 @@
 #include <QtWidgets>
 #include <gmock/gmock.h>
 
-#include <cmath>
-
 namespace kalvo {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-double Luminance(const QColor& colour) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
-double Contrast(const QColor& one, const QColor& other) {
-    const double a = Luminance(one);
-    const double b = Luminance(other);
-    return (qMax(a, b) + 0.05) / (qMin(a, b) + 0.05);
-}
 
 TEST(Skins, EveryTextCanBeReadAndEdgesStandOut) {
     const QStringList names = u"Dark Blue|Light Blue|Light Green|Grey|Light Grey"_s.split(u'|');
@@ -35,7 +21,7 @@ TEST(Skins, EveryTextCanBeReadAndEdgesStandOut) {
         const auto expect = [&name](double contrast, const QList<QColor>& inks, const QList<QColor>& fills) {
             for (const QColor& ink : inks)
                 for (const QColor& fill : fills)
-                    EXPECT_GE(Contrast(ink, fill), contrast)
+                    EXPECT_GE(test::Contrast(ink, fill), contrast)
                         << (name + u": "_s + ink.name() + u" on "_s + fill.name()).toStdString();
         };
         expect(4.5, {skin.text, skin.dim}, {skin.window, skin.panel, skin.base, skin.alt, skin.button});
@@ -55,28 +41,9 @@ TEST(Skins, EveryTextCanBeReadAndEdgesStandOut) {
     EXPECT_EQ(Skins::Named(u"Pink"_s).name, u"Light Green"_s);
 }
 
-TEST(FontUnitsTest, SizesFollowFontButtonsAndResolution) {
-    const struct {
-        const char* schriftgrad;
-        const char* buttongroesse;
-        double dpi;
-        std::array<int, 5> sizes;
-    } cases[] = {{"klein", "klein", 96, {13, 4, 27, 44, 23}},  {"mittel", "gross", 96, {15, 5, 36, 60, 26}},
-                 {"groß", "klein", 96, {18, 6, 38, 61, 32}},   {"riesig", "riesig", 96, {13, 4, 27, 44, 23}},
-                 {"klein", "klein", 192, {26, 8, 55, 88, 46}}, {"klein", "klein", 0, {13, 4, 27, 44, 23}}};
-    for (const auto& [font, buttons, dpi, sizes] : cases) {
-        const FontUnits units(QString::fromUtf8(font), QString::fromLatin1(buttons), dpi);
-        EXPECT_EQ((std::array{units.F(), units.G(), units.Button(), units.BigButton(), units.TableRow()}), sizes);
-    }
-}
-
-TEST(LayoutModeTest, ABigFontFoldsLikeASmallScreen) {
-    EXPECT_EQ(LayoutModeFor(800, 13), LayoutMode::Narrow);
-    EXPECT_EQ(LayoutModeFor(1280, 13), LayoutMode::Normal);
-    EXPECT_EQ(LayoutModeFor(1280, 18), LayoutMode::Narrow);
-    EXPECT_EQ(LayoutModeFor(1920, 15), LayoutMode::Wide);
-    EXPECT_EQ(LayoutModeFor(1024, 13, 600), LayoutMode::Narrow) << "too low for what the width has room for";
-    EXPECT_EQ(LayoutModeFor(1920, 18, 768), LayoutMode::Low);
+TEST(FontUnitsTest, SizesFollowTheResolution) {
+    for (const auto& [dpi, height] : {std::pair(96, 13), {192, 26}, {0, 13}})
+        EXPECT_EQ(FontUnits(u"klein"_s, u"klein"_s, dpi).F(), height) << dpi;
 }
 
 TEST(SkinStyleTest, SwitchesLive) {
@@ -114,17 +81,6 @@ TEST(IconsTest, EveryIconIsThereAndTakesTheColour) {
          "play-next-removed played search folder import tag trash undo wish sampler jingle chart settings record "
          "refresh tree add check close warning error drop-down unfold note"_s.split(u' '))
         EXPECT_EQ(InkOf(Icons::Pixmap(name, colour, 48)), colour) << name.toStdString();
-}
-
-TEST(IconsTest, PixmapsAreSharpAndKept) {
-    const auto play = [](const QColor& colour, int size) { return Icons::Pixmap(u"play"_s, colour, size, 2.0); };
-    const QPixmap fine = play(Qt::black, 24);
-    EXPECT_EQ(fine.size(), QSize(48, 48));
-    EXPECT_EQ(fine.deviceIndependentSize(), QSizeF(24, 24));
-    EXPECT_EQ(play(Qt::black, 24).cacheKey(), fine.cacheKey());
-    EXPECT_NE(play(Qt::white, 24).cacheKey(), fine.cacheKey());
-    EXPECT_TRUE(play(Qt::black, 0).isNull());
-    EXPECT_TRUE(Icons::Pixmap(u"nothing"_s, Qt::black, 24).isNull());
 }
 
 TEST(IconsTest, AnIconFollowsTheSkin) {

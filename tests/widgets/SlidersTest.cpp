@@ -120,9 +120,7 @@ TEST(PositionSliderTest, KeysStepOnlyWithATitle) {
     EXPECT_THAT(drags.ended, ElementsAre(0.55, 0.25));
 }
 
-TEST(PitchSliderTest, TextAndDoubleClick) {
-    for (const auto& [value, text] : {std::pair(0, u"0,0 %"_s), {15, u"+1,5 %"_s}, {-120, u"\u221212,0 %"_s}})
-        EXPECT_EQ(PitchSlider::TextOf(value), text);
+TEST(PitchSliderTest, ADoubleClickGivesTheTitlesOwnSpeed) {
     PitchSlider slider;
     slider.setValue(33);
     Mouse(slider, QEvent::MouseButtonDblClick, 5, 5);

@@ -1,8 +1,6 @@
 #include "widgets/Spoken.h"
 
-#include "widgets/FaderSlider.h"
 #include "widgets/HandOverLine.h"
-#include "widgets/IconButton.h"
 #include "widgets/LevelBar.h"
 #include "widgets/PitchSlider.h"
 #include "widgets/PositionSlider.h"
@@ -21,18 +19,14 @@ QAccessibleInterface& SpokenOf(QWidget& widget) {
     return *QAccessible::queryAccessibleInterface(&widget);
 }
 
-TEST(SpokenTest, SlidersTellTheirValueInTheirOwnUnitAndTakeIt) {
-    FaderSlider fader;
-    QAccessibleInterface& spoken = SpokenOf(fader);
-    EXPECT_EQ(spoken.role(), QAccessible::Slider);
-    spoken.valueInterface()->setCurrentValue(-400);
-    EXPECT_EQ(fader.value(), -100) << "cut to the range";
-    EXPECT_EQ(spoken.text(QAccessible::Description), u"Player 1: 100 %, Player 2: 0 %"_s);
+TEST(SpokenTest, ASliderTellsItsValueInItsOwnUnitAndTakesIt) {
     PitchSlider pitch;
-    SpokenOf(pitch).valueInterface()->setCurrentValue(1.5);
+    QAccessibleInterface& spoken = SpokenOf(pitch);
+    spoken.valueInterface()->setCurrentValue(1.5);
     EXPECT_EQ(pitch.value(), 15);
-    EXPECT_EQ(SpokenOf(pitch).text(QAccessible::Value), u"+1,5 %"_s);
-    EXPECT_EQ(SpokenOf(pitch).valueInterface()->maximumValue(), 12.0);
+    EXPECT_EQ(spoken.text(QAccessible::Value), u"+1,5 %"_s);
+    spoken.valueInterface()->setCurrentValue(400);
+    EXPECT_EQ(spoken.valueInterface()->currentValue(), 12.0) << "cut to the range";
 }
 
 TEST(SpokenTest, ThePositionIsToldInSecondsAndMovesTheTitle) {
@@ -57,19 +51,10 @@ TEST(SpokenTest, MetersAreReadOnly) {
     EXPECT_EQ(SpokenOf(bar).valueInterface()->currentValue(), 50.0) << "the louder channel";
 }
 
-TEST(SpokenTest, TextsAndStatesAreSaid) {
+TEST(SpokenTest, TextsAreSaid) {
     HandOverLine line;
     line.SetView({HandOverView::Kind::Coming, 2, 5});
     EXPECT_EQ(SpokenOf(line).text(QAccessible::Name), u"Übergabe an Player 2 in 5 s"_s);
-    IconButton button(u"play"_s, IconButton::Size::Big);
-    bool clicked = false;
-    QObject::connect(&button, &QPushButton::clicked, [&clicked] { clicked = true; });
-    for (const bool on : {false, true}) {
-        button.SetOn(on);
-        EXPECT_EQ(SpokenOf(button).state().checked, on);
-    }
-    SpokenOf(button).actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_TRUE(clicked);
     QComboBox box;
     box.setAccessibleName(u"Tempo"_s);
     box.addItem(u"schnell"_s);
