@@ -58,12 +58,12 @@ bool XServer::IsInstalled() {
     return !QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty();
 }
 
-XServer::XServer(int width, int height) {
+XServer::XServer() {
     // The server chooses a free display by itself and tells its number on standard output. Without -noreset it refuses
     // who comes just when its only client has gone.
     server_.setStandardErrorFile(QProcess::nullDevice());
     server_.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-ac"_s, u"-nolisten"_s, u"tcp"_s, u"-screen"_s, u"0"_s,
-                              u"%1x%2x24"_s.arg(width).arg(height), u"-noreset"_s});
+                              u"1280x800x24"_s, u"-noreset"_s});
     QByteArray number;
     while (!number.endsWith('\n') && server_.waitForReadyRead(20'000))
         number += server_.readAllStandardOutput();

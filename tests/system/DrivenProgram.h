@@ -27,7 +27,7 @@ class XServer {
 public:
     static bool IsInstalled();
 
-    explicit XServer(int width = 1280, int height = 800);
+    XServer();
     ~XServer();
 
     /** For the variable DISPLAY, e.g. ":1"; empty when it did not start. */

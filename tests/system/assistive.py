@@ -92,12 +92,6 @@ def work(window):
     wait_for("Regler links", lambda: Atspi.Value.get_current_value(fader) == -100)
     wait_for("Lautstärken", lambda: fader.get_description() == "Player 1: 100 %, Player 2: 0 %")
 
-    # A divider by its place in percent.
-    divider = find(window, ROLE.SPLIT_PANE, "Teiler zwischen Wiedergabelisten und Musikarchiv")
-    place = Atspi.Value.get_current_value(divider)
-    Atspi.Value.set_current_value(divider, place - 5)
-    wait_for("Teiler verschoben", lambda: Atspi.Value.get_current_value(divider) < place)
-
     # Typed into the quick search, the grid's rows follow.
     grid = find(window, ROLE.TABLE, "Titel im Musikarchiv")
     wait_for("alle Titel", lambda: len(rows_of(grid)) == 2)
