@@ -193,11 +193,6 @@ TEST_F(DesktopLinkTest, NotificationsComeOnlyWhenTheUserIsElsewhere) {
         Q_EMIT service.ActionInvoked(2, u"default"_s);
         return pressed;
     }));
-    notices.TellTitle(u"Zwei"_s, {}, {});
-    notices.Withdraw();
-    ASSERT_TRUE(WaitUntil([&] { return service.shown.size() == 4; }));
-    EXPECT_EQ(service.shown.mid(2), (QStringList{u"2: Zwei|"_s, u"1 closed"_s}))
-        << "a title takes the last one's place";
 }
 
 TEST_F(DesktopLinkTest, TheOptionsSwitchEachOff) {

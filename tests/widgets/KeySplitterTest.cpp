@@ -2,6 +2,7 @@
 
 #include "support/WindowActs.h"
 #include "widgets/SkinStyle.h"
+#include "widgets/Spoken.h"
 
 #include <QtWidgets>
 #include <gtest/gtest.h>
@@ -9,63 +10,60 @@
 namespace kalvo {
 namespace {
 
-struct KeySplitterTest : ::testing::Test {
-    KeySplitterTest() {
-        for (QWidget* part : {first, second}) {
-            part->setFocusPolicy(Qt::StrongFocus);
-            part->setMinimumHeight(50);
-            splitter.addWidget(part);
-        }
-        splitter.setChildrenCollapsible(false);
-        splitter.resize(200, 600);
-        splitter.setSizes({300, 300});
-        splitter.show();
-        QApplication::processEvents();
-        QObject::connect(&splitter, &QSplitter::splitterMoved, &splitter, [this] { ++told; });
-        first->setFocus();
-        handle = splitter.handle(1);
-        handle->setFocus(Qt::TabFocusReason);
-    }
+using namespace Qt::StringLiterals;
 
-    /** How far the key moves the handle down. */
-    int Moved(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        const int before = handle->y();
-        test::PressKey(*handle, key, modifiers);
-        return handle->y() - before;
-    }
-
+TEST(KeySplitterTest, TheHandleIsMovedByKeysAndByAScreenReader) {
+    Spoken::Install();
     KeySplitter splitter{Qt::Vertical};
-    QWidget* first = new QWidget;
-    QWidget* second = new QWidget;
-    QSplitterHandle* handle = nullptr;
+    auto* first = new QWidget;
+    auto* second = new QWidget;
+    for (QWidget* part : {first, second}) {
+        part->setFocusPolicy(Qt::StrongFocus);
+        part->setMinimumHeight(50);
+        splitter.addWidget(part);
+    }
+    splitter.NameHandle(1, u"Teiler"_s, u"Teiler der Teile"_s);
+    splitter.setChildrenCollapsible(false);
+    splitter.resize(200, 600);
+    splitter.setSizes({300, 300});
+    splitter.show();
+    QApplication::processEvents();
     int told = 0;
-};
-
-TEST_F(KeySplitterTest, KeysMoveTheHandleAndTellEachStep) {
+    QObject::connect(&splitter, &QSplitter::splitterMoved, &splitter, [&told] { ++told; });
+    first->setFocus();
+    QWidget& handle = *splitter.handle(1);
+    handle.setFocus(Qt::TabFocusReason);
+    const auto moved = [&handle](int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const int before = handle.y();
+        test::PressKey(handle, key, modifiers);
+        return handle.y() - before;
+    };
     const int unit = SkinStyle::Units().F();
-    EXPECT_EQ(Moved(Qt::Key_Down), unit);
-    EXPECT_EQ(Moved(Qt::Key_Up), -unit);
-    EXPECT_EQ(Moved(Qt::Key_PageDown), 5 * unit);
-    EXPECT_EQ(Moved(Qt::Key_PageUp, Qt::KeypadModifier), -5 * unit);
+    EXPECT_EQ(moved(Qt::Key_Down), unit);
+    EXPECT_EQ(moved(Qt::Key_Up), -unit);
+    EXPECT_EQ(moved(Qt::Key_PageDown), 5 * unit);
+    EXPECT_EQ(moved(Qt::Key_PageUp, Qt::KeypadModifier), -5 * unit);
     EXPECT_EQ(told, 4);
-    EXPECT_EQ(Moved(Qt::Key_Down, Qt::ControlModifier), 0) << "another's";
-    Moved(Qt::Key_Home);
-    EXPECT_EQ(handle->y(), 50) << "the upper part keeps its least height";
-    EXPECT_EQ(Moved(Qt::Key_Up), 0);
-    Moved(Qt::Key_End);
-    EXPECT_EQ(second->height(), 50);
-}
+    EXPECT_EQ(moved(Qt::Key_Down, Qt::ControlModifier), 0) << "another's";
+    moved(Qt::Key_Home);
+    EXPECT_EQ(handle.y(), 50) << "the upper part keeps its least height";
+    EXPECT_EQ(moved(Qt::Key_Up), 0);
+    EXPECT_EQ(moved(Qt::Key_Return), 0);
+    EXPECT_EQ(splitter.focusWidget(), first);
 
-TEST_F(KeySplitterTest, EnterKeepsThePlaceAndEscapeDoesNot) {
-    Moved(Qt::Key_PageUp);
-    const int place = handle->y();
-    EXPECT_EQ(Moved(Qt::Key_Return), 0);
+    handle.setFocus();
+    moved(Qt::Key_End);
+    EXPECT_EQ(second->height(), 50);
+    moved(Qt::Key_Escape);
     EXPECT_EQ(splitter.focusWidget(), first);
-    handle->setFocus();
-    Moved(Qt::Key_End);
-    Moved(Qt::Key_Escape);
-    EXPECT_EQ(splitter.focusWidget(), first);
-    EXPECT_EQ(handle->y(), place);
+    EXPECT_EQ(handle.y(), 50) << "where Enter had left it";
+
+    QAccessibleInterface& spoken = *QAccessible::queryAccessibleInterface(&handle);
+    EXPECT_EQ(spoken.role(), QAccessible::Splitter);
+    EXPECT_EQ(spoken.text(QAccessible::Name), u"Teiler der Teile"_s);
+    spoken.valueInterface()->setCurrentValue(25);
+    EXPECT_NEAR(handle.y(), 150, 3);
+    EXPECT_EQ(spoken.text(QAccessible::Value), u"25 %"_s);
 }
 
 } // namespace

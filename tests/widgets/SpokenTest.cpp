@@ -1,7 +1,6 @@
 #include "widgets/Spoken.h"
 
 #include "widgets/HandOverLine.h"
-#include "widgets/LevelBar.h"
 #include "widgets/PitchSlider.h"
 #include "widgets/PositionSlider.h"
 
@@ -42,13 +41,6 @@ TEST(SpokenTest, ThePositionIsToldInSecondsAndMovesTheTitle) {
     EXPECT_EQ(moved, 0.25);
     EXPECT_EQ(spoken.valueInterface()->currentValue(), 50.0);
     EXPECT_EQ(spoken.text(QAccessible::Value), u"00:50 von 03:20"_s);
-}
-
-TEST(SpokenTest, MetersAreReadOnly) {
-    LevelBar bar;
-    bar.SetLevels(0.25F, 0.5F);
-    SpokenOf(bar).valueInterface()->setCurrentValue(90);
-    EXPECT_EQ(SpokenOf(bar).valueInterface()->currentValue(), 50.0) << "the louder channel";
 }
 
 TEST(SpokenTest, TextsAreSaid) {
