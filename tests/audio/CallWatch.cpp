@@ -37,10 +37,6 @@ const char* CallWatch::First() const {
     return first;
 }
 
-bool CallWatch::Works() {
-    return !kSanitized;
-}
-
 } // namespace kalvo::test
 
 #if !defined(KALVO_SANITIZED)
@@ -55,7 +51,7 @@ void Note(const char* name) {
 }
 
 template<typename Function>
-Function Real(const char* name) {
+Function Next(const char* name) {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
@@ -70,41 +66,21 @@ void* __libc_memalign(std::size_t, std::size_t);
 void __libc_free(void*);
 }
 
-#define KALVO_SHOWN extern "C" __attribute__((visibility("default")))
-
-KALVO_SHOWN void* malloc(std::size_t size) {
-    Note("malloc");
-    return __libc_malloc(size);
-}
-
-KALVO_SHOWN void* calloc(std::size_t count, std::size_t size) {
-    Note("calloc");
-    return __libc_calloc(count, size);
-}
-
-KALVO_SHOWN void* realloc(void* memory, std::size_t size) {
-    Note("realloc");
-    return __libc_realloc(memory, size);
-}
-
-KALVO_SHOWN void* aligned_alloc(std::size_t alignment, std::size_t size) {
-    Note("aligned_alloc");
-    return __libc_memalign(alignment, size);
-}
-
-KALVO_SHOWN void free(void* memory) {
-    Note("free");
-    __libc_free(memory);
-}
-
-/** Puts this program's `name` in front of the system's. */
-#define KALVO_IN_FRONT(name, result, parameters, arguments)                                                            \
-    KALVO_SHOWN result name parameters {                                                                               \
-        static const auto real = Real<result(*) parameters>(#name);                                                    \
+/** Puts this program's `name` in front of the system's, which is `real`. */
+#define KALVO_IN_FRONT_OF(real, name, result, parameters, arguments)                                                   \
+    extern "C" __attribute__((visibility("default"))) result name parameters {                                         \
+        static const auto function = real;                                                                             \
         Note(#name);                                                                                                   \
-        return real arguments;                                                                                         \
+        return function arguments;                                                                                     \
     }
+#define KALVO_IN_FRONT(name, result, parameters, arguments)                                                            \
+    KALVO_IN_FRONT_OF(Next<result(*) parameters>(#name), name, result, parameters, arguments)
 
+KALVO_IN_FRONT_OF(__libc_malloc, malloc, void*, (std::size_t size), (size))
+KALVO_IN_FRONT_OF(__libc_calloc, calloc, void*, (std::size_t count, std::size_t size), (count, size))
+KALVO_IN_FRONT_OF(__libc_realloc, realloc, void*, (void* memory, std::size_t size), (memory, size))
+KALVO_IN_FRONT_OF(__libc_memalign, aligned_alloc, void*, (std::size_t alignment, std::size_t size), (alignment, size))
+KALVO_IN_FRONT_OF(__libc_free, free, void, (void* memory), (memory))
 KALVO_IN_FRONT(pthread_mutex_lock, int, (pthread_mutex_t * mutex), (mutex))
 KALVO_IN_FRONT(pthread_mutex_trylock, int, (pthread_mutex_t * mutex), (mutex))
 KALVO_IN_FRONT(pthread_rwlock_rdlock, int, (pthread_rwlock_t * lock), (lock))

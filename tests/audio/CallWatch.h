@@ -14,8 +14,7 @@ public:
     CallWatch(const CallWatch&) = delete;
     CallWatch& operator=(const CallWatch&) = delete;
 
-    /** False with sanitizers, which have taken the same functions: then nothing is counted. */
-    static bool Works();
+    /** None with sanitizers, which have taken the same functions. */
     int Calls() const;
     /** Name of the first of the calls; "" when there was none. */
     const char* First() const;

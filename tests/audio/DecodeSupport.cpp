@@ -1,11 +1,9 @@
 #include "DecodeSupport.h"
 
 #include "audio/OpenDecoder.h"
-#include "audio/TimedWait.h"
 
 #include <QFile>
 #include <cmath>
-#include <cstring>
 
 namespace kalvo::audio::test {
 
@@ -23,52 +21,6 @@ QByteArray SoundBytes(const char* name, const SoundSpec& spec) {
     const TestFolder folder;
     MakeSound(folder.Path(), QString::fromLatin1(name), spec);
     return folder.Read(QString::fromLatin1(name));
-}
-
-void FakeBytes::Control::HangFrom(std::int64_t position) {
-    const std::lock_guard lock(mutex_);
-    hang_ = position;
-    changed_.notify_all();
-}
-
-bool FakeBytes::Control::AwaitHanging() {
-    std::unique_lock lock(mutex_);
-    return TimedWait(changed_, lock, std::chrono::seconds(10), [this] { return hanging_ > 0; });
-}
-
-void FakeBytes::Control::Pass(std::int64_t end) {
-    std::unique_lock lock(mutex_);
-    reached_ = std::max<std::int64_t>(reached_, end);
-    const auto free = [&] { return hang_ < 0 || end <= hang_; };
-    if (free())
-        return;
-    ++hanging_;
-    changed_.notify_all();
-    changed_.wait(lock, free);
-    --hanging_;
-}
-
-FakeBytes::FakeBytes(QByteArray bytes, std::shared_ptr<Control> control, std::shared_ptr<Control> another)
-    : bytes_(std::move(bytes)), control_(std::move(control)), another_(std::move(another)) {}
-
-std::unique_ptr<ByteSource> FakeBytes::Another() const {
-    return another_ ? std::make_unique<FakeBytes>(bytes_, another_) : nullptr;
-}
-
-bool FakeBytes::Open() {
-    control_->Pass(1);
-    return true;
-}
-
-std::int64_t FakeBytes::ReadAt(std::int64_t position, void* buffer, std::size_t bytes) {
-    const auto end = position + static_cast<std::int64_t>(bytes);
-    control_->Pass(end);
-    if (end > control_->fail_)
-        return -1;
-    const std::int64_t size = std::min<std::int64_t>(control_->cut_, bytes_.size());
-    const std::int64_t got = std::max<std::int64_t>(0, std::min(end, size) - position);
-    std::memcpy(buffer, bytes_.constData() + position, static_cast<std::size_t>(got));
-    return got;
 }
 
 OpenedFile::OpenedFile(const QString& path) : OpenedFile(MakeFileSource(QFile::encodeName(path).toStdString())) {}

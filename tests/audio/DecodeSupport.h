@@ -3,11 +3,13 @@
 #include "audio/ByteSource.h"
 #include "audio/Decoder.h"
 #include "audio/ReadAheadFile.h"
+#include "audio/TimedWait.h"
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 
 #include <atomic>
 #include <condition_variable>
+#include <cstring>
 #include <mutex>
 
 namespace kalvo::audio::test {
@@ -28,34 +30,63 @@ public:
     class Control {
     public:
         /** Reads and opening at or beyond `position` hang until Release(); 0 = opening too. */
-        void HangFrom(std::int64_t position);
+        void HangFrom(std::int64_t position) {
+            const std::lock_guard lock(mutex_);
+            hang_ = position;
+            changed_.notify_all();
+        }
         void Release() { HangFrom(-1); }
         void FailFrom(std::int64_t position) { fail_ = position; }
         void CutAt(std::int64_t position) { cut_ = position; }
         /** Waits until a call hangs; false after ten seconds. */
-        bool AwaitHanging();
-        /** The furthest byte that has been asked for. */
-        std::int64_t Reached() const { return reached_; }
+        bool AwaitHanging() {
+            std::unique_lock lock(mutex_);
+            return TimedWait(changed_, lock, std::chrono::seconds(10), [this] { return hanging_ > 0; });
+        }
 
     private:
         friend class FakeBytes;
-        void Pass(std::int64_t end);
+        void Pass(std::int64_t end) {
+            std::unique_lock lock(mutex_);
+            const auto free = [&] { return hang_ < 0 || end <= hang_; };
+            if (free())
+                return;
+            ++hanging_;
+            changed_.notify_all();
+            changed_.wait(lock, free);
+            --hanging_;
+        }
 
         std::mutex mutex_; // hang_ and hanging_
         std::condition_variable changed_;
         std::int64_t hang_ = -1;
         int hanging_ = 0;
-        std::atomic<std::int64_t> fail_{INT64_MAX}, cut_{INT64_MAX}, reached_{0};
+        std::atomic<std::int64_t> fail_{INT64_MAX}, cut_{INT64_MAX};
     };
 
     /** another: of a further access to the same bytes; null: there is none. */
     explicit FakeBytes(QByteArray bytes, std::shared_ptr<Control> control = std::make_shared<Control>(),
-                       std::shared_ptr<Control> another = nullptr);
+                       std::shared_ptr<Control> another = nullptr)
+        : bytes_(std::move(bytes)), control_(std::move(control)), another_(std::move(another)) {}
 
-    bool Open() override;
+    bool Open() override {
+        control_->Pass(1);
+        return true;
+    }
     std::int64_t Size() const override { return bytes_.size(); }
-    std::int64_t ReadAt(std::int64_t position, void* buffer, std::size_t bytes) override;
-    std::unique_ptr<ByteSource> Another() const override;
+    std::int64_t ReadAt(std::int64_t position, void* buffer, std::size_t bytes) override {
+        const auto end = position + static_cast<std::int64_t>(bytes);
+        control_->Pass(end);
+        if (end > control_->fail_)
+            return -1;
+        const std::int64_t size = std::min<std::int64_t>(control_->cut_, bytes_.size());
+        const std::int64_t got = std::max<std::int64_t>(0, std::min(end, size) - position);
+        std::memcpy(buffer, bytes_.constData() + position, static_cast<std::size_t>(got));
+        return got;
+    }
+    std::unique_ptr<ByteSource> Another() const override {
+        return another_ ? std::make_unique<FakeBytes>(bytes_, another_) : nullptr;
+    }
 
 private:
     QByteArray bytes_;

@@ -6,29 +6,15 @@ using namespace kalvo::test;
 namespace {
 
 /** A tone whose file answers only when the test lets it. */
-class SlowSource final : public FrameSource {
-public:
-    explicit SlowSource(const ErrorCode& answer)
-        : tone_(Constant(0.5F), std::make_shared<Delivery>()), answer_(answer) {}
-
-    ErrorCode AwaitOpen(std::chrono::milliseconds) override { return answer_; }
-    const SourceFormat& Format() const override { return tone_.Format(); }
-    void Seek(std::int64_t frame) override { tone_.Seek(frame); }
-    std::size_t Read(float* stereo, std::size_t frames) override { return tone_.Read(stereo, frames); }
-    std::size_t Available() const override { return tone_.Available(); }
-    bool AtEnd() const override { return tone_.AtEnd(); }
-    bool WaitFor(std::size_t, std::chrono::milliseconds) override { return true; }
-
-private:
-    ToneSource tone_;
-    const ErrorCode& answer_; // the test's
-};
-
 struct OpeningTest : ::testing::Test {
-    OpeningTest() { library.Init(Output::Main, kOffline, 44100, 1024); }
+    OpeningTest() {
+        delivery->opening = ErrorCode::Timeout;
+        library.Init(Output::Main, kOffline, 44100, 1024);
+    }
 
-    ErrorCode answer = ErrorCode::Timeout;
-    AudioLibraryImpl library{[this](const std::string&, ErrorCode&) { return std::make_unique<SlowSource>(answer); }};
+    std::shared_ptr<Delivery> delivery = std::make_shared<Delivery>();
+    AudioLibraryImpl library{
+        [this](const std::string&, ErrorCode&) { return std::make_unique<ToneSource>(Constant(0.5F), delivery); }};
 };
 
 TEST_F(OpeningTest, AStreamIsUsedFromTheMomentItsFileIsOpen) {
@@ -40,7 +26,7 @@ TEST_F(OpeningTest, AStreamIsUsedFromTheMomentItsFileIsOpen) {
     EXPECT_EQ(library.ChannelIsActive(stream), Activity::Stopped);
     library.DispatchEvents();
 
-    answer = ErrorCode::None;
+    delivery->opening = ErrorCode::None;
     EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Ready);
     EXPECT_TRUE(library.StreamPlay(stream, true));
     EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Ready);
@@ -53,7 +39,7 @@ TEST_F(OpeningTest, AFileThatFailsInvalidatesItsHandleAndWaitingInVainIsATimeout
     EXPECT_EQ(library.StreamCreateFile(Output::Main, "slow"), 0U);
     EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Timeout);
     const Handle stream = library.StreamOpenFile(Output::Main, "bad");
-    answer = ErrorCode::Format;
+    delivery->opening = ErrorCode::Format;
     EXPECT_EQ(library.StreamAwaitOpen(stream, 0), OpenState::Failed);
     EXPECT_EQ(library.ErrorGetCode(), ErrorCode::Format);
     EXPECT_FALSE(library.StreamFree(stream));

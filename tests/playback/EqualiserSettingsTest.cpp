@@ -4,7 +4,6 @@
 #include "audio/AudioLibraryImpl.h"
 #include "base/Settings.h"
 #include "playback/AudioLayer.h"
-#include "playback/EqualiserPresets.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -84,14 +83,6 @@ TEST_F(EqualiserSettingsTest, BandsAddUpAndOffMeansUntouched) {
     }
 }
 
-TEST_F(EqualiserSettingsTest, ABandReachesHalfItsGainHalfAnOctaveAway) {
-    EqualiserSettings settings{true};
-    settings.bands[4] = 18;
-    const std::vector<float> response = Response(settings);
-    for (const double hertz : {1000 / std::numbers::sqrt2, 1000 * std::numbers::sqrt2})
-        EXPECT_NEAR(Decibel(response, hertz), 6, 0.2);
-}
-
 TEST_F(EqualiserSettingsTest, TheReverbRingsOnWhatIsDryDoesNot) {
     for (const int position : {0, 10, 20}) {
         EqualiserSettings settings{true};
@@ -115,17 +106,6 @@ TEST_F(EqualiserSettingsTest, WhatIsWrittenIsReadAndNonsenseIsMovedIntoTheRange)
     EXPECT_EQ(mended.bands[0], 0);
     EXPECT_EQ(mended.bands[1], 10);
     EXPECT_EQ(mended.reverb, 20);
-}
-
-TEST(EqualiserPresetsTest, EachIsFoundByItsBandsAndNoneIsOutOfRange) {
-    const auto presets = EqualiserPresets::All();
-    for (std::size_t i = 0; i < presets.size(); ++i) {
-        EXPECT_EQ(EqualiserPresets::Find(presets[i].bands), static_cast<int>(i));
-        for (const int position : presets[i].bands)
-            EXPECT_TRUE(position >= 0 && position <= EqualiserSettings::kLastPosition);
-    }
-    EXPECT_EQ(presets[0].bands, EqualiserSettings().bands) << "the first one is flat";
-    EXPECT_EQ(EqualiserPresets::Find({0, 20}), -1);
 }
 
 } // namespace

@@ -101,19 +101,6 @@ TEST_F(HeadphonePlayerTest, StepsByTenthsOfASecond) {
     EXPECT_NEAR(player.Position(), 20, 0.001);
 }
 
-TEST_F(HeadphonePlayerTest, HalfSpeedEndsInAPause) {
-    Begin("a-20");
-    player.Pause();
-    player.BeginHalfSpeed();
-    EXPECT_EQ(player.StatusText(), u"0,5 speed"_s);
-    const audio::Handle stream = cards.streams.begin()->first;
-    EXPECT_EQ(cards.At(stream).attributes.frequency, 499) << "22000 of 44100, of this title's 1000";
-    EXPECT_EQ(cards.At(stream).activity, audio::Activity::Playing);
-    player.EndHalfSpeed();
-    EXPECT_EQ(cards.At(stream).attributes.frequency, 1000);
-    EXPECT_EQ(player.Now(), State::Pause);
-}
-
 TEST_F(HeadphonePlayerTest, TellsWhatCannotBeHeard) {
     Begin("slow-20");
     EXPECT_EQ(player.StatusText(), u"lädt"_s);
@@ -145,16 +132,6 @@ TEST_F(HeadphonePlayerTest, ACardThatVanishesPausesAndOneThatTheMusicTakesStops)
     EXPECT_EQ(player.Now(), State::Stop);
     player.Play();
     EXPECT_EQ(player.Now(), State::Stop) << "the guests would hear it";
-}
-
-TEST_F(HeadphonePlayerTest, FreesItsOutputOnly) {
-    {
-        HeadphonePlayer other(layer);
-        ASSERT_EQ(other.Open({3, {}}), QString());
-        EXPECT_EQ(cards.opens.size(), 2U);
-    }
-    EXPECT_EQ(cards.opens.count(Output::Headphones), 0U);
-    EXPECT_EQ(cards.opens.count(Output::Main), 1U);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// What is recorded is rendered offline and read back; in one test a second run of this program is killed meanwhile.
+// What is recorded is rendered offline and read back.
 
 #include "playback/MasterRecorder.h"
 
@@ -8,7 +8,6 @@
 #include "audio/ReadAheadFile.h"
 #include "base/RandomSource.h"
 #include "playback/OfflineMix.h"
-#include "support/PulseServer.h"
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 #include "support/WaitUntil.h"
@@ -23,7 +22,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const char* const kKillFolder = "KALVO_RECORD_FOLDER";
 constexpr int kRate = 44100;
 const std::pair<const char*, const char*> kFormats[] = {{"wav", ".wav"}, {"ogg", ".ogg"}, {"mp3-192", ".mp3"}};
 
@@ -115,6 +113,8 @@ TEST_F(MasterRecorderTest, EveryFormatHoldsTheMixAndItsTitles) {
         ASSERT_TRUE(Start(name, name));
         Run(2);
         ASSERT_TRUE(Written(2));
+        EXPECT_TRUE(test::WaitUntil([&] { return Cue(name + u".cue"_s).endsWith("INDEX 01 00:00:00\r\n"); }))
+            << "there already, should the program be killed now";
         mixer.Stop(1);
         mixer.SetFader(100);
         mixer.PlayRow(2, 0);
@@ -201,40 +201,6 @@ TEST_F(MasterRecorderTest, WhatCannotBeginIsTold) {
     without.Start({folder.Path(), u"b"_s, u"wav"_s});
     EXPECT_EQ(failures.last(), u"Die Datei BASSenc.dll fehlt oder ist beschädigt."_s);
     EXPECT_TRUE(without.IsIdle());
-}
-
-/** Runs only as the second program: records until it is killed. */
-TEST_F(MasterRecorderTest, DISABLED_Endless) {
-    ASSERT_TRUE(qEnvironmentVariableIsSet(kKillFolder));
-    list1.Append({Title(u"eins"_s, 60, 441)});
-    mixer.PlayRow(1, 0);
-    recorder.Start({qEnvironmentVariable(kKillFolder), u"a"_s, qEnvironmentVariable("KALVO_RECORD_FORMAT")});
-    for (;;) {
-        Run(0.1);
-        QCoreApplication::processEvents();
-        QThread::msleep(20);
-    }
-}
-
-TEST_F(MasterRecorderTest, AKilledProgramLeavesAFileThatPlays) {
-    for (const auto& [format, ending] : kFormats) {
-        SCOPED_TRACE(format);
-        const QString target = folder.Path(QLatin1String(format));
-        const QString sound = target + u"/a"_s + QLatin1String(ending);
-        // TMPDIR: what the killed program leaves behind goes with this test's.
-        std::optional<test::ChildProcess> child(
-            std::in_place, u"env %1='%2' KALVO_RECORD_FORMAT=%3 TMPDIR='%4' '%5' --gtest_also_run_disabled_tests "
-                           "--gtest_filter=MasterRecorderTest.DISABLED_Endless >/dev/null"_s.arg(
-                               QLatin1String(kKillFolder), target, QLatin1String(format), folder.Path(),
-                               QCoreApplication::applicationFilePath()));
-        const bool grew = test::WaitUntil([&] { return LeftOf(sound).size() > 2 * kRate; });
-        child.reset();
-        ASSERT_TRUE(grew);
-        const std::vector<float> left = LeftOf(sound);
-        EXPECT_GT(left.size(), 2U * kRate);
-        EXPECT_NEAR(Crossings(left, 0.5), 441, 3);
-        EXPECT_TRUE(folder.Read(QLatin1String(format) + u"/a.cue"_s).endsWith("INDEX 01 00:00:00\r\n"));
-    }
 }
 
 } // namespace

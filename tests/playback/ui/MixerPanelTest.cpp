@@ -62,16 +62,5 @@ TEST(MixerPanelTest, ChoicesOfTheUserAreTold) {
     EXPECT_EQ(told.join(u' ').toStdString(), "5 15 30 45 60 Fade-CrossOver to 1 to 2 menu");
 }
 
-TEST(MixerPanelTest, TheHandOverLineTellsBriefAndInFull) {
-    MixerPanel mixer;
-    auto* line = Part<HandOverLine>(mixer, "lblUebergabe");
-    mixer.SetHandOver({HandOverView::Kind::Rest, 0, 9});
-    EXPECT_EQ(line->Text(), u"Übergabe 9 s vor Ende"_s);
-    mixer.SetHandOver({HandOverView::Kind::Coming, 2, 2});
-    EXPECT_EQ(line->Text(), u"Übergabe an Player 2 in 2 s"_s);
-    mixer.SetLayoutMode(LayoutMode::Narrow);
-    EXPECT_EQ(line->Text(), u"Übergabe in 2 s"_s);
-}
-
 } // namespace
 } // namespace kalvo

@@ -94,22 +94,5 @@ TEST_F(frmProbelaufTest, WhatIsLookedAtIsRenderedAndMeasured) {
     EXPECT_EQ(chosen, (QStringList{data.Path(u"t1-30.wav"_s), data.Path(u"t2-30.wav"_s)}));
 }
 
-TEST(JointTextTest, SaysWhatIsWorthListeningTo) {
-    audio::JointMeasures measures{-12, -12, -14, 0.1};
-    EXPECT_EQ(JointText::Level(measures), u"gleichmäßig"_s);
-    EXPECT_EQ(JointText::Gap(measures), u"keine"_s);
-    measures = {-12, -20, -33, 1.26};
-    EXPECT_EQ(JointText::Level(measures), u"Loch 13 LU, −8 LU"_s);
-    EXPECT_EQ(JointText::Gap(measures), u"1,3 s"_s);
-    EXPECT_EQ(JointText::Tempo(128, 124.4), u"128 → 124 (−4)"_s);
-    EXPECT_EQ(JointText::Tempo(0, 124), u"? → 124"_s);
-    EXPECT_EQ(JointText::Tempo(0, 0), QString());
-    Joint joint;
-    joint.fade = 5.95;
-    EXPECT_EQ(JointText::Fade(joint), u"6,0 s"_s);
-    joint.kind = Joint::Kind::Jump;
-    EXPECT_EQ(JointText::Fade(joint), u"Schnitt"_s);
-}
-
 } // namespace
 } // namespace kalvo
