@@ -24,8 +24,7 @@ constexpr int kImportedAtOnce = 40;
 const QByteArray kSettings = "; von Hand\r\n[Equalizer]\r\nEQStatus=0\r\n\r\n[VU Meter]\r\nFarbe=255\r\n\r\n[Mixer]\r\n"
                              "Nachladen=1\r\n\r\n[Fremd]\r\nEnde=1\r\n";
 
-class KillTest : public DrivenTest {
-protected:
+struct KillTest : DrivenTest {
     void SetUp() override {
         DrivenTest::SetUp();
         if (IsSkipped())
@@ -84,12 +83,6 @@ protected:
         import.waitForFinished();
     }
 
-    void KillOnceMore(int round) {
-        static constexpr void (KillTest::*kKills[])() = {&KillTest::KillAtStart, &KillTest::KillInRun,
-                                                         &KillTest::KillAtClose, &KillTest::KillInImport};
-        (this->*kKills[round % 4])();
-    }
-
     void CheckSettings() {
         const QByteArray settings = folder_.Read(u"Kalvo/kalvo.ini"_s);
         EXPECT_TRUE(settings == kSettings || settings == closed_) << settings.toStdString();
@@ -142,6 +135,8 @@ protected:
 
 TEST_F(KillTest, LeavesEveryFileOldOrNewAtAnyMoment) {
     SCOPED_TRACE(testing::Message() << "KALVO_KILL_SEED=" << seed_);
+    constexpr void (KillTest::*kills[])() = {&KillTest::KillAtStart, &KillTest::KillInRun, &KillTest::KillAtClose,
+                                             &KillTest::KillInImport};
     KillAtStart();
     Check();
     RunToItsEnd();
@@ -152,7 +147,7 @@ TEST_F(KillTest, LeavesEveryFileOldOrNewAtAnyMoment) {
     clock.start();
     int rounds = 0;
     for (; !HasFailure() && (wanted > 0 ? rounds < wanted : clock.elapsed() < kBudget); ++rounds) {
-        KillOnceMore(rounds);
+        (this->*kills[rounds % 4])();
         Check();
     }
     RecordProperty("rounds", rounds);

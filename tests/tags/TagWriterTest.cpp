@@ -1,15 +1,14 @@
 #include "tags/TagWriter.h"
 
+#include "archive/WriterProcess.h"
 #include "tags/SoundContent.h"
 #include "tags/TagTest.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <csignal>
+#include <QThread>
 #include <random>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace kalvo::test {
 namespace {
@@ -118,19 +117,13 @@ TEST_F(TagWriterTest, AKilledSaveLeavesTheOldOrTheNewFileWhole) {
     const QByteArray content = SoundContent::Hash(path);
     std::minstd_rand random(4711);
     for (int round = 0; round < 30; ++round) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            clsAudioGenie saver;
-            for (int turn = 0;; ++turn) {
-                TagEdit edit;
-                edit.Text(TagField::Title) = QString(turn % 7 * 2000, u'x');
-                WriteTagEdit(saver, path, edit);
-            }
+        {
+            const WriterProcess saver([&](const WriterProcess::Report&) {
+                for (int turn = 0;; ++turn)
+                    Save(path, {{TagField::Title, QString(turn % 7 * 2000, u'x')}});
+            });
+            QThread::usleep(random() % 60'000);
         }
-        ASSERT_GT(child, 0);
-        ::usleep(static_cast<useconds_t>(random() % 60'000));
-        ASSERT_EQ(::kill(child, SIGKILL), 0);
-        ASSERT_EQ(::waitpid(child, nullptr, 0), child);
         ASSERT_EQ(SoundContent::Hash(path), content) << "round " << round;
         ASSERT_EQ(tags.AUDIOAnalyzeFileW(path), AudioFormat::Mpeg);
     }
