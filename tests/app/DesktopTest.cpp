@@ -230,7 +230,18 @@ TEST(DesktopFilesTest, TheDesktopFileIsValidAndOffersWhatPlayersOffer) {
     EXPECT_EQ(file.GetSetting(u"Desktop Entry"_s, u"MimeType"_s, {}), mpris::MimeTypes().join(u';') + u';');
 }
 
-TEST(DesktopFilesTest, ThePlaylistFileIsKnownByItsType) {
+TEST(DesktopFilesTest, TheMetadataAreValidAndOfThisVersion) {
+    if (!Have("appstreamcli"))
+        GTEST_SKIP() << "appstream is not installed";
+    const QString file = qEnvironmentVariable("KALVO_BIN") + u"/../packaging/example.kalvo.kalvo.metainfo.xml"_s;
+    const ToolRun outcome(u"appstreamcli"_s, {u"validate"_s, u"--no-net"_s, file});
+    EXPECT_EQ(outcome.code, 0) << outcome.said.constData();
+    QFile text(file);
+    ASSERT_TRUE(text.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(text.readAll().contains("<release version=\"" KALVO_VERSION "\""));
+}
+
+TEST(DesktopFilesTest, EveryPlaylistFileIsKnownByItsType) {
     if (!Have("update-mime-database") || !Have("gio"))
         GTEST_SKIP() << "shared-mime-info or gio is not installed";
     const test::TestFolder folder;
@@ -238,10 +249,15 @@ TEST(DesktopFilesTest, ThePlaylistFileIsKnownByItsType) {
     ASSERT_TRUE(QFile::copy(DesktopFile(u"kalvo-mime.xml"_s), folder.Path(u"mime/packages/kalvo.xml"_s)));
     const ToolRun update(u"update-mime-database"_s, {folder.Path(u"mime"_s)});
     ASSERT_EQ(update.code, 0) << update.said.constData();
-    const QString path = folder.Write(u"Abend.wil"_s, "SQLite format 3");
-    const ToolRun told(u"gio"_s, {u"info"_s, u"-a"_s, u"standard::content-type"_s, path}, folder.Path());
-    EXPECT_TRUE(told.said.contains("application/x-kalvo-wiedergabeliste")) << told.said.constData();
-    EXPECT_TRUE(mpris::MimeTypes().contains(u"application/x-kalvo-wiedergabeliste"_s));
+    const char* const cases[][3] = {{"Abend.wil", "SQLite format 3", "application/x-kalvo-wiedergabeliste"},
+                                    {"Abend.m3u", "#EXTM3U\n", "audio/x-mpegurl"},
+                                    {"Abend.pls", "[playlist]\n", "audio/x-scpls"}};
+    for (const auto& [name, content, type] : cases) {
+        const QString path = folder.Write(QLatin1String(name), QByteArray(content) + '\0');
+        const ToolRun told(u"gio"_s, {u"info"_s, u"-a"_s, u"standard::content-type"_s, path}, folder.Path());
+        EXPECT_TRUE(told.said.contains(type)) << name << '\n' << told.said.constData();
+        EXPECT_TRUE(mpris::MimeTypes().contains(QLatin1String(type)));
+    }
 }
 
 } // namespace
