@@ -23,9 +23,9 @@ protected:
     WriteResult Add(TitleRecord record) { return database.AddTitle(record); }
     /** What another program sees: committed rows only; -1 when it cannot even read. */
     qint64 RowsOutside() const {
-        SqliteDatabase other;
-        other.Open(path, SqliteDatabase::Mode::ReadOnly, 0);
-        SqliteStatement count = other.Prepare(u"SELECT count(*) FROM Daten"_s);
+        SqliteDatabase reader;
+        reader.Open(path, SqliteDatabase::Mode::ReadOnly, 0);
+        SqliteStatement count = reader.Prepare(u"SELECT count(*) FROM Daten"_s);
         return count.Step() ? count.Number(0) : -1;
     }
 

@@ -84,7 +84,7 @@ TEST(MemoryIndexTest, ManyTitlesComeInEveryOrderAlsoWhenAThirdOfThemHasGone) {
             std::vector<qint64> found = titles.index.Select({{}, order});
             EXPECT_EQ(std::erase(found, kLongNumber), longOnes);
             ASSERT_EQ(found.size(), left);
-            const auto isMisplaced = [&](qint64 left, qint64 right) { return !titles.IsBefore(left, right, order); };
+            const auto isMisplaced = [&](qint64 one, qint64 next) { return !titles.IsBefore(one, next, order); };
             EXPECT_EQ(std::adjacent_find(found.begin(), found.end(), isMisplaced), found.end())
                 << "order " << orders.indexOf(keys) << ", " << when;
         }
