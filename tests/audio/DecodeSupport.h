@@ -1,13 +1,14 @@
 #pragma once
 
 #include "audio/ByteSource.h"
-#include "audio/Decoder.h"
+#include "audio/OpenDecoder.h"
 #include "audio/ReadAheadFile.h"
 #include "audio/TimedWait.h"
 #include "support/SoundMaker.h"
 #include "support/TestFolder.h"
 
 #include <atomic>
+#include <cmath>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
@@ -19,9 +20,22 @@ using kalvo::test::SoundSpec;
 using kalvo::test::TestFolder;
 
 /** options: arguments of the encoder, between blanks. */
-SoundSpec Spec(double seconds, int rate = 44100, int channels = 2, const char* options = "", int coverBytes = 0);
+inline SoundSpec Spec(double seconds, int rate = 44100, int channels = 2, const char* options = "",
+                      int coverBytes = 0) {
+    SoundSpec spec;
+    spec.seconds = seconds;
+    spec.rate = rate;
+    spec.channels = channels;
+    spec.options = QString::fromLatin1(options).split(u' ', Qt::SkipEmptyParts);
+    spec.coverBytes = coverBytes;
+    return spec;
+}
 /** What the encoder for such a file name makes. */
-QByteArray SoundBytes(const char* name, const SoundSpec& spec);
+inline QByteArray SoundBytes(const char* name, const SoundSpec& spec) {
+    const TestFolder folder;
+    MakeSound(folder.Path(), QString::fromLatin1(name), spec);
+    return folder.Read(QString::fromLatin1(name));
+}
 
 /** Bytes in memory whose delivery can be held up, cut short or made to fail while they are read. */
 class FakeBytes final : public ByteSource {
@@ -95,8 +109,11 @@ private:
 
 /** A file with the decoder that fits it; `decoder` is null when there is none. */
 struct OpenedFile {
-    explicit OpenedFile(const QString& path);
-    explicit OpenedFile(std::unique_ptr<ByteSource> bytes);
+    explicit OpenedFile(const QString& path) : OpenedFile(MakeFileSource(QFile::encodeName(path).toStdString())) {}
+    explicit OpenedFile(std::unique_ptr<ByteSource> bytes) : file(std::move(bytes)) {
+        if (file.WaitUntilOpen())
+            decoder = OpenDecoder(file);
+    }
     explicit OpenedFile(const QByteArray& bytes) : OpenedFile(std::make_unique<FakeBytes>(bytes)) {}
 
     ReadAheadFile file;
@@ -104,12 +121,40 @@ struct OpenedFile {
 };
 
 /** Reads to the end in pieces of odd sizes; `last` tells how it ended. */
-std::vector<float> DecodeRest(Decoder& decoder, ReadResult* last = nullptr);
+inline std::vector<float> DecodeRest(Decoder& decoder, ReadResult* last = nullptr) {
+    std::vector<float> all;
+    float piece[2 * 1777];
+    std::size_t got = 0;
+    ReadResult result = ReadResult::Data;
+    while ((result = decoder.Read(piece, 1777, got)) == ReadResult::Data)
+        all.insert(all.end(), piece, piece + got * 2);
+    if (last != nullptr)
+        *last = result;
+    return all;
+}
 /** Largest difference between `part` and `whole` from frame `start` on; 9 when `part` reaches beyond it. */
-float Difference(const std::vector<float>& whole, std::int64_t start, const std::vector<float>& part);
+inline float Difference(const std::vector<float>& whole, std::int64_t start, const std::vector<float>& part) {
+    const auto offset = static_cast<std::size_t>(start) * 2;
+    if (offset + part.size() > whole.size())
+        return 9;
+    float largest = 0;
+    for (std::size_t i = 0; i < part.size(); ++i)
+        largest = std::max(largest, std::abs(whole[offset + i] - part[i]));
+    return largest;
+}
 /** Upward zero crossings of the left side in a second of 44,100 frames: the tone's frequency. */
-int Waves(const std::vector<float>& stereo, std::size_t from);
+inline int Waves(const std::vector<float>& stereo, std::size_t from) {
+    int waves = 0;
+    for (std::size_t frame = from; frame < from + 44100; ++frame)
+        waves += stereo.at(frame * 2) < 0 && stereo.at(frame * 2 + 2) >= 0 ? 1 : 0;
+    return waves;
+}
 /** Largest value of one side, 0 left, 1 right, between two frames. */
-float Peak(const std::vector<float>& stereo, int side, std::int64_t from, std::int64_t to);
+inline float Peak(const std::vector<float>& stereo, int side, std::int64_t from, std::int64_t to) {
+    float peak = 0;
+    for (auto frame = static_cast<std::size_t>(from); frame < static_cast<std::size_t>(to); ++frame)
+        peak = std::max(peak, std::abs(stereo.at(frame * 2 + static_cast<std::size_t>(side))));
+    return peak;
+}
 
 } // namespace kalvo::audio::test

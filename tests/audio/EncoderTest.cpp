@@ -153,26 +153,6 @@ TEST_F(EncoderTest, AFloatingPointWavHoldsExactlyWhatTheBusRendered) {
     EXPECT_TRUE(ReadFile(Path("mix.wav")).stereo == rendered);
 }
 
-TEST_F(EncoderTest, AStreamIsRecordedAloneAndEndsWithItself) {
-    const Handle other = desk_.Play(Sine(440, 0.5));
-    const Handle stream = desk_.Play(Sine(1000, 0.5));
-    ASSERT_TRUE(desk_.Audio().ChannelSetAttributes(stream, kKeepFrequency, 50, kKeepPan));
-    desk_.Render(1024);
-    const Handle recording = encoder_.Encode_Start(desk_.Audio(), stream, Raw("stream.wav"), kWav);
-    ASSERT_NE(recording, 0U);
-    desk_.Render(kSecond);
-    EXPECT_EQ(State(recording).status, EncodeStatus::Running);
-    ASSERT_TRUE(desk_.Audio().StreamFree(stream));
-    EXPECT_TRUE(Finishes(recording));
-    desk_.Render(kSecond);
-    EXPECT_EQ(State(recording).frames, kSecond);
-    EXPECT_TRUE(encoder_.Encode_Stop(recording));
-    const std::vector<double> levels = ReadFile(Path("stream.wav")).Meter().Levels({440, 1000}, 0.5);
-    EXPECT_NEAR(levels[0], 0, 0.001);
-    EXPECT_NEAR(levels[1], 0.25, 0.001);
-    EXPECT_EQ(desk_.Audio().ChannelIsActive(other), Activity::Playing);
-}
-
 TEST_F(EncoderTest, AFullDiskKeepsWhatFittedAndTheMusicGoesOn) {
     disk_.SetRoom(200000);
     const Handle recording = onDisk_.Encode_Start(desk_.Audio(), Output::Main, "x.wav", kWav);
@@ -237,8 +217,6 @@ TEST_F(EncoderTest, WhatCannotBeRecordedIsRefusedAndLeavesNoFile) {
                  {"x.wav", kWav, Output::Headphones, EncodeError::Source},
                  {"x.wav", Settings(EncodeFormat::Wav, 8), Output::Main, EncodeError::Argument},
                  {"x.flac", Settings(EncodeFormat::Flac, 32), Output::Main, EncodeError::Argument},
-                 {"x.mp3", Settings(EncodeFormat::Mp3, 16, 48), Output::Main, EncodeError::Argument},
-                 {"x.ogg", Settings(EncodeFormat::Ogg, 16, 128), Output::Main, EncodeError::Argument},
                  {"x.ogg", Settings(EncodeFormat::Ogg, 16, 0, 1.1), Output::Main, EncodeError::Argument},
                  {"x.wav", Settings(EncodeFormat(9)), Output::Main, EncodeError::Argument}};
     for (const auto& c : cases) {

@@ -99,15 +99,6 @@ TEST_F(RehearsalTest, AChangedListIsPlannedAnewAndWhatIsWantedStays) {
     EXPECT_FALSE(rehearsal.IsRunning());
 }
 
-TEST_F(RehearsalTest, ATitleThatStartsLouderNowIsRenderedAnew) {
-    Rehearse();
-    const double before = rehearsal.Known(0)->measures.after;
-    settings.gains[list2.At(0).path] = 6;
-    Rehearse();
-    ASSERT_TRUE(rehearsal.Known(0));
-    EXPECT_NEAR(rehearsal.Known(0)->measures.after, before + 6, 0.5);
-}
-
 TEST(JointPlayerTest, TheMainOutputIsOnlyUsedWhileNothingIsOnAir) {
     test::FakeDesk desk;
     desk.Fill(desk.list1, {u"a-60"_s});

@@ -39,8 +39,6 @@ TEST_F(StandstillWatchTest, StandsInARowAreCounted) {
 TEST_F(StandstillWatchTest, MusicThatMovesOrIsNotWantedIsFine) {
     EXPECT_EQ(Found(100, [this] { *pulse.positions[0] += 0.1; }), 0);
     EXPECT_EQ(Found(100, [this] { *pulse.positions[0] -= 0.1; }), 0) << "a seek backwards";
-    const auto otherMoves = [this] { pulse.positions = {1.0, *pulse.positions[0] + pulse.rendered * 0.01}; };
-    EXPECT_EQ(Found(100, otherMoves), 0);
     pulse.wanted = false;
     EXPECT_EQ(Found(100, [] {}), 0);
     pulse.wanted = true;
@@ -53,13 +51,6 @@ TEST_F(StandstillWatchTest, ATitleThatIsOnlyTurnedUpHasNotMoved) {
     EXPECT_EQ(Found(1, [] {}), 1);
     pulse.positions = {};
     EXPECT_EQ(Found(20, [] {}), 1) << "nobody plays, though somebody should";
-}
-
-TEST_F(StandstillWatchTest, WaitsForADeviceThatTakesNothing) {
-    const std::uint64_t standing = pulse.rendered + 1;
-    EXPECT_EQ(Found(500, [&] { pulse.rendered = standing; }), 0);
-    EXPECT_EQ(Found(18, [] {}), 0);
-    EXPECT_EQ(Found(2, [] {}), 1);
 }
 
 } // namespace
