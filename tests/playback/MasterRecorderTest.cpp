@@ -15,8 +15,6 @@
 #include <QDir>
 #include <gtest/gtest.h>
 
-#include <optional>
-
 namespace kalvo {
 namespace {
 
