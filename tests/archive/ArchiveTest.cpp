@@ -144,4 +144,18 @@ TEST_F(ArchiveTest, CountsAndClearsTheStampsOfTheLastPlays) {
 }
 
 } // namespace
+TEST(ForeignWritesTest, AreReadWhenTheyPauseOrAtLastAfterManyLooks) {
+    ForeignWrites writes;
+    writes.Read(1);
+    EXPECT_FALSE(writes.AreDue(1));
+    EXPECT_FALSE(writes.AreDue(2));
+    EXPECT_TRUE(writes.AreDue(2));
+    writes.Read(2);
+    EXPECT_FALSE(writes.AreDue(2));
+    int looks = 1;
+    while (!writes.AreDue(2 + looks) && looks < 100)
+        ++looks;
+    EXPECT_EQ(looks, ForeignWrites::kPatience);
+}
+
 } // namespace kalvo::test
