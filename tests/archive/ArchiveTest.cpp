@@ -66,6 +66,22 @@ TEST_F(ArchiveTest, AConfiguredArchiveCountsBesideADefaultOne) {
     }
 }
 
+TEST_F(ArchiveTest, LayoutFileKeepsItsTwelveValues) {
+    LayoutFile layout;
+    layout.columnWidths = {1500, 900, 0, 1, 2, 3, 4, 7};
+    layout.rowHeight = 14.25;
+    layout.archivePath = u"/musik/größe \"x\".mav"_s;
+    layout.playlistPath = u"/p.mav"_s;
+    ASSERT_TRUE(layout.Write(layoutPath));
+    EXPECT_TRUE(folder.Read(u"Kalvo/mp3tabelle.dll"_s).startsWith("4,1500,900,0,1,2,3,4,7,"));
+    const LayoutFile read = LayoutFile::Read(layoutPath);
+    EXPECT_EQ(read.columnWidths, layout.columnWidths);
+    EXPECT_EQ(read.rowHeight, layout.rowHeight);
+    EXPECT_EQ(read.archivePath, layout.archivePath);
+    EXPECT_EQ(read.playlistPath, layout.playlistPath);
+    EXPECT_EQ(LayoutFile::Read(data.Path(u"\\missing.dll"_s)).archivePath, QString());
+}
+
 TEST_F(ArchiveTest, TakesSourcesAndTitlesWhileTheIndexLoads) {
     Add(u"b"_s, u"alt"_s);
     ASSERT_TRUE(archive.Open(data));
