@@ -36,7 +36,7 @@ AutoDjSelection SelectionOf(const QJsonObject& json) {
     AutoDjSelection selection;
     selection.field = CategoryLists::FieldOf(json.value(u"kriterium"_s).toString()).value_or(selection.field);
     const QJsonArray values = json.value(u"werte"_s).toArray();
-    for (const QJsonValue& value : values) {
+    for (const QJsonValue value : values) {
         if (!value.toString().isEmpty())
             selection.values.append(value.toString());
     }
@@ -72,7 +72,7 @@ QString AutoDjStore::Load(const Clock& clock) {
             FileName::Last(path_), mayWrite_ ? kept : path_);
     }
     const QJsonArray saved = document[u"auswahlen"_s].toArray();
-    for (const QJsonValue& one : saved) {
+    for (const QJsonValue one : saved) {
         if (const QString name = one[u"name"_s].toString().trimmed(); !name.isEmpty())
             Put({name, SelectionOf(one.toObject())});
     }

@@ -36,7 +36,7 @@ QString JointPlayer::PlayOnHeadphones(const audio::HeldFile& file, const OutputC
     if (library_.GetInfo(Output::Headphones, used))
         return QStringLiteral("Der Kopfhörerausgang wird gerade benutzt.");
     auto player = std::make_unique<HeadphonePlayer>(mixer_.Layer());
-    if (const QString refusal = player->Open(headphones); !refusal.isEmpty())
+    if (QString refusal = player->Open(headphones); !refusal.isEmpty())
         return refusal;
     connect(player.get(), &HeadphonePlayer::Told, this, &JointPlayer::Told);
     player->SetVolume(volume);

@@ -14,7 +14,7 @@ namespace {
 
 const QString kEnding = QStringLiteral(".welle");
 const QByteArray kMark = QByteArrayLiteral("KALVO-WELLE 1\n");
-constexpr qsizetype kBodyBytes = 2 * Waveform::kColumns;
+constexpr qsizetype kBodyBytes = qsizetype{2} * Waveform::kColumns;
 constexpr qsizetype kSumBytes = 20; // SHA-1
 
 QByteArray Sum(const QByteArray& bytes) {

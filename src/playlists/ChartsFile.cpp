@@ -17,7 +17,7 @@ namespace {
 constexpr int recordLength = 392;
 constexpr int dateWidth = 30, pathWidth = 200, titleWidth = 50, artistWidth = 50, sortableWidth = 50;
 constexpr int pathOffset = 2 + dateWidth;
-constexpr int blockRecords = 1024;
+constexpr qint64 blockBytes = qint64{1024} * recordLength;
 constexpr qint16 mostPlays = std::numeric_limits<qint16>::max();
 
 /** The fields in their order; the first is not ours, the last two bytes are unused. Both are kept as they are. */
@@ -138,8 +138,7 @@ void ChartsFile::Prepare() {
         return;
     places_.reserve(records_.Count());
     int number = 0;
-    for (QByteArray block = file.read(blockRecords * recordLength); block.size() >= recordLength;
-         block = file.read(blockRecords * recordLength)) {
+    for (QByteArray block = file.read(blockBytes); block.size() >= recordLength; block = file.read(blockBytes)) {
         for (qsizetype at = 0; at + recordLength <= block.size(); at += recordLength)
             places_.insert(HashOfField(QByteArrayView(block).sliced(at + pathOffset, pathWidth)), ++number);
     }

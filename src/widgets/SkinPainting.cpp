@@ -310,7 +310,6 @@ int SkinPainting::pixelMetric(PixelMetric metric, const QStyleOption* option, co
         // Beside the text of an item view's cell, which adds one pixel.
         return units.Of(0.45) - 1;
     case PM_SplitterWidth:
-        return units.Gap(2);
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
         return units.Gap(2);

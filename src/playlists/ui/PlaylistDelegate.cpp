@@ -130,7 +130,7 @@ QColor PlaylistDelegate::Ink(const Cell& cell) const {
 }
 
 QString PlaylistDelegate::TextOf(const QModelIndex& index) const {
-    const QString text = index.data().toString();
+    QString text = index.data().toString();
     if (!isNarrow_ || index.column() != Playlist::Title)
         return text;
     const QString artist = index.siblingAtColumn(Playlist::Artist).data().toString();
