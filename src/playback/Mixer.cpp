@@ -173,7 +173,8 @@ void Mixer::FadeTo(int player, int selectedRow) {
             return; // nobody wants silence because a disk is gone
         }
     }
-    if (layer_.Activity(player) == audio::Activity::Playing || IsOpening(player)) {
+    fadesOut_ = layer_.Activity(player) != audio::Activity::Playing && !IsOpening(player);
+    if (!fadesOut_) {
         heldByUser_ = false; // who fades to it wants to hear it
     }
     fader_.FadeTowards(player);
@@ -190,9 +191,9 @@ void Mixer::StepFade() {
         return;
     }
     const int silent = OtherPlayer(target);
-    if (handOverRunning_ && layer_.Activity(target) != audio::Activity::Playing &&
+    if (!fadesOut_ && layer_.Activity(target) != audio::Activity::Playing &&
         layer_.Activity(silent) == audio::Activity::Playing) {
-        fader_.FadeTowards(silent); // the target was stopped, was paused or broke
+        fader_.FadeTowards(silent); // the target was stopped, was paused or broke, or the other has just been started
         return;
     }
     const int before = fader_.Position();

@@ -191,6 +191,7 @@ private:
     bool useCuePoints_ = true;
     bool faderHeld_ = false;
     bool handOverRunning_ = false;
+    bool fadesOut_ = false; ///< the fade by hand goes to a player without sound, as long as nothing is started
     bool heldByUser_ = true;
     int lastOnAir_ = 0;
     bool listening_ = false;

@@ -213,6 +213,7 @@ void Mixer::StartStream(int player) {
 
 void Mixer::NoteStarted(int player) {
     heldByUser_ = false;
+    fadesOut_ = false;
     Deck(player).stoppedByUser = false;
     Q_EMIT PlayerChanged(player);
 }

@@ -110,6 +110,37 @@ TEST_F(MixerTest, AFadeByHandStartsAStoppedPlayerAndMuteFollowsTheFader) {
     EXPECT_TRUE(Plays(2));
 }
 
+TEST_F(MixerTest, AFadeWhoseTargetFallsSilentTurnsRoundUnlessItWasAFadeOut) {
+    const std::function<void()> silenced[] = {[&] { mixer.Stop(2); }, [&] { mixer.Pause(2); },
+                                              [&] {
+                                                  mixer.Stop(2);
+                                                  mixer.Stop(1);
+                                                  mixer.Play(1, -1);
+                                              }};
+    Begin({u"a-100"_s}, {u"b-100"_s});
+    for (const auto& silence : silenced) {
+        mixer.SetFader(0);
+        mixer.FadeTo(2, -1);
+        Run(2);
+        silence();
+        Run(6);
+        EXPECT_EQ(mixer.Fader(), -100);
+        EXPECT_TRUE(Plays(1));
+    }
+    mixer.Stop(2);
+    list2.Clear();
+    mixer.FadeTo(2, -1);
+    Run(1);
+    mixer.Stop(1);
+    mixer.Play(1, -1);
+    Run(6);
+    EXPECT_EQ(mixer.Fader(), -100) << "who starts a title wants to hear it";
+    mixer.FadeTo(2, -1);
+    Run(7);
+    EXPECT_EQ(mixer.Fader(), 100);
+    EXPECT_EQ(Volume(1), 0) << "faded out on purpose";
+}
+
 TEST_F(MixerTest, StartsAtACuePointAndKeepsThePitch) {
     Fill(list1, {u"a-100"_s, u"b-100"_s, u"c-100"_s});
     list1.SetInfo(0, u"8.4"_s);
