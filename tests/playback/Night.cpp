@@ -28,6 +28,19 @@ constexpr double kLargestBend = 0.002;
 constexpr double kNightRate = 44100;
 constexpr double kSwell = 0.02; ///< seconds
 constexpr int kRowsAhead = 5;
+/** A shuffled list puts it last. */
+const QString kLastKey = QStringLiteral("9999");
+
+/** Chance of the lists, by the night's seed. */
+class SeededRandom final : public RandomSource {
+public:
+    explicit SeededRandom(unsigned seed) : engine_(seed) {}
+
+    double Uniform() override { return std::uniform_real_distribution<double>(0.0, 1.0)(engine_); }
+
+private:
+    std::mt19937_64 engine_;
+};
 
 struct Kind {
     double seconds;
@@ -69,7 +82,7 @@ std::size_t ResidentBytes() {
 class Night::Desk {
 public:
     Desk(std::unique_ptr<audio::AudioLibrary> library, unsigned seed)
-        : folder_(disk_.filePath(QStringLiteral("Musik"))), chance_(seed), layer_(std::move(library)) {
+        : folder_(disk_.filePath(QStringLiteral("Musik"))), chance_(seed), random_(seed), layer_(std::move(library)) {
         // What files are read into goes back to the system at once: memory that stays is memory that is held.
         ::mallopt(M_MMAP_THRESHOLD, 16384);
         if (!layer_.InitAudio(audio::kOffline, 1024))
@@ -144,8 +157,11 @@ private:
             Playlist& list = List(player);
             while (list.CurrentRow() > 40)
                 list.Remove({0});
-            while (list.Count() - list.CurrentRow() <= kRowsAhead)
-                list.Append({RandomEntry()});
+            while (list.Count() - list.CurrentRow() <= kRowsAhead) {
+                PlaylistEntry entry = RandomEntry();
+                entry.shuffleKey = kLastKey;
+                list.Append({entry});
+            }
         }
     }
 
@@ -334,7 +350,7 @@ private:
     QString folder_; ///< of the titles
     std::vector<QString> files_;
     std::mt19937 chance_;
-    SystemRandom random_;
+    SeededRandom random_;
     AudioLayer layer_;
     Playlist list1_{1, random_}, list2_{2, random_};
     Mixer mixer_{layer_, list1_, list2_};
