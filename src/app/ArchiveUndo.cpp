@@ -37,6 +37,12 @@ private:
 
 ArchiveUndo::ArchiveUndo(Archive& archive, QObject* parent) : QObject(parent), archive_(archive) {
     connect(&archive_, &Archive::Deleted, this, &ArchiveUndo::TakeDeletion);
+    connect(&archive_.Bin(), &BinMove::Ended, this, [this](const BinReport& report) {
+        const QString kept = report.kept.isEmpty() ? QString() : QStringLiteral(" (%1 nicht)").arg(report.kept.size());
+        Q_EMIT Told(report.deleted ? QStringLiteral("In den Papierkorb gelegt: ") +
+                                         ArchiveTexts::Count(report.numbers.size()) + kept
+                                   : report.deleted.reason);
+    });
 }
 
 void ArchiveUndo::TakeDeletion(qint64 titles) {

@@ -32,11 +32,12 @@ constexpr std::size_t kMaximumRows = std::numeric_limits<int>::max();
 } // namespace
 
 Archive::Archive(const Clock& clock, QObject* parent)
-    : QObject(parent), database_(clock), cache_(std::make_unique<RowCache>()) {}
+    : QObject(parent), database_(clock), cache_(std::make_unique<RowCache>()), bin_(std::make_unique<BinMove>(*this)) {}
 
 Archive::~Archive() = default;
 
 bool Archive::Open(const DataFolder& folder) {
+    bin_->Finish();
     loader_.reset();
     isLoading_ = false;
     index_.reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/ArchiveDatabase.h"
+#include "archive/BinMove.h"
 #include "archive/DeletionLog.h"
 #include "archive/ForeignWrites.h"
 #include "archive/RecordSource.h"
@@ -90,8 +91,13 @@ public:
     WriteResult DeleteAll();
     /** Takes the latest deletion since Open() back, under the old numbers. After a failure it can be tried again. */
     WriteResult Undo();
-    /** Deletes again what Undo() brought back last, if nothing else was deleted since; after a failure no more. */
+    /**
+     * Deletes again what Undo() brought back last, if nothing else was deleted since; after a failure no more. Where
+     * files go with their titles this begins a deletion of its own by Bin(), and gives false.
+     */
     WriteResult Redo();
+    /** Deletes titles with their files. */
+    BinMove& Bin() { return *bin_; }
 
     /** The first title, by artist and title, that meets the criterion; none without an index. */
     std::optional<TitleRecord> FindFirst(const QString& criterion) const;
@@ -127,7 +133,6 @@ private:
     void ShowRows(std::vector<qint64> rows);
     void PutIntoIndex(const TitleRecord& record);
     bool TakeDeletion(const QList<Trash::Item>& files, const std::function<void()>& updateIndex);
-    QList<Trash::Item> MoveToBinAgain(DeletionLog::Undone& redo) const;
     void TakeRestored(const QList<qint64>& numbers);
     void Reload();
     void ReloadAfterLoss();
@@ -143,7 +148,8 @@ private:
     RecordSource query_;
     std::vector<qint64> rows_;
     DeletionLog log_;
-    std::unique_ptr<IndexLoader> loader_; ///< last: its thread ends before the rest goes
+    std::unique_ptr<IndexLoader> loader_; ///< its thread ends before the rest goes
+    std::unique_ptr<BinMove> bin_;        ///< last: it still deletes as it goes
 };
 
 } // namespace kalvo

@@ -15,11 +15,6 @@ namespace {
 /** More titles than these are put into the index by loading it anew. */
 constexpr qsizetype kPutSingly = 10000;
 
-void Restore(const QList<Trash::Item>& files) {
-    for (const Trash::Item& file : files)
-        Trash::Restore(file);
-}
-
 } // namespace
 
 WriteResult Archive::DeleteTitles(const QList<qint64>& numbers, const QList<Trash::Item>& files) {
@@ -79,32 +74,17 @@ void Archive::TakeRestored(const QList<qint64>& numbers) {
 WriteResult Archive::Redo() {
     if (log_.undone.isEmpty())
         return {false, u"Es wurde nichts zurückgenommen."_s};
-    DeletionLog::Undone redo = log_.undone.takeLast();
-    const QList<DeletionLog::Undone> others = log_.undone;
-    QList<Trash::Item> files;
+    const DeletionLog::Undone redo = log_.undone.takeLast();
     if (!redo.files.isEmpty())
-        files = MoveToBinAgain(redo);
+        return {false, bin_->Start(redo.numbers) ? u"Die Dateien kommen wieder in den Papierkorb ..."_s
+                                                 : u"Es kommen noch andere Dateien in den Papierkorb."_s};
+    const QList<DeletionLog::Undone> others = log_.undone;
     WriteResult deleted = database_.Delete(redo.numbers);
-    if (TakeDeletion(files, [&] { index_->Remove({redo.numbers.begin(), redo.numbers.end()}); })) {
+    if (TakeDeletion({}, [&] { index_->Remove({redo.numbers.begin(), redo.numbers.end()}); })) {
         log_.undone = others;
         return deleted;
     }
-    Restore(files);
     return {false, deleted ? u"Die Titel sind nicht mehr im Musikarchiv."_s : deleted.reason};
-}
-
-/** A title whose file the bin refuses stays. */
-QList<Trash::Item> Archive::MoveToBinAgain(DeletionLog::Undone& redo) const {
-    QList<Trash::Item> files;
-    for (const TitleRecord& title : Read(redo.numbers)) {
-        if (!redo.files.contains(title.Pfad))
-            continue;
-        if (const auto file = Trash::Move(title.Pfad))
-            files.append(*file);
-        else
-            redo.numbers.removeOne(title.Nr);
-    }
-    return files;
 }
 
 } // namespace kalvo

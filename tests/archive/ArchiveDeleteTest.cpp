@@ -1,6 +1,7 @@
 #include "archive/ArchiveSession.h"
 #include "archive/Trash.h"
 #include "archive/ui/ArchiveDesk.h"
+#include "support/WaitUntil.h"
 
 #include <QFile>
 
@@ -135,11 +136,37 @@ TEST_F(ArchiveDeleteTest, AFileOfADeletedTitleComesBackFromTheBin) {
     EXPECT_EQ(archive.Undo().reason, QString());
     EXPECT_EQ(folder.Read(u"song.mp3"_s), "sound");
     EXPECT_FALSE(Trash::Restore(*item));
-    ASSERT_TRUE(archive.Redo());
+    EXPECT_FALSE(archive.Redo()) << "its file takes its time";
+    ASSERT_TRUE(WaitUntil([this] { return !archive.Bin().IsRunning(); }));
+    EXPECT_EQ(archive.Count(), 9);
     EXPECT_FALSE(QFile::exists(path));
     ASSERT_TRUE(archive.Undo());
     EXPECT_TRUE(QFile::exists(path));
     EXPECT_FALSE(Trash::Move(path + u".missing"_s));
+}
+
+TEST_F(ArchiveDeleteTest, AMoveToTheBinThatIsCutShortLeavesEachTitleWithItsFile) {
+    qputenv("XDG_DATA_HOME", folder.Path(u"share"_s).toUtf8());
+    const std::vector<qint64> all = Shown();
+    QStringList paths;
+    for (const qint64 number : all) {
+        TitleRecord title = archive.RowAt(archive.RowOf(number));
+        title.Pfad = folder.Write(title.Titel, "sound");
+        ASSERT_TRUE(archive.UpdateRecord(title));
+        paths.append(title.Pfad);
+    }
+    bool isMoving = false;
+    QObject::connect(&archive.Bin(), &BinMove::Progress, [&] { isMoving = true; });
+    ASSERT_TRUE(archive.Bin().Start({all.begin(), all.end()}));
+    EXPECT_FALSE(archive.Bin().Start({all.front()})) << "one after the other";
+    ASSERT_TRUE(WaitUntil([&] { return isMoving; }));
+    archive.Bin().Finish();
+    for (const QString& path : std::as_const(paths))
+        EXPECT_EQ(archive.HoldsPath(path), QFile::exists(path)) << path.toStdString();
+    while (archive.Undo())
+        ;
+    EXPECT_EQ(Shown(), all);
+    EXPECT_TRUE(std::all_of(paths.cbegin(), paths.cend(), [](const QString& path) { return QFile::exists(path); }));
 }
 
 } // namespace

@@ -13,7 +13,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
-#include <QPointer>
 #include <QProgressBar>
 #include <QTableView>
 
@@ -117,54 +116,52 @@ QList<qint64> frmDoubletten::Selected() const {
 }
 
 void frmDoubletten::ShowSelection() {
-    const bool any = list_->selectionModel()->hasSelection();
+    const bool any = list_->selectionModel()->hasSelection() && !archive_.Bin().IsRunning();
     for (QAction* command : std::as_const(commands_))
         command->setEnabled(any);
+    start_->setEnabled(!archive_.Bin().IsRunning());
 }
 
 void frmDoubletten::DeleteFromArchive() {
-    Delete(Selected(), {});
+    const QList<qint64> numbers = Selected();
+    if (const WriteResult deleted = archive_.DeleteTitles(numbers); !deleted) {
+        xMessageBox::Ask(this, windowTitle(), deleted.reason, {}, xMessageBox::Sign::Warning);
+        return;
+    }
+    RemoveRows(numbers);
+    Q_EMIT Deleted();
 }
 
 void frmDoubletten::MoveToBin() {
-    QList<qint64> numbers = Selected();
-    QList<Trash::Item> files;
-    QStringList kept;
-    for (const TitleRecord& title : archive_.Read(numbers)) {
-        if (const auto file = Trash::Move(title.Pfad)) {
-            files.append(*file);
-        } else if (QFileInfo::exists(title.Pfad)) { // what is gone already needs no bin
-            kept.append(title.Pfad);
-            numbers.removeOne(title.Nr);
-        }
-    }
-    const QPointer<frmDoubletten> alive(this);
-    if (!numbers.isEmpty())
-        Delete(numbers, files);
-    if (alive && !kept.isEmpty()) {
+    archive_.Bin().Start(Selected());
+    list_->setFocus(); // or it would go to the button that closes
+    ShowSelection();
+}
+
+void frmDoubletten::ShowBinned(const BinReport& report) {
+    progress_->setValue(0);
+    progressText_->SetText({});
+    if (report.deleted)
+        RemoveRows(report.numbers);
+    ShowSelection();
+    if (!report.deleted) {
+        xMessageBox::Ask(this, windowTitle(), report.deleted.reason, {}, xMessageBox::Sign::Warning);
+    } else if (!report.kept.isEmpty()) {
         xMessageBox::Ask(this, windowTitle(),
                          tr("Diese Dateien konnten nicht in den Papierkorb verschoben werden:") + u'\n' +
-                             kept.mid(0, 10).join(u'\n') + (kept.size() > 10 ? QStringLiteral("\n...") : QString()),
+                             report.kept.mid(0, 10).join(u'\n') +
+                             (report.kept.size() > 10 ? QStringLiteral("\n...") : QString()),
                          {}, xMessageBox::Sign::Warning);
     }
 }
 
-/** Where the archive refuses, the files come back. */
-void frmDoubletten::Delete(const QList<qint64>& numbers, const QList<Trash::Item>& files) {
-    const WriteResult deleted = archive_.DeleteTitles(numbers, files);
-    if (!deleted) {
-        for (const Trash::Item& file : files)
-            Trash::Restore(file);
-        xMessageBox::Ask(this, windowTitle(), deleted.reason, {}, xMessageBox::Sign::Warning);
-        return;
-    }
+void frmDoubletten::RemoveRows(const QList<qint64>& numbers) {
     const int row = list_->currentIndex().row();
     const int top = list_->rowAt(0);
     found_->Remove({numbers.begin(), numbers.end()});
     list_->scrollTo(found_->index(std::min(top, found_->rowCount() - 1), 0), QAbstractItemView::PositionAtTop);
     if (row >= 0 && found_->rowCount() > 0)
         list_->selectRow(std::min(row, found_->rowCount() - 1));
-    Q_EMIT Deleted();
 }
 
 void frmDoubletten::ShowFileInformation() {

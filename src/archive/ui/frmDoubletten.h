@@ -21,7 +21,8 @@ class ShownNumbers;
 
 /**
  * The duplicate finder: searches the archive for titles that it holds more than once, and deletes what the user marks
- * in the result. Modeless; a search runs in the background, is ended by its button, and by closing the window.
+ * in the result. Modeless; a search runs in the background, is ended by its button, and by closing the window. Files go
+ * into the bin in the background, too, whatever becomes of the window.
  */
 class frmDoubletten : public QDialog {
     Q_OBJECT
@@ -32,7 +33,7 @@ public:
     ~frmDoubletten() override;
 
 Q_SIGNALS:
-    /** Titles were deleted from the archive. */
+    /** Titles were deleted from the archive, without their files; the archive does not show it yet. */
     void Deleted();
 
 private:
@@ -53,7 +54,8 @@ private:
     void ShowSelection();
     void DeleteFromArchive();
     void MoveToBin();
-    void Delete(const QList<qint64>& numbers, const QList<Trash::Item>& files);
+    void ShowBinned(const BinReport& report);
+    void RemoveRows(const QList<qint64>& numbers);
     void ShowFileInformation();
 
     Archive& archive_;

@@ -53,6 +53,10 @@ frmDoubletten::frmDoubletten(Archive& archive, QWidget* parent)
     ResizeOnScreen(*this, {units.Of(56), units.Of(36)});
     connect(finder_, &DuplicateFinder::Progress, this, &frmDoubletten::ShowProgress);
     connect(finder_, &DuplicateFinder::Finished, this, &frmDoubletten::End);
+    connect(&archive_.Bin(), &BinMove::Ended, this, &frmDoubletten::ShowBinned);
+    connect(&archive_.Bin(), &BinMove::Progress, this, [this](qsizetype done, qsizetype files) {
+        ShowProgress(tr("In den Papierkorb: %1 von %2").arg(done).arg(files), static_cast<int>(100 * done / files));
+    });
     ShowIdle({});
     ShowSelection();
 }

@@ -62,6 +62,12 @@ protected:
         Find<QAction>(action).trigger();
     }
 
+    void MoveToBin(int row) {
+        Do("InPapierkorb", row);
+        EXPECT_FALSE(Find<QAction>("AusMAlöschen").isEnabled());
+        EXPECT_TRUE(WaitUntil([this] { return !archive.Bin().IsRunning(); }));
+    }
+
     frmDoubletten dialog_{archive};
     int deleted_ = 0;
 };
@@ -113,7 +119,7 @@ TEST_F(frmDoublettenTest, ATitleThatIsDeletedOrChangedElsewhereShowsSo) {
     ASSERT_TRUE(archive.DeleteTitles({archive.FindByPath(other)->Nr}));
     archive.Refresh();
     EXPECT_EQ(Rows(), QStringList({u"Lied.mp3|Du|Eins|1.0 KB"_s, u"(nicht mehr im Musikarchiv)|||"_s, u"|||"_s}));
-    Do("InPapierkorb", 1);
+    MoveToBin(1);
     EXPECT_EQ(Rows().size(), 2) << "the row of the title that is gone goes";
     EXPECT_TRUE(QFileInfo::exists(other));
     EXPECT_EQ(archive.Count(), 1);
@@ -128,14 +134,14 @@ TEST_F(frmDoublettenTest, TheBinTakesTheFileAndKeepsTheTitleOfOneThatCannotBeMov
     ASSERT_TRUE(archive.AddTitle(fixed));
     Search(1);
     Answers answers({u"OK"_s});
-    Do("InPapierkorb", RowOf(fixed.Pfad));
+    MoveToBin(RowOf(fixed.Pfad));
     EXPECT_EQ(answers.Said().size(), 1);
     EXPECT_EQ(archive.Count(), 3);
     QFile::remove(gone);
-    Do("InPapierkorb", RowOf(u"a/Lied.mp3"_s));
+    MoveToBin(RowOf(u"a/Lied.mp3"_s));
     EXPECT_EQ(archive.Count(), 2) << "it needs no bin";
     EXPECT_EQ(Rows().size(), 3);
-    Do("InPapierkorb", RowOf(path));
+    MoveToBin(RowOf(path));
     EXPECT_FALSE(QFileInfo::exists(path));
     EXPECT_EQ(archive.Count(), 1);
     EXPECT_EQ(Rows().size(), 2) << "one title and the empty row";
