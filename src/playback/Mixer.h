@@ -56,7 +56,6 @@ public:
      * list (-1: none), the red entry, what is prepared or the next title. A missing file is told by FileMissing.
      */
     void Play(int player, int selectedRow);
-    /** Loads and starts this entry. */
     void PlayRow(int player, int row);
     /**
      * Goes on with a title (its names, path and cue point) at this second, or stands paused there. List and marks stay
