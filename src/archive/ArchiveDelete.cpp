@@ -52,7 +52,7 @@ WriteResult Archive::Undo() {
     if (!undone)
         return undone;
     for (const Trash::Item& file : log_.binned.takeLast()) {
-        undo.files.append(file.path);
+        undo.hadFiles = true;
         if (!Trash::Restore(file))
             undone.reason = u"Die Datei konnte nicht aus dem Papierkorb geholt werden: "_s + file.path;
     }
@@ -75,7 +75,7 @@ WriteResult Archive::Redo() {
     if (log_.undone.isEmpty())
         return {false, u"Es wurde nichts zurückgenommen."_s};
     const DeletionLog::Undone redo = log_.undone.takeLast();
-    if (!redo.files.isEmpty())
+    if (redo.hadFiles)
         return {false, bin_->Start(redo.numbers) ? u"Die Dateien kommen wieder in den Papierkorb ..."_s
                                                  : u"Es kommen noch andere Dateien in den Papierkorb."_s};
     const QList<DeletionLog::Undone> others = log_.undone;

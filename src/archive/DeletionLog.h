@@ -3,7 +3,6 @@
 #include "archive/Trash.h"
 
 #include <QList>
-#include <QStringList>
 
 namespace kalvo {
 
@@ -11,7 +10,7 @@ namespace kalvo {
 struct DeletionLog {
     struct Undone {
         QList<qint64> numbers;
-        QStringList files; ///< those that had been moved to the bin
+        bool hadFiles = false; ///< in the bin
     };
 
     QList<QList<Trash::Item>> binned; ///< files of each deletion that can be undone

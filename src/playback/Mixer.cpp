@@ -12,6 +12,16 @@ namespace {
 constexpr int kFadeAhead = 250;
 constexpr int kFullVolume = 100;
 
+/** The entry that Play starts; -1: what is prepared, or the next title. */
+int RowToPlay(const DeckData& deck, bool plays, int selectedRow) {
+    const int current = deck.list->CurrentRow();
+    const bool isSelected = selectedRow >= 0 && selectedRow < deck.list->Count();
+    if (isSelected && !(plays && current >= 0)) {
+        return selectedRow;
+    }
+    return plays || !deck.title.prepared ? current : -1;
+}
+
 } // namespace
 
 Mixer::Mixer(AudioLayer& layer, Playlist& list1, Playlist& list2, QObject* parent)
@@ -45,19 +55,15 @@ void Mixer::SetOptions(const MixerOptions& options) {
 void Mixer::Play(int player, int selectedRow) {
     const audio::Activity activity = layer_.Activity(player);
     DeckData& deck = Deck(player);
-    const int current = deck.list->CurrentRow();
+    const int row = RowToPlay(deck, activity == audio::Activity::Playing, selectedRow);
     if (deck.limit < kFullVolume && activity == audio::Activity::Playing) {
         Q_EMIT WantedBack(player);
     } else if (activity == audio::Activity::Paused) {
         EnsurePlaying(player);
-    } else if (IsOpening(player) && (selectedRow < 0 || selectedRow == current)) {
+    } else if (IsOpening(player) && (selectedRow < 0 || selectedRow == deck.list->CurrentRow())) {
         return; // under way
-    } else if (activity == audio::Activity::Playing && current >= 0) {
-        PlayRow(player, current);
-    } else if (selectedRow >= 0 && selectedRow < deck.list->Count()) {
-        PlayRow(player, selectedRow);
-    } else if (current >= 0 && !deck.title.prepared) {
-        PlayRow(player, current);
+    } else if (row >= 0) {
+        PlayRow(player, row);
     } else if (!StartNext(player)) {
         TellEnd(player);
         PassOn(player);
