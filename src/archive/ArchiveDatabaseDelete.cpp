@@ -52,7 +52,7 @@ WriteResult ArchiveDatabase::Delete(const QList<qint64>& numbers) {
 }
 
 WriteResult ArchiveDatabase::DeleteAll() {
-    const WriteResult deleted = KeepAndDelete([&](const QString& kept) {
+    WriteResult deleted = KeepAndDelete([&](const QString& kept) {
         return database_.Execute(
             u"INSERT INTO %1 SELECT * FROM main.\"Daten\"; DELETE FROM main.\"Daten\""_s.arg(kept));
     });

@@ -97,6 +97,7 @@ std::vector<QStringList> Collect(const QString& path, const std::vector<qint64>&
     if (run.Stopped() || select.Failed())
         return {};
     std::vector<QStringList> lists;
+    lists.reserve(values.size());
     for (const DistinctValues& one : values)
         lists.push_back(one.InOrder());
     return lists;

@@ -6,9 +6,9 @@ namespace kalvo {
 
 QString GridSort::HeaderClick(ArchiveField field, const GridFilter& filter) {
     const bool descending = IsSorted(field) && !descending_;
-    const QString statement =
-        filter.Active() ? ArchiveStatements::SortedSearch(filter.Text(), filter.visibleFields, field, descending)
-                        : ArchiveStatements::Sorted(field, descending);
+    QString statement = filter.Active()
+                            ? ArchiveStatements::SortedSearch(filter.Text(), filter.visibleFields, field, descending)
+                            : ArchiveStatements::Sorted(field, descending);
     if (statement.isEmpty())
         return {};
     field_ = field;

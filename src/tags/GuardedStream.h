@@ -17,7 +17,7 @@ namespace kalvo {
  * (compressed frames, chapters within chapters) are given out under a name that is passed over. Readers of tags take a
  * few bytes here and a few there: small reads are served from the pages read last. Nothing can be written.
  */
-class GuardedStream : public TagLib::IOStream {
+class GuardedStream final : public TagLib::IOStream {
 public:
     static constexpr unsigned long kBudget = 64UL << 20;
 

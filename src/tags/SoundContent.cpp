@@ -32,7 +32,7 @@ qint64 MpegStart(QFile& file) {
         for (int i = 6; i < kTagHeader; ++i)
             length = length << 7 | (head.at(i) & 0x7F);
         const bool footer = (head.at(5) & 0x10) != 0;
-        start += length + (footer ? 2 : 1) * kTagHeader;
+        start += length + (footer ? 2 : 1) * qint64{kTagHeader};
     }
 }
 

@@ -59,7 +59,7 @@ int EncoderSamples(TagLib::MPEG::File& file, long firstFrame) {
 double FromHeader(TagLib::MPEG::File& file, const TagLib::MPEG::XingHeader& xing, long first, long end) {
     const TagLib::MPEG::Header frame(&file, first, false);
     const auto told = static_cast<long>(xing.totalSize());
-    const bool cut = told <= 0 || end - first < told - 2 * frame.frameLength();
+    const bool cut = told <= 0 || end - first < told - 2L * frame.frameLength();
     if (!frame.isValid() || frame.sampleRate() <= 0 || cut || file.nextFrameOffset(first + told) >= 0)
         return 0;
     const double samples = static_cast<double>(xing.totalFrames()) * frame.samplesPerFrame();

@@ -19,7 +19,7 @@ QString CommentOf(const clsAudioGenie& tags) {
     QString described;
     for (int index = 1; index <= tags.ID3V2GetFrameCountW(FrameId("COMM")); ++index) {
         const QString description = tags.ID3V2GetCommentDescriptionW(index);
-        const QString text = tags.ID3V2GetCommentW(index);
+        QString text = tags.ID3V2GetCommentW(index);
         if (description.isEmpty() && !text.isEmpty()) {
             return text;
         }

@@ -83,7 +83,7 @@ void SpokenBox::doAction(const QString& name) {
 SpokenLabel::SpokenLabel(QLabel& label) : QAccessibleWidget(&label, QAccessible::StaticText), label_(label) {}
 
 QString SpokenLabel::text(QAccessible::Text kind) const {
-    const QString name = QAccessibleWidget::text(kind);
+    QString name = QAccessibleWidget::text(kind);
     const QString shown = label_.buddy() == nullptr ? label_.text() : label_.text().remove(u'&');
     if (kind != QAccessible::Name || shown.isEmpty())
         return name;

@@ -88,11 +88,11 @@ QString xMessageBox::Ask(QWidget* parent, const QString& caption, const QString&
                          Sign sign) {
     // The parent may go while the question is open; the pointer tells.
     const QPointer<xMessageBox> box = new xMessageBox(parent, caption, text, buttons, sign);
-    const QString refusal = box->Answer();
+    QString refusal = box->Answer();
     box->exec();
     if (!box)
         return refusal;
-    const QString answer = box->Answer();
+    QString answer = box->Answer();
     delete box;
     return answer;
 }
