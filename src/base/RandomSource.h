@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <random>
 
 namespace kalvo {
@@ -18,10 +19,13 @@ public:
 
 class SystemRandom final : public RandomSource {
 public:
+    /** The same seed gives the same numbers. */
+    explicit SystemRandom(std::uint64_t seed = std::random_device{}()) : engine_(seed) {}
+
     double Uniform() override { return std::uniform_real_distribution<double>(0.0, 1.0)(engine_); }
 
 private:
-    std::mt19937_64 engine_{std::random_device{}()};
+    std::mt19937_64 engine_;
 };
 
 } // namespace kalvo

@@ -31,17 +31,6 @@ constexpr int kRowsAhead = 5;
 /** A shuffled list puts it last. */
 const QString kLastKey = QStringLiteral("9999");
 
-/** Chance of the lists, by the night's seed. */
-class SeededRandom final : public RandomSource {
-public:
-    explicit SeededRandom(unsigned seed) : engine_(seed) {}
-
-    double Uniform() override { return std::uniform_real_distribution<double>(0.0, 1.0)(engine_); }
-
-private:
-    std::mt19937_64 engine_;
-};
-
 struct Kind {
     double seconds;
     int rate; ///< Hz
@@ -350,7 +339,7 @@ private:
     QString folder_; ///< of the titles
     std::vector<QString> files_;
     std::mt19937 chance_;
-    SeededRandom random_;
+    SystemRandom random_;
     AudioLayer layer_;
     Playlist list1_{1, random_}, list2_{2, random_};
     Mixer mixer_{layer_, list1_, list2_};
